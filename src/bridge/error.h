@@ -1,0 +1,48 @@
+#pragma once
+// How an operation reports a failure: it fills the error record that its caller passed as the
+// last argument. Any thread; a record belongs to one call.
+
+#include "bridge/layout.h"
+#include "ce.h"
+#include <jni.h>
+
+struct ErrorRecord {
+    LONG code;              // an ErrorCode; 0: no error
+    const wchar_t* message; // NUL-terminated, or null
+    BOOL ownsMessage;       // the message is a heap block that WYX_ErrorHandler frees
+};
+ASSERT_OFFSET(ErrorRecord, code, 0)
+ASSERT_OFFSET(ErrorRecord, message, 4)
+ASSERT_OFFSET(ErrorRecord, ownsMessage, 8)
+
+enum ErrorCode : LONG {
+    errorNone = 0,
+    errorNotSupported = -1,
+    errorFailed = -3,
+    errorOutOfMemory = -4,
+    errorNoDecoder = -6,
+    errorDecodingFailed = -8,
+};
+
+// Stores the three fields and returns the record; a null record is left alone. An earlier message
+// is not freed: the first error of an operation is meant to be its only one.
+ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, BOOL ownsMessage);
+
+// Error_Set without a message.
+ErrorRecord* Error_SetCode(ErrorRecord* record, LONG code);
+
+extern "C" {
+
+// A negative code is an ErrorCode and is stored with the message as it is. Any other is a system
+// error code: the message becomes "message::text of the system", and the code errorOutOfMemory
+// for the system's two out-of-memory codes, errorFailed for the rest. The message is static.
+void Win32Error_SetError(ErrorRecord* record, LONG code, const wchar_t* message);
+
+// The record's code; 0 for a null record.
+LONG WYX_GetError(const ErrorRecord* record);
+
+// Hands the error to the Java error handler under the native's Java name, and frees a message
+// that the record owns. Fatal to the VM when no handler is set; every other failure on the way
+// drops the report and leaves the pending exception to Java.
+void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record);
+}

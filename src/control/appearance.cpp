@@ -1,0 +1,66 @@
+#include "control/appearance.h"
+
+extern "C" void _Control_SetBackground(ControlRecord* control, ColorRecord* color,
+                                       ErrorRecord* error) {
+    control->background = color;
+    Control_Redraw(control, error);
+}
+
+extern "C" void _Control_SetForeground(ControlRecord* control, ColorRecord* color,
+                                       ErrorRecord* error) {
+    control->foreground = color;
+    Control_Redraw(control, error);
+}
+
+extern "C" void _Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord*) {
+    HFONT handle = font ? font->font : _Control_GetDefaultFont();
+    SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
+}
+
+static void stackAfter(HWND window, HWND insertAfter) {
+    SetWindowPos(window, insertAfter, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+void Control_StackAbove(ControlRecord* control, const ControlRecord* other) {
+    if (!other) {
+        stackAfter(control->hwnd, HWND_TOP);
+        return;
+    }
+    if (other == control || other->parent != control->parent)
+        return;
+    HWND above = GetWindow(other->hwnd, GW_HWNDPREV);
+    if (above == control->hwnd)
+        return;
+    stackAfter(control->hwnd, above && above != other->hwnd ? above : HWND_TOP);
+}
+
+PixelPair Control_GetMinimumSize(ControlRecord* control, ErrorRecord* error) {
+    POINT size = {};
+    SendMessageW(control->hwnd, controlGetMinimumSize, reinterpret_cast<WPARAM>(&size),
+                 reinterpret_cast<LPARAM>(&error));
+    return {size.x, size.y};
+}
+
+void Control_SetEnabled(ControlRecord* control, bool enabled, ErrorRecord* error) {
+    SendMessageW(control->hwnd, controlSetEnabled, enabled, reinterpret_cast<LPARAM>(&error));
+}
+
+void Control_SetRedraw(ControlRecord* control, bool redraw, ErrorRecord*) {
+    control->redraw = redraw;
+    if (redraw && Control_IsDrawingEnabled(control))
+        RedrawWindow(control->hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+static bool takesInput(HWND window) { return IsWindowEnabled(window) && IsWindowVisible(window); }
+
+bool Control_ForceFocus(ControlRecord* control, ErrorRecord*) {
+    if (!takesInput(control->hwnd))
+        return false;
+    HWND parent = GetParent(control->hwnd);
+    if (parent && !takesInput(parent))
+        return false;
+    if (GetFocus() == control->hwnd)
+        return true;
+    return SendMessageW(control->hwnd, controlForceFocus, reinterpret_cast<WPARAM>(control->hwnd),
+                        0) != 0;
+}

@@ -1,0 +1,128 @@
+#pragma once
+// Controls: every widget that has a window.
+//
+// A control's record lies behind its window's user data, so that every window procedure finds it.
+// Windows are created, run and destroyed on the display's thread; the operations here may be
+// called on any thread unless they say otherwise, and reach it through messages.
+
+#include "bridge/callbacks.h"
+#include "bridge/error.h"
+#include "bridge/firing.h"
+#include "bridge/layout.h"
+#include "bridge/native.h"
+#include "bridge/widget.h"
+#include "ce.h"
+#include "display/display.h"
+#include "graphics/color.h"
+
+struct ControlRecord;
+
+// Offers a key to the control's type; true when it was handled.
+using KeyHandler = bool (*)(ControlRecord* control, KeyKind kind, wchar_t character, jint keyCode,
+                            jint modifiers);
+
+struct ControlRecord : WidgetRecord {
+    HWND hwnd;
+    WNDPROC classProc; // of the window class: all default processing goes to it
+    ControlRecord* parent;
+    BOOL redraw;             // drawing is enabled
+    ColorRecord* background; // null: the default from the parent
+    ColorRecord* foreground; // null: the system's window text colour
+    BOOL inheritsBackground;
+    HCURSOR cursor;       // null: the nearest ancestor's
+    UINT ctlColorMessage; // asks the parent for the default background brush
+    KeyHandler keyHandler;
+};
+ASSERT_OFFSET(ControlRecord, hwnd, 16)
+ASSERT_OFFSET(ControlRecord, classProc, 20)
+ASSERT_OFFSET(ControlRecord, parent, 24)
+ASSERT_OFFSET(ControlRecord, redraw, 28)
+ASSERT_OFFSET(ControlRecord, background, 32)
+ASSERT_OFFSET(ControlRecord, foreground, 36)
+ASSERT_OFFSET(ControlRecord, inheritsBackground, 40)
+ASSERT_OFFSET(ControlRecord, cursor, 44)
+ASSERT_OFFSET(ControlRecord, ctlColorMessage, 48)
+ASSERT_OFFSET(ControlRecord, keyHandler, 52)
+
+// The messages by which natives act on a control without knowing its type. "error" is the address
+// of the caller's ErrorRecord* argument.
+enum ControlMessage : UINT {
+    controlForceFocus = WM_APP + 0x4,     // wParam window; whether another window had the focus
+    controlMoveAbove = WM_APP + 0x5,      // wParam control or null, lParam error
+    controlSetVisible = WM_APP + 0x6,     // wParam flag, lParam error
+    controlCommand = WM_APP + 0x7,        // a child's WM_COMMAND as it came; 0: handled
+    controlGetMinimumSize = WM_APP + 0x8, // wParam POINT*, lParam error
+    controlSetBounds = WM_APP + 0x9,      // wParam RECT*, lParam error
+    controlSetOrientation = WM_APP + 0xB, // wParam orientation
+    controlGetInsets = WM_APP + 0xC,      // wParam Insets*
+    controlChildMoves = WM_APP + 0xD,     // to the parent; wParam RECT*
+    controlGetBackground = WM_APP + 0xF,  // the default background as COLORREF
+    controlSetEnabled = WM_APP + 0x10,    // wParam flag, lParam error
+    controlDrawItem = WM_APP + 0x12,      // a child's WM_DRAWITEM as it came
+    controlTrackMenu = WM_APP + 0x14,     // wParam menu record, lParam POINT* on the screen
+    controlGetContext = WM_APP + 0x16,    // wParam error; the device context
+    controlNotify = WM_APP + 0x17,        // wParam NotifyAnswer*, lParam NMHDR*
+    controlGetForeground = WM_APP + 0x18, // the default foreground as COLORREF
+    controlSetBackground = WM_APP + 0x19, // wParam colour record or null, lParam error
+    controlSetForeground = WM_APP + 0x1A,
+    controlSetFont = WM_APP + 0x1B, // wParam font record or null, lParam error
+};
+
+// The error record that a message's lParam leads to.
+inline ErrorRecord* errorOf(LPARAM lParam) {
+    return lParam ? *reinterpret_cast<ErrorRecord**>(lParam) : nullptr;
+}
+
+// The record of a window, or null. Display thread.
+inline ControlRecord* controlOf(HWND window) {
+    return reinterpret_cast<ControlRecord*>(GetWindowLongW(window, GWL_USERDATA));
+}
+
+extern "C" {
+
+// Creates a window and its zero-filled record of recordSize bytes, whose head it fills. A null
+// windowProc stands for _Control_Proc. Null with the error set on failure.
+ControlRecord* _Control_New(const wchar_t* className, UINT recordSize, WNDPROC windowProc,
+                            ControlRecord* parent, DWORD javaStyle, DWORD windowStyle,
+                            DWORD extendedStyle, ErrorRecord* error);
+
+// The window style that all child controls share.
+DWORD _Control_Style();
+
+// Destroys the window with its children. The result of the request.
+int _Dispose_Control(WidgetRecord* control, ErrorRecord* error);
+
+// The control's display, taken from its ancestors when it is not known yet.
+DisplayRecord* Control_GetDisplay(ControlRecord* control);
+
+// The window procedure of all controls: type procedures pass to it what they do not consume.
+LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Invalidates the control and all within it. Display thread.
+void Control_Redraw(ControlRecord* control, ErrorRecord* error);
+
+// Width of the control's border in pixels.
+int _Control_GetBorderWidth(HWND window);
+
+// The system font. Not owned by the caller.
+HFONT _Control_GetDefaultFont();
+}
+
+// Installs what every new control record starts with.
+void Control_FillHead(ControlRecord* control, DisplayRecord* display, ControlRecord* parent,
+                      HWND window, DWORD javaStyle);
+
+// Whether drawing is enabled for the control and all its ancestors.
+bool Control_IsDrawingEnabled(const ControlRecord* control);
+
+// Default processing of the control's window class. Display thread.
+LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam);
+
+// The same for a window whose control a callback may have disposed of meanwhile.
+LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Relative to the parent for child windows, else to the screen.
+Bounds Control_GetBounds(ControlRecord* control, ErrorRecord* error);
+void Control_SetBounds(ControlRecord* control, jint x, jint y, jint width, jint height,
+                       ErrorRecord* error);
+void Control_SetVisible(ControlRecord* control, bool visible, ErrorRecord* error);

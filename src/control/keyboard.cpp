@@ -1,0 +1,198 @@
+#include "control/input.h"
+#include "display/keys.h"
+
+namespace {
+
+struct ResolvedKey {
+    bool resolved;
+    wchar_t character;
+    jint keyCode;
+};
+
+} // namespace
+
+static constexpr wchar_t noCharacter = 0xFFFF;
+static constexpr wchar_t deleteCharacter = 127;
+static constexpr LPARAM autoRepeat = 1 << 30;
+static constexpr jint unresolvedModifiers = -1;
+
+static bool isDown(int virtualKey) { return GetKeyState(virtualKey) < 0; }
+
+static KeyTranslation& translationOf(ControlRecord* control) {
+    return Control_GetDisplay(control)->key;
+}
+
+static jint modifiersOfKey(KeyKind kind, jint keyCode) {
+    jint held = 0;
+    if (isDown(VK_MENU))
+        held |= modifierAlt;
+    if (isDown(VK_SHIFT))
+        held |= modifierShift;
+    if (isDown(VK_CONTROL))
+        held |= modifierControl;
+
+    // A modifier key reports the state from before its own event.
+    jint own = 0;
+    if (keyCode == Key_ToJava(VK_MENU))
+        own = modifierAlt;
+    if (keyCode == Key_ToJava(VK_SHIFT))
+        own = modifierShift;
+    if (keyCode == Key_ToJava(VK_CONTROL))
+        own = modifierControl;
+    return kind == KeyKind::pressed ? held & ~own : held | own;
+}
+
+static ResolvedKey resolve(KeyTranslation& key, wchar_t initialCharacter) {
+    ResolvedKey result = {false, initialCharacter, static_cast<jint>(key.pendingKey)};
+    if (key.translate) {
+        if (key.pendingKey == VK_DELETE)
+            key.pendingCharacter = deleteCharacter;
+        if (key.pendingKey == VK_CANCEL)
+            key.pendingCharacter = 0;
+        result.keyCode = Key_ToJava(key.pendingKey);
+    }
+    if (key.pendingCharacter || key.characterIsZero)
+        result.character = key.pendingCharacter;
+    result.resolved = result.keyCode || result.character || key.characterIsZero;
+    return result;
+}
+
+static bool isArrow(WPARAM virtualKey) { return virtualKey >= VK_LEFT && virtualKey <= VK_DOWN; }
+
+static bool isShiftOrControl(WPARAM virtualKey) {
+    return virtualKey == VK_SHIFT || virtualKey == VK_CONTROL;
+}
+
+static bool actsAsTab(WPARAM virtualKey) { return virtualKey == VK_F14 || virtualKey == VK_F15; }
+
+static bool dropsAutoRepeat(WPARAM virtualKey) {
+    switch (virtualKey) {
+    case VK_NUMLOCK:
+    case VK_SCROLL:
+    case VK_CAPITAL:
+    case VK_SHIFT:
+    case VK_CONTROL:
+    case VK_MENU:
+        return true;
+    default:
+        return false;
+    }
+}
+
+static bool isDeadKeyQueued(HWND window) {
+    MSG message;
+    return PeekMessageW(&message, window, WM_DEADCHAR, WM_DEADCHAR, PM_NOREMOVE | PM_NOYIELD);
+}
+
+static jint report(ControlRecord* control, const ResolvedKey& key) {
+    if (!key.resolved)
+        return 0;
+    jint modifiers = modifiersOfKey(KeyKind::pressed, key.keyCode);
+    return control->keyHandler(control, KeyKind::pressed, key.character, key.keyCode, modifiers);
+}
+
+// With Ctrl and Shift held a letter stands for its control character. False for the at sign, which
+// is no event.
+static bool makeControlCharacter(KeyTranslation& key, wchar_t character) {
+    if (!isDown(VK_SHIFT))
+        return true;
+    if (character == L'@')
+        return false;
+    wchar_t upper = Key_ToUpper(character);
+    if (upper >= 64 && upper <= 95)
+        upper &= 0xBF;
+    key.pendingCharacter = upper;
+    return true;
+}
+
+static jint keyDownWithoutCharacter(ControlRecord* control, KeyTranslation& key, DWORD virtualKey) {
+    key.pendingKey = virtualKey;
+    if (virtualKey == VK_DELETE)
+        key.pendingCharacter = deleteCharacter;
+    else
+        key.pendingCharacter = Key_GetNumpadCharacter(virtualKey);
+    return report(control, resolve(key, noCharacter));
+}
+
+// Its character follows in a message of its own, unless Ctrl is held.
+static jint keyDownWithCharacter(ControlRecord* control, KeyTranslation& key, DWORD virtualKey,
+                                 DWORD character) {
+    jint keyCode = Key_ToJava(virtualKey);
+    key.pendingKey = keyCode ? keyCode : character;
+    if (virtualKey == VK_CANCEL)
+        key.translate = true;
+    if (!isDown(VK_CONTROL))
+        return 0;
+    if (!makeControlCharacter(key, static_cast<wchar_t>(character)))
+        return 0;
+    return report(control, resolve(key, noCharacter));
+}
+
+extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
+    ControlRecord* control = controlOf(window);
+    DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
+    DWORD character = isShiftOrControl(wParam) || isArrow(wParam) ? 0 : wParam;
+    KeyTranslation& key = translationOf(control);
+    key = {};
+    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam))
+        return 0;
+
+    key.translate = character == 0;
+    if (isDeadKeyQueued(window)) {
+        key.characterExpected = true;
+        key.pendingKey = character ? character : virtualKey;
+        return 0;
+    }
+    key.translate = key.translate || Key_GetNumpadCharacter(virtualKey);
+    if (key.translate)
+        return keyDownWithoutCharacter(control, key, virtualKey);
+    return keyDownWithCharacter(control, key, virtualKey, character);
+}
+
+extern "C" jint _Control_ProcessWmChar(HWND window, WPARAM wParam, LPARAM) {
+    ControlRecord* control = controlOf(window);
+    KeyTranslation& key = translationOf(control);
+    key.pendingCharacter = static_cast<wchar_t>(wParam);
+    key.characterIsZero = wParam == 0;
+    ResolvedKey resolved = resolve(key, static_cast<wchar_t>(wParam));
+    jint modifiers = resolved.resolved ? modifiersOfKey(KeyKind::pressed, resolved.keyCode)
+                                       : unresolvedModifiers;
+    return control->keyHandler(control, KeyKind::pressed, resolved.character, resolved.keyCode,
+                               modifiers);
+}
+
+jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
+    ControlRecord* control = controlOf(window);
+    DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
+    bool withoutCharacter = virtualKey == VK_TAB || isShiftOrControl(wParam) || isArrow(wParam);
+    KeyTranslation& key = translationOf(control);
+    // The character still to come reports the key; its state lives on until the next key down.
+    if (key.characterExpected)
+        return 0;
+
+    key.translate = withoutCharacter || Key_GetNumpadCharacter(virtualKey);
+    if (key.translate) {
+        key.pendingKey = virtualKey;
+    } else {
+        if (virtualKey == VK_CANCEL)
+            key.translate = true;
+        if (!key.pendingKey) {
+            key.pendingCharacter = 0;
+            key.translate = false;
+            key.characterIsZero = false;
+            return 0;
+        }
+    }
+    ResolvedKey resolved = resolve(key, static_cast<wchar_t>(wParam));
+    key = {};
+    if (!resolved.resolved)
+        return 0;
+    jint modifiers = modifiersOfKey(KeyKind::released, resolved.keyCode);
+    return control->keyHandler(control, KeyKind::released, resolved.character, resolved.keyCode,
+                               modifiers);
+}
+
+bool Control_HandleKey(ControlRecord* control, KeyKind kind, wchar_t character, jint keyCode,
+                       jint modifiers) {
+    return fireKey(control->callbackTarget, kind, character, keyCode, modifiers);
+}

@@ -1,0 +1,59 @@
+#include "control/scrollable.h"
+#include "bridge/memory.h"
+
+extern "C" DWORD _Scrollable_Style(DWORD javaStyle) {
+    DWORD style = _Control_Style();
+    if (javaStyle & styleVerticalScroll)
+        style |= WS_VSCROLL;
+    if (javaStyle & styleHorizontalScroll)
+        style |= WS_HSCROLL;
+    if (javaStyle & styleBorder)
+        style |= WS_BORDER;
+    return style;
+}
+
+Insets Scrollable_MeasureInsets(HWND window) {
+    RECT frame = {};
+    DWORD style = GetWindowLongW(window, GWL_STYLE);
+    AdjustWindowRectEx(&frame, style, FALSE, GetWindowLongW(window, GWL_EXSTYLE));
+    Insets insets = {-frame.left, -frame.top, frame.right, frame.bottom};
+    if (style & WS_VSCROLL)
+        insets.right += GetSystemMetrics(SM_CXVSCROLL);
+    if (style & WS_HSCROLL)
+        insets.bottom += GetSystemMetrics(SM_CYHSCROLL);
+    return insets;
+}
+
+Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord*) {
+    Insets insets = {};
+    SendMessageW(scrollable->hwnd, controlGetInsets, reinterpret_cast<WPARAM>(&insets), 0);
+    return insets;
+}
+
+extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM wParam,
+                                             LPARAM lParam) {
+    if (message != controlGetInsets)
+        return _Control_Proc(window, message, wParam, lParam);
+    *reinterpret_cast<Insets*>(wParam) = Scrollable_MeasureInsets(window);
+    return 0;
+}
+
+extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
+    auto* scrollable = static_cast<ScrollableRecord*>(widget);
+    freeBlock(scrollable->horizontalBar);
+    freeBlock(scrollable->verticalBar);
+    scrollable->horizontalBar = nullptr;
+    scrollable->verticalBar = nullptr;
+    return _Dispose_Control(widget, error);
+}
+
+jint Platform_GetCapability(jint id, ErrorRecord*) {
+    switch (id) {
+    case 2:
+        return 1;
+    case 4:
+        return 4158;
+    default:
+        return 0;
+    }
+}

@@ -1,0 +1,41 @@
+#pragma once
+// Controls whose window may have scroll bars of its own, and the composites that hold children.
+
+#include "control/control.h"
+
+struct AdjustableRecord;
+
+struct ScrollableRecord : ControlRecord {
+    AdjustableRecord* horizontalBar; // owned; null until asked for
+    AdjustableRecord* verticalBar;
+};
+ASSERT_OFFSET(ScrollableRecord, horizontalBar, 56)
+ASSERT_OFFSET(ScrollableRecord, verticalBar, 60)
+
+// Java style bits of scrollables.
+enum ScrollableStyle : DWORD {
+    styleBorder = 0x800,
+    styleHorizontalScroll = 0x10000,
+    styleVerticalScroll = 0x20000,
+};
+
+// Answer of a child to a reflected WM_NOTIFY.
+struct NotifyAnswer {
+    BOOL handled;
+};
+
+extern "C" {
+DWORD _Scrollable_Style(DWORD javaStyle);
+LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+int _Dispose_Scrollable(WidgetRecord* scrollable, ErrorRecord* error);
+}
+
+// Between the window's edges and its client area, the scroll bars included, in pixels.
+Insets Scrollable_MeasureInsets(HWND window);
+Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord* error);
+
+ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// What the platform can do, by the number under which Java knows the capability; 0 if nothing.
+jint Platform_GetCapability(jint id, ErrorRecord* error);

@@ -1,0 +1,43 @@
+#pragma once
+// Shells: top-level windows. A top shell has no parent and fills the work area above its menu bar;
+// a child shell is owned by another shell and can be moved and sized.
+
+#include "aygshell.h"
+#include "control/scrollable.h"
+#include "display/accelerators.h"
+
+struct MenuRecord;
+
+struct ShellRecord : ScrollableRecord {
+    MenuRecord* menuBar; // set by Java; null: the default one shows
+    ShellAccelerators accelerators;
+    SHACTIVATEINFO activation;
+    MenuRecord* defaultMenuBar; // empty; owned
+};
+ASSERT_OFFSET(ShellRecord, menuBar, 64)
+ASSERT_OFFSET(ShellRecord, accelerators, 68)
+ASSERT_OFFSET(ShellRecord, activation, 88)
+ASSERT_OFFSET(ShellRecord, defaultMenuBar, 100)
+
+// Java style bits of shells.
+enum ShellStyle : DWORD {
+    styleCloseBox = 0x1,
+    styleTitle = 0x20, // child shells
+    styleModal = 0x40,
+};
+
+ShellRecord* Shell_New(DisplayRecord* display, DWORD style, ErrorRecord* error);
+ShellRecord* Shell_NewChild(ShellRecord* parent, DWORD style, ErrorRecord* error);
+void Shell_SetText(ShellRecord* shell, const wchar_t* text, ErrorRecord* error);
+
+// Fills the work area; false does nothing.
+void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord* error);
+
+// The shell's window procedure. Display thread.
+LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Moves the shell over the work area less its visible menu bar. Display thread.
+void Shell_Maximize(ShellRecord* shell);
+
+// The menu bar that shows. Null when not even the default one could be made.
+MenuRecord* Shell_GetCurrentMenuBar(const ShellRecord* shell);

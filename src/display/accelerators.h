@@ -1,0 +1,31 @@
+#pragma once
+// The keyboard accelerators of a shell, and the translation of key messages by them.
+// Display thread only.
+
+#include "bridge/layout.h"
+#include "ce.h"
+
+struct ShellRecord;
+
+struct ShellAccelerators {
+    ACCEL* entries; // owned
+    LONG count;
+    LONG capacity;
+    HACCEL table; // built from the entries when asked for; owned
+    BOOL shiftDown;
+};
+ASSERT_OFFSET(ShellAccelerators, count, 4)
+ASSERT_OFFSET(ShellAccelerators, table, 12)
+ASSERT_OFFSET(ShellAccelerators, shiftDown, 16)
+
+// The shell module owns the record that these are kept in.
+ShellAccelerators* Shell_GetAccelerators(ShellRecord* shell);
+
+// The built table, built now if need be; null without entries.
+HACCEL Accelerators_GetTable(ShellAccelerators* accelerators);
+
+// Destroys the built table; the next request builds it anew.
+void Accelerators_DropTable(ShellAccelerators* accelerators);
+
+// Whether the message was a key of an accelerator, which has then been dispatched.
+bool Accelerators_Translate(MSG* message);

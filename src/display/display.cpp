@@ -1,0 +1,202 @@
+#include "display/display.h"
+#include "bridge/library.h"
+#include "bridge/memory.h"
+#include "display/accelerators.h"
+#include "display/requests.h"
+#include "graphics/font.h"
+
+static constexpr LRESULT noAction = 1;
+
+static DisplayRecord* displayOf(HWND window) {
+    return reinterpret_cast<DisplayRecord*>(GetWindowLongW(window, GWL_USERDATA));
+}
+
+static LRESULT createShell(HWND window, WPARAM wParam, LPARAM lParam) {
+    auto* request = reinterpret_cast<const ShellRequest*>(lParam);
+    DisplayRecord* display = displayOf(window);
+    return reinterpret_cast<LRESULT>(
+        Shell_Create(display, request->parent, wParam, request->error));
+}
+
+static LRESULT createControl(WPARAM wParam, LPARAM lParam) {
+    auto* parent = reinterpret_cast<ControlRecord*>(wParam);
+    return reinterpret_cast<LRESULT>(
+        Control_Create(parent, *reinterpret_cast<const ControlRequest*>(lParam)));
+}
+
+static LRESULT setFocus(WPARAM wParam) {
+    SetFocus(reinterpret_cast<HWND>(wParam));
+    return 1;
+}
+
+static LRESULT swapCallbackTarget(WPARAM wParam, LPARAM lParam) {
+    auto* widget = reinterpret_cast<WidgetRecord*>(wParam);
+    CallbackTarget* previous = widget->callbackTarget;
+    widget->callbackTarget = reinterpret_cast<CallbackTarget*>(lParam);
+    return reinterpret_cast<LRESULT>(previous);
+}
+
+static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message < WM_USER)
+        return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case requestCreateShell:
+        return createShell(window, wParam, lParam);
+    case requestCreateControl:
+        return createControl(wParam, lParam);
+    case requestDestroyWindow:
+        return DestroyWindow(reinterpret_cast<HWND>(wParam));
+    case requestSetFocus:
+        return setFocus(wParam);
+    case requestSwapCallbackTarget:
+        return swapCallbackTarget(wParam, lParam);
+    default:
+        return noAction;
+    }
+}
+
+static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
+    auto* display = reinterpret_cast<DisplayRecord*>(device);
+    Font_Release(display->systemFont);
+    DestroyWindow(display->messageWindow);
+    // While another display still uses the class, the command table is left allocated; that is
+    // meant.
+    if (UnregisterClassW(displayWindowClass, display->instance)) {
+        display->callbackLookup = nullptr;
+        freeBlock(display->commandItems);
+    }
+    freeBlock(display);
+}
+
+// The result is not looked at: an earlier display may have left the class registered.
+static void registerWindowClass(HCURSOR cursor) {
+    WNDCLASSW windowClass = {};
+    windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;
+    windowClass.lpfnWndProc = DefWindowProcW;
+    windowClass.hInstance = Library_GetInstance();
+    windowClass.hCursor = cursor;
+    windowClass.lpszClassName = displayWindowClass;
+    RegisterClassW(&windowClass);
+}
+
+static HWND createMessageWindow(ErrorRecord* error) {
+    HWND window = CreateWindowExW(0, displayWindowClass, nullptr, WS_CAPTION, 0, 0, 0, 0, nullptr,
+                                  nullptr, Library_GetInstance(), nullptr);
+    if (!window)
+        Win32Error_SetError(error, GetLastError(), L"Unable to create message/creation window");
+    return window;
+}
+
+static void attachMessageWindow(DisplayRecord* display, HWND window) {
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(messageWindowProc));
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(display));
+    display->messageWindow = window;
+    display->threadId = GetCurrentThreadId();
+    display->processId = GetCurrentProcessId();
+    display->instance = Library_GetInstance();
+}
+
+DisplayRecord* Display_New(ErrorRecord* error) {
+    WNDCLASSW staticClass;
+    if (!GetClassInfoW(nullptr, L"STATIC", &staticClass)) {
+        Win32Error_SetError(error, GetLastError(), L"Unable get \"STATIC\" class data");
+        return nullptr;
+    }
+    registerWindowClass(staticClass.hCursor);
+    auto* display = allocate<DisplayRecord>();
+    if (!display) {
+        Win32Error_SetError(error, ERROR_NOT_ENOUGH_MEMORY,
+                            L"Unable to create message/creation window");
+        return nullptr;
+    }
+    display->device.dispose = disposeDisplay;
+    HWND window = createMessageWindow(error);
+    if (!window) {
+        freeBlock(display);
+        return nullptr;
+    }
+    attachMessageWindow(display, window);
+    return display;
+}
+
+bool Display_ReadAndDispatch(DisplayRecord*, ErrorRecord*) {
+    MSG message;
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        return false;
+    if (Accelerators_Translate(&message))
+        return true;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return true;
+}
+
+DWORD Display_Sleep(DisplayRecord*, ErrorRecord*) {
+    constexpr DWORD anyInput = 0x7F; // the device's QS_ALLINPUT, without the desktop's later bits
+    return MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, anyInput, MWMO_INPUTAVAILABLE);
+}
+
+jint Display_Wake(DisplayRecord* display, ErrorRecord*) {
+    return PostMessageW(display->messageWindow, WM_NULL, 0, 0);
+}
+
+namespace {
+
+// What a library's DllGetVersion fills.
+struct LibraryVersion {
+    DWORD size;
+    DWORD major;
+    DWORD minor;
+    DWORD build;
+    DWORD platform;
+};
+
+} // namespace
+
+static bool readVersion(HMODULE library, LibraryVersion* version) {
+    using GetVersion = HRESULT(CALLBACK*)(LibraryVersion*);
+    auto* address = reinterpret_cast<void*>(GetProcAddressW(library, L"DllGetVersion"));
+    auto getVersion = reinterpret_cast<GetVersion>(address);
+    if (!getVersion)
+        return false;
+    *version = {};
+    version->size = sizeof(LibraryVersion);
+    return getVersion(version) == S_OK;
+}
+
+extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRecord* error) {
+    if (display->comctlMajorVersion)
+        return display->comctlMajorVersion;
+    HMODULE library = LoadLibraryW(L"comctl32.dll");
+    if (!library) {
+        Win32Error_SetError(error, errorFailed, L"Failed to load comctl32.dll");
+        return 0;
+    }
+    LibraryVersion version;
+    if (readVersion(library, &version)) {
+        display->comctlMajorVersion = version.major;
+        display->comctlMinorVersion = version.minor;
+    } else {
+        Win32Error_SetError(error, GetLastError(), L"Unable to get comctrl version");
+    }
+    FreeLibrary(library);
+    return display->comctlMajorVersion;
+}
+
+BOOL Display_DestroyWindow(DisplayRecord* display, HWND window) {
+    return SendMessageW(display->messageWindow, requestDestroyWindow,
+                        reinterpret_cast<WPARAM>(window), 0);
+}
+
+CallbackLookup* Display_GetCallbacks(const DisplayRecord* display) {
+    return display->callbackLookup;
+}
+
+void Display_SetCallbacks(DisplayRecord* display, CallbackLookup* lookup) {
+    display->callbackLookup = lookup;
+}
+
+CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
+    return reinterpret_cast<CallbackTarget*>(
+        SendMessageW(widget->display->messageWindow, requestSwapCallbackTarget,
+                     reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));
+}

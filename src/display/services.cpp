@@ -1,0 +1,64 @@
+#include "display/services.h"
+#include "display/keys.h"
+#include "display/requests.h"
+
+static constexpr jint eventPress = 1;
+
+void Display_Beep(DisplayRecord*, ErrorRecord*) { MessageBeep(0); }
+
+Insets Display_GetInsets(DisplayRecord* display, ErrorRecord* error) {
+    RECT work = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    Bounds screen = Device_GetBounds(&display->device, error);
+    return {work.left - screen.x, work.top - screen.y, screen.x + screen.width - work.right,
+            screen.y + screen.height - work.bottom};
+}
+
+static BYTE virtualKeyOf(jint key) {
+    bool isLowerLetter = key >= 'a' && key <= 'z';
+    return static_cast<BYTE>(isLowerLetter ? key - 'a' + 'A' : Key_FromJava(key));
+}
+
+bool Display_PostKeyEvent(DisplayRecord*, jint type, jint key, jchar, ErrorRecord*) {
+    DWORD flags = KEYEVENTF_EXTENDEDKEY;
+    if (type != eventPress)
+        flags |= KEYEVENTF_KEYUP;
+    keybd_event(virtualKeyOf(key), 0, flags, 0);
+    return true;
+}
+
+static bool sendMouse(DWORD flags, LONG dx, LONG dy) {
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = dx;
+    input.mi.dy = dy;
+    input.mi.dwFlags = flags;
+    return SendInput(1, &input, sizeof(input)) != 0;
+}
+
+bool Display_PostPointerEvent(DisplayRecord*, jint type, jint button, ErrorRecord*) {
+    bool down = type == eventPress;
+    switch (button) {
+    case 8:
+        return sendMouse(down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP, 0, 0);
+    case 16:
+        return sendMouse(down ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_MIDDLEUP, 0, 0);
+    case 32:
+        return sendMouse(down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP, 0, 0);
+    default:
+        return false;
+    }
+}
+
+bool Display_PostPointerMoveEvent(DisplayRecord*, jint x, jint y, ErrorRecord*) {
+    constexpr LONG fullScale = 65535;
+    LONG dx = x * fullScale / (GetSystemMetrics(SM_CXSCREEN) - 1);
+    LONG dy = y * fullScale / (GetSystemMetrics(SM_CYSCREEN) - 1);
+    return sendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, dx, dy);
+}
+
+void Display_ClearFocus(DisplayRecord* display, ErrorRecord*) {
+    SendMessageW(display->messageWindow, requestSetFocus, 0, 0);
+}
+
+void Display_SetFullScreenShell(DisplayRecord*, ShellRecord*, ErrorRecord*) {}

@@ -1,0 +1,34 @@
+#pragma once
+// What is selected into a device context is put back when the guard goes.
+
+#include "ce.h"
+
+class SelectedObject {
+  public:
+    SelectedObject(HDC context, HGDIOBJ object)
+        : context(context), previous(SelectObject(context, object)) {}
+    ~SelectedObject() { SelectObject(context, previous); }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+
+  private:
+    HDC context;
+    HGDIOBJ previous;
+};
+
+// The device context of a window, released with the guard. May be null.
+class WindowContext {
+  public:
+    explicit WindowContext(HWND window) : window(window), context(GetDC(window)) {}
+    ~WindowContext() {
+        if (context)
+            ReleaseDC(window, context);
+    }
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+    operator HDC() const { return context; }
+
+  private:
+    HWND window;
+    HDC context;
+};

@@ -1,0 +1,138 @@
+#include "widgets/button.h"
+#include "graphics/gdi_guards.h"
+#include "widgets/measuring.h"
+
+static constexpr DWORD checkOrRadio = BS_CHECKBOX | BS_RADIOBUTTON;
+static constexpr DWORD javaBorder = 0x800;
+
+enum JavaAlignment : DWORD { alignLeft = 1, alignCenter = 2, alignRight = 4 };
+
+static DWORD alignmentOf(DWORD javaStyle) {
+    if (javaStyle & alignLeft)
+        return BS_LEFT;
+    if (javaStyle & alignCenter)
+        return BS_CENTER;
+    if (javaStyle & alignRight)
+        return BS_RIGHT;
+    return 0;
+}
+
+static DWORD styleOf(HWND window) { return GetWindowLongW(window, GWL_STYLE); }
+
+static bool isChecked(HWND window) {
+    return (SendMessageW(window, BM_GETCHECK, 0, 0) & BST_CHECKED) != 0;
+}
+
+// The message may alter the window's style, which Java has set.
+static void setChecked(HWND window, bool checked) {
+    DWORD style = styleOf(window);
+    SendMessageW(window, BM_SETCHECK, checked, 0);
+    SetWindowLongW(window, GWL_STYLE, style);
+}
+
+static LRESULT forceFocus(ButtonRecord* button, WPARAM wParam) {
+    HWND window = button->hwnd;
+    bool isRadio = styleOf(window) & BS_RADIOBUTTON;
+    if (isRadio)
+        button->focusing = TRUE;
+    HWND previous = SetFocus(reinterpret_cast<HWND>(wParam));
+    button = static_cast<ButtonRecord*>(controlOf(window));
+    if (isRadio && button)
+        button->focusing = FALSE;
+    return previous != nullptr;
+}
+
+// A click toggles radio buttons too: that only one of a group stays selected is Java's to see to.
+static LRESULT command(const ButtonRecord* button, WPARAM wParam) {
+    if (HIWORD(wParam) != BN_CLICKED || button->focusing)
+        return 0;
+    setChecked(button->hwnd, !isChecked(button->hwnd));
+    fireSelection(button->callbackTarget);
+    return 0;
+}
+
+static LRESULT background(const ButtonRecord* button, WPARAM wParam, LPARAM lParam) {
+    DWORD style = styleOf(button->hwnd);
+    bool isOwnerDrawn = (style & BS_OWNERDRAW) == BS_OWNERDRAW;
+    if (isOwnerDrawn || !(style & checkOrRadio))
+        return systemColor(COLOR_BTNFACE);
+    return SendMessageW(GetParent(button->hwnd), controlGetBackground, wParam, lParam);
+}
+
+static POINT minimumSize(const ButtonRecord* button) {
+    constexpr int leastSpacing = 8;
+    constexpr int checkMargin = 3;
+    constexpr int pushMarginX = 12;
+    constexpr int pushMarginY = 10;
+    TextExtent text = measureText(button->hwnd, DT_CALCRECT | DT_SINGLELINE, {0, 0, 1, 1});
+    LONG width = text.width;
+    LONG height = text.height;
+    if (styleOf(button->hwnd) & checkOrRadio) {
+        LONG spacing = text.isEmpty ? 0 : text.averageWidth;
+        if (!text.isEmpty && spacing < leastSpacing)
+            spacing = leastSpacing;
+        LONG least = GetSystemMetrics(SM_CYSMICON) + checkMargin;
+        width += GetSystemMetrics(SM_CXSMICON) + spacing;
+        if (height < least)
+            height = least;
+    } else {
+        width += pushMarginX;
+        height += pushMarginY;
+    }
+    LONG borders = 2 * _Control_GetBorderWidth(button->hwnd);
+    return {width + borders, height + borders};
+}
+
+static LRESULT CALLBACK buttonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* button = static_cast<ButtonRecord*>(controlOf(window));
+    if (!button)
+        return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case controlForceFocus:
+        return forceFocus(button, wParam);
+    case controlCommand:
+        return command(button, wParam);
+    case controlGetMinimumSize:
+        *reinterpret_cast<POINT*>(wParam) = minimumSize(button);
+        return 0;
+    case controlGetBackground:
+        return background(button, wParam, lParam);
+    default:
+        return _Control_Proc(window, message, wParam, lParam);
+    }
+}
+
+static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD type,
+                                ErrorRecord* error) {
+    return _Control_New(L"BUTTON", sizeof(ButtonRecord), buttonProc, parent, javaStyle,
+                        _Control_Style() | type | alignmentOf(javaStyle),
+                        javaStyle & javaBorder ? WS_EX_CLIENTEDGE : 0, error);
+}
+
+static ControlRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,
+                                   ErrorRecord* error) {
+    ControlRecord* button = newButton(parent, javaStyle, type, error);
+    if (button)
+        button->inheritsBackground = TRUE;
+    return button;
+}
+
+ControlRecord* PushButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    return newButton(parent, style, BS_PUSHBUTTON, error);
+}
+
+ControlRecord* Checkbox_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    return newCheckable(parent, style, BS_CHECKBOX, error);
+}
+
+ControlRecord* RadioButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    return newCheckable(parent, style, BS_RADIOBUTTON, error);
+}
+
+void Button_SetLabel(ControlRecord* button, const wchar_t* label, ErrorRecord*) {
+    SetWindowTextW(button->hwnd, label ? label : L"");
+}
+
+void Button_SetSelection(ControlRecord* button, bool selected, ErrorRecord*) {
+    setChecked(button->hwnd, selected);
+}
