@@ -40,12 +40,12 @@ struct SHRGINFO {
 static_assert(sizeof(SHRGINFO) == 20);
 
 extern "C" {
-__declspec(dllimport) BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info);
-__declspec(dllimport) DWORD WINAPI SHRecognizeGesture(SHRGINFO* request);
-__declspec(dllimport) BOOL WINAPI
-    SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM lParam, SHACTIVATEINFO* info);
-__declspec(dllimport) BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM lParam,
-                                                     SHACTIVATEINFO* info, DWORD flags);
+PLATFORM_IMPORT BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info);
+PLATFORM_IMPORT DWORD WINAPI SHRecognizeGesture(SHRGINFO* request);
+PLATFORM_IMPORT BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM lParam,
+                                                    SHACTIVATEINFO* info);
+PLATFORM_IMPORT BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM lParam,
+                                               SHACTIVATEINFO* info, DWORD flags);
 // The menu bar of a top-level window, or null.
-__declspec(dllimport) HWND WINAPI SHFindMenuBar(HWND window);
+PLATFORM_IMPORT HWND WINAPI SHFindMenuBar(HWND window);
 }

@@ -29,10 +29,15 @@
 #define EVENT_RESET 2
 #define EVENT_SET 3
 
+// The emulated device defines what everybody else imports.
+#ifndef PLATFORM_IMPORT
+#define PLATFORM_IMPORT __declspec(dllimport)
+#endif
+
 extern "C" {
-__declspec(dllimport) BOOL WINAPI EventModify(HANDLE event, DWORD action);
+PLATFORM_IMPORT BOOL WINAPI EventModify(HANDLE event, DWORD action);
 // The device looks exports up by wide names.
-__declspec(dllimport) FARPROC WINAPI GetProcAddressW(HMODULE module, LPCWSTR name);
+PLATFORM_IMPORT FARPROC WINAPI GetProcAddressW(HMODULE module, LPCWSTR name);
 }
 
 static_assert(sizeof(wchar_t) == 2);

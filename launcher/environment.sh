@@ -1,0 +1,33 @@
+# Sourced by the launcher's scripts: where the emulated device lives and how its programs run.
+# Everything stays below the build folder.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+bin=$root/build/desk/bin
+run=$root/build/run
+jre=$run/jre32/usr/lib/jvm/java-17-openjdk-i386
+wine=/usr/lib/wine/wine
+
+# The recipe of a prefix; a prefix of another recipe is made anew.
+prefix_recipe=1
+
+fail() {
+    echo "zemvolt: $*" >&2
+    exit 1
+}
+
+# enter_prefix null|x11: the environment in which programs of that prefix run. The null prefix has
+# a screen without a display, for tests; the other one shows it.
+enter_prefix() {
+    export WINEPREFIX=$run/prefix-$1 WINEARCH=win32 WINESERVER=/usr/lib/wine/wineserver32
+    export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+    export FONTCONFIG_FILE=$run/fontconfig/fonts.conf
+    unset LD_PRELOAD
+    # A test must not reach a screen that happens to be there.
+    if [ "$1" = null ]; then unset DISPLAY WAYLAND_DISPLAY; fi
+}
+
+# Ends the prefix's own processes. Whatever still runs in it ends too.
+leave_prefix() {
+    [ -d "$run/prefix-$1" ] || return 0
+    WINEPREFIX=$run/prefix-$1 WINEARCH=win32 "/usr/lib/wine/wineserver32" -k 2>/dev/null || true
+}
