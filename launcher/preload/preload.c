@@ -1,0 +1,126 @@
+/* Preloaded into the Wine process, on the Unix side of it:
+   - tells the launcher, through the environment, where dlopen and its like are;
+   - makes threads of the Java VM Wine threads, so that they may call Win32, and tells the VM about
+     the stack that such a thread really runs on;
+   - offers faults to the VM first and to Wine else;
+   - is what System.loadLibrary("zemvolt11") finds, and hands over to the launcher.
+   Built without headers and without a start-up: no 32-bit C library need be installed. */
+
+typedef unsigned size_t;
+typedef unsigned long pthread_t;
+typedef void* (*thread_main)(void*);
+
+extern void* dlsym(void*, const char*);
+extern void* dlopen(const char*, int);
+extern char* dlerror(void);
+extern int dladdr(const void*, void*);
+extern char* strstr(const char*, const char*);
+extern int setenv(const char*, const char*, int);
+extern int sprintf(char*, const char*, ...);
+extern pthread_t pthread_self(void);
+extern int pthread_attr_getstacksize(const void*, size_t*);
+extern int pthread_attr_setstack(void*, void*, size_t);
+
+#define RTLD_NEXT ((void*)-1)
+enum { least_stack = 512 * 1024 };
+
+/* The launcher has the same structure in unix_side.h. */
+struct preload_table {
+    void* dlopen;
+    void* dlsym;
+    void* dlerror;
+    int (*create_thread)(thread_main, void* argument, size_t stack, pthread_t* id);
+    int (*on_load)(void* vm);
+};
+static struct preload_table table;
+
+__attribute__((constructor)) static void publish(void) {
+    char address[16];
+    table.dlopen = (void*)dlopen;
+    table.dlsym = (void*)dlsym;
+    table.dlerror = (void*)dlerror;
+    sprintf(address, "%u", (unsigned)&table);
+    setenv("ZJAVA_PRELOAD", address, 1);
+}
+
+struct module_info {
+    const char* file;
+    void* base;
+    const char* symbol;
+    void* address;
+};
+
+static int is_from_vm(const void* caller) {
+    struct module_info info;
+    return dladdr(caller, &info) && info.file && strstr(info.file, "libjvm.so");
+}
+
+int pthread_create(pthread_t* id, const void* attributes, thread_main run, void* argument) {
+    static int (*real)(pthread_t*, const void*, thread_main, void*);
+    if (!real) real = dlsym(RTLD_NEXT, "pthread_create");
+    if (!table.create_thread || !is_from_vm(__builtin_return_address(0)))
+        return real(id, attributes, run, argument);
+    size_t stack = 0;
+    if (attributes) pthread_attr_getstacksize(attributes, &stack);
+    return table.create_thread(run, argument, stack < least_stack ? least_stack : stack, id);
+}
+
+/* Where a Wine thread keeps the bounds of its stack, behind the segment register that leads to its
+   thread block. */
+static void wine_stack(char** low, char** base) {
+    __asm__("movl %%fs:4,%0" : "=r"(*base));
+    __asm__("movl %%fs:0xe0c,%0" : "=r"(*low));
+}
+
+int pthread_getattr_np(pthread_t thread, void* attributes) {
+    static int (*real)(pthread_t, void*);
+    if (!real) real = dlsym(RTLD_NEXT, "pthread_getattr_np");
+    int result = real(thread, attributes);
+    if (result || !table.create_thread || thread != pthread_self()) return result;
+    unsigned short selector;
+    __asm__("mov %%fs,%0" : "=r"(selector));
+    if (!selector) return result;
+    char here, *low, *base;
+    wine_stack(&low, &base);
+    if (&here >= low && &here < base) pthread_attr_setstack(attributes, low, base - low);
+    return 0;
+}
+
+int JNI_OnLoad(void* vm, void* reserved) {
+    (void)reserved;
+    return table.on_load ? table.on_load(vm) : -1;
+}
+
+typedef struct {
+    void (*handler)(int, void*, void*);
+    unsigned mask[32];
+    int flags;
+    void* restorer;
+} signal_action;
+extern int sigaction(int, const signal_action*, signal_action*);
+
+enum { signal_ill = 4, signal_bus = 7, signal_fpe = 8, signal_segv = 11, last_signal = 31 };
+static signal_action wine_actions[last_signal + 1];
+static int (*vm_handles)(int, void*, void*, int abort_if_unrecognized);
+
+static void dispatch(int number, void* info, void* context) {
+    if (vm_handles(number, info, context, 0)) return;
+    wine_actions[number].handler(number, info, context);
+}
+
+/* The VM runs with user signal handlers allowed and leaves Wine's alone; this one stays on Wine's
+   alternate stack. */
+void zjava_share_signals(void* libjvm) {
+    static const int numbers[] = {signal_segv, signal_bus, signal_fpe, signal_ill};
+    vm_handles = dlsym(libjvm, "JVM_handle_linux_signal");
+    if (!vm_handles) return;
+    for (unsigned i = 0; i < sizeof(numbers) / sizeof(numbers[0]); ++i) {
+        int number = numbers[i];
+        if (sigaction(number, 0, &wine_actions[number])) continue;
+        int is_default_or_ignored = (unsigned)wine_actions[number].handler < 2;
+        if (is_default_or_ignored) continue;
+        signal_action shared = wine_actions[number];
+        shared.handler = dispatch;
+        sigaction(number, &shared, 0);
+    }
+}

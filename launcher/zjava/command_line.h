@@ -1,0 +1,19 @@
+#pragma once
+// The command line, with the options of the java command.
+
+#include <string>
+#include <vector>
+
+struct CommandLine {
+    std::vector<std::string> vmOptions; // as JNI_CreateJavaVM wants them
+    std::string classPath;
+    std::string mainClass; // empty with a jar file
+    std::string jarFile;
+    std::vector<std::string> arguments;
+};
+
+// The words that the process was started with, exactly as they were given.
+std::vector<std::string> processArguments();
+
+// An empty string, or one line that says what is wrong.
+std::string parse(const std::vector<std::string>& words, CommandLine* commandLine);
