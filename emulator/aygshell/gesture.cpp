@@ -6,8 +6,7 @@ static constexpr DWORD holdTime = 500;   // milliseconds
 static constexpr LONG holdTolerance = 6; // pixels each way
 
 static bool isHeldNear(POINT press) {
-    if (!(GetAsyncKeyState(VK_LBUTTON) & 0x8000))
-        return false;
+    if (!(GetAsyncKeyState(VK_LBUTTON) & 0x8000)) return false;
     POINT now;
     GetCursorPos(&now);
     LONG dx = now.x - press.x;
@@ -21,11 +20,9 @@ extern "C" DWORD WINAPI SHRecognizeGesture(SHRGINFO* request) {
     ClientToScreen(request->hwndClient, &press);
     DWORD start = GetTickCount();
     for (DWORD held = 0; held < holdTime; held = GetTickCount() - start) {
-        if (!isHeldNear(press))
-            return 0;
+        if (!isHeldNear(press)) return 0;
         MsgWaitForMultipleObjectsEx(0, nullptr, holdTime - held, QS_MOUSE, 0);
     }
-    if (request->dwFlags & SHRG_RETURNCMD)
-        return GN_CONTEXTMENU;
+    if (request->dwFlags & SHRG_RETURNCMD) return GN_CONTEXTMENU;
     return 0;
 }

@@ -9,8 +9,7 @@ static constexpr int menuBarHeight = 26;
 
 static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto toolbarProc = reinterpret_cast<WNDPROC>(GetClassLongW(window, GCL_WNDPROC));
-    if (message == WM_MOUSEACTIVATE)
-        return MA_NOACTIVATE;
+    if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
     if (message == WM_WINDOWPOSCHANGING)
         reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
     return CallWindowProcW(toolbarProc, window, message, wParam, lParam);
@@ -34,8 +33,7 @@ static HWND createBar(const SHMENUBARINFO& info) {
     HWND bar = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, TOOLBARCLASSNAMEW, nullptr,
                                style, 0, deviceScreenHeight - menuBarHeight, deviceScreenWidth,
                                menuBarHeight, info.hwndParent, nullptr, info.hInstRes, nullptr);
-    if (!bar)
-        return nullptr;
+    if (!bar) return nullptr;
     SetWindowLongW(bar, GWL_WNDPROC, reinterpret_cast<LONG>(menuBarProc));
     addSystemButton(bar);
     return bar;
@@ -44,8 +42,7 @@ static HWND createBar(const SHMENUBARINFO& info) {
 static BOOL CALLBACK findBar(HWND window, LPARAM lParam) {
     auto* search =
         reinterpret_cast<HWND*>(lParam); // the owner on the way in, the bar on the way out
-    if (GetWindow(window, GW_OWNER) != *search || !isMenuBar(window))
-        return TRUE;
+    if (GetWindow(window, GW_OWNER) != *search || !isMenuBar(window)) return TRUE;
     *search = window;
     return FALSE;
 }
@@ -70,8 +67,7 @@ HWND WINAPI SHFindMenuBar(HWND window) {
 }
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH)
-        InitCommonControls();
+    if (reason == DLL_PROCESS_ATTACH) InitCommonControls();
     return TRUE;
 }
 }

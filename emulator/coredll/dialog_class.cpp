@@ -7,8 +7,7 @@
 
 // Programs decide themselves what closing such a window means.
 static LRESULT CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_CLOSE)
-        return 0;
+    if (message == WM_CLOSE) return 0;
     return DefDlgProcW(window, message, wParam, lParam);
 }
 
@@ -24,7 +23,6 @@ static void registerDialogClass(HINSTANCE instance) {
 }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH)
-        registerDialogClass(instance);
+    if (reason == DLL_PROCESS_ATTACH) registerDialogClass(instance);
     return TRUE;
 }

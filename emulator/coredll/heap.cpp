@@ -9,15 +9,13 @@ LONG WINAPI Emulator_CountHeapBlocks() { return liveBlocks; }
 // The device has no movable memory: what it allocates is always a pointer.
 HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
     HLOCAL block = LocalAlloc(flags & LMEM_ZEROINIT, size);
-    if (block)
-        InterlockedIncrement(&liveBlocks);
+    if (block) InterlockedIncrement(&liveBlocks);
     return block;
 }
 
 HLOCAL WINAPI Device_LocalFree(HLOCAL block) {
     HLOCAL left = LocalFree(block);
-    if (block && !left)
-        InterlockedDecrement(&liveBlocks);
+    if (block && !left) InterlockedDecrement(&liveBlocks);
     return left;
 }
 
@@ -25,8 +23,7 @@ HLOCAL WINAPI Device_LocalFree(HLOCAL block) {
 DWORD WINAPI Device_FormatMessageW(DWORD flags, LPCVOID source, DWORD message, DWORD language,
                                    LPWSTR buffer, DWORD size, va_list* arguments) {
     DWORD length = FormatMessageW(flags, source, message, language, buffer, size, arguments);
-    if (length && (flags & FORMAT_MESSAGE_ALLOCATE_BUFFER))
-        InterlockedIncrement(&liveBlocks);
+    if (length && (flags & FORMAT_MESSAGE_ALLOCATE_BUFFER)) InterlockedIncrement(&liveBlocks);
     return length;
 }
 }

@@ -9,8 +9,7 @@ static LONG rescale(LONG position, int deviceSize, int deskSize) {
 }
 
 static void rescalePointer(MOUSEINPUT* pointer) {
-    if (!(pointer->dwFlags & MOUSEEVENTF_ABSOLUTE))
-        return;
+    if (!(pointer->dwFlags & MOUSEEVENTF_ABSOLUTE)) return;
     pointer->dx = rescale(pointer->dx, deviceScreenWidth, GetSystemMetrics(SM_CXSCREEN));
     pointer->dy = rescale(pointer->dy, deviceScreenHeight, GetSystemMetrics(SM_CYSCREEN));
 }
@@ -18,10 +17,8 @@ static void rescalePointer(MOUSEINPUT* pointer) {
 extern "C" UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
     for (UINT i = 0; i < count; ++i) {
         INPUT input = inputs[i];
-        if (input.type == INPUT_MOUSE)
-            rescalePointer(&input.mi);
-        if (!SendInput(1, &input, size))
-            return i;
+        if (input.type == INPUT_MOUSE) rescalePointer(&input.mi);
+        if (!SendInput(1, &input, size)) return i;
     }
     return count;
 }

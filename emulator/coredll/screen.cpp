@@ -28,8 +28,7 @@ int WINAPI Device_GetDeviceCaps(HDC context, int index) {
 
 // No bar of the system's takes from the screen: menu bars belong to their shells.
 BOOL WINAPI Device_SystemParametersInfoW(UINT action, UINT number, PVOID data, UINT update) {
-    if (action != SPI_GETWORKAREA)
-        return SystemParametersInfoW(action, number, data, update);
+    if (action != SPI_GETWORKAREA) return SystemParametersInfoW(action, number, data, update);
     *static_cast<RECT*>(data) = {0, 0, deviceScreenWidth, deviceScreenHeight};
     return TRUE;
 }
@@ -39,10 +38,8 @@ DWORD WINAPI Device_GetSysColor(int index) {
     constexpr int staticBackground = 25; // other colours on the desktop
     constexpr int staticText = 26;
     index &= ~systemColorFlag;
-    if (index == staticBackground)
-        index = COLOR_BTNFACE;
-    if (index == staticText)
-        index = COLOR_WINDOWTEXT;
+    if (index == staticBackground) index = COLOR_BTNFACE;
+    if (index == staticText) index = COLOR_WINDOWTEXT;
     return GetSysColor(index);
 }
 }

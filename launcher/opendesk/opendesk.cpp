@@ -6,8 +6,7 @@
 int main() {
     HWND window = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
                                   nullptr, nullptr);
-    if (!window)
-        return 1;
+    if (!window) return 1;
     DestroyWindow(window);
     return 0;
 }

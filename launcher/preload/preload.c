@@ -1,5 +1,6 @@
 /* Preloaded into the Wine process, on the Unix side of it:
-   - tells the launcher, through the environment, where dlopen and its like are;
+   - tells the launcher, through the environment, where dlopen and its like are, and with which
+     words the process was started;
    - makes threads of the Java VM Wine threads, so that they may call Win32, and tells the VM about
      the stack that such a thread really runs on;
    - offers faults to the VM first and to Wine else;
@@ -17,6 +18,8 @@ extern int dladdr(const void*, void*);
 extern char* strstr(const char*, const char*);
 extern int setenv(const char*, const char*, int);
 extern int sprintf(char*, const char*, ...);
+extern void* calloc(size_t, size_t);
+extern char* strdup(const char*);
 extern pthread_t pthread_self(void);
 extern int pthread_attr_getstacksize(const void*, size_t*);
 extern int pthread_attr_setstack(void*, void*, size_t);
@@ -31,14 +34,19 @@ struct preload_table {
     void* dlerror;
     int (*create_thread)(thread_main, void* argument, size_t stack, pthread_t* id);
     int (*on_load)(void* vm);
+    int argument_count;
+    char** arguments; /* as the process was started; Wine moves the originals about */
 };
 static struct preload_table table;
 
-__attribute__((constructor)) static void publish(void) {
+__attribute__((constructor)) static void publish(int count, char** arguments) {
     char address[16];
     table.dlopen = (void*)dlopen;
     table.dlsym = (void*)dlsym;
     table.dlerror = (void*)dlerror;
+    table.arguments = calloc(count + 1, sizeof(char*));
+    for (int i = 0; table.arguments && i < count; ++i) table.arguments[i] = strdup(arguments[i]);
+    table.argument_count = table.arguments ? count : 0;
     sprintf(address, "%u", (unsigned)&table);
     setenv("ZJAVA_PRELOAD", address, 1);
 }

@@ -1,29 +1,15 @@
 #include "command_line.h"
-#include <stdio.h>
 
-// Wine's own conversion of the command line would lose what its code page does not have.
-std::vector<std::string> processArguments() {
-    std::string raw;
-    if (FILE* file = fopen("\\\\?\\unix\\proc\\self\\cmdline", "rb")) {
-        char buffer[4096];
-        for (size_t got; (got = fread(buffer, 1, sizeof(buffer), file)) > 0;)
-            raw.append(buffer, got);
-        fclose(file);
+std::vector<std::string> wordsBehindProgram(char** words, int count) {
+    const std::string program = "zjava.exe";
+    int next = 0;
+    while (next < count) {
+        std::string word = words[next++];
+        if (word.size() >= program.size() &&
+            word.compare(word.size() - program.size(), program.size(), program) == 0)
+            break;
     }
-    std::vector<std::string> words;
-    for (size_t start = 0; start < raw.size();) {
-        size_t end = raw.find('\0', start);
-        words.push_back(raw.substr(start, end - start));
-        start = end + 1;
-    }
-    // The loader's own words end with this program.
-    for (size_t i = 0; i < words.size(); ++i) {
-        if (words[i].size() < 9 || words[i].compare(words[i].size() - 9, 9, "zjava.exe"))
-            continue;
-        words.erase(words.begin(), words.begin() + i + 1);
-        break;
-    }
-    return words;
+    return {words + next, words + count};
 }
 
 static bool isClassPathOption(const std::string& word) {
@@ -35,8 +21,7 @@ std::string parse(const std::vector<std::string>& words, CommandLine* commandLin
     for (; next < words.size() && words[next][0] == '-'; ++next) {
         const std::string& word = words[next];
         bool wantsValue = isClassPathOption(word) || word == "-jar";
-        if (wantsValue && next + 1 == words.size())
-            return word + " wants a value";
+        if (wantsValue && next + 1 == words.size()) return word + " wants a value";
         if (isClassPathOption(word)) {
             commandLine->classPath = words[++next];
         } else if (word == "-jar") {
@@ -48,8 +33,7 @@ std::string parse(const std::vector<std::string>& words, CommandLine* commandLin
         }
     }
     if (commandLine->jarFile.empty()) {
-        if (next == words.size())
-            return "no class to run";
+        if (next == words.size()) return "no class to run";
         commandLine->mainClass = words[next++];
     } else {
         commandLine->classPath = commandLine->jarFile;

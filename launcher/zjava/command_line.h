@@ -12,8 +12,8 @@ struct CommandLine {
     std::vector<std::string> arguments;
 };
 
-// The words that the process was started with, exactly as they were given.
-std::vector<std::string> processArguments();
+// The words behind the program's name, exactly as they were given.
+std::vector<std::string> wordsBehindProgram(char** words, int count);
 
 // An empty string, or one line that says what is wrong.
 std::string parse(const std::vector<std::string>& words, CommandLine* commandLine);

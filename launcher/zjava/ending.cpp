@@ -24,16 +24,14 @@ static void describePlace(const void* address, char* text, size_t size) {
         GetModuleFileNameA(module, path, sizeof(path));
     const char* name = path;
     for (const char* at = path; *at; ++at)
-        if (*at == '\\' || *at == '/')
-            name = at + 1;
+        if (*at == '\\' || *at == '/') name = at + 1;
     snprintf(text, size, "%s+%#lx", name,
              reinterpret_cast<DWORD>(address) - reinterpret_cast<DWORD>(module));
 }
 
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
     static LONG reported;
-    if (InterlockedExchange(&reported, 1))
-        return EXCEPTION_EXECUTE_HANDLER;
+    if (InterlockedExchange(&reported, 1)) return EXCEPTION_EXECUTE_HANDLER;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
     char place[MAX_PATH + 32];
     describePlace(record.ExceptionAddress, place, sizeof(place));
@@ -45,8 +43,7 @@ static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
     void* env = nullptr;
     JavaVM* vm = proxyVm();
     // The VM's fatal error prints the Java stack of this thread and aborts.
-    if (vm->GetEnv(&env, JNI_VERSION_1_8) == JNI_OK)
-        static_cast<JNIEnv*>(env)->FatalError(message);
+    if (vm->GetEnv(&env, JNI_VERSION_1_8) == JNI_OK) static_cast<JNIEnv*>(env)->FatalError(message);
     abortThroughWindows();
     return EXCEPTION_EXECUTE_HANDLER;
 }

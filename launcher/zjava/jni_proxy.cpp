@@ -64,8 +64,7 @@ static jint JNICALL getVm(JNIEnv*, JavaVM** out) {
 
 static const JNINativeInterface_* environmentTable() {
     static JNINativeInterface_ table;
-    if (table.FindClass)
-        return &table;
+    if (table.FindClass) return &table;
     size_t size = reinterpret_cast<char*>(jniThunksEnd) - reinterpret_cast<char*>(jniThunks);
     memcpy(&table, jniThunks, size < sizeof(table) ? size : sizeof(table));
     table.GetJavaVM = getVm;
@@ -80,8 +79,7 @@ void setRealVm(void* realVm) {
     table.GetEnv = getEnv;
     table.AttachCurrentThreadAsDaemon = attachAsDaemon;
     vm = {&table, realVm};
-    if (envSlot == TLS_OUT_OF_INDEXES)
-        envSlot = TlsAlloc();
+    if (envSlot == TLS_OUT_OF_INDEXES) envSlot = TlsAlloc();
     environmentTable();
 }
 

@@ -20,8 +20,7 @@ static int fail(const std::string& line) {
 static int onLoad(void* realVm) {
     setRealVm(realVm);
     void* env = nullptr;
-    if (proxyVm()->GetEnv(&env, JNI_VERSION_1_8) != JNI_OK)
-        return JNI_ERR;
+    if (proxyVm()->GetEnv(&env, JNI_VERSION_1_8) != JNI_OK) return JNI_ERR;
     return bindLibrary(static_cast<JNIEnv*>(env));
 }
 
@@ -55,8 +54,7 @@ static JNIEnv* createVm(void* libjvm, const std::vector<std::string>& words) {
     void* vm = nullptr;
     void* env = nullptr;
     void* create = unixSymbol(libjvm, "JNI_CreateJavaVM");
-    if (callUnix(create, &vm, &env, &arguments) != JNI_OK)
-        return nullptr;
+    if (callUnix(create, &vm, &env, &arguments) != JNI_OK) return nullptr;
     setRealVm(vm);
     return proxyOf(env);
 }
@@ -65,8 +63,7 @@ static JNIEnv* createVm(void* libjvm, const std::vector<std::string>& words) {
 static jstring toJava(JNIEnv* env, const std::string& text) {
     jsize length = static_cast<jsize>(text.size());
     jbyteArray bytes = env->NewByteArray(length);
-    if (!bytes)
-        return nullptr;
+    if (!bytes) return nullptr;
     env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(text.data()));
     jclass string = env->FindClass("java/lang/String");
     jmethodID construct = env->GetMethodID(string, "<init>", "([B)V");
@@ -86,27 +83,23 @@ static jobjectArray toJava(JNIEnv* env, const std::vector<std::string>& words) {
 static jclass loadFromJar(JNIEnv* env, const std::string& jarFile) {
     constexpr jint launchJar = 2;
     jclass helper = env->FindClass("sun/launcher/LauncherHelper");
-    if (!helper)
-        return nullptr;
+    if (!helper) return nullptr;
     jmethodID load = env->GetStaticMethodID(helper, "checkAndLoadMain",
                                             "(ZILjava/lang/String;)Ljava/lang/Class;");
-    if (!load)
-        return nullptr;
+    if (!load) return nullptr;
     return static_cast<jclass>(
         env->CallStaticObjectMethod(helper, load, JNI_TRUE, launchJar, toJava(env, jarFile)));
 }
 
 static jclass loadClass(JNIEnv* env, std::string name) {
     for (char& character : name)
-        if (character == '.')
-            character = '/';
+        if (character == '.') character = '/';
     return env->FindClass(name.c_str());
 }
 
 // The pending exception is printed as that of an uncaught one when the thread detaches.
 static int end(JNIEnv* env, int code) {
-    if (env->ExceptionCheck())
-        code = startFailed;
+    if (env->ExceptionCheck()) code = startFailed;
     proxyVm()->DetachCurrentThread();
     proxyVm()->DestroyJavaVM(); // waits for the program's other threads
     return code;
@@ -133,20 +126,18 @@ static int run(JNIEnv* env, const CommandLine& commandLine) {
 }
 
 int main() {
+    if (!unixSide()) return fail("start me through launcher/java-on-device");
+    // Wine's own conversion of the command line loses what its code page does not have.
     CommandLine commandLine;
-    std::string problem = parse(processArguments(), &commandLine);
-    if (!problem.empty())
-        return fail(problem);
-    if (!unixSide())
-        return fail("start me through launcher/java-on-device");
+    std::string problem =
+        parse(wordsBehindProgram(unixSide()->arguments, unixSide()->argumentCount), &commandLine);
+    if (!problem.empty()) return fail(problem);
     const char* path = getenv("ZJAVA_JVM");
-    if (!path)
-        return fail("ZJAVA_JVM does not name a Java VM");
+    if (!path) return fail("ZJAVA_JVM does not name a Java VM");
     forgetPreload();
 
     void* libjvm = loadVm(path);
-    if (!libjvm)
-        return fail(std::string("the Java VM cannot be loaded: ") + path);
+    if (!libjvm) return fail(std::string("the Java VM cannot be loaded: ") + path);
     shareThreads();
     unixSide()->onLoad = reinterpret_cast<void*>(onLoad);
     callUnix(unixSymbol(nullptr, "zjava_share_signals"), libjvm);
@@ -155,8 +146,7 @@ int main() {
     std::vector<std::string> words = commandLine.vmOptions;
     words.push_back("-Djava.class.path=" + commandLine.classPath);
     JNIEnv* env = createVm(libjvm, words);
-    if (!env)
-        return fail("the Java VM cannot be started");
+    if (!env) return fail("the Java VM cannot be started");
     int code = run(env, commandLine);
     exitThroughWindows(code);
 }

@@ -54,8 +54,7 @@ struct Reflection {
 
     std::string text(jobject object, jmethodID method) const {
         auto string = get<jstring>(object, method);
-        if (!string)
-            return {};
+        if (!string) return {};
         const char* characters = env->GetStringUTFChars(string, nullptr);
         std::string copy = characters ? characters : "";
         env->ReleaseStringUTFChars(string, characters);
@@ -88,8 +87,7 @@ extern "C" uint64_t enterNative(uint32_t number, const uint32_t* arguments) {
     const Native& native = natives[number];
     uint32_t words[mostWords];
     words[0] = reinterpret_cast<uint32_t>(proxyOf(reinterpret_cast<void*>(arguments[0])));
-    for (uint32_t i = 1; i < native.words; ++i)
-        words[i] = arguments[i];
+    for (uint32_t i = 1; i < native.words; ++i) words[i] = arguments[i];
     uint64_t result = callAligned(native.function, words, native.words);
     // The library answers in the low byte and leaves the rest of the word as it was.
     return native.isBoolean ? (result & 0xFF) != 0 : result;
@@ -114,8 +112,7 @@ static void* exportOf(HMODULE library, const std::string& className, const Nativ
 }
 
 static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* function) {
-    if (boundNatives == nativeStubCount || method.words > mostWords)
-        return false;
+    if (boundNatives == nativeStubCount || method.words > mostWords) return false;
     natives[boundNatives] = {function, method.words, method.result == "Z"};
     std::string signature = "(" + method.parameters + ")" + method.result;
     JNINativeMethod entry = {const_cast<char*>(method.name.c_str()),
@@ -133,8 +130,7 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
     }
     Reflection reflection(env);
     auto methods = reflection.get<jobjectArray>(owner, reflection.declaredMethods);
-    if (!methods)
-        return false;
+    if (!methods) return false;
     for (jsize i = 0, count = env->GetArrayLength(methods); i < count; ++i) {
         constexpr jint referencesOfOneMethod = 64;
         env->PushLocalFrame(referencesOfOneMethod);
@@ -146,16 +142,14 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
             bound = !function || bind(env, owner, native, function);
         }
         env->PopLocalFrame(nullptr);
-        if (!bound || env->ExceptionCheck())
-            return false;
+        if (!bound || env->ExceptionCheck()) return false;
     }
     return true;
 }
 
 jint bindLibrary(JNIEnv* env) {
     static HMODULE library;
-    if (library)
-        return JNI_VERSION_1_8;
+    if (library) return JNI_VERSION_1_8;
     library = LoadLibraryW(L"zemvolt11.dll");
     if (!library) {
         fprintf(stderr, "zjava: zemvolt11.dll cannot be loaded (error %lu); is it built?\n",
@@ -163,7 +157,6 @@ jint bindLibrary(JNIEnv* env) {
         return JNI_ERR;
     }
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
-        if (!bindClass(env, library, name))
-            return JNI_ERR;
+        if (!bindClass(env, library, name)) return JNI_ERR;
     return JNI_VERSION_1_8;
 }

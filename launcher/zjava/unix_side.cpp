@@ -3,11 +3,9 @@
 
 PreloadTable* unixSide() {
     static PreloadTable* table;
-    if (table)
-        return table;
+    if (table) return table;
     const char* address = getenv("ZJAVA_PRELOAD");
-    if (address)
-        table = reinterpret_cast<PreloadTable*>(strtoul(address, nullptr, 10));
+    if (address) table = reinterpret_cast<PreloadTable*>(strtoul(address, nullptr, 10));
     return table;
 }
 

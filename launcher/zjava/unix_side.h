@@ -11,6 +11,8 @@ struct PreloadTable {
     void* dlerror;
     void* createThread;
     void* onLoad;
+    int argumentCount;
+    char** arguments; // the process's, the loader's own included
 };
 
 // Calls a function of either ABI's caller-cleans or callee-cleans convention with the words, on a

@@ -6,8 +6,7 @@
 extern "C" jint getEnv(CallbackLookup* lookup, JNIEnv** envOut, jint* attachedOut) {
     jint result = lookup->vm->GetEnv(reinterpret_cast<void**>(envOut), JNI_VERSION_1_1);
     *attachedOut = result == JNI_EDETACHED;
-    if (result != JNI_EDETACHED)
-        return result;
+    if (result != JNI_EDETACHED) return result;
     return lookup->vm->AttachCurrentThread(reinterpret_cast<void**>(envOut), nullptr);
 }
 
@@ -17,8 +16,7 @@ static CallbackEntry** bucketOf(CallbackLookup* lookup, DWORD id) {
 
 static CallbackEntry* findEntry(CallbackLookup* lookup, DWORD id) {
     for (CallbackEntry* entry = *bucketOf(lookup, id); entry; entry = entry->next)
-        if (entry->id == id)
-            return entry;
+        if (entry->id == id) return entry;
     return nullptr;
 }
 
@@ -39,8 +37,7 @@ static CallbackLookup* newLookup(JNIEnv* env) {
 
 void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target) {
     CallbackLookup* lookup = newLookup(env);
-    if (!lookup)
-        return;
+    if (!lookup) return;
     env->GetJavaVM(&lookup->vm);
     lookup->target = env->NewGlobalRef(target);
     if (!lookup->target) {
@@ -53,19 +50,16 @@ void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target) 
 
 static bool nameMethod(JNIEnv* env, CallbackEntry* entry, jstring className, jstring methodName) {
     entry->className = env->GetStringUTFChars(className, nullptr);
-    if (!entry->className)
-        return false;
+    if (!entry->className) return false;
     entry->methodName = env->GetStringUTFChars(methodName, nullptr);
-    if (entry->methodName)
-        return true;
+    if (entry->methodName) return true;
     env->ReleaseStringUTFChars(className, entry->className);
     return false;
 }
 
 static void link(CallbackLookup* lookup, CallbackEntry* entry) {
     CallbackEntry** end = bucketOf(lookup, entry->id);
-    while (*end)
-        end = &(*end)->next;
+    while (*end) end = &(*end)->next;
     *end = entry;
 }
 
@@ -95,8 +89,7 @@ void Display_RegisterCallback(JNIEnv* env, DisplayRecord* display, jint id, jstr
 
 static CallbackTarget* newTarget(JNIEnv* env, WidgetRecord* widget, jobject data) {
     jobject object = env->NewGlobalRef(data);
-    if (!object)
-        return nullptr;
+    if (!object) return nullptr;
     auto* target = allocate<CallbackTarget>();
     if (!target) {
         env->DeleteGlobalRef(object);
@@ -112,19 +105,16 @@ void Widget_SetData(JNIEnv* env, WidgetRecord* widget, jobject data) {
     CallbackTarget* target = nullptr;
     if (data) {
         target = newTarget(env, widget, data);
-        if (!target)
-            return;
+        if (!target) return;
     }
     CallbackTarget* previous = Widget_SwapCallbackTarget(widget, target);
-    if (!previous)
-        return;
+    if (!previous) return;
     env->DeleteGlobalRef(previous->object);
     freeBlock(previous);
 }
 
 extern "C" CallbackLookup* getCallbackLookup(CallbackTarget* target) {
-    if (!target->display)
-        target->display = target->widget->display;
+    if (!target->display) target->display = target->widget->display;
     return Display_GetCallbacks(target->display);
 }
 
@@ -143,24 +133,19 @@ struct Invocation {
 
 // A thread that was attached here stays attached when the method cannot be resolved; that is meant.
 static jmethodID resolveMethod(JNIEnv* env, CallbackEntry* entry, const char* signature) {
-    if (entry->methodID)
-        return entry->methodID;
+    if (entry->methodID) return entry->methodID;
     jclass receiver = env->FindClass(entry->className);
-    if (receiver)
-        entry->methodID = env->GetMethodID(receiver, entry->methodName, signature);
-    if (!entry->methodID)
-        env->ExceptionDescribe();
+    if (receiver) entry->methodID = env->GetMethodID(receiver, entry->methodName, signature);
+    if (!entry->methodID) env->ExceptionDescribe();
     return entry->methodID;
 }
 
 static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target,
                          Invocation* invocation) {
     CallbackLookup* lookup = target ? getCallbackLookup(target) : nullptr;
-    if (!lookup)
-        return Readiness::noMethod;
+    if (!lookup) return Readiness::noMethod;
     CallbackEntry* entry = findEntry(lookup, id);
-    if (!entry)
-        return Readiness::noMethod;
+    if (!entry) return Readiness::noMethod;
     invocation->vm = lookup->vm;
     if (getEnv(lookup, &invocation->env, &invocation->attached) != JNI_OK)
         return Readiness::noEnvironment;
@@ -169,14 +154,12 @@ static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target
 }
 
 static void finish(const Invocation& invocation) {
-    if (invocation.attached)
-        invocation.vm->DetachCurrentThread();
+    if (invocation.attached) invocation.vm->DetachCurrentThread();
 }
 
 extern "C" void vaCallback(DWORD id, const char* signature, CallbackTarget* target, ...) {
     Invocation call;
-    if (prepare(id, signature, target, &call) != Readiness::ready)
-        return;
+    if (prepare(id, signature, target, &call) != Readiness::ready) return;
     va_list arguments;
     va_start(arguments, target);
     call.env->CallVoidMethodV(target->object, call.method, arguments);
@@ -188,10 +171,8 @@ extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarge
     Invocation call;
     Readiness readiness = prepare(id, signature, target, &call);
     // Without an environment the answer is true; that is meant.
-    if (readiness == Readiness::noEnvironment)
-        return 1;
-    if (readiness != Readiness::ready)
-        return 0;
+    if (readiness == Readiness::noEnvironment) return 1;
+    if (readiness != Readiness::ready) return 0;
     va_list arguments;
     va_start(arguments, target);
     jboolean answer = call.env->CallBooleanMethodV(target->object, call.method, arguments);
@@ -202,8 +183,7 @@ extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarge
 
 jint vaCallbackInt(DWORD id, const char* signature, CallbackTarget* target, ...) {
     Invocation call;
-    if (prepare(id, signature, target, &call) != Readiness::ready)
-        return 0;
+    if (prepare(id, signature, target, &call) != Readiness::ready) return 0;
     va_list arguments;
     va_start(arguments, target);
     jint answer = call.env->CallIntMethodV(target->object, call.method, arguments);

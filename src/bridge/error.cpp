@@ -9,8 +9,7 @@ static constexpr wchar_t noSystemText[] = L"FormatMessage failed";
 static constexpr UINT extraCharacters = 5 + 1;
 
 ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, BOOL ownsMessage) {
-    if (!record)
-        return record;
+    if (!record) return record;
     record->code = code;
     record->message = message;
     record->ownsMessage = ownsMessage;
@@ -23,8 +22,7 @@ ErrorRecord* Error_SetCode(ErrorRecord* record, LONG code) {
 
 static wchar_t* joinMessage(const wchar_t* prefix, const wchar_t* text) {
     wchar_t* joined = allocateArray<wchar_t>(wcslen(prefix) + wcslen(text) + extraCharacters);
-    if (!joined)
-        return nullptr;
+    if (!joined) return nullptr;
     wcscpy(joined, prefix);
     wcscat(joined, separator);
     wcscat(joined, text);
@@ -36,8 +34,7 @@ static wchar_t* describeSystemError(DWORD code, const wchar_t* prefix) {
     DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM,
                                   nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
                                   reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    if (length == 0)
-        return joinMessage(prefix, noSystemText);
+    if (length == 0) return joinMessage(prefix, noSystemText);
     wchar_t* joined = joinMessage(prefix, text);
     LocalFree(text);
     return joined;
@@ -64,40 +61,31 @@ extern "C" LONG WYX_GetError(const ErrorRecord* record) {
 
 static jobject findErrorHandler(JNIEnv* env) {
     jclass os = env->FindClass("com/nuvik/wyx/k4tr/OS");
-    if (!os)
-        return nullptr;
+    if (!os) return nullptr;
     jfieldID field =
         env->GetStaticFieldID(os, "wyxErrorHandler", "Lcom/nuvik/wyx/WYXErrorHandler;");
-    if (!field)
-        return nullptr;
+    if (!field) return nullptr;
     jobject handler = env->GetStaticObjectField(os, field);
-    if (!handler)
-        env->FatalError("Error occured and no error handler has been set");
+    if (!handler) env->FatalError("Error occured and no error handler has been set");
     return handler;
 }
 
 extern "C" void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record) {
     jobject handler = findErrorHandler(env);
-    if (!handler)
-        return;
+    if (!handler) return;
 
     jstring function = functionName ? env->NewStringUTF(functionName) : nullptr;
     bool hasMessage = record->message != nullptr;
     jstring message = convertToJavaString(env, record->message);
-    if (hasMessage && record->ownsMessage)
-        freeBlock(const_cast<wchar_t*>(record->message));
-    if (!function)
-        return;
-    if (hasMessage && !message)
-        return;
+    if (hasMessage && record->ownsMessage) freeBlock(const_cast<wchar_t*>(record->message));
+    if (!function) return;
+    if (hasMessage && !message) return;
 
     jclass handlerClass = env->GetObjectClass(handler);
-    if (!handlerClass)
-        return;
+    if (!handlerClass) return;
     jmethodID respond =
         env->GetMethodID(handlerClass, "respond", "(Ljava/lang/String;ILjava/lang/String;)V");
-    if (!respond)
-        return;
+    if (!respond) return;
     jvalue arguments[3];
     arguments[0].l = function;
     arguments[1].i = record->code;

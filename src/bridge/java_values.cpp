@@ -6,17 +6,14 @@
 static_assert(sizeof(jchar) == sizeof(wchar_t), "strings cross without transcoding");
 
 extern "C" jstring convertToJavaString(JNIEnv* env, const wchar_t* text) {
-    if (!text)
-        return nullptr;
+    if (!text) return nullptr;
     return env->NewString(reinterpret_cast<const jchar*>(text), wcslen(text));
 }
 
 static jintArray createJavaInts(JNIEnv* env, const jint* values, jint count) {
     jintArray array = env->NewIntArray(count);
-    if (env->ExceptionCheck())
-        return nullptr;
-    for (jint i = 0; i < count; ++i)
-        env->SetIntArrayRegion(array, i, 1, &values[i]);
+    if (env->ExceptionCheck()) return nullptr;
+    for (jint i = 0; i < count; ++i) env->SetIntArrayRegion(array, i, 1, &values[i]);
     return array;
 }
 
@@ -44,28 +41,23 @@ jintArray createJavaMaskArray(JNIEnv* env, jint red, jint green, jint blue, jint
 
 jintArray createJavaIntArray(JNIEnv* env, const jint* values, jint count) {
     jintArray array = env->NewIntArray(count);
-    if (array && count > 0)
-        env->SetIntArrayRegion(array, 0, count, values);
+    if (array && count > 0) env->SetIntArrayRegion(array, 0, count, values);
     return array;
 }
 
 jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list) {
     jclass stringClass = env->FindClass("java/lang/String");
-    if (!stringClass)
-        return nullptr;
+    if (!stringClass) return nullptr;
     int count = stringListCount(list);
     jobjectArray array = env->NewObjectArray(count, stringClass, nullptr);
-    if (env->ExceptionCheck())
-        return nullptr;
+    if (env->ExceptionCheck()) return nullptr;
 
-    if (env->PushLocalFrame(count) != JNI_OK)
-        return nullptr;
+    if (env->PushLocalFrame(count) != JNI_OK) return nullptr;
     for (int i = 0; i < count; ++i) {
         BYTE mustFree;
         const wchar_t* element = stringListGet(list, i, &mustFree);
         jstring string = convertToJavaString(env, element);
-        if (mustFree)
-            freeBlock(const_cast<wchar_t*>(element));
+        if (mustFree) freeBlock(const_cast<wchar_t*>(element));
         if (!string) {
             env->PopLocalFrame(nullptr);
             return nullptr;
@@ -79,8 +71,7 @@ jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list) {
 wchar_t* toNativeString(const jchar* characters, jint length, BYTE* mustFreeOut) {
     *mustFreeOut = 0;
     wchar_t* text = allocateArray<wchar_t>(length + 1);
-    if (!text)
-        return nullptr;
+    if (!text) return nullptr;
     memcpy(text, characters, length * sizeof(wchar_t));
     *mustFreeOut = 1;
     return text;
@@ -92,6 +83,5 @@ void throwOutOfMemory(JNIEnv* env, const char* message) {
         env->ThrowNew(error, message);
         return;
     }
-    if (!env->ExceptionCheck())
-        env->FatalError(message);
+    if (!env->ExceptionCheck()) env->FatalError(message);
 }

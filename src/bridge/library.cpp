@@ -5,7 +5,6 @@ static HINSTANCE libraryInstance;
 HINSTANCE Library_GetInstance() { return libraryInstance; }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH && !libraryInstance)
-        libraryInstance = instance;
+    if (reason == DLL_PROCESS_ATTACH && !libraryInstance) libraryInstance = instance;
     return TRUE;
 }

@@ -9,8 +9,7 @@ inline void* allocateBytes(UINT size) { return LocalAlloc(LPTR, size); }
 
 // Null is allowed.
 inline void freeBlock(void* block) {
-    if (block)
-        LocalFree(block);
+    if (block) LocalFree(block);
 }
 
 template <class Record>

@@ -93,20 +93,15 @@ struct Argument<jstring> {
     BYTE mustFree = 0;
 
     Argument(JNIEnv* environment, jstring java) : env(environment), string(java) {
-        if (!string)
-            return;
+        if (!string) return;
         characters = env->GetStringChars(string, nullptr);
-        if (env->ExceptionCheck())
-            return;
+        if (env->ExceptionCheck()) return;
         text = toNativeString(characters, env->GetStringLength(string), &mustFree);
-        if (!text)
-            throwOutOfMemory(env, "Failed to allocate space for string");
+        if (!text) throwOutOfMemory(env, "Failed to allocate space for string");
     }
     ~Argument() {
-        if (mustFree)
-            freeBlock(text);
-        if (characters)
-            env->ReleaseStringChars(string, characters);
+        if (mustFree) freeBlock(text);
+        if (characters) env->ReleaseStringChars(string, characters);
     }
     Argument(const Argument&) = delete;
     Argument& operator=(const Argument&) = delete;
@@ -121,16 +116,13 @@ struct Argument<jintArray> {
     IntArguments elements = {};
 
     Argument(JNIEnv* environment, jintArray java) : env(environment), array(java) {
-        if (!array)
-            return;
+        if (!array) return;
         elements.values = env->GetIntArrayElements(array, nullptr);
-        if (env->ExceptionCheck())
-            return;
+        if (env->ExceptionCheck()) return;
         elements.count = env->GetArrayLength(array);
     }
     ~Argument() {
-        if (elements.values)
-            env->ReleaseIntArrayElements(array, elements.values, 0);
+        if (elements.values) env->ReleaseIntArrayElements(array, elements.values, 0);
     }
     Argument(const Argument&) = delete;
     Argument& operator=(const Argument&) = delete;
@@ -145,16 +137,13 @@ struct Argument<jbyteArray> {
     ByteArguments elements = {};
 
     Argument(JNIEnv* environment, jbyteArray java) : env(environment), array(java) {
-        if (!array)
-            return;
+        if (!array) return;
         elements.values = env->GetByteArrayElements(array, nullptr);
-        if (env->ExceptionCheck())
-            return;
+        if (env->ExceptionCheck()) return;
         elements.count = env->GetArrayLength(array);
     }
     ~Argument() {
-        if (elements.values)
-            env->ReleaseByteArrayElements(array, elements.values, 0);
+        if (elements.values) env->ReleaseByteArrayElements(array, elements.values, 0);
     }
     Argument(const Argument&) = delete;
     Argument& operator=(const Argument&) = delete;
@@ -226,16 +215,13 @@ inline jintArray toJava(JNIEnv* env, const NativeIntArray& array) {
 template <class Result>
 void release(const Result&) {}
 inline void release(const NativeString& string) {
-    if (string.mustFree)
-        freeBlock(const_cast<wchar_t*>(string.text));
+    if (string.mustFree) freeBlock(const_cast<wchar_t*>(string.text));
 }
 inline void release(const NativeStringList& strings) {
-    if (strings.mustFree)
-        stringListFree(strings.list);
+    if (strings.mustFree) stringListFree(strings.list);
 }
 inline void release(const NativeIntArray& array) {
-    if (array.mustFree)
-        freeBlock(array.values);
+    if (array.mustFree) freeBlock(array.values);
 }
 
 // What an operation left behind, and its way to Java.
@@ -274,12 +260,10 @@ auto call(JNIEnv* env, const char* name, Java... javaArguments) {
     Returned outcome;
     {
         Arguments<Java...> arguments(env, javaArguments...);
-        if (!arguments.taken)
-            return typename Returned::JavaResult();
+        if (!arguments.taken) return typename Returned::JavaResult();
         arguments.template run<Operation>(outcome, &error);
     }
-    if (error.code != errorNone)
-        WYX_ErrorHandler(env, name, &error);
+    if (error.code != errorNone) WYX_ErrorHandler(env, name, &error);
     return outcome.finish(env, error.code != errorNone);
 }
 

@@ -3,8 +3,7 @@
 
 int stringListCount(const wchar_t* const* list) {
     int count = 0;
-    while (list && list[count])
-        ++count;
+    while (list && list[count]) ++count;
     return count;
 }
 
@@ -14,7 +13,6 @@ const wchar_t* stringListGet(const wchar_t* const* list, int index, BYTE* mustFr
 }
 
 void stringListFree(wchar_t** list) {
-    for (int i = 0; list && list[i]; ++i)
-        freeBlock(list[i]);
+    for (int i = 0; list && list[i]; ++i) freeBlock(list[i]);
     freeBlock(list);
 }

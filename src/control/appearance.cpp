@@ -26,11 +26,9 @@ void Control_StackAbove(ControlRecord* control, const ControlRecord* other) {
         stackAfter(control->hwnd, HWND_TOP);
         return;
     }
-    if (other == control || other->parent != control->parent)
-        return;
+    if (other == control || other->parent != control->parent) return;
     HWND above = GetWindow(other->hwnd, GW_HWNDPREV);
-    if (above == control->hwnd)
-        return;
+    if (above == control->hwnd) return;
     stackAfter(control->hwnd, above && above != other->hwnd ? above : HWND_TOP);
 }
 
@@ -54,13 +52,10 @@ void Control_SetRedraw(ControlRecord* control, bool redraw, ErrorRecord*) {
 static bool takesInput(HWND window) { return IsWindowEnabled(window) && IsWindowVisible(window); }
 
 bool Control_ForceFocus(ControlRecord* control, ErrorRecord*) {
-    if (!takesInput(control->hwnd))
-        return false;
+    if (!takesInput(control->hwnd)) return false;
     HWND parent = GetParent(control->hwnd);
-    if (parent && !takesInput(parent))
-        return false;
-    if (GetFocus() == control->hwnd)
-        return true;
+    if (parent && !takesInput(parent)) return false;
+    if (GetFocus() == control->hwnd) return true;
     return SendMessageW(control->hwnd, controlForceFocus, reinterpret_cast<WPARAM>(control->hwnd),
                         0) != 0;
 }

@@ -8,16 +8,14 @@ ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* er
     ControlRecord* composite =
         _Control_New(displayWindowClass, sizeof(ScrollableRecord), Composite_Proc, parent, style,
                      _Scrollable_Style(style), 0, error);
-    if (!composite)
-        return nullptr;
+    if (!composite) return nullptr;
     composite->inheritsBackground = TRUE;
     composite->dispose = _Dispose_Scrollable;
     return composite;
 }
 
 static LRESULT focusGained(HWND window) {
-    if (GetFocus() != window)
-        return 1;
+    if (GetFocus() != window) return 1;
     fireFocus(controlOf(window)->callbackTarget, FocusChange::gained);
     return 0;
 }
@@ -26,8 +24,7 @@ static LRESULT focusGained(HWND window) {
 static HWND childHolding(HWND composite, HWND window) {
     while (window) {
         HWND parent = GetParent(window);
-        if (parent == composite)
-            return window;
+        if (parent == composite) return window;
         window = parent;
     }
     return nullptr;
@@ -39,8 +36,7 @@ static LRESULT notify(HWND window, WPARAM wParam, LPARAM lParam) {
         NotifyAnswer answer = {};
         LRESULT result =
             SendMessageW(child, controlNotify, reinterpret_cast<WPARAM>(&answer), lParam);
-        if (answer.handled)
-            return result;
+        if (answer.handled) return result;
     }
     return _Scrollable_Proc(window, WM_NOTIFY, wParam, lParam);
 }
@@ -48,13 +44,10 @@ static LRESULT notify(HWND window, WPARAM wParam, LPARAM lParam) {
 static LRESULT colorChild(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = _Scrollable_Proc(window, message, wParam, lParam);
     const ControlRecord* child = controlOf(reinterpret_cast<HWND>(lParam));
-    if (!child)
-        return result;
+    if (!child) return result;
     HDC context = reinterpret_cast<HDC>(wParam);
-    if (child->foreground)
-        SetTextColor(context, child->foreground->color);
-    if (!child->background)
-        return result;
+    if (child->foreground) SetTextColor(context, child->foreground->color);
+    if (!child->background) return result;
     SetBkColor(context, child->background->color);
     return reinterpret_cast<LRESULT>(Color_GetBrush(child->background));
 }

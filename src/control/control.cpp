@@ -21,12 +21,9 @@ extern "C" HFONT _Control_GetDefaultFont() {
 
 extern "C" int _Control_GetBorderWidth(HWND window) {
     DWORD extendedStyle = GetWindowLongW(window, GWL_EXSTYLE);
-    if (extendedStyle & WS_EX_CLIENTEDGE)
-        return GetSystemMetrics(SM_CXEDGE);
-    if (extendedStyle & WS_EX_STATICEDGE)
-        return GetSystemMetrics(SM_CXBORDER);
-    if (GetWindowLongW(window, GWL_STYLE) & WS_BORDER)
-        return GetSystemMetrics(SM_CXBORDER);
+    if (extendedStyle & WS_EX_CLIENTEDGE) return GetSystemMetrics(SM_CXEDGE);
+    if (extendedStyle & WS_EX_STATICEDGE) return GetSystemMetrics(SM_CXBORDER);
+    if (GetWindowLongW(window, GWL_STYLE) & WS_BORDER) return GetSystemMetrics(SM_CXBORDER);
     return 0;
 }
 
@@ -70,8 +67,7 @@ static void attach(ControlRecord* control, const ControlRequest& request) {
 ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& request) {
     DisplayRecord* display = Control_GetDisplay(parent);
     HWND window = createWindow(parent, request);
-    if (!window)
-        return nullptr;
+    if (!window) return nullptr;
     auto* control = static_cast<ControlRecord*>(allocateBytes(request.recordSize));
     if (!control) {
         DestroyWindow(window);
@@ -89,8 +85,7 @@ extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize
     const ControlRequest request = {className,   recordSize,    windowProc, javaStyle,
                                     windowStyle, extendedStyle, error};
     DisplayRecord* display = Control_GetDisplay(parent);
-    if (Display_IsCurrentThread(display))
-        return Control_Create(parent, request);
+    if (Display_IsCurrentThread(display)) return Control_Create(parent, request);
     return reinterpret_cast<ControlRecord*>(
         SendMessageW(display->messageWindow, requestCreateControl, reinterpret_cast<WPARAM>(parent),
                      reinterpret_cast<LPARAM>(&request)));
@@ -99,8 +94,7 @@ extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize
 extern "C" int _Dispose_Control(WidgetRecord* widget, ErrorRecord*) {
     auto* control = static_cast<ControlRecord*>(widget);
     DisplayRecord* display = Control_GetDisplay(control);
-    if (display->pointer.tap.control == control)
-        display->pointer.tap = {};
+    if (display->pointer.tap.control == control) display->pointer.tap = {};
     BOOL destroyed = Display_DestroyWindow(display, control->hwnd);
     // A window that stays must not lead to a record that goes.
     if (!destroyed && controlOf(control->hwnd) == control)
@@ -133,8 +127,7 @@ void Control_SetVisible(ControlRecord* control, bool visible, ErrorRecord* error
 
 bool Control_IsDrawingEnabled(const ControlRecord* control) {
     for (; control; control = control->parent)
-        if (!control->redraw)
-            return false;
+        if (!control->redraw) return false;
     return true;
 }
 

@@ -8,21 +8,18 @@
 
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
                           LPARAM lParam) {
-    if (!control->classProc)
-        return DefWindowProcW(control->hwnd, message, wParam, lParam);
+    if (!control->classProc) return DefWindowProcW(control->hwnd, message, wParam, lParam);
     return CallWindowProcW(control->classProc, control->hwnd, message, wParam, lParam);
 }
 
 LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const ControlRecord* control = controlOf(window);
-    if (!control)
-        return DefWindowProcW(window, message, wParam, lParam);
+    if (!control) return DefWindowProcW(window, message, wParam, lParam);
     return Control_CallClass(control, message, wParam, lParam);
 }
 
 static void capture(HWND window) {
-    if (GetCapture() != window)
-        SetCapture(window);
+    if (GetCapture() != window) SetCapture(window);
 }
 
 static LRESULT focusChanged(const ControlRecord* control, FocusChange change, UINT message,
@@ -39,8 +36,7 @@ static LRESULT close(const ControlRecord* control) {
 
 static HCURSOR cursorOf(const ControlRecord* control) {
     for (; control; control = control->parent)
-        if (control->cursor)
-            return control->cursor;
+        if (control->cursor) return control->cursor;
     return nullptr;
 }
 
@@ -62,8 +58,7 @@ static LRESULT drawItem(const ControlRecord* control, WPARAM wParam, LPARAM lPar
 static LRESULT menuCommand(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
     HWND window = control->hwnd;
     MenuItemRecord* item = Display_FindCommandItem(Control_GetDisplay(control), LOWORD(wParam));
-    if (item)
-        MenuItem_Select(item, wParam);
+    if (item) MenuItem_Select(item, wParam);
     return Control_PassOn(window, WM_COMMAND, wParam, lParam);
 }
 
@@ -71,8 +66,7 @@ static LRESULT childCommand(const ControlRecord* control, WPARAM wParam, LPARAM 
     HWND window = control->hwnd;
     HWND child = reinterpret_cast<HWND>(lParam);
     HWND receiver = controlOf(child) ? child : window;
-    if (SendMessageW(receiver, controlCommand, wParam, lParam) == 0)
-        return 0;
+    if (SendMessageW(receiver, controlCommand, wParam, lParam) == 0) return 0;
     return Control_PassOn(window, WM_COMMAND, wParam, lParam);
 }
 
@@ -140,8 +134,7 @@ static LRESULT setBounds(const ControlRecord* control, WPARAM wParam, LPARAM lPa
 static LRESULT defaultBackground(const ControlRecord* control, WPARAM wParam) {
     HBRUSH brush = Control_AskParentForBrush(control, wParam);
     LOGBRUSH properties;
-    if (brush && GetObjectW(brush, sizeof(properties), &properties))
-        return properties.lbColor;
+    if (brush && GetObjectW(brush, sizeof(properties), &properties)) return properties.lbColor;
     return systemColor(COLOR_BTNFACE);
 }
 
@@ -214,8 +207,7 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
 
 extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ControlRecord* control = controlOf(window);
-    if (!control)
-        return DefWindowProcW(window, message, wParam, lParam);
+    if (!control) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
     case WM_DESTROY:
         // Every control does so, not only the last window; the event loop lives on.
@@ -272,7 +264,6 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
         break;
     }
     LRESULT result;
-    if (message >= WM_APP && answer(control, message, wParam, lParam, &result))
-        return result;
+    if (message >= WM_APP && answer(control, message, wParam, lParam, &result)) return result;
     return Control_CallClass(control, message, wParam, lParam);
 }

@@ -24,35 +24,26 @@ static KeyTranslation& translationOf(ControlRecord* control) {
 
 static jint modifiersOfKey(KeyKind kind, jint keyCode) {
     jint held = 0;
-    if (isDown(VK_MENU))
-        held |= modifierAlt;
-    if (isDown(VK_SHIFT))
-        held |= modifierShift;
-    if (isDown(VK_CONTROL))
-        held |= modifierControl;
+    if (isDown(VK_MENU)) held |= modifierAlt;
+    if (isDown(VK_SHIFT)) held |= modifierShift;
+    if (isDown(VK_CONTROL)) held |= modifierControl;
 
     // A modifier key reports the state from before its own event.
     jint own = 0;
-    if (keyCode == Key_ToJava(VK_MENU))
-        own = modifierAlt;
-    if (keyCode == Key_ToJava(VK_SHIFT))
-        own = modifierShift;
-    if (keyCode == Key_ToJava(VK_CONTROL))
-        own = modifierControl;
+    if (keyCode == Key_ToJava(VK_MENU)) own = modifierAlt;
+    if (keyCode == Key_ToJava(VK_SHIFT)) own = modifierShift;
+    if (keyCode == Key_ToJava(VK_CONTROL)) own = modifierControl;
     return kind == KeyKind::pressed ? held & ~own : held | own;
 }
 
 static ResolvedKey resolve(KeyTranslation& key, wchar_t initialCharacter) {
     ResolvedKey result = {false, initialCharacter, static_cast<jint>(key.pendingKey)};
     if (key.translate) {
-        if (key.pendingKey == VK_DELETE)
-            key.pendingCharacter = deleteCharacter;
-        if (key.pendingKey == VK_CANCEL)
-            key.pendingCharacter = 0;
+        if (key.pendingKey == VK_DELETE) key.pendingCharacter = deleteCharacter;
+        if (key.pendingKey == VK_CANCEL) key.pendingCharacter = 0;
         result.keyCode = Key_ToJava(key.pendingKey);
     }
-    if (key.pendingCharacter || key.characterIsZero)
-        result.character = key.pendingCharacter;
+    if (key.pendingCharacter || key.characterIsZero) result.character = key.pendingCharacter;
     result.resolved = result.keyCode || result.character || key.characterIsZero;
     return result;
 }
@@ -85,8 +76,7 @@ static bool isDeadKeyQueued(HWND window) {
 }
 
 static jint report(ControlRecord* control, const ResolvedKey& key) {
-    if (!key.resolved)
-        return 0;
+    if (!key.resolved) return 0;
     jint modifiers = modifiersOfKey(KeyKind::pressed, key.keyCode);
     return control->keyHandler(control, KeyKind::pressed, key.character, key.keyCode, modifiers);
 }
@@ -94,13 +84,10 @@ static jint report(ControlRecord* control, const ResolvedKey& key) {
 // With Ctrl and Shift held a letter stands for its control character. False for the at sign, which
 // is no event.
 static bool makeControlCharacter(KeyTranslation& key, wchar_t character) {
-    if (!isDown(VK_SHIFT))
-        return true;
-    if (character == L'@')
-        return false;
+    if (!isDown(VK_SHIFT)) return true;
+    if (character == L'@') return false;
     wchar_t upper = Key_ToUpper(character);
-    if (upper >= 64 && upper <= 95)
-        upper &= 0xBF;
+    if (upper >= 64 && upper <= 95) upper &= 0xBF;
     key.pendingCharacter = upper;
     return true;
 }
@@ -119,12 +106,9 @@ static jint keyDownWithCharacter(ControlRecord* control, KeyTranslation& key, DW
                                  DWORD character) {
     jint keyCode = Key_ToJava(virtualKey);
     key.pendingKey = keyCode ? keyCode : character;
-    if (virtualKey == VK_CANCEL)
-        key.translate = true;
-    if (!isDown(VK_CONTROL))
-        return 0;
-    if (!makeControlCharacter(key, static_cast<wchar_t>(character)))
-        return 0;
+    if (virtualKey == VK_CANCEL) key.translate = true;
+    if (!isDown(VK_CONTROL)) return 0;
+    if (!makeControlCharacter(key, static_cast<wchar_t>(character))) return 0;
     return report(control, resolve(key, noCharacter));
 }
 
@@ -134,8 +118,7 @@ extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lPa
     DWORD character = isShiftOrControl(wParam) || isArrow(wParam) ? 0 : wParam;
     KeyTranslation& key = translationOf(control);
     key = {};
-    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam))
-        return 0;
+    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam)) return 0;
 
     key.translate = character == 0;
     if (isDeadKeyQueued(window)) {
@@ -144,8 +127,7 @@ extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lPa
         return 0;
     }
     key.translate = key.translate || Key_GetNumpadCharacter(virtualKey);
-    if (key.translate)
-        return keyDownWithoutCharacter(control, key, virtualKey);
+    if (key.translate) return keyDownWithoutCharacter(control, key, virtualKey);
     return keyDownWithCharacter(control, key, virtualKey, character);
 }
 
@@ -167,15 +149,13 @@ jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
     bool withoutCharacter = virtualKey == VK_TAB || isShiftOrControl(wParam) || isArrow(wParam);
     KeyTranslation& key = translationOf(control);
     // The character still to come reports the key; its state lives on until the next key down.
-    if (key.characterExpected)
-        return 0;
+    if (key.characterExpected) return 0;
 
     key.translate = withoutCharacter || Key_GetNumpadCharacter(virtualKey);
     if (key.translate) {
         key.pendingKey = virtualKey;
     } else {
-        if (virtualKey == VK_CANCEL)
-            key.translate = true;
+        if (virtualKey == VK_CANCEL) key.translate = true;
         if (!key.pendingKey) {
             key.pendingCharacter = 0;
             key.translate = false;
@@ -185,8 +165,7 @@ jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
     }
     ResolvedKey resolved = resolve(key, static_cast<wchar_t>(wParam));
     key = {};
-    if (!resolved.resolved)
-        return 0;
+    if (!resolved.resolved) return 0;
     jint modifiers = modifiersOfKey(KeyKind::released, resolved.keyCode);
     return control->keyHandler(control, KeyKind::released, resolved.character, resolved.keyCode,
                                modifiers);

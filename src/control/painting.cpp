@@ -6,8 +6,7 @@ static constexpr UINT repaintPeriod = 10; // milliseconds
 
 static void CALLBACK repaintWhenEnabled(HWND window, UINT, UINT_PTR, DWORD) {
     const ControlRecord* control = controlOf(window);
-    if (!control || !Control_IsDrawingEnabled(control))
-        return;
+    if (!control || !Control_IsDrawingEnabled(control)) return;
     InvalidateRect(window, nullptr, TRUE);
     KillTimer(window, repaintTimer);
 }
@@ -39,8 +38,7 @@ static void paintOver(const ControlRecord* control) {
 }
 
 LRESULT Control_Paint(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    if (!Control_IsDrawingEnabled(control))
-        return deferPaint(control->hwnd);
+    if (!Control_IsDrawingEnabled(control)) return deferPaint(control->hwnd);
     RECT update;
     GetUpdateRect(control->hwnd, &update, FALSE);
     LRESULT result = Control_CallClass(control, WM_PAINT, wParam, lParam);
@@ -58,8 +56,7 @@ static int rasterModeOf(HDC context) {
 
 void Control_FillClip(HDC context, HBRUSH brush) {
     RECT clip;
-    if (GetClipBox(context, &clip) == NULLREGION)
-        return;
+    if (GetClipBox(context, &clip) == NULLREGION) return;
     SelectedObject selected(context, brush);
     DWORD operation = rasterModeOf(context) == R2_XORPEN ? PATINVERT : PATCOPY;
     PatBlt(context, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, operation);
@@ -73,15 +70,13 @@ HBRUSH Control_AskParentForBrush(const ControlRecord* control, WPARAM wParam) {
 }
 
 LRESULT Control_Erase(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    if (!Control_IsDrawingEnabled(control))
-        return 0;
+    if (!Control_IsDrawingEnabled(control)) return 0;
     HBRUSH brush;
     if (control->background) {
         brush = Color_GetBrush(control->background);
     } else {
         LRESULT erased = Control_CallClass(control, WM_ERASEBKGND, wParam, lParam);
-        if (erased)
-            return erased;
+        if (erased) return erased;
         brush = Control_AskParentForBrush(control, wParam);
     }
     Control_FillClip(reinterpret_cast<HDC>(wParam), brush);

@@ -30,18 +30,12 @@ static RECT tapArea(POINT center) {
 
 static jint modifiersOfPointer(jint button, WPARAM wParam) {
     jint modifiers = 0;
-    if (GetKeyState(VK_MENU) < 0)
-        modifiers |= modifierAlt;
-    if (GetKeyState(VK_SHIFT) < 0)
-        modifiers |= modifierShift;
-    if (GetKeyState(VK_CONTROL) < 0)
-        modifiers |= modifierControl;
-    if ((wParam & MK_LBUTTON) && button != buttonLeft)
-        modifiers |= modifierLeftButton;
-    if ((wParam & MK_MBUTTON) && button != buttonMiddle)
-        modifiers |= modifierMiddleButton;
-    if ((wParam & MK_RBUTTON) && button != buttonRight)
-        modifiers |= modifierRightButton;
+    if (GetKeyState(VK_MENU) < 0) modifiers |= modifierAlt;
+    if (GetKeyState(VK_SHIFT) < 0) modifiers |= modifierShift;
+    if (GetKeyState(VK_CONTROL) < 0) modifiers |= modifierControl;
+    if ((wParam & MK_LBUTTON) && button != buttonLeft) modifiers |= modifierLeftButton;
+    if ((wParam & MK_MBUTTON) && button != buttonMiddle) modifiers |= modifierMiddleButton;
+    if ((wParam & MK_RBUTTON) && button != buttonRight) modifiers |= modifierRightButton;
     return modifiers;
 }
 
@@ -49,8 +43,7 @@ PointerEvent Control_BuildPointerEvent(jint type, PointerButton button, WPARAM w
                                        LPARAM lParam) {
     POINT point = pointOf(lParam);
     PointerEvent event = {type, point.x, point.y, button, modifiersOfPointer(button, wParam)};
-    if (type == pointerRelease && button == buttonRight)
-        event.modifiers |= modifierContextGesture;
+    if (type == pointerRelease && button == buttonRight) event.modifiers |= modifierContextGesture;
     return event;
 }
 
@@ -82,8 +75,7 @@ static bool isTapAndHold(HWND window, POINT point) {
 extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
     Control_ProcessMouseMove(window, wParam & ~static_cast<WPARAM>(MK_LBUTTON), lParam);
     ControlRecord* control = controlOf(window);
-    if (!control)
-        return;
+    if (!control) return;
     PointerEvent event = Control_BuildPointerEvent(pointerPress, buttonLeft, wParam, lParam);
     POINT point = {event.x, event.y};
 
@@ -91,8 +83,7 @@ extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM
     if (answer == recognizeByShell && isTapAndHold(window, point))
         event.modifiers |= modifierContextGesture;
     control = controlOf(window);
-    if (!control)
-        return;
+    if (!control) return;
     PendingTap& tap = pointerOf(control).tap;
     if (answer == recognizeByTime)
         tap = {control, GetTickCount(), point};
@@ -111,8 +102,7 @@ void Control_ProcessMiddleButtonDown(HWND window, WPARAM wParam, LPARAM lParam) 
 
 static jint moveTypeOf(ControlRecord* control, POINT point) {
     PointerState& pointer = pointerOf(control);
-    if (GetCapture() != control->hwnd || pointer.lastPress != control->hwnd)
-        return pointerMove;
+    if (GetCapture() != control->hwnd || pointer.lastPress != control->hwnd) return pointerMove;
     if (!pointer.dragStarted) {
         bool timeIsUp = static_cast<LONG>(GetTickCount() - pointer.doubleClickDeadline) > 0;
         pointer.dragStarted = timeIsUp || !PtInRect(&pointer.doubleClickArea, point);
@@ -123,32 +113,27 @@ static jint moveTypeOf(ControlRecord* control, POINT point) {
 // Windows of other threads may keep anything in their user data.
 static ControlRecord* controlAt(const DisplayRecord* display, POINT screenPoint) {
     for (HWND window = WindowFromPoint(screenPoint); window; window = GetParent(window)) {
-        if (GetWindowThreadProcessId(window, nullptr) != display->threadId)
-            return nullptr;
-        if (ControlRecord* control = controlOf(window))
-            return control;
+        if (GetWindowThreadProcessId(window, nullptr) != display->threadId) return nullptr;
+        if (ControlRecord* control = controlOf(window)) return control;
     }
     return nullptr;
 }
 
 static HWND topLevelOf(HWND window) {
-    while (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)
-        window = GetParent(window);
+    while (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) window = GetParent(window);
     return window;
 }
 
 static bool takesEnter(const DisplayRecord* display, const ControlRecord* control) {
     HWND top = topLevelOf(control->hwnd);
-    if (SHFindMenuBar(top) == control->hwnd)
-        return false;
+    if (SHFindMenuBar(top) == control->hwnd) return false;
     auto* shell = reinterpret_cast<const ShellRecord*>(controlOf(top));
     return shell && Display_IsListed(display, shell);
 }
 
 static void fireAt(HWND window, PointerEvent event, jint type, POINT screenPoint) {
     ControlRecord* control = controlOf(window);
-    if (!control)
-        return;
+    if (!control) return;
     ScreenToClient(window, &screenPoint);
     event.type = type;
     event.x = screenPoint.x;
@@ -162,19 +147,16 @@ static void fireExitAndEnter(ControlRecord* control, const PointerEvent& move) {
     ClientToScreen(control->hwnd, &screenPoint);
     ControlRecord* under = controlAt(display, screenPoint);
     HWND previous = display->pointer.under;
-    if ((under ? under->hwnd : nullptr) == previous)
-        return;
+    if ((under ? under->hwnd : nullptr) == previous) return;
 
     HWND entered = under && takesEnter(display, under) ? under->hwnd : nullptr;
     display->pointer.under = entered;
     fireAt(previous, move, pointerExit, screenPoint);
-    if (entered)
-        fireAt(entered, move, pointerEnter, screenPoint);
+    if (entered) fireAt(entered, move, pointerEnter, screenPoint);
 }
 
 static bool isWithinTap(const ControlRecord* control, const PendingTap& tap, POINT point) {
-    if (tap.control != control)
-        return false;
+    if (tap.control != control) return false;
     RECT area = tapArea(tap.press);
     return PtInRect(&area, point);
 }
@@ -187,11 +169,9 @@ void Control_ProcessMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
     fireExitAndEnter(control, event);
 
     control = controlOf(window);
-    if (!control)
-        return;
+    if (!control) return;
     PendingTap& tap = pointerOf(control).tap;
-    if (!isWithinTap(control, tap, point))
-        tap = {};
+    if (!isWithinTap(control, tap, point)) tap = {};
     Control_FirePointer(control, event);
 }
 
@@ -199,8 +179,7 @@ static bool endTap(ControlRecord* control, PointerButton button, POINT point) {
     PendingTap& tap = pointerOf(control).tap;
     bool held = button == buttonLeft && isWithinTap(control, tap, point) &&
                 GetTickCount() - tap.pressTick > tapAndHoldTime;
-    if (!held)
-        tap = {};
+    if (!held) tap = {};
     return held;
 }
 
@@ -208,19 +187,15 @@ LRESULT Control_ProcessButtonUp(HWND window, PointerButton button, UINT message,
                                 LPARAM lParam) {
     ControlRecord* control = controlOf(window);
     PointerEvent event = Control_BuildPointerEvent(pointerRelease, button, wParam, lParam);
-    if (endTap(control, button, {event.x, event.y}))
-        event.modifiers |= modifierContextGesture;
+    if (endTap(control, button, {event.x, event.y})) event.modifiers |= modifierContextGesture;
     Control_FirePointer(control, event);
     LRESULT result = Control_PassOn(window, message, wParam, lParam);
 
     control = controlOf(window);
-    if (!control || (wParam & anyButton))
-        return result;
+    if (!control || (wParam & anyButton)) return result;
     PointerState& pointer = pointerOf(control);
-    if (pointer.lastPress == window)
-        pointer.lastPress = nullptr;
-    if (GetCapture() == window)
-        ReleaseCapture();
+    if (pointer.lastPress == window) pointer.lastPress = nullptr;
+    if (GetCapture() == window) ReleaseCapture();
     return result;
 }
 
@@ -233,8 +208,7 @@ void Control_ProcessWheel(HWND window, WPARAM wParam, LPARAM lParam) {
     constexpr UINT defaultLines = 3;
     constexpr int notch = -WHEEL_DELTA; // one notch forward counts -1
     UINT lines = 0;
-    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0))
-        lines = defaultLines;
+    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0)) lines = defaultLines;
     bool byPage = lines == WHEEL_PAGESCROLL;
     jint amount = byPage ? 1 : static_cast<jint>(lines);
     jint notches = static_cast<short>(HIWORD(wParam)) / notch;

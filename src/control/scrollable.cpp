@@ -3,12 +3,9 @@
 
 extern "C" DWORD _Scrollable_Style(DWORD javaStyle) {
     DWORD style = _Control_Style();
-    if (javaStyle & styleVerticalScroll)
-        style |= WS_VSCROLL;
-    if (javaStyle & styleHorizontalScroll)
-        style |= WS_HSCROLL;
-    if (javaStyle & styleBorder)
-        style |= WS_BORDER;
+    if (javaStyle & styleVerticalScroll) style |= WS_VSCROLL;
+    if (javaStyle & styleHorizontalScroll) style |= WS_HSCROLL;
+    if (javaStyle & styleBorder) style |= WS_BORDER;
     return style;
 }
 
@@ -17,10 +14,8 @@ Insets Scrollable_MeasureInsets(HWND window) {
     DWORD style = GetWindowLongW(window, GWL_STYLE);
     AdjustWindowRectEx(&frame, style, FALSE, GetWindowLongW(window, GWL_EXSTYLE));
     Insets insets = {-frame.left, -frame.top, frame.right, frame.bottom};
-    if (style & WS_VSCROLL)
-        insets.right += GetSystemMetrics(SM_CXVSCROLL);
-    if (style & WS_HSCROLL)
-        insets.bottom += GetSystemMetrics(SM_CYHSCROLL);
+    if (style & WS_VSCROLL) insets.right += GetSystemMetrics(SM_CXVSCROLL);
+    if (style & WS_HSCROLL) insets.bottom += GetSystemMetrics(SM_CYHSCROLL);
     return insets;
 }
 
@@ -32,8 +27,7 @@ Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord*) {
 
 extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM wParam,
                                              LPARAM lParam) {
-    if (message != controlGetInsets)
-        return _Control_Proc(window, message, wParam, lParam);
+    if (message != controlGetInsets) return _Control_Proc(window, message, wParam, lParam);
     *reinterpret_cast<Insets*>(wParam) = Scrollable_MeasureInsets(window);
     return 0;
 }

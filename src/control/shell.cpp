@@ -22,25 +22,21 @@ MenuRecord* Shell_GetCurrentMenuBar(const ShellRecord* shell) {
 
 static DWORD windowStyleOf(const ShellRecord* parent, DWORD javaStyle) {
     DWORD style = _Scrollable_Style(javaStyle) & ~(WS_CHILD | WS_TABSTOP);
-    if (parent)
-        return style | WS_POPUP;
+    if (parent) return style | WS_POPUP;
     return javaStyle & styleCloseBox ? style | WS_SYSMENU : style;
 }
 
 static DWORD extendedStyleOf(const ShellRecord* parent, DWORD javaStyle) {
     DWORD style = javaStyle & styleBorder ? WS_EX_DLGMODALFRAME : 0;
-    if (parent && (javaStyle & styleCloseBox))
-        style |= WS_EX_CAPTIONOKBTN;
+    if (parent && (javaStyle & styleCloseBox)) style |= WS_EX_CAPTIONOKBTN;
     return style;
 }
 
 // The system gives every top-level window a caption; only some child shells keep it.
 static void fixFrame(HWND window, const ShellRecord* parent, DWORD javaStyle) {
     DWORD style = GetWindowLongW(window, GWL_STYLE) & ~WS_CAPTION;
-    if (parent && (javaStyle & styleTitle))
-        style |= WS_CAPTION;
-    if (javaStyle & styleBorder)
-        style |= WS_BORDER;
+    if (parent && (javaStyle & styleTitle)) style |= WS_CAPTION;
+    if (javaStyle & styleBorder) style |= WS_BORDER;
     SetWindowLongW(window, GWL_STYLE, style);
     SetWindowPos(window, nullptr, 0, 0, 0, 0, frameChanged);
 }
@@ -81,11 +77,9 @@ static HWND createWindow(DisplayRecord* display, const ShellRecord* parent, DWOR
 
 ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD javaStyle,
                           ErrorRecord* error) {
-    if (parent)
-        display = Control_GetDisplay(parent);
+    if (parent) display = Control_GetDisplay(parent);
     auto* shell = allocate<ShellRecord>();
-    if (!shell)
-        return nullptr; // without an error, that is meant
+    if (!shell) return nullptr; // without an error, that is meant
     HWND window = createWindow(display, parent, javaStyle, error);
     if (!window) {
         freeBlock(shell);
@@ -97,16 +91,14 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
     shell->activation.cbSize = sizeof(shell->activation);
     attach(shell);
     shell->defaultMenuBar = MenuBar_Create(shell, error);
-    if (!parent)
-        Shell_Maximize(shell);
+    if (!parent) Shell_Maximize(shell);
     Display_AddControl(display, shell, error);
     return shell;
 }
 
 static ShellRecord* createOnDisplayThread(DisplayRecord* display, ShellRecord* parent,
                                           DWORD javaStyle, ErrorRecord* error) {
-    if (Display_IsCurrentThread(display))
-        return Shell_Create(display, parent, javaStyle, error);
+    if (Display_IsCurrentThread(display)) return Shell_Create(display, parent, javaStyle, error);
     ShellRequest request = {parent, error};
     return reinterpret_cast<ShellRecord*>(SendMessageW(
         display->messageWindow, requestCreateShell, javaStyle, reinterpret_cast<LPARAM>(&request)));
@@ -125,8 +117,7 @@ void Shell_SetText(ShellRecord* shell, const wchar_t* text, ErrorRecord*) {
 }
 
 static int visibleHeight(HWND window) {
-    if (!window || !IsWindowVisible(window))
-        return 0;
+    if (!window || !IsWindowVisible(window)) return 0;
     RECT rect;
     GetWindowRect(window, &rect);
     return rect.bottom - rect.top;
@@ -144,8 +135,7 @@ void Shell_Maximize(ShellRecord* shell) {
     HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
     int width = work.right - work.left;
     int height = work.bottom - work.top - visibleHeight(bar);
-    if (shell->style & styleBorder)
-        dropBorders(shell->hwnd);
+    if (shell->style & styleBorder) dropBorders(shell->hwnd);
 
     RECT now;
     GetWindowRect(shell->hwnd, &now);
@@ -155,6 +145,5 @@ void Shell_Maximize(ShellRecord* shell) {
 }
 
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord*) {
-    if (maximized)
-        Shell_Maximize(shell);
+    if (maximized) Shell_Maximize(shell);
 }

@@ -22,16 +22,14 @@ static void sized(const ShellRecord* shell, WPARAM wParam) {
         fireWindowEvent(shell->callbackTarget, WindowEvent::minimized);
         return;
     }
-    if (wParam != SIZE_RESTORED && wParam != SIZE_MAXIMIZED)
-        return;
+    if (wParam != SIZE_RESTORED && wParam != SIZE_MAXIMIZED) return;
     RECT rect = windowRect(shell->hwnd);
     fireResize(shell->callbackTarget, rect.right - rect.left, rect.bottom - rect.top);
 }
 
 static void showMenuBar(const ShellRecord* shell) {
     HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
-    if (bar)
-        ShowWindow(bar, SW_SHOW);
+    if (bar) ShowWindow(bar, SW_SHOW);
 }
 
 static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
@@ -42,15 +40,12 @@ static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
         return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
     }
     bool minimized = HIWORD(wParam) != 0;
-    if (minimized)
-        return 0;
+    if (minimized) return 0;
     fireWindowEvent(shell->callbackTarget, WindowEvent::activated);
     shell = shellOf(window);
-    if (!shell)
-        return 0;
+    if (!shell) return 0;
     showMenuBar(shell);
-    if (!shell->parent)
-        Shell_Maximize(shell);
+    if (!shell->parent) Shell_Maximize(shell);
     return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
 }
 
@@ -78,16 +73,14 @@ static LRESULT command(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     }
     if (isFromMenuBar(shell, lParam)) {
         MenuItemRecord* item = Display_FindCommandItem(shell->display, LOWORD(wParam));
-        if (item)
-            MenuItem_Select(item, wParam);
+        if (item) MenuItem_Select(item, wParam);
     }
     return Composite_Proc(window, WM_COMMAND, wParam, lParam);
 }
 
 static LRESULT moveAbove(ShellRecord* shell, WPARAM wParam) {
     Control_StackAbove(shell, reinterpret_cast<const ControlRecord*>(wParam));
-    if (!wParam)
-        SetForegroundWindow(shell->hwnd);
+    if (!wParam) SetForegroundWindow(shell->hwnd);
     return 0;
 }
 
@@ -105,13 +98,11 @@ static LRESULT setBounds(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
         Win32Error_SetError(errorOf(lParam), GetLastError(),
                             L"Could not change the size of the shell");
     shell = shellOf(window);
-    if (!shell)
-        return 0;
+    if (!shell) return 0;
     Bounds bounds = Control_GetBounds(shell, errorOf(lParam));
     fireResize(shell->callbackTarget, bounds.width, bounds.height);
     shell = shellOf(window);
-    if (shell)
-        fireMove(shell->callbackTarget, bounds.x, bounds.y);
+    if (shell) fireMove(shell->callbackTarget, bounds.x, bounds.y);
     return 0;
 }
 
@@ -122,8 +113,7 @@ static bool mayChangeEnabled(ShellRecord* shell, WPARAM enabled) {
 
 LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ShellRecord* shell = shellOf(window);
-    if (!shell)
-        return DefWindowProcW(window, message, wParam, lParam);
+    if (!shell) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
     case WM_MOVE:
         moved(shell);
@@ -154,8 +144,7 @@ LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case controlChildMoves:
         return 0;
     case controlSetEnabled:
-        if (!mayChangeEnabled(shell, wParam))
-            return 0;
+        if (!mayChangeEnabled(shell, wParam)) return 0;
         break;
     default:
         break;

@@ -5,7 +5,6 @@ static constexpr LONG firstCommandId = 108;
 
 MenuItemRecord* Display_FindCommandItem(const DisplayRecord* display, LONG id) {
     LONG slot = id - firstCommandId;
-    if (slot < 0 || slot >= display->commandItemCapacity)
-        return nullptr;
+    if (slot < 0 || slot >= display->commandItemCapacity) return nullptr;
     return display->commandItems[slot];
 }

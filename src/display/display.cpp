@@ -37,8 +37,7 @@ static LRESULT swapCallbackTarget(WPARAM wParam, LPARAM lParam) {
 }
 
 static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message < WM_USER)
-        return DefWindowProcW(window, message, wParam, lParam);
+    if (message < WM_USER) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
     case requestCreateShell:
         return createShell(window, wParam, lParam);
@@ -121,10 +120,8 @@ DisplayRecord* Display_New(ErrorRecord* error) {
 
 bool Display_ReadAndDispatch(DisplayRecord*, ErrorRecord*) {
     MSG message;
-    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-        return false;
-    if (Accelerators_Translate(&message))
-        return true;
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return false;
+    if (Accelerators_Translate(&message)) return true;
     TranslateMessage(&message);
     DispatchMessageW(&message);
     return true;
@@ -156,16 +153,14 @@ static bool readVersion(HMODULE library, LibraryVersion* version) {
     using GetVersion = HRESULT(CALLBACK*)(LibraryVersion*);
     auto* address = reinterpret_cast<void*>(GetProcAddressW(library, L"DllGetVersion"));
     auto getVersion = reinterpret_cast<GetVersion>(address);
-    if (!getVersion)
-        return false;
+    if (!getVersion) return false;
     *version = {};
     version->size = sizeof(LibraryVersion);
     return getVersion(version) == S_OK;
 }
 
 extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRecord* error) {
-    if (display->comctlMajorVersion)
-        return display->comctlMajorVersion;
+    if (display->comctlMajorVersion) return display->comctlMajorVersion;
     HMODULE library = LoadLibraryW(L"comctl32.dll");
     if (!library) {
         Win32Error_SetError(error, errorFailed, L"Failed to load comctl32.dll");

@@ -32,15 +32,13 @@ static_assert(sizeof(keyTable) / sizeof(keyTable[0]) == 54);
 
 jint Key_ToJava(DWORD virtualKey) {
     for (const KeyRow& row : keyTable)
-        if (row.virtualKey == virtualKey)
-            return row.keyCode;
+        if (row.virtualKey == virtualKey) return row.keyCode;
     return 0;
 }
 
 DWORD Key_FromJava(jint keyCode) {
     for (const KeyRow& row : keyTable)
-        if (row.keyCode == keyCode)
-            return row.virtualKey;
+        if (row.keyCode == keyCode) return row.virtualKey;
     return Key_ToUpper(static_cast<wchar_t>(keyCode));
 }
 

@@ -21,8 +21,7 @@ static BYTE virtualKeyOf(jint key) {
 
 bool Display_PostKeyEvent(DisplayRecord*, jint type, jint key, jchar, ErrorRecord*) {
     DWORD flags = KEYEVENTF_EXTENDEDKEY;
-    if (type != eventPress)
-        flags |= KEYEVENTF_KEYUP;
+    if (type != eventPress) flags |= KEYEVENTF_KEYUP;
     keybd_event(virtualKeyOf(key), 0, flags, 0);
     return true;
 }

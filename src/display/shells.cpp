@@ -4,17 +4,14 @@
 
 static bool contains(const ShellNode* list, const ShellRecord* shell) {
     for (; list; list = list->next)
-        if (list->shell == shell)
-            return true;
+        if (list->shell == shell) return true;
     return false;
 }
 
 static bool add(ShellNode** list, ShellRecord* shell) {
-    if (contains(*list, shell))
-        return true;
+    if (contains(*list, shell)) return true;
     auto* node = allocate<ShellNode>();
-    if (!node)
-        return false;
+    if (!node) return false;
     *node = {shell, *list};
     *list = node;
     return true;
@@ -22,8 +19,7 @@ static bool add(ShellNode** list, ShellRecord* shell) {
 
 static bool remove(ShellNode** list, const ShellRecord* shell) {
     for (; *list; list = &(*list)->next) {
-        if ((*list)->shell != shell)
-            continue;
+        if ((*list)->shell != shell) continue;
         ShellNode* found = *list;
         *list = found->next;
         freeBlock(found);
@@ -34,8 +30,7 @@ static bool remove(ShellNode** list, const ShellRecord* shell) {
 
 static bool isInside(const ShellRecord* shell, const ShellRecord* outer) {
     for (; shell; shell = Shell_GetParent(shell))
-        if (shell == outer)
-            return true;
+        if (shell == outer) return true;
     return false;
 }
 
@@ -50,19 +45,16 @@ static void applyModality(const DisplayRecord* display) {
 
 void Display_AddControl(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error) {
     HWND window = Shell_GetWindow(shell);
-    if (!IsWindowEnabled(window))
-        return;
+    if (!IsWindowEnabled(window)) return;
     if (!add(&display->controlList, shell)) {
         Win32Error_SetError(error, errorFailed, L"Could not add control to control list");
         return;
     }
-    if (!mayBeEnabled(display, shell))
-        EnableWindow(window, FALSE);
+    if (!mayBeEnabled(display, shell)) EnableWindow(window, FALSE);
 }
 
 bool Display_RemoveControl(DisplayRecord* display, ShellRecord* shell) {
-    if (remove(&display->modalShells, shell))
-        applyModality(display);
+    if (remove(&display->modalShells, shell)) applyModality(display);
     return remove(&display->controlList, shell);
 }
 

@@ -1,7 +1,6 @@
 #include "graphics/color.h"
 
 HBRUSH Color_GetBrush(ColorRecord* color) {
-    if (!color->brush)
-        color->brush = CreateSolidBrush(color->color);
+    if (!color->brush) color->brush = CreateSolidBrush(color->color);
     return color->brush;
 }

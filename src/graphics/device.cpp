@@ -1,8 +1,7 @@
 #include "graphics/device.h"
 
 void Device_Dispose(DeviceRecord* device, ErrorRecord* error) {
-    if (device->dispose)
-        device->dispose(device, error);
+    if (device->dispose) device->dispose(device, error);
 }
 
 Bounds Device_GetBounds(DeviceRecord*, ErrorRecord*) {

@@ -2,8 +2,7 @@
 #include "bridge/memory.h"
 
 void Font_Release(FontRecord* font) {
-    if (!font)
-        return;
+    if (!font) return;
     DeleteObject(font->font);
     *font = {};
     freeBlock(font);

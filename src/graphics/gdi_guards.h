@@ -21,8 +21,7 @@ class WindowContext {
   public:
     explicit WindowContext(HWND window) : window(window), context(GetDC(window)) {}
     ~WindowContext() {
-        if (context)
-            ReleaseDC(window, context);
+        if (context) ReleaseDC(window, context);
     }
     WindowContext(const WindowContext&) = delete;
     WindowContext& operator=(const WindowContext&) = delete;

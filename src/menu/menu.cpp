@@ -4,6 +4,5 @@
 HMENU Menu_GetHandle(const MenuRecord* menu) { return menu->menuHandle; }
 
 void MenuItem_Select(MenuItemRecord* item, WPARAM wParam) {
-    if (item->select)
-        item->select(item, wParam, nullptr);
+    if (item->select) item->select(item, wParam, nullptr);
 }

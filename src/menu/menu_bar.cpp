@@ -29,18 +29,15 @@ MenuRecord* MenuBar_Create(ShellRecord* shell, ErrorRecord* error) {
     info.dwFlags = SHCMBF_EMPTYBAR;
     info.nToolBarId = menuBarToolbar;
     info.hInstRes = shell->display->instance;
-    if (!SHCreateMenuBar(&info))
-        Win32Error_SetError(error, errorOutOfMemory, creationFailed);
+    if (!SHCreateMenuBar(&info)) Win32Error_SetError(error, errorOutOfMemory, creationFailed);
     bar->menuBarWindow = info.hwndMB;
     // The bar comes with a button of the system's.
-    if (bar->menuBarWindow)
-        SendMessageW(bar->menuBarWindow, TB_DELETEBUTTON, 0, 0);
+    if (bar->menuBarWindow) SendMessageW(bar->menuBarWindow, TB_DELETEBUTTON, 0, 0);
     return bar;
 }
 
 void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error) {
-    if (!bar)
-        return;
+    if (!bar) return;
     bar->dispose(bar, error);
     freeBlock(bar);
 }

@@ -8,12 +8,9 @@ static constexpr DWORD javaBorder = 0x800;
 enum JavaAlignment : DWORD { alignLeft = 1, alignCenter = 2, alignRight = 4 };
 
 static DWORD alignmentOf(DWORD javaStyle) {
-    if (javaStyle & alignLeft)
-        return BS_LEFT;
-    if (javaStyle & alignCenter)
-        return BS_CENTER;
-    if (javaStyle & alignRight)
-        return BS_RIGHT;
+    if (javaStyle & alignLeft) return BS_LEFT;
+    if (javaStyle & alignCenter) return BS_CENTER;
+    if (javaStyle & alignRight) return BS_RIGHT;
     return 0;
 }
 
@@ -33,19 +30,16 @@ static void setChecked(HWND window, bool checked) {
 static LRESULT forceFocus(ButtonRecord* button, WPARAM wParam) {
     HWND window = button->hwnd;
     bool isRadio = styleOf(window) & BS_RADIOBUTTON;
-    if (isRadio)
-        button->focusing = TRUE;
+    if (isRadio) button->focusing = TRUE;
     HWND previous = SetFocus(reinterpret_cast<HWND>(wParam));
     button = static_cast<ButtonRecord*>(controlOf(window));
-    if (isRadio && button)
-        button->focusing = FALSE;
+    if (isRadio && button) button->focusing = FALSE;
     return previous != nullptr;
 }
 
 // A click toggles radio buttons too: that only one of a group stays selected is Java's to see to.
 static LRESULT command(const ButtonRecord* button, WPARAM wParam) {
-    if (HIWORD(wParam) != BN_CLICKED || button->focusing)
-        return 0;
+    if (HIWORD(wParam) != BN_CLICKED || button->focusing) return 0;
     setChecked(button->hwnd, !isChecked(button->hwnd));
     fireSelection(button->callbackTarget);
     return 0;
@@ -54,8 +48,7 @@ static LRESULT command(const ButtonRecord* button, WPARAM wParam) {
 static LRESULT background(const ButtonRecord* button, WPARAM wParam, LPARAM lParam) {
     DWORD style = styleOf(button->hwnd);
     bool isOwnerDrawn = (style & BS_OWNERDRAW) == BS_OWNERDRAW;
-    if (isOwnerDrawn || !(style & checkOrRadio))
-        return systemColor(COLOR_BTNFACE);
+    if (isOwnerDrawn || !(style & checkOrRadio)) return systemColor(COLOR_BTNFACE);
     return SendMessageW(GetParent(button->hwnd), controlGetBackground, wParam, lParam);
 }
 
@@ -69,12 +62,10 @@ static POINT minimumSize(const ButtonRecord* button) {
     LONG height = text.height;
     if (styleOf(button->hwnd) & checkOrRadio) {
         LONG spacing = text.isEmpty ? 0 : text.averageWidth;
-        if (!text.isEmpty && spacing < leastSpacing)
-            spacing = leastSpacing;
+        if (!text.isEmpty && spacing < leastSpacing) spacing = leastSpacing;
         LONG least = GetSystemMetrics(SM_CYSMICON) + checkMargin;
         width += GetSystemMetrics(SM_CXSMICON) + spacing;
-        if (height < least)
-            height = least;
+        if (height < least) height = least;
     } else {
         width += pushMarginX;
         height += pushMarginY;
@@ -85,8 +76,7 @@ static POINT minimumSize(const ButtonRecord* button) {
 
 static LRESULT CALLBACK buttonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* button = static_cast<ButtonRecord*>(controlOf(window));
-    if (!button)
-        return DefWindowProcW(window, message, wParam, lParam);
+    if (!button) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
     case controlForceFocus:
         return forceFocus(button, wParam);
@@ -112,8 +102,7 @@ static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD ty
 static ControlRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,
                                    ErrorRecord* error) {
     ControlRecord* button = newButton(parent, javaStyle, type, error);
-    if (button)
-        button->inheritsBackground = TRUE;
+    if (button) button->inheritsBackground = TRUE;
     return button;
 }
 

@@ -1,0 +1,243 @@
+package com.nuvik.wyx.k4tr;
+
+import com.nuvik.wyx.WYXErrorHandler;
+
+/**
+ * The base layer of the toolkit's natives: display and event loop, controls and shells.
+ *
+ * <p>Every native object is held as an int, its handle; 0 is none. Handles are not checked: a wrong
+ * one, or one that was disposed, is an error of the program. A native that fails calls {@link
+ * #wyxErrorHandler} with its name and returns 0, false or null.
+ *
+ * <p>Windows belong to the thread that made the display. Unless a method says otherwise it may be
+ * called on any thread; the work is then done on the display's thread, which must be reading
+ * messages. Positions and sizes are in pixels.
+ */
+public final class OS {
+    static {
+        System.loadLibrary("zemvolt11");
+    }
+
+    private OS() {}
+
+    /** Receives all errors. It must be set: an error without a handler ends the Java VM. */
+    public static WYXErrorHandler wyxErrorHandler;
+
+    /** A button was clicked: {@code void method()}. */
+    public static final int CB_SELECTION = 0;
+
+    /** A list's selection: {@code void method(int index, int kind)}; kind 1 changed, 2 double click. */
+    public static final int CB_LIST_SELECTION = 1;
+
+    /**
+     * A window event: {@code void method(int code)}; 201 close requested, 203 minimised, 205
+     * activated, 206 deactivated.
+     */
+    public static final int CB_WINDOW_EVENT = 2;
+
+    /**
+     * A scroll bar moved: {@code void method(int value, int kind)}; kind 0 line up, 1 line down, 2
+     * page up, 3 page down, 4 thumb drag, 5 top, 6 bottom.
+     */
+    public static final int CB_SCROLL = 3;
+
+    /** A choice's selection: {@code void method(int index)}. */
+    public static final int CB_CHOICE_SELECTION = 4;
+
+    /**
+     * A key: {@code boolean method(int kind, char character, int keyCode, int modifiers)}; kind 1
+     * pressed or typed, 2 released; true when the key is handled. Modifiers: 1 Alt, 2 Shift, 4
+     * Control.
+     */
+    public static final int CB_KEY = 5;
+
+    /** A text was changed: {@code void method()}. */
+    public static final int CB_TEXT_MODIFIED = 6;
+
+    /**
+     * The pointer: {@code void method(int type, int x, int y, int button, int modifiers)}; type 1
+     * press, 2 release, 3 move, 4 enter, 5 exit, 6 drag, 7 double click; button 0 none, 8 left, 16
+     * middle, 32 right. Modifiers as for keys, with the buttons held and 64 for a context gesture.
+     */
+    public static final int CB_POINTER = 7;
+
+    /** A menu item was chosen: {@code void method(int code)}; the code is 0. */
+    public static final int CB_MENU_SELECTION = 8;
+
+    /** The focus: {@code void method(int change)}; 1 gained, 2 lost. */
+    public static final int CB_FOCUS = 9;
+
+    /** A part must be painted: {@code void method(int x, int y, int width, int height)}. */
+    public static final int CB_PAINT = 10;
+
+    /** A shell was resized: {@code void method(int width, int height)}. */
+    public static final int CB_RESIZE = 11;
+
+    /** A shell was moved: {@code void method(int x, int y)}. */
+    public static final int CB_MOVE = 12;
+
+    /**
+     * The wheel: {@code void method(int type, int x, int y, int modifiers, int amount, int
+     * notches)}; type 8 by page, 9 by lines; x and y on the screen; one notch forward is -1.
+     */
+    public static final int CB_WHEEL = 17;
+
+    /**
+     * Asked at a press, before it is reported: {@code int method(int x, int y)}; 0 recognises a
+     * tap-and-hold by time, 1 lets the device's shell recognise it, any other recognises none.
+     */
+    public static final int CB_POINTER_DOWN_QUERY = 1458260670;
+
+    /**
+     * Makes a display. The calling thread becomes the display's thread.
+     *
+     * @return the display; 0 when it cannot be made. Errors: "Unable get "STATIC" class data",
+     *     "Unable to create message/creation window", each with the system's text
+     */
+    public static native int Display_New();
+
+    /**
+     * Gives a display its callback registry. Called once, before {@link #Display_RegisterCallback}.
+     *
+     * @param display the display
+     * @param target held for as long as the display lives; must not be null
+     * @throws OutOfMemoryError when the registry cannot be allocated
+     */
+    public static native void Display_InitCallbacks(int display, Object target);
+
+    /**
+     * Registers the method that an event calls on a widget's object. An id that is registered
+     * already, or a display without registry, ends the Java VM.
+     *
+     * @param display the display
+     * @param id one of the CB_ constants
+     * @param className the receivers' class, with slashes: "com/acme/Receiver"
+     * @param methodName an instance method of that class with exactly the event's signature; when
+     *     it does not exist, events of the id print that and vanish
+     * @throws OutOfMemoryError when the entry cannot be allocated
+     */
+    public static native void Display_RegisterCallback(
+            int display, int id, String className, String methodName);
+
+    /**
+     * Takes one message from the queue and dispatches it; its listeners run inside the call. The
+     * display's thread only.
+     *
+     * @param display the display
+     * @return false when the queue was empty; the call never waits
+     */
+    public static native boolean Display_ReadAndDispatch(int display);
+
+    /**
+     * Waits for the next message, also one that came before the call. The display's thread only.
+     *
+     * @param display the display
+     * @return the system's wait result; 0 when there is a message
+     */
+    public static native int Display_Sleep(int display);
+
+    /**
+     * Ends a {@link #Display_Sleep}.
+     *
+     * @param display the display
+     * @return not 0 when the wake-up was posted
+     */
+    public static native int Display_Wake(int display);
+
+    /**
+     * Disposes of a widget: its window goes with the windows in it. The widget fires no event from
+     * here on. Its data is not released: set it to null first.
+     *
+     * @param widget the widget; its handle is invalid afterwards
+     */
+    public static native void Widget_Dispose(int widget);
+
+    /**
+     * Sets the object that receives a widget's events.
+     *
+     * @param widget the widget
+     * @param data of the class that the callbacks were registered with; null for none. An object
+     *     set before is released
+     * @throws OutOfMemoryError when the reference cannot be allocated
+     */
+    public static native void Widget_SetData(int widget, Object data);
+
+    /**
+     * Where a control is.
+     *
+     * @param control the control
+     * @return x, y, width, height; relative to the parent's client area, of a shell to the screen
+     */
+    public static native int[] Control_GetBounds(int control);
+
+    /**
+     * Moves and sizes a control. A top shell stays where it is, but reports its size and place.
+     *
+     * @param control the control
+     * @param x left edge, as in {@link #Control_GetBounds}
+     * @param y top edge
+     * @param width width
+     * @param height height. Errors: "Could not change the size of the control", of child shells
+     *     "Could not change the size of the shell", each with the system's text
+     */
+    public static native void Control_SetBounds(int control, int x, int y, int width, int height);
+
+    /**
+     * Shows or hides a control. Showing a modal shell disables all shells outside it.
+     *
+     * @param control the control
+     * @param visible whether it shows
+     */
+    public static native void Control_SetVisible(int control, boolean visible);
+
+    /**
+     * Ends a display or another device.
+     *
+     * @param device the display; its handle is invalid afterwards
+     */
+    public static native void Device_Dispose(int device);
+
+    /**
+     * The screen.
+     *
+     * @param device not looked at
+     * @return 0, 0, width, height
+     */
+    public static native int[] Device_GetBounds(int device);
+
+    /**
+     * Makes a top shell: a window that fills the work area above its menu bar. It is not shown yet.
+     *
+     * @param display the display
+     * @param style 0x1 close box, 0x40 modal, 0x800 border, 0x10000 and 0x20000 horizontal and
+     *     vertical scroll bar
+     * @return the shell; 0 when it cannot be made. Errors: "Unable to create window" with the
+     *     system's text, "Unable to create menu bar!" (-4), "Could not add control to control list"
+     *     (-3)
+     */
+    public static native int Shell_New(int display, int style);
+
+    /**
+     * Lets a shell fill the work area.
+     *
+     * @param shell the shell
+     * @param maximized false does nothing
+     */
+    public static native void Shell_SetMaximized(int shell, boolean maximized);
+
+    /**
+     * Sets a shell's title.
+     *
+     * @param shell the shell
+     * @param text null is the empty text
+     */
+    public static native void Shell_SetText(int shell, String text);
+
+    /**
+     * What a scrollable's frame and scroll bars take from its window.
+     *
+     * @param scrollable a composite or a shell
+     * @return left, top, right, bottom
+     */
+    public static native int[] Scrollable_GetInsets(int scrollable);
+}
