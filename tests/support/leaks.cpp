@@ -1,0 +1,62 @@
+#include "leaks.h"
+#include "library.h"
+#include <cstdint>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The system's table of GDI objects, which the process block of every process leads to.
+struct GdiEntry {
+    uint64_t object;
+    uint32_t owner;
+    uint16_t unique;
+    uint8_t type;
+    uint8_t flags;
+    uint64_t user;
+};
+static_assert(sizeof(GdiEntry) == 24);
+constexpr int gdiEntries = 0x4000;
+
+} // namespace
+
+static int countGdiObjects() {
+    const char* threadBlock;
+    __asm__("movl %%fs:0x18, %0" : "=r"(threadBlock));
+    const char* processBlock = *reinterpret_cast<char* const*>(threadBlock + 0x30);
+    auto* table = *reinterpret_cast<const GdiEntry* const*>(processBlock + 0x94);
+    int count = 0;
+    for (int i = 0; table && i < gdiEntries; ++i) count += table[i].type != 0;
+    return count;
+}
+
+static BOOL CALLBACK countChild(HWND, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+static BOOL CALLBACK countTop(HWND window, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    EnumChildWindows(window, countChild, count);
+    return TRUE;
+}
+
+static long countHeapBlocks() {
+    theLibrary();
+    using Count = LONG(WINAPI*)();
+    auto* count = reinterpret_cast<Count>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_CountHeapBlocks")));
+    return count();
+}
+
+LiveCounts countLive() {
+    LiveCounts counts = {countGdiObjects(), 0, countHeapBlocks()};
+    EnumThreadWindows(GetCurrentThreadId(), countTop, reinterpret_cast<LPARAM>(&counts.windows));
+    return counts;
+}
+
+NoLeaks::~NoLeaks() {
+    LiveCounts after = countLive();
+    EXPECT_EQ(after.gdiObjects, before.gdiObjects) << "GDI objects";
+    EXPECT_EQ(after.windows, before.windows) << "windows";
+    EXPECT_EQ(after.heapBlocks, before.heapBlocks) << "heap blocks";
+}

@@ -1,0 +1,39 @@
+#pragma once
+// The library under test, as a Java VM and companion libraries see it: by its exports.
+
+#include <string>
+#include <windows.h>
+
+HMODULE theLibrary();
+
+// An export of the library; fails the test and ends the program when there is none.
+void* exportOf(const std::string& name);
+
+// The native of either layer by its Java name: nativeMethod<jint(jint, jint)>("Shell_New")(env,
+// ...).
+void* nativeNamed(const std::string& javaName);
+
+struct _jobject;
+struct JNIEnv_;
+
+template <class Signature>
+struct Native;
+template <class Result, class... Arguments>
+struct Native<Result(Arguments...)> {
+    using Function = Result(__stdcall*)(JNIEnv_*, void*, Arguments...);
+    Function function;
+    Result operator()(JNIEnv_* env, Arguments... arguments) const {
+        return function(env, nullptr, arguments...);
+    }
+};
+
+template <class Signature>
+Native<Signature> nativeMethod(const std::string& javaName) {
+    return {reinterpret_cast<typename Native<Signature>::Function>(nativeNamed(javaName))};
+}
+
+// An entry point for companion libraries; Signature is a function type of the header's.
+template <class Signature>
+Signature* entryPoint(const std::string& name) {
+    return reinterpret_cast<Signature*>(exportOf(name));
+}
