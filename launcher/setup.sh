@@ -34,18 +34,23 @@ release_sources() {
 
 apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
 
-# try_lists: leaves in lists the options under which the given packages can be installed.
+# choose_lists PACKAGES...: leaves in lists the options under which they can be installed.
 lists=()
 choose_lists() {
     lists=()
     "${apt[@]}" -s install --no-install-recommends "$@" >/dev/null 2>&1 && return 0
-    echo "zemvolt: the package lists disagree; taking the 32-bit packages from the release alone"
+    narrow_lists &&
+        "${apt[@]}" "${lists[@]}" -s install --no-install-recommends "$@" \
+            >>"$run/logs/apt.log" 2>&1
+}
+
+narrow_lists() {
+    echo "zemvolt: the package lists disagree; taking what is missing from the release alone"
     local folder=$run/apt
-    rm -rf "$folder" && mkdir -p "$folder/sources"
-    release_sources "$folder/sources"
-    lists=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$folder/sources")
-    as_root "${apt[@]}" "${lists[@]}" update >>"$run/logs/apt.log" 2>&1 || return 1
-    "${apt[@]}" "${lists[@]}" -s install --no-install-recommends "$@" >>"$run/logs/apt.log" 2>&1
+    rm -rf "$folder" && mkdir -p "$folder"
+    release_sources "$folder"
+    lists=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$folder")
+    as_root "${apt[@]}" "${lists[@]}" update >>"$run/logs/apt.log" 2>&1
 }
 
 install_packages() {
@@ -67,9 +72,10 @@ install_missing() {
     command -v apt-get >/dev/null || fail "this is no Debian machine: install them by hand"
     mkdir -p "$run/logs"
     dpkg --print-foreign-architectures | grep -qx i386 || as_root dpkg --add-architecture i386
-    as_root "${apt[@]}" update >>"$run/logs/apt.log" 2>&1 || fail "the package lists cannot be read"
+    as_root "${apt[@]}" update >>"$run/logs/apt.log" 2>&1 ||
+        echo "zemvolt: not all package lists can be read; going on with the others"
     if [ ${#host[@]} -gt 0 ]; then
-        lists=()
+        choose_lists "${host[@]}" || fail "no package list offers ${host[*]}"
         install_packages "${host[@]}"
     fi
     if [ ${#foreign[@]} -gt 0 ]; then
@@ -82,16 +88,17 @@ install_missing() {
     fi
 }
 
+download_jre() {
+    (cd "$1" && "${apt[@]}" "${lists[@]}" download openjdk-17-jre-headless:i386) \
+        >>"$run/logs/apt.log" 2>&1
+}
+
 # Unpacked, not installed: installed it would bind the machine's own Java to its version.
 unpack_jre() {
     local folder=$run/jre32.new
     rm -rf "$folder" && mkdir -p "$folder"
-    (cd "$folder" && "${apt[@]}" "${lists[@]}" download openjdk-17-jre-headless:i386) \
-        >>"$run/logs/apt.log" 2>&1 || {
-        choose_lists wine32:i386
-        (cd "$folder" && "${apt[@]}" "${lists[@]}" download openjdk-17-jre-headless:i386) \
-            >>"$run/logs/apt.log" 2>&1
-    } || fail "the 32-bit Java run-time cannot be fetched (see $run/logs/apt.log)"
+    download_jre "$folder" || { narrow_lists && download_jre "$folder"; } ||
+        fail "the 32-bit Java run-time cannot be fetched (see $run/logs/apt.log)"
     dpkg -x "$folder"/*.deb "$folder" && rm "$folder"/*.deb
     rm -rf "$run/jre32" && mv "$folder" "$run/jre32"
 }

@@ -76,7 +76,9 @@ extern "C" void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRec
 
     jstring function = functionName ? env->NewStringUTF(functionName) : nullptr;
     bool hasMessage = record->message != nullptr;
-    jstring message = convertToJavaString(env, record->message);
+    // A name that could not be made has raised an exception; nothing more may be made then.
+    bool raised = functionName && !function;
+    jstring message = raised ? nullptr : convertToJavaString(env, record->message);
     if (hasMessage && record->ownsMessage) freeBlock(const_cast<wchar_t*>(record->message));
     if (!function) return;
     if (hasMessage && !message) return;
