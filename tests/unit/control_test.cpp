@@ -1,0 +1,265 @@
+#include "control/shell.h"
+#include "device.h"
+#include "faults.h"
+#include "leaks.h"
+#include <thread>
+
+using New = jint(jint, jint);
+using SetBounds = void(jint, jint, jint, jint, jint);
+using ControlNew = ControlRecord*(const wchar_t*, UINT, WNDPROC, ControlRecord*, DWORD, DWORD,
+                                  DWORD, ErrorRecord*);
+using BorderWidth = int(HWND);
+
+class ControlTest : public DeviceTest {
+  protected:
+    static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
+    std::vector<jint> boundsOf(jint control) {
+        return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
+    }
+    // Runs the work on a second thread while this one, the display's, dispatches.
+    template <class Work>
+    void onOtherThread(Work work) {
+        bool done = false;
+        std::thread thread([&] {
+            work();
+            done = true;
+            call<jint(jint)>("Display_Wake", display);
+        });
+        while (!done) {
+            if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
+                call<jint(jint)>("Display_Sleep", display);
+        }
+        thread.join();
+    }
+};
+
+TEST_F(ControlTest, every_child_control_starts_from_the_same_window_style) {
+    EXPECT_EQ(entryPoint<DWORD()>("_Control_Style")(), 0x46010000u);
+}
+
+TEST_F(ControlTest, a_fresh_control_is_last_in_its_parents_order) {
+    jint shell = newShell();
+    jint first = call<New>("PushButton_New", shell, 0);
+    jint second = call<New>("PushButton_New", shell, 0);
+    EXPECT_EQ(GetWindow(windowOf(first), GW_HWNDNEXT), windowOf(second));
+    EXPECT_EQ(GetWindow(windowOf(second), GW_HWNDNEXT), nullptr);
+}
+
+TEST_F(ControlTest, a_fresh_control_has_the_system_font_draws_and_has_no_target) {
+    jint shell = newShell();
+    jint button = call<New>("PushButton_New", shell, 5);
+    EXPECT_EQ(SendMessageW(windowOf(button), WM_GETFONT, 0, 0),
+              reinterpret_cast<LRESULT>(GetStockObject(SYSTEM_FONT)));
+    const ControlRecord& head = *record(button);
+    EXPECT_EQ(head.redraw, TRUE);
+    EXPECT_EQ(head.callbackTarget, nullptr);
+    EXPECT_EQ(head.style, 5u);
+    EXPECT_EQ(head.parent, record(shell));
+    EXPECT_EQ(head.ctlColorMessage, UINT(WM_CTLCOLORSTATIC));
+    EXPECT_EQ(head.background, nullptr);
+    EXPECT_EQ(head.foreground, nullptr);
+    EXPECT_EQ(head.inheritsBackground, FALSE);
+    EXPECT_EQ(head.cursor, nullptr);
+    EXPECT_EQ(GetWindowLongW(windowOf(button), GWL_USERDATA), LONG(button));
+}
+
+TEST_F(ControlTest, a_control_without_listener_fires_nothing) {
+    jint button = newButton(newShell());
+    SendMessageW(windowOf(button), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(ControlTest, a_control_made_on_another_thread_belongs_to_the_displays) {
+    jint shell = newShell();
+    jint button = 0;
+    onOtherThread([&] { button = call<New>("PushButton_New", shell, 0); });
+    ASSERT_NE(button, 0);
+    EXPECT_EQ(GetWindowThreadProcessId(windowOf(button), nullptr), GetCurrentThreadId());
+    EXPECT_EQ(record(button)->parent, record(shell));
+}
+
+TEST_F(ControlTest, a_control_disposed_on_another_thread_takes_its_window_along) {
+    jint button = newButton(newShell());
+    HWND window = windowOf(button);
+    onOtherThread([&] { call<void(jint)>("Widget_Dispose", button); });
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(ControlTest, a_listener_set_on_another_thread_hears_events) {
+    jint button = newButton(newShell());
+    onOtherThread([&] {
+        vm.attachedThreads.insert(GetCurrentThreadId());
+        listen(button);
+    });
+    SendMessageW(windowOf(button), WM_CLOSE, 0, 0);
+    EXPECT_EQ(vm.takeEvents(), Events{"window(201)"});
+}
+
+TEST_F(ControlTest, a_control_without_window_procedure_gets_the_common_one) {
+    jint shell = newShell();
+    ErrorRecord error = {};
+    ControlRecord* made = entryPoint<ControlNew>("_Control_New")(
+        L"STATIC", sizeof(ControlRecord), nullptr, record(shell), 0, 0x46010000, 0, &error);
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(GetWindowLongW(made->hwnd, GWL_WNDPROC),
+              reinterpret_cast<LONG>(exportOf("_Control_Proc")));
+    WNDCLASSW info;
+    GetClassInfoW(nullptr, L"STATIC", &info);
+    EXPECT_EQ(made->classProc, info.lpfnWndProc);
+    dispose(reinterpret_cast<jint>(made));
+}
+
+TEST_F(ControlTest, a_composite_without_parent_is_refused) {
+    NoLeaks noLeaks;
+    EXPECT_EQ(call<New>("Composite_New", 0, 0), 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Composite_New");
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message, u"Argument invalid, need parent");
+}
+
+TEST_F(ControlTest, a_composite_inherits_its_background) {
+    jint composite = call<New>("Composite_New", newShell(), 0);
+    EXPECT_EQ(record(composite)->inheritsBackground, TRUE);
+}
+
+TEST_F(ControlTest, a_composite_whose_window_cannot_be_made_has_no_handle) {
+    jint shell = newShell();
+    Faults faults;
+    faults.fail("CreateWindowExW", 1, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(call<New>("Composite_New", shell, 0), 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message.find(u"Unable to create handle for widget::"), 0u);
+}
+
+TEST_F(ControlTest, a_control_without_memory_for_its_record_is_destroyed_again) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    {
+        Faults faults;
+        faults.fail("LocalAlloc");
+        EXPECT_EQ(call<New>("PushButton_New", shell, 0), 0);
+    }
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -4);
+    EXPECT_EQ(report.message.find(u"Unable to create handle for widget"), 0u);
+}
+
+TEST_F(ControlTest, whatever_fails_while_one_is_made_leaves_nothing_behind) {
+    jint shell = newShell();
+    int failures = forEachFailure([&](Faults& faults) {
+        NoLeaks noLeaks;
+        jint button = call<New>("Checkbox_New", shell, 0);
+        EXPECT_LE(vm.reports.size(), 1u);
+        EXPECT_TRUE(button || vm.reports.size() == 1) << "a failed creation is reported";
+        vm.reports.clear();
+        faults.failAnyCall(0);
+        if (button) dispose(button);
+    });
+    EXPECT_GE(failures, 3);
+}
+
+TEST_F(ControlTest, bounds_of_a_child_are_relative_to_its_parent) {
+    jint shell = newShell();
+    jint composite = call<New>("Composite_New", shell, 0);
+    call<SetBounds>("Control_SetBounds", composite, 11, 22, 100, 80);
+    jint button = call<New>("PushButton_New", composite, 0);
+    call<SetBounds>("Control_SetBounds", button, 3, 4, 50, 20);
+    EXPECT_EQ(boundsOf(button), (std::vector<jint>{3, 4, 50, 20}));
+    EXPECT_EQ(boundsOf(composite), (std::vector<jint>{11, 22, 100, 80}));
+}
+
+TEST_F(ControlTest, bounds_of_a_shell_are_on_the_screen) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0);
+    call<SetBounds>("Control_SetBounds", child, 30, 40, 120, 90);
+    EXPECT_EQ(boundsOf(child), (std::vector<jint>{30, 40, 120, 90}));
+    dispose(child);
+}
+
+TEST_F(ControlTest, bounds_that_the_system_refuses_are_an_error) {
+    jint button = newButton(newShell());
+    std::vector<jint> before = boundsOf(button);
+    Faults faults;
+    faults.fail("SetWindowPos", 1, ERROR_ACCESS_DENIED);
+    call<SetBounds>("Control_SetBounds", button, 1, 2, 3, 4);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Control_SetBounds");
+    EXPECT_EQ(report.message.find(u"Could not change the size of the control::"), 0u);
+    EXPECT_EQ(boundsOf(button), before);
+}
+
+TEST_F(ControlTest, a_client_edge_counts_before_a_border) {
+    jint button = call<New>("PushButton_New", newShell(), 0);
+    HWND window = windowOf(button);
+    auto* width = entryPoint<BorderWidth>("_Control_GetBorderWidth");
+    EXPECT_EQ(width(window), 0);
+    SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_BORDER);
+    EXPECT_EQ(width(window), GetSystemMetrics(SM_CXBORDER));
+    SetWindowLongW(window, GWL_EXSTYLE, WS_EX_CLIENTEDGE);
+    EXPECT_EQ(width(window), GetSystemMetrics(SM_CXEDGE));
+    SetWindowLongW(window, GWL_EXSTYLE, WS_EX_STATICEDGE);
+    EXPECT_EQ(width(window), GetSystemMetrics(SM_CXBORDER));
+}
+
+TEST_F(ControlTest, disposing_of_a_control_fires_nothing) {
+    jint button = newButton(newShell());
+    listen(button);
+    call<jboolean(jint)>("Control_ForceFocus", button);
+    vm.takeEvents();
+    auto* target = record(button)->callbackTarget;
+    call<void(jint)>("Widget_Dispose", button);
+    dispatchAll();
+    EXPECT_TRUE(vm.takeEvents().empty());
+    // The target outlives the widget on purpose.
+    vm.env()->DeleteGlobalRef(target->object);
+    LocalFree(target);
+}
+
+TEST_F(ControlTest, a_display_that_is_not_known_yet_is_the_parents) {
+    jint shell = newShell();
+    jint button = newButton(shell);
+    record(button)->display = nullptr;
+    using GetDisplay = DisplayRecord*(ControlRecord*);
+    EXPECT_EQ(entryPoint<GetDisplay>("Control_GetDisplay")(record(button)), record(shell)->display);
+    EXPECT_EQ(record(button)->display, record(shell)->display);
+}
+
+TEST_F(ControlTest, hiding_and_showing) {
+    jint button = newButton(newShell());
+    call<void(jint, jboolean)>("Control_SetVisible", button, JNI_FALSE);
+    EXPECT_FALSE(IsWindowVisible(windowOf(button)));
+    call<void(jint, jboolean)>("Control_SetVisible", button, JNI_TRUE);
+    EXPECT_TRUE(IsWindowVisible(windowOf(button)));
+}
+
+TEST_F(ControlTest, the_focus_goes_to_an_enabled_and_visible_control_only) {
+    jint shell = newShell();
+    jint button = newButton(shell);
+    using ForceFocus = jboolean(jint);
+    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", button), JNI_TRUE);
+    EXPECT_EQ(GetFocus(), windowOf(button));
+    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", button), JNI_TRUE);
+
+    jint other = newButton(shell);
+    call<void(jint, jboolean)>("Control_SetVisible", other, JNI_FALSE);
+    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", other), JNI_FALSE);
+    call<void(jint, jboolean)>("Control_SetVisible", other, JNI_TRUE);
+    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_FALSE);
+    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", other), JNI_FALSE);
+    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_TRUE);
+}
+
+TEST_F(ControlTest, ten_thousand_controls_leave_nothing_behind) {
+    jint shell = newShell();
+    int references = vm.globalReferences;
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) {
+        jint button = call<New>("PushButton_New", shell, 0);
+        listen(button);
+        dispose(button);
+        vm.calls.clear();
+    }
+    dispatchAll();
+    EXPECT_EQ(vm.globalReferences, references);
+}

@@ -1,0 +1,196 @@
+#include "device.h"
+#include "leaks.h"
+
+// Real keys through the emulated device. An event is key(kind, character, code, modifiers).
+class KeyboardTest : public DeviceTest {
+  protected:
+    KeyboardTest() {
+        jint shell = newShell();
+        control = call<jint(jint, jint)>("Composite_New", shell, 0);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 0, 0, 100, 60);
+        call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
+        call<jboolean(jint)>("Control_ForceFocus", control);
+        dispatchAll();
+        listen(control);
+    }
+    ~KeyboardTest() override {
+        for (BYTE key : held) keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
+        dispatchAll();
+    }
+    void press(BYTE virtualKey) {
+        held.insert(virtualKey);
+        keybd_event(virtualKey, 0, 0, 0);
+        dispatchAll();
+    }
+    void release(BYTE virtualKey) {
+        held.erase(virtualKey);
+        keybd_event(virtualKey, 0, KEYEVENTF_KEYUP, 0);
+        dispatchAll();
+    }
+    Events stroke(BYTE virtualKey) {
+        press(virtualKey);
+        release(virtualKey);
+        return vm.takeEvents();
+    }
+    LRESULT send(UINT message, WPARAM wParam, LPARAM lParam = 0) {
+        return SendMessageW(windowOf(control), message, wParam, lParam);
+    }
+
+    jint control;
+    std::set<BYTE> held;
+};
+
+TEST_F(KeyboardTest, shift_is_reported_once_without_itself_and_released_with_itself) {
+    press(VK_SHIFT);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 65535, 1017, 0)"});
+    send(WM_KEYDOWN, VK_SHIFT, 1 << 30);
+    EXPECT_TRUE(vm.takeEvents().empty()) << "auto-repeat";
+    release(VK_SHIFT);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(2, 16, 1017, 2)"});
+}
+
+TEST_F(KeyboardTest, auto_repeats_of_modifiers_and_locks_are_dropped) {
+    for (WPARAM key : {VK_NUMLOCK, VK_SCROLL, VK_CAPITAL, VK_SHIFT, VK_CONTROL, VK_MENU})
+        send(WM_KEYDOWN, key, 1 << 30);
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(KeyboardTest, a_letter_is_reported_with_its_character_and_untranslated_code) {
+    press('A');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 97, 65, 0)"});
+    release('A');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(2, 97, 65, 0)"});
+}
+
+TEST_F(KeyboardTest, enter_comes_from_its_character_with_its_code) {
+    EXPECT_EQ(stroke(VK_RETURN), (Events{"key(1, 13, 1002, 0)", "key(2, 13, 1002, 0)"}));
+}
+
+TEST_F(KeyboardTest, an_arrow_has_no_character_when_pressed) {
+    EXPECT_EQ(stroke(VK_LEFT), (Events{"key(1, 65535, 1013, 0)", "key(2, 37, 1013, 0)"}));
+}
+
+TEST_F(KeyboardTest, delete_is_reported_on_release_only) {
+    EXPECT_EQ(stroke(VK_DELETE), Events{"key(2, 46, 1012, 0)"});
+}
+
+TEST_F(KeyboardTest, f14_and_f15_act_as_tab_and_only_on_release) {
+    EXPECT_EQ(stroke(VK_F14), Events{"key(2, 125, 1001, 0)"});
+    EXPECT_EQ(stroke(VK_F15), Events{"key(2, 126, 1001, 0)"});
+}
+
+TEST_F(KeyboardTest, f15_with_control_is_reported_when_pressed) {
+    press(VK_CONTROL);
+    vm.takeEvents();
+    press(VK_F15);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 65535, 1001, 4)"});
+}
+
+TEST_F(KeyboardTest, a_number_pad_key_is_reported_when_pressed_and_again_as_character) {
+    send(WM_KEYDOWN, VK_NUMPAD5);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 53, 1077, 0)"});
+    send(WM_CHAR, '5');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 53, 1077, 0)"});
+    send(WM_KEYUP, VK_NUMPAD5);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(2, 53, 1077, 0)"});
+}
+
+TEST_F(KeyboardTest, ctrl_shift_and_a_letter_make_the_control_character) {
+    press(VK_CONTROL);
+    press(VK_SHIFT);
+    vm.takeEvents();
+    send(WM_KEYDOWN, 'A');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 1, 65, 6)"});
+}
+
+TEST_F(KeyboardTest, ctrl_shift_and_the_at_sign_is_no_event) {
+    press(VK_CONTROL);
+    press(VK_SHIFT);
+    vm.takeEvents();
+    send(WM_KEYDOWN, '@');
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(KeyboardTest, ctrl_alone_makes_no_character) {
+    press(VK_CONTROL);
+    vm.takeEvents();
+    send(WM_KEYDOWN, 'A');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 65535, 65, 4)"});
+}
+
+TEST_F(KeyboardTest, a_dead_key_is_reported_with_the_character_that_follows) {
+    PostMessageW(windowOf(control), WM_DEADCHAR, '^', 0);
+    send(WM_KEYDOWN, 'E');
+    EXPECT_TRUE(vm.takeEvents().empty());
+    send(WM_KEYUP, 'E');
+    EXPECT_TRUE(vm.takeEvents().empty()) << "the release is swallowed";
+    MSG message;
+    PeekMessageW(&message, windowOf(control), WM_DEADCHAR, WM_DEADCHAR, PM_REMOVE);
+    send(WM_CHAR, 0xEA);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 234, 69, 0)"});
+}
+
+TEST_F(KeyboardTest, a_character_of_zero_is_a_character) {
+    send(WM_CHAR, 0);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 0, 0, 0)"});
+}
+
+TEST_F(KeyboardTest, a_key_up_without_key_down_is_nothing) {
+    send(WM_KEYUP, 'Q');
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(KeyboardTest, a_handled_key_does_not_reach_the_class) {
+    vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
+    EXPECT_EQ(send(WM_KEYDOWN, VK_LEFT), 1);
+    EXPECT_EQ(send(WM_CHAR, 'x'), 1);
+    EXPECT_EQ(send(WM_KEYUP, VK_LEFT), 1);
+}
+
+TEST_F(KeyboardTest, system_keys_are_keys) {
+    send(WM_SYSKEYDOWN, VK_UP, 1 << 29);
+    send(WM_SYSKEYUP, VK_UP, 1 << 29);
+    EXPECT_EQ(vm.takeEvents(), (Events{"key(1, 65535, 1015, 0)", "key(2, 38, 1015, 0)"}));
+}
+
+TEST_F(KeyboardTest, the_table_of_keys) {
+    const struct {
+        BYTE virtualKey;
+        int code;
+    } rows[] = {
+        {VK_UP, 1015},      {VK_DOWN, 1016},     {VK_RIGHT, 1014},    {VK_MENU, 1018},
+        {VK_ADD, 1068},     {VK_SUBTRACT, 1069}, {VK_DECIMAL, 1070},  {VK_DIVIDE, 1071},
+        {VK_NUMPAD0, 1072}, {VK_NUMPAD9, 1081},  {VK_MULTIPLY, 1067}, {VK_CONTROL, 1019},
+    };
+    for (const auto& row : rows) {
+        send(WM_KEYUP, row.virtualKey);
+        Events events = vm.takeEvents();
+        if (events.empty()) { // keys with a character report their release after a press only
+            send(WM_KEYDOWN, row.virtualKey);
+            send(WM_KEYUP, row.virtualKey);
+            events = vm.takeEvents();
+        }
+        ASSERT_FALSE(events.empty()) << int(row.virtualKey);
+        EXPECT_NE(events.back().find(", " + std::to_string(row.code) + ", "), std::string::npos)
+            << events.back();
+    }
+}
+
+TEST_F(KeyboardTest, keys_that_type_are_coded_by_the_table_too) {
+    const struct {
+        BYTE virtualKey;
+        int code;
+    } rows[] = {
+        {VK_PRIOR, 1009},  {VK_NEXT, 1010},     {VK_HOME, 1007},    {VK_END, 1008},
+        {VK_INSERT, 1011}, {VK_BACK, 1000},     {VK_ESCAPE, 1003},  {VK_F1, 1023},
+        {VK_F13, 1035},    {VK_CAPITAL, 1020},  {VK_NUMLOCK, 1021}, {VK_SCROLL, 1022},
+        {VK_PAUSE, 1006},  {VK_SNAPSHOT, 1005},
+    };
+    for (const auto& row : rows) {
+        send(WM_KEYDOWN, row.virtualKey);
+        vm.takeEvents();
+        send(WM_KEYUP, row.virtualKey);
+        EXPECT_EQ(vm.takeEvents(), Events{"key(2, " + std::to_string(row.virtualKey) + ", " +
+                                          std::to_string(row.code) + ", 0)"});
+    }
+}

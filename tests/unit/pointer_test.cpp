@@ -1,0 +1,261 @@
+#include "aygshell.h"
+#include "control/input.h"
+#include "device.h"
+#include "faults.h"
+
+// Events are pointer(type, x, y, button, modifiers): type 1 press, 2 release, 3 move, 4 enter,
+// 5 exit, 6 drag, 7 double click.
+class PointerTest : public DeviceTest {
+  protected:
+    PointerTest() {
+        shell = newShell();
+        control = call<jint(jint, jint)>("Composite_New", shell, 0);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 50, 60, 100, 80);
+        call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
+        dispatchAll();
+        moveTo(200, 200);
+        listen(control);
+    }
+    ~PointerTest() override { ReleaseCapture(); }
+
+    void moveTo(int x, int y) {
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, x, y);
+        dispatchAll();
+    }
+    void button(int type, int which) {
+        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, which);
+        dispatchAll();
+    }
+    void send(UINT message, WPARAM wParam, int x, int y) {
+        SendMessageW(windowOf(control), message, wParam, MAKELPARAM(x, y));
+    }
+    // The events but for those of moving.
+    Events takePresses() {
+        Events presses;
+        for (const std::string& event : vm.takeEvents())
+            if (event.find("pointer(3") && event.find("pointer(4") && event.find("paint"))
+                presses.push_back(event);
+        return presses;
+    }
+    PointerState& pointer() { return reinterpret_cast<DisplayRecord*>(display)->pointer; }
+
+    jint shell, control;
+};
+
+TEST_F(PointerTest, a_real_tap_presses_and_releases_in_the_controls_coordinates) {
+    moveTo(60, 75);
+    vm.takeEvents();
+    button(1, 8);
+    button(2, 8);
+    EXPECT_EQ(takePresses(), (Events{"pointerDown(10, 15)", "pointer(1, 10, 15, 8, 0)",
+                                     "pointer(2, 10, 15, 8, 0)"}));
+}
+
+TEST_F(PointerTest, a_press_is_preceded_by_a_move) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
+    Events events = vm.takeEvents();
+    ASSERT_GE(events.size(), 3u);
+    EXPECT_EQ(events[events.size() - 3], "pointer(3, 5, 6, 0, 0)");
+    EXPECT_EQ(events[events.size() - 2], "pointerDown(5, 6)");
+    EXPECT_EQ(events[events.size() - 1], "pointer(1, 5, 6, 8, 0)");
+    send(WM_LBUTTONUP, 0, 5, 6);
+}
+
+TEST_F(PointerTest, a_press_takes_the_capture_and_the_release_gives_it_back) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
+    EXPECT_EQ(GetCapture(), windowOf(control));
+    send(WM_LBUTTONUP, 0, 5, 6);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(pointer().lastPress, nullptr);
+}
+
+TEST_F(PointerTest, the_capture_stays_while_another_button_is_down) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
+    send(WM_RBUTTONDOWN, MK_LBUTTON | MK_RBUTTON, 5, 6);
+    send(WM_LBUTTONUP, MK_RBUTTON, 5, 6);
+    EXPECT_EQ(GetCapture(), windowOf(control));
+    EXPECT_EQ(pointer().lastPress, windowOf(control));
+    send(WM_RBUTTONUP, 0, 5, 6);
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(PointerTest, the_other_buttons_press_and_release) {
+    send(WM_RBUTTONDOWN, MK_RBUTTON, 5, 6);
+    send(WM_RBUTTONUP, 0, 5, 6);
+    send(WM_MBUTTONDOWN, MK_MBUTTON, 7, 8);
+    send(WM_MBUTTONUP, 0, 7, 8);
+    EXPECT_EQ(takePresses(), (Events{"pointer(1, 5, 6, 32, 0)", "pointer(2, 5, 6, 32, 64)",
+                                     "pointer(1, 7, 8, 16, 0)", "pointer(2, 7, 8, 16, 0)"}));
+}
+
+TEST_F(PointerTest, a_release_of_the_right_button_is_always_a_context_gesture) {
+    send(WM_RBUTTONUP, 0, 5, 6);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(2, 5, 6, 32, 64)"});
+}
+
+TEST_F(PointerTest, double_clicks_of_all_buttons) {
+    send(WM_LBUTTONDBLCLK, MK_LBUTTON, 1, 2);
+    send(WM_RBUTTONDBLCLK, MK_RBUTTON, 3, 4);
+    send(WM_MBUTTONDBLCLK, MK_MBUTTON, 5, 6);
+    EXPECT_EQ(vm.takeEvents(), (Events{"pointer(7, 1, 2, 8, 0)", "pointer(7, 3, 4, 32, 0)",
+                                       "pointer(7, 5, 6, 16, 0)"}));
+}
+
+TEST_F(PointerTest, modifiers_tell_the_other_buttons_only) {
+    send(WM_RBUTTONDOWN, MK_LBUTTON | MK_MBUTTON | MK_RBUTTON, 5, 6);
+    EXPECT_EQ(takePresses(), Events{"pointer(1, 5, 6, 32, 24)"});
+    send(WM_RBUTTONUP, 0, 5, 6);
+}
+
+TEST_F(PointerTest, coordinates_are_signed) {
+    send(WM_RBUTTONUP, 0, -5, -6);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(2, -5, -6, 32, 64)"});
+}
+
+TEST_F(PointerTest, a_move_with_the_button_held_becomes_a_drag_when_it_leaves_the_area) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+    vm.takeEvents();
+    pointer().doubleClickDeadline = GetTickCount() + 60000;
+    send(WM_MOUSEMOVE, MK_LBUTTON, 41, 40);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(3, 41, 40, 0, 8)");
+    send(WM_MOUSEMOVE, MK_LBUTTON, 60, 40);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(6, 60, 40, 0, 8)");
+    send(WM_MOUSEMOVE, MK_LBUTTON, 40, 40);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(6, 40, 40, 0, 8)") << "it stays a drag";
+    send(WM_LBUTTONUP, 0, 40, 40);
+}
+
+TEST_F(PointerTest, a_move_with_the_button_held_becomes_a_drag_when_the_time_has_passed) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+    pointer().doubleClickDeadline = GetTickCount() - 1;
+    send(WM_MOUSEMOVE, MK_LBUTTON, 40, 40);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(6, 40, 40, 0, 8)");
+    send(WM_LBUTTONUP, 0, 40, 40);
+}
+
+TEST_F(PointerTest, a_move_without_the_capture_is_a_move) {
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(3, 3, 4, 0, 0)");
+}
+
+TEST_F(PointerTest, a_press_held_long_in_its_place_is_released_as_a_context_gesture) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+    pointer().tap.pressTick = GetTickCount() - 1000;
+    vm.takeEvents();
+    send(WM_LBUTTONUP, 0, 41, 41);
+    EXPECT_EQ(vm.takeEvents().front(), "pointer(2, 41, 41, 8, 64)");
+    EXPECT_NE(pointer().tap.control, nullptr) << "the tap stays remembered";
+}
+
+TEST_F(PointerTest, a_press_that_moved_away_is_no_context_gesture) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+    pointer().tap.pressTick = GetTickCount() - 1000;
+    send(WM_MOUSEMOVE, MK_LBUTTON, 70, 40);
+    EXPECT_EQ(pointer().tap.control, nullptr);
+    send(WM_MOUSEMOVE, MK_LBUTTON, 40, 40);
+    vm.takeEvents();
+    send(WM_LBUTTONUP, 0, 40, 40);
+    EXPECT_EQ(vm.takeEvents().front(), "pointer(2, 40, 40, 8, 0)");
+}
+
+TEST_F(PointerTest, a_short_press_is_no_context_gesture) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+    pointer().tap.pressTick = GetTickCount();
+    vm.takeEvents();
+    send(WM_LBUTTONUP, 0, 40, 40);
+    EXPECT_EQ(vm.takeEvents().front(), "pointer(2, 40, 40, 8, 0)");
+    EXPECT_EQ(pointer().tap.control, nullptr);
+}
+
+static SHRGINFO gestureRequest;
+static DWORD WINAPI recognizeContextMenu(SHRGINFO* request) {
+    gestureRequest = *request;
+    return GN_CONTEXTMENU;
+}
+static DWORD WINAPI recognizeNothing(SHRGINFO*) { return 0; }
+
+TEST_F(PointerTest, the_shell_recognises_the_gesture_when_java_asks_for_it) {
+    Faults faults;
+    faults.replace("SHRecognizeGesture", reinterpret_cast<void*>(recognizeContextMenu));
+    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 1; };
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(1, 12, 13, 8, 64)");
+    EXPECT_EQ(gestureRequest.cbSize, 20u);
+    EXPECT_EQ(gestureRequest.hwndClient, windowOf(control));
+    EXPECT_EQ(gestureRequest.ptDown.x, 12);
+    EXPECT_EQ(gestureRequest.ptDown.y, 13);
+    EXPECT_EQ(gestureRequest.dwFlags, 1u);
+    send(WM_LBUTTONUP, 0, 12, 13);
+
+    faults.replace("SHRecognizeGesture", reinterpret_cast<void*>(recognizeNothing));
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
+    EXPECT_EQ(vm.takeEvents().back(), "pointer(1, 12, 13, 8, 0)");
+    send(WM_LBUTTONUP, 0, 12, 13);
+}
+
+TEST_F(PointerTest, any_other_answer_of_java_recognises_no_gesture) {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
+    EXPECT_NE(pointer().tap.control, nullptr);
+    send(WM_LBUTTONUP, 0, 12, 13);
+    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 2; };
+    send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
+    EXPECT_EQ(pointer().tap.control, nullptr);
+    send(WM_LBUTTONUP, 0, 12, 13);
+}
+
+TEST_F(PointerTest, the_pointer_enters_and_exits_controls) {
+    moveTo(60, 75);
+    Events events = vm.takeEvents();
+    ASSERT_GE(events.size(), 2u);
+    EXPECT_EQ(events[0], "pointer(4, 10, 15, 0, 0)");
+    EXPECT_EQ(events[1], "pointer(3, 10, 15, 0, 0)");
+    moveTo(70, 75);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(3, 20, 15, 0, 0)"}) << "still the same control";
+    moveTo(200, 200);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(5, 150, 140, 0, 0)"});
+}
+
+TEST_F(PointerTest, a_control_of_a_shell_that_the_display_does_not_list_is_not_entered) {
+    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_FALSE);
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(3, 3, 4, 0, 0)"});
+    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_TRUE);
+}
+
+class WheelTest : public PointerTest {
+  protected:
+    static UINT lines;
+    static BOOL WINAPI answerLines(UINT action, UINT, void* data, UINT) {
+        if (action != SPI_GETWHEELSCROLLLINES) return FALSE;
+        *static_cast<UINT*>(data) = lines;
+        return TRUE;
+    }
+    Events turn(int delta, UINT linesPerNotch) {
+        Faults faults;
+        lines = linesPerNotch;
+        faults.replace("SystemParametersInfoW", reinterpret_cast<void*>(answerLines));
+        send(WM_MOUSEWHEEL, MAKEWPARAM(MK_LBUTTON | MK_RBUTTON, delta), 70, 80);
+        return vm.takeEvents();
+    }
+};
+UINT WheelTest::lines;
+
+TEST_F(WheelTest, a_notch_forward_is_minus_one_by_lines_at_the_screen_position) {
+    EXPECT_EQ(turn(120, 5), Events{"wheel(9, 70, 80, 32, 5, -1)"});
+}
+
+TEST_F(WheelTest, notches_are_truncated) {
+    EXPECT_EQ(turn(-300, 3), Events{"wheel(9, 70, 80, 32, 3, 2)"});
+    EXPECT_EQ(turn(119, 3), Events{"wheel(9, 70, 80, 32, 3, 0)"});
+}
+
+TEST_F(WheelTest, a_system_that_scrolls_by_pages_says_so) {
+    EXPECT_EQ(turn(-120, WHEEL_PAGESCROLL), Events{"wheel(8, 70, 80, 32, 1, 1)"});
+}
+
+TEST_F(WheelTest, without_the_systems_answer_it_is_three_lines) {
+    Faults faults;
+    faults.fail("SystemParametersInfoW");
+    send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 70, 80);
+    EXPECT_EQ(vm.takeEvents(), Events{"wheel(9, 70, 80, 0, 3, -1)"});
+}
