@@ -40,7 +40,7 @@ static BOOL CALLBACK countTop(HWND window, LPARAM count) {
     return TRUE;
 }
 
-static long countHeapBlocks() {
+long countHeapBlocks() {
     theLibrary();
     using Count = LONG(WINAPI*)();
     auto* count = reinterpret_cast<Count>(reinterpret_cast<void*>(

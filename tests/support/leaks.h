@@ -8,6 +8,7 @@ struct LiveCounts {
 };
 
 LiveCounts countLive();
+long countHeapBlocks();
 
 // Fails the test when the scope leaves more or less behind than it found.
 class NoLeaks {

@@ -1,0 +1,283 @@
+#include "aygshell.h"
+#include "control/shell.h"
+#include "device.h"
+#include "faults.h"
+#include "leaks.h"
+#include <thread>
+
+using New = jint(jint, jint);
+using SetBounds = void(jint, jint, jint, jint, jint);
+
+class ShellTest : public DeviceTest {
+  protected:
+    static ShellRecord* record(jint shell) { return reinterpret_cast<ShellRecord*>(shell); }
+    std::vector<jint> boundsOf(jint control) {
+        return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
+    }
+    void show(jint shell, bool shown = true) {
+        call<void(jint, jboolean)>("Control_SetVisible", shell, shown);
+        dispatchAll();
+    }
+};
+
+TEST_F(ShellTest, a_top_shell_fills_the_work_area_above_its_menu_bar) {
+    jint shell = newShell();
+    RECT bar;
+    HWND window = SHFindMenuBar(windowOf(shell));
+    ASSERT_TRUE(IsWindowVisible(window));
+    GetWindowRect(window, &bar);
+    EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, 0, 240, bar.top}));
+    EXPECT_EQ(bar.bottom, 320);
+}
+
+TEST_F(ShellTest, the_menu_bar_leaves_the_activation_to_its_shell) {
+    jint shell = newShell();
+    EXPECT_EQ(GetActiveWindow(), windowOf(shell));
+}
+
+TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_then_place) {
+    jint shell = newShell();
+    std::vector<jint> before = boundsOf(shell);
+    listen(shell);
+    call<SetBounds>("Control_SetBounds", shell, 10, 20, 30, 40);
+    EXPECT_EQ(boundsOf(shell), before);
+    EXPECT_EQ(vm.takeEvents(),
+              (Events{"resize(240, " + std::to_string(before[3]) + ")", "move(0, 0)"}));
+}
+
+TEST_F(ShellTest, a_child_shell_moves_and_sizes) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
+    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 140}));
+    dispose(child);
+}
+
+TEST_F(ShellTest, a_child_shell_that_cannot_be_moved_is_an_error) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0);
+    {
+        Faults faults;
+        faults.fail("SetWindowPos", 1, ERROR_ACCESS_DENIED);
+        call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    }
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Control_SetBounds");
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message.find(u"Could not change the size of the shell::"), 0u);
+    dispose(child);
+}
+
+TEST_F(ShellTest, the_caption_button_asks_to_close_and_closes_nothing) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x21);
+    show(child);
+    listen(child);
+    HWND window = windowOf(child);
+    SendMessageW(window, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(vm.takeEvents().empty()) << "the request is posted";
+    dispatchAll();
+    Events events = vm.takeEvents();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), 1);
+    EXPECT_TRUE(IsWindow(window));
+    dispose(child);
+}
+
+TEST_F(ShellTest, activation_and_deactivation_are_reported) {
+    jint shell = newShell();
+    jint child = call<New>("Shell_NewChild", shell, 0);
+    listen(shell);
+    show(child);
+    Events events = vm.takeEvents();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "window(206)"), 1);
+    dispose(child);
+    dispatchAll();
+    events = vm.takeEvents();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "window(205)"), 1);
+}
+
+static RECT smallerWorkArea = {0, 0, 240, 240};
+static BOOL WINAPI answerSmallerWorkArea(UINT, UINT, void* data, UINT) {
+    *static_cast<RECT*>(data) = smallerWorkArea;
+    return TRUE;
+}
+
+TEST_F(ShellTest, an_activated_top_shell_takes_on_a_changed_work_area) {
+    jint shell = newShell();
+    int bar = 320 - boundsOf(shell)[3];
+    Faults faults;
+    faults.replace("SystemParametersInfoW", reinterpret_cast<void*>(answerSmallerWorkArea));
+    SendMessageW(windowOf(shell), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, 0, 240, 240 - bar}));
+}
+
+TEST_F(ShellTest, only_asking_to_maximise_moves_a_shell) {
+    jint shell = newShell();
+    SetWindowPos(windowOf(shell), nullptr, 5, 5, 50, 50, SWP_NOZORDER);
+    call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_FALSE);
+    EXPECT_EQ(boundsOf(shell)[2], 50);
+    call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_TRUE);
+    EXPECT_EQ(boundsOf(shell)[2], 240);
+}
+
+TEST_F(ShellTest, a_minimised_shell_says_so) {
+    jint shell = newShell();
+    listen(shell);
+    SendMessageW(windowOf(shell), WM_SIZE, SIZE_MINIMIZED, 0);
+    EXPECT_EQ(vm.takeEvents(), Events{"window(203)"});
+}
+
+TEST_F(ShellTest, the_title_is_set) {
+    jint shell = newShell();
+    call<void(jint, jstring)>("Shell_SetText", shell, vm.newString(u"A title"));
+    wchar_t text[20];
+    GetWindowTextW(windowOf(shell), text, 20);
+    EXPECT_STREQ(text, L"A title");
+    call<void(jint, jstring)>("Shell_SetText", shell, static_cast<jstring>(nullptr));
+    EXPECT_EQ(GetWindowTextLengthW(windowOf(shell)), 0);
+}
+
+TEST_F(ShellTest, styles_of_shells) {
+    jint top = newShell(false, 0x1);
+    LONG style = GetWindowLongW(windowOf(top), GWL_STYLE);
+    EXPECT_EQ(style & (WS_SYSMENU | WS_CAPTION | WS_POPUP | WS_CHILD | WS_TABSTOP), WS_SYSMENU);
+    jint child = call<New>("Shell_NewChild", top, 0x20);
+    style = GetWindowLongW(windowOf(child), GWL_STYLE);
+    EXPECT_EQ(style & WS_CAPTION, WS_CAPTION);
+    EXPECT_TRUE(style & WS_POPUP);
+    EXPECT_EQ(GetWindow(windowOf(child), GW_OWNER), windowOf(top));
+    jint plain = call<New>("Shell_NewChild", top, 0x800);
+    style = GetWindowLongW(windowOf(plain), GWL_STYLE);
+    EXPECT_EQ(style & WS_CAPTION, WS_BORDER);
+    dispose(plain);
+    dispose(child);
+}
+
+TEST_F(ShellTest, a_window_that_cannot_be_made_is_an_error) {
+    NoLeaks noLeaks;
+    Faults faults;
+    faults.fail("CreateWindowExW", 1, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Shell_New");
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message.find(u"Unable to create window::"), 0u);
+}
+
+TEST_F(ShellTest, no_memory_for_a_shell_gives_none_and_no_error) {
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+TEST_F(ShellTest, a_menu_bar_that_cannot_be_made_is_an_error) {
+    Faults faults;
+    faults.fail("SHCreateMenuBar");
+    call<New>("Shell_New", display, 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -4);
+    EXPECT_EQ(report.message, u"Unable to create menu bar!");
+}
+
+TEST_F(ShellTest, a_shell_that_cannot_be_listed_is_an_error) {
+    Faults faults;
+    faults.fail("LocalAlloc", 3);
+    call<New>("Shell_New", display, 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message, u"Could not add control to control list");
+}
+
+TEST_F(ShellTest, a_shell_made_on_another_thread_belongs_to_the_displays) {
+    jint shell = 0;
+    std::thread maker([&] {
+        shell = call<New>("Shell_New", display, 0);
+        call<jint(jint)>("Display_Wake", display);
+    });
+    while (!shell) {
+        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
+            call<jint(jint)>("Display_Sleep", display);
+    }
+    maker.join();
+    EXPECT_EQ(GetWindowThreadProcessId(windowOf(shell), nullptr), GetCurrentThreadId());
+    dispose(shell);
+}
+
+TEST_F(ShellTest, shells_leave_nothing_behind) {
+    newShell();
+    NoLeaks noLeaks;
+    for (int i = 0; i < 300; ++i) dispose(call<New>("Shell_New", display, 0x30800));
+    dispatchAll();
+}
+
+// Modality: which shells are enabled while others are modal.
+class ModalityTest : public ShellTest {
+  protected:
+    ModalityTest() {
+        main = newShell();
+        other = newShell();
+        first = call<New>("Shell_NewChild", main, modal);
+        inFirst = call<New>("Shell_NewChild", first, 0);
+        second = call<New>("Shell_NewChild", inFirst, modal);
+    }
+    ~ModalityTest() override {
+        dispose(second);
+        dispose(inFirst);
+        dispose(first);
+    }
+    std::vector<bool> enabled() {
+        std::vector<bool> list;
+        for (jint shell : {main, other, first, inFirst, second})
+            list.push_back(IsWindowEnabled(windowOf(shell)));
+        return list;
+    }
+
+    static constexpr jint modal = 0x40;
+    jint main, other, first, inFirst, second;
+};
+
+TEST_F(ModalityTest, a_modal_shell_disables_all_shells_that_are_not_inside_it) {
+    show(first);
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, true, true, true}));
+    show(first, false);
+    EXPECT_EQ(enabled(), (std::vector<bool>{true, true, true, true, true}));
+}
+
+TEST_F(ModalityTest, ending_the_upper_of_two_enables_what_is_inside_the_lower) {
+    show(first);
+    show(second);
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false, false, true}));
+    show(second, false);
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, true, true, true}));
+    show(first, false);
+}
+
+TEST_F(ModalityTest, a_new_shell_outside_the_modal_one_is_disabled_until_that_ends) {
+    show(first);
+    jint late = call<New>("Shell_NewChild", other, 0);
+    EXPECT_FALSE(IsWindowEnabled(windowOf(late)));
+    show(first, false);
+    dispose(late);
+}
+
+TEST_F(ModalityTest, a_shell_that_is_disabled_stays_so_when_modality_changes) {
+    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_FALSE);
+    show(first);
+    show(first, false);
+    EXPECT_EQ(enabled(), (std::vector<bool>{true, false, true, true, true}));
+    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_TRUE);
+    EXPECT_TRUE(IsWindowEnabled(windowOf(other)));
+}
+
+TEST_F(ModalityTest, a_shell_outside_the_modal_one_cannot_be_enabled) {
+    show(first);
+    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_TRUE);
+    EXPECT_FALSE(IsWindowEnabled(windowOf(other)));
+    show(first, false);
+}
+
+TEST_F(ModalityTest, a_modal_shell_that_is_disposed_of_ends_its_modality) {
+    jint third = call<New>("Shell_NewChild", other, modal);
+    show(third);
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false, false, false}));
+    dispose(third);
+    EXPECT_EQ(enabled(), (std::vector<bool>{true, true, true, true, true}));
+}
