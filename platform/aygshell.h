@@ -1,14 +1,19 @@
 #pragma once
-// The device's shell library: menu bars, activation, gestures. Imported by ordinal.
+// The device's shell library: menu bars, activation, gestures. Imported by ordinal. All of it is
+// for the thread that owns the windows.
 
 #include "ce.h"
 
+// A menu bar without buttons of the program's own resources.
 #define SHCMBF_EMPTYBAR 0x0002
 
-// To the command bar: wParam the command id of a button, lParam the menu that it drops down.
+// To the menu bar: wParam the command id of a button, lParam the menu that it drops down (null:
+// none). The menu stays its maker's.
 #define SHCMBM_SETSUBMENU (WM_USER + 400)
 
+// SHRecognizeGesture answers with the gesture and notifies nobody.
 #define SHRG_RETURNCMD 0x00000001
+// The pointer was pressed and held still.
 #define GN_CONTEXTMENU 1000
 
 struct SHMENUBARINFO {
@@ -29,7 +34,7 @@ struct SHACTIVATEINFO {
     HWND hwndLastFocus;
     DWORD flags;
 };
-static_assert(sizeof(SHACTIVATEINFO) == 12);
+static_assert(sizeof(SHACTIVATEINFO) == 12 && offsetof(SHACTIVATEINFO, hwndLastFocus) == 4);
 
 struct SHRGINFO {
     DWORD cbSize;
@@ -37,15 +42,20 @@ struct SHRGINFO {
     POINT ptDown; // client coordinates
     DWORD dwFlags;
 };
-static_assert(sizeof(SHRGINFO) == 20);
+static_assert(sizeof(SHRGINFO) == 20 && offsetof(SHRGINFO, dwFlags) == 16);
 
 extern "C" {
+// Makes a menu bar at the bottom of the screen, hidden, which the window owns; it takes part in
+// messages as a tool bar and sends its commands to the window. False, with the last error set.
 PLATFORM_IMPORT BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info);
+// Called on a press: waits until the pointer has told which gesture it makes. 0 for none.
 PLATFORM_IMPORT DWORD WINAPI SHRecognizeGesture(SHRGINFO* request);
+// To be called on WM_SETTINGCHANGE; the window is null for one that keeps its place.
 PLATFORM_IMPORT BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM lParam,
                                                     SHACTIVATEINFO* info);
+// To be called on WM_ACTIVATE: keeps the focus of a window that is left and gives it back.
 PLATFORM_IMPORT BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM lParam,
                                                SHACTIVATEINFO* info, DWORD flags);
-// The menu bar of a top-level window, or null.
+// The menu bar that a window owns, the shown one before others; null for none.
 PLATFORM_IMPORT HWND WINAPI SHFindMenuBar(HWND window);
 }
