@@ -33,6 +33,11 @@ static void forgetPreload() {
     }
 }
 
+static bool canRead(const std::string& path) {
+    constexpr int forReading = 4;
+    return callUnix(unixSymbol(nullptr, "access"), path.c_str(), forReading) == 0;
+}
+
 static void* loadVm(const char* path) {
     constexpr int nowAndGlobal = 0x102;
     return reinterpret_cast<void*>(callUnix(unixSide()->dlopen, path, nowAndGlobal));
@@ -132,6 +137,8 @@ int main() {
     std::string problem =
         parse(wordsBehindProgram(unixSide()->arguments, unixSide()->argumentCount), &commandLine);
     if (!problem.empty()) return fail(problem);
+    if (!commandLine.jarFile.empty() && !canRead(commandLine.jarFile))
+        return fail("there is no jar file " + commandLine.jarFile);
     const char* path = getenv("ZJAVA_JVM");
     if (!path) return fail("ZJAVA_JVM does not name a Java VM");
     forgetPreload();

@@ -149,6 +149,8 @@ static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target
     invocation->vm = lookup->vm;
     if (getEnv(lookup, &invocation->env, &invocation->attached) != JNI_OK)
         return Readiness::noEnvironment;
+    // What an earlier listener threw has yet to surface in Java; until then none may be called.
+    if (invocation->env->ExceptionCheck()) return Readiness::noMethod;
     invocation->method = resolveMethod(invocation->env, entry, signature);
     return invocation->method ? Readiness::ready : Readiness::noMethod;
 }

@@ -4,7 +4,8 @@
 // A display has one lookup. It maps a callback id to a Java method; each widget's target names the
 // Java object that receives that widget's events. An event without target, lookup, registered
 // method or environment vanishes. Events may be fired on any thread; one that the VM does not know
-// is attached for the call. Exceptions that the Java method throws are left for Java.
+// is attached for the call. Exceptions that the Java method throws are left for Java, and while one
+// is pending events vanish.
 
 #include "bridge/layout.h"
 #include "ce.h"

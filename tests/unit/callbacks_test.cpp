@@ -89,6 +89,15 @@ TEST_F(CallbacksTest, a_question_without_environment_is_answered_yes) {
     EXPECT_TRUE(vm.takeEvents().empty());
 }
 
+TEST_F(CallbacksTest, no_method_is_called_while_an_exception_is_pending) {
+    vm.pendingException = "java/lang/IllegalStateException";
+    fire()(CB_SELECTION, "()V", target);
+    EXPECT_EQ(fireBoolean()(CB_KEY, "(ICII)Z", target, 1, 'x', 88, 0), 0);
+    EXPECT_EQ(vm.pendingException, "java/lang/IllegalStateException");
+    vm.clearException();
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
 TEST_F(CallbacksTest, a_method_that_does_not_exist_is_described_and_the_event_vanishes) {
     registerMethod(15, u"nothingLikeThis");
     fire()(15, "()V", target);

@@ -1,0 +1,158 @@
+package com.nuvik.tests;
+
+import com.nuvik.wyx.k4tr.OS;
+import java.util.ArrayList;
+import java.util.List;
+import java.util.concurrent.Callable;
+import java.util.concurrent.FutureTask;
+
+/** One display on the emulated device, made by the thread that the tests run on. */
+final class Device {
+    static final int PRESS = 1;
+    static final int RELEASE = 2;
+    static final int LEFT = 8;
+
+    final List<String> errors = new ArrayList<>();
+    final int display;
+
+    /** Keeps the events of one widget in the order of their firing. */
+    static class Recorder {
+        final List<String> events = new ArrayList<>();
+        Thread thread;
+
+        private void record(String event) {
+            thread = Thread.currentThread();
+            events.add(event);
+        }
+
+        void selected() {
+            record("selected");
+        }
+
+        void window(int event) {
+            record("window " + event);
+        }
+
+        boolean key(int kind, char character, int keyCode, int modifiers) {
+            record("key " + kind + " " + (int) character + " " + keyCode + " " + modifiers);
+            return false;
+        }
+
+        void pointer(int type, int x, int y, int button, int modifiers) {
+            record("pointer " + type + " " + x + " " + y + " " + button + " " + modifiers);
+        }
+
+        void focus(int change) {
+            record("focus " + change);
+        }
+
+        void paint(int x, int y, int width, int height) {
+            record("paint");
+        }
+
+        void resize(int width, int height) {
+            record("resize " + width + " " + height);
+        }
+
+        void move(int x, int y) {
+            record("move " + x + " " + y);
+        }
+
+        int pointerDown(int x, int y) {
+            record("down " + x + " " + y);
+            return 0;
+        }
+    }
+
+    Device() {
+        OS.wyxErrorHandler =
+                (function, code, message) -> errors.add(function + " " + code + " " + message);
+        display = OS.Display_New();
+        OS.Display_InitCallbacks(display, this);
+        register(OS.CB_SELECTION, "selected");
+        register(OS.CB_WINDOW_EVENT, "window");
+        register(OS.CB_KEY, "key");
+        register(OS.CB_POINTER, "pointer");
+        register(OS.CB_FOCUS, "focus");
+        register(OS.CB_PAINT, "paint");
+        register(OS.CB_RESIZE, "resize");
+        register(OS.CB_MOVE, "move");
+        register(OS.CB_POINTER_DOWN_QUERY, "pointerDown");
+    }
+
+    private void register(int id, String method) {
+        OS.Display_RegisterCallback(display, id, "com/nuvik/tests/Device$Recorder", method);
+    }
+
+    Recorder listen(int widget) {
+        Recorder recorder = new Recorder();
+        OS.Widget_SetData(widget, recorder);
+        return recorder;
+    }
+
+    /** A listener that runs the work once and, before that, disposes of the widget if it is not 0. */
+    Recorder disposing(Runnable work, int widget) {
+        return new Recorder() {
+            @Override
+            void selected() {
+                if (widget != 0) dispose(widget);
+                work.run();
+            }
+        };
+    }
+
+    int newShell() {
+        int shell = OS.Shell_New(display, 0);
+        OS.Control_SetVisible(shell, true);
+        dispatchAll();
+        return shell;
+    }
+
+    int newButton(int parent) {
+        int button = com.nuvik.wyx.dovr.OS.PushButton_New(parent, 0);
+        OS.Control_SetBounds(button, 40, 50, 100, 40);
+        OS.Control_SetVisible(button, true);
+        dispatchAll();
+        return button;
+    }
+
+    void dispatchAll() {
+        while (OS.Display_ReadAndDispatch(display)) {}
+    }
+
+    /** A person's tap on the screen. */
+    void tap(int x, int y) {
+        com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
+        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, PRESS, LEFT);
+        dispatchAll();
+        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, RELEASE, LEFT);
+        dispatchAll();
+    }
+
+    /** Runs the work on another thread while this one dispatches messages. */
+    <T> T onOtherThread(Callable<T> work) throws Exception {
+        FutureTask<T> task = new FutureTask<>(work);
+        Thread thread =
+                new Thread(
+                        () -> {
+                            task.run();
+                            OS.Display_Wake(display);
+                        });
+        thread.start();
+        while (!task.isDone()) {
+            if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
+        }
+        thread.join();
+        return task.get();
+    }
+
+    void dispose(int widget) {
+        OS.Widget_SetData(widget, null);
+        OS.Widget_Dispose(widget);
+    }
+
+    void end() {
+        OS.Device_Dispose(display);
+        dispatchAll();
+    }
+}

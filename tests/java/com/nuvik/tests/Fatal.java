@@ -1,0 +1,48 @@
+package com.nuvik.tests;
+
+import com.nuvik.wyx.k4tr.OS;
+
+/** Each of these ends the Java VM; the argument names one. */
+public final class Fatal {
+    private Fatal() {}
+
+    public static void main(String[] arguments) {
+        switch (arguments[0]) {
+            case "no-handler":
+                com.nuvik.wyx.dovr.OS.Composite_New(0, 0);
+                break;
+            case "no-registry":
+                OS.Display_RegisterCallback(OS.Display_New(), 0, "a/B", "c");
+                break;
+            case "twice":
+                int display = OS.Display_New();
+                OS.Display_InitCallbacks(display, "target");
+                OS.Display_RegisterCallback(display, 0, "a/B", "c");
+                OS.Display_RegisterCallback(display, 0, "a/B", "c");
+                break;
+            case "crash":
+                OS.Control_GetBounds(1);
+                break;
+            case "exit":
+                OS.Display_New();
+                System.exit(7);
+                break;
+            case "throw":
+                throw new IllegalStateException("uncaught");
+            case "threads":
+                new Thread(
+                                () -> {
+                                    System.out.println("other thread ran");
+                                    System.exit(5);
+                                })
+                        .start();
+                break;
+            case "arguments":
+                System.out.println(String.join("|", arguments));
+                break;
+            default:
+                throw new IllegalArgumentException(arguments[0]);
+        }
+        System.out.println("main ended");
+    }
+}
