@@ -40,6 +40,10 @@ public final class Fatal {
             case "arguments":
                 System.out.println(String.join("|", arguments));
                 break;
+            case "wait":
+                System.out.println("waiting");
+                OS.Display_Sleep(OS.Display_New());
+                break;
             default:
                 throw new IllegalArgumentException(arguments[0]);
         }
