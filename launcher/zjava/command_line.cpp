@@ -16,6 +16,8 @@ static bool isClassPathOption(const std::string& word) {
     return word == "-cp" || word == "-classpath" || word == "--class-path";
 }
 
+static const std::string companionOption = "-companion:";
+
 std::string parse(const std::vector<std::string>& words, CommandLine* commandLine) {
     size_t next = 0;
     for (; next < words.size() && words[next][0] == '-'; ++next) {
@@ -28,6 +30,12 @@ std::string parse(const std::vector<std::string>& words, CommandLine* commandLin
             commandLine->jarFile = words[++next];
             ++next;
             break;
+        } else if (word.rfind(companionOption, 0) == 0) {
+            size_t split = word.find('=');
+            if (split == std::string::npos) return word + " wants FILE.dll=class/Name";
+            size_t start = companionOption.size();
+            commandLine->companions.push_back(
+                {word.substr(start, split - start), word.substr(split + 1)});
         } else {
             commandLine->vmOptions.push_back(word);
         }

@@ -1,11 +1,13 @@
 #pragma once
 // The command line, with the options of the java command.
 
+#include "native_binding.h"
 #include <string>
 #include <vector>
 
 struct CommandLine {
     std::vector<std::string> vmOptions; // as JNI_CreateJavaVM wants them
+    std::vector<Companion> companions;  // -companion:FILE.dll=class/Name, beside java's options
     std::string classPath;
     std::string mainClass; // empty with a jar file
     std::string jarFile;

@@ -149,6 +149,7 @@ int main() {
     unixSide()->onLoad = reinterpret_cast<void*>(onLoad);
     callUnix(unixSymbol(nullptr, "zjava_share_signals"), libjvm);
     reportUnhandledFaults();
+    setCompanions(commandLine.companions);
 
     std::vector<std::string> words = commandLine.vmOptions;
     words.push_back("-Djava.class.path=" + commandLine.classPath);

@@ -26,6 +26,7 @@ struct NativeMethod {
 constexpr size_t stubSize = 16;
 constexpr uint32_t mostWords = 64;
 
+std::vector<Companion> companions;
 Native natives[1024];
 uint32_t boundNatives;
 
@@ -147,6 +148,16 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
     return true;
 }
 
+void setCompanions(const std::vector<Companion>& list) { companions = list; }
+
+static bool bindCompanion(JNIEnv* env, const Companion& companion) {
+    HMODULE library = LoadLibraryA(companion.file.c_str());
+    if (library) return bindClass(env, library, companion.className);
+    fprintf(stderr, "zjava: %s cannot be loaded (error %lu)\n", companion.file.c_str(),
+            GetLastError());
+    return false;
+}
+
 jint bindLibrary(JNIEnv* env) {
     static HMODULE library;
     if (library) return JNI_VERSION_1_8;
@@ -158,5 +169,7 @@ jint bindLibrary(JNIEnv* env) {
     }
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
         if (!bindClass(env, library, name)) return JNI_ERR;
+    for (const Companion& companion : companions)
+        if (!bindCompanion(env, companion)) return JNI_ERR;
     return JNI_VERSION_1_8;
 }

@@ -1,0 +1,67 @@
+package com.nuvik.bench;
+
+import com.nuvik.wyx.k4tr.OS;
+
+/** Prints what the library adds to the plain way of doing the same, side by side from one run. */
+public final class Bench {
+    private static final int ROUNDS = 15;
+    private static final int CALLS = 20000;
+
+    private Bench() {}
+
+    /** Receives the measured callback. */
+    public static final class Receiver {
+        int calls;
+
+        void selected() {
+            ++calls;
+        }
+    }
+
+    private interface Call {
+        int run(int argument);
+    }
+
+    private static double best(Call call, double soFar) {
+        int sum = 0;
+        long start = System.nanoTime();
+        for (int i = 0; i < CALLS; i++) sum += call.run(i);
+        double once = (double) (System.nanoTime() - start) / CALLS;
+        if (sum == 42) System.out.println(); // the calls must not be optimised away
+        return Math.min(once, soFar);
+    }
+
+    private static void row(String what, double ours, double plain, String limit) {
+        System.out.printf(
+                "| %-44s | %8.1f | %8.1f | %5.2f | %-5s |%n", what, ours, plain, ours / plain, limit);
+    }
+
+    private static void row(String what, int[] tenths, String limit) {
+        row(what, tenths[0] / 10.0, tenths[1] / 10.0, limit);
+    }
+
+    public static void main(String[] arguments) {
+        OS.wyxErrorHandler = (function, code, message) -> System.out.println(function + message);
+        int display = OS.Display_New();
+        OS.Display_InitCallbacks(display, "bench");
+        OS.Display_RegisterCallback(
+                display, OS.CB_SELECTION, "com/nuvik/bench/Bench$Receiver", "selected");
+        int shell = OS.Shell_New(display, 0);
+        int control = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
+        OS.Widget_SetData(control, new Receiver());
+
+        System.out.println("| measured (nanoseconds, best of 15 rounds)    |     ours |    plain | ratio | limit |");
+        System.out.println("|---|---|---|---|---|");
+        double ours = Double.MAX_VALUE;
+        double plain = Double.MAX_VALUE;
+        for (int round = 0; round < ROUNDS; round++) {
+            ours = best(com.nuvik.wyx.dovr.OS::Platform_GetCapability, ours);
+            plain = best(Natives::empty, plain);
+        }
+        row("native call / empty native", ours, plain, "");
+        row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), "1.30");
+        row("message through the chain / bare subclass", Natives.message(control), "");
+        OS.Widget_Dispose(shell);
+        OS.Device_Dispose(display);
+    }
+}

@@ -1,0 +1,87 @@
+// The plain things that the library's are measured against. Each measurement runs both sides by
+// turns in the same process and keeps the best round of each, in nanoseconds for one operation.
+
+#include "bridge/callbacks.h"
+#include "bridge/widget.h"
+#include "control/control.h"
+#include <algorithm>
+
+static constexpr int rounds = 15;
+static constexpr jint selection = CB_SELECTION;
+
+static double now() {
+    LARGE_INTEGER ticks, frequency;
+    QueryPerformanceCounter(&ticks);
+    QueryPerformanceFrequency(&frequency);
+    return 1e9 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+template <class Operation>
+static double timeOf(int count, Operation operation) {
+    double start = now();
+    for (int i = 0; i < count; ++i) operation();
+    return (now() - start) / count;
+}
+
+// The best rounds of both, in tenths of a nanosecond, so that they cross as ints.
+template <class Ours, class Plain>
+static jintArray compare(JNIEnv* env, int count, Ours ours, Plain plain) {
+    double best[2] = {1e12, 1e12};
+    for (int round = 0; round < rounds; ++round) {
+        best[0] = std::min(best[0], timeOf(count, ours));
+        best[1] = std::min(best[1], timeOf(count, plain));
+    }
+    const jint tenths[] = {static_cast<jint>(best[0] * 10), static_cast<jint>(best[1] * 10)};
+    jintArray array = env->NewIntArray(2);
+    if (array) env->SetIntArrayRegion(array, 0, 2, tenths);
+    return array;
+}
+
+static FARPROC exported(const char* name) {
+    return GetProcAddress(GetModuleHandleW(L"zemvolt11.dll"), name);
+}
+
+extern "C" {
+
+// Exported as it stands: what the VM's way to a native costs by itself.
+__declspec(dllexport) jint JNICALL Java_com_nuvik_bench_Natives_empty(JNIEnv*, jclass, jint id) {
+    return id;
+}
+
+__declspec(dllexport) jintArray JNICALL
+    Java_com_nuvik_bench_Natives_callback(JNIEnv* env, jclass, jint widgetHandle) {
+    auto* widget = reinterpret_cast<WidgetRecord*>(widgetHandle);
+    using Fire = void (*)(DWORD, const char*, CallbackTarget*, ...);
+    auto fire = reinterpret_cast<Fire>(reinterpret_cast<void*>(exported("vaCallback")));
+    JavaVM* vm = nullptr;
+    env->GetJavaVM(&vm);
+    jobject receiver = widget->callbackTarget->object;
+    jmethodID method = env->GetMethodID(env->GetObjectClass(receiver), "selected", "()V");
+    return compare(
+        env, 2000, [&] { fire(selection, "()V", widget->callbackTarget); },
+        [&] {
+            JNIEnv* current = nullptr;
+            vm->GetEnv(reinterpret_cast<void**>(&current), JNI_VERSION_1_1);
+            current->CallVoidMethod(receiver, method);
+        });
+}
+
+static LRESULT CALLBACK bareProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto before = reinterpret_cast<WNDPROC>(GetWindowLongW(window, GWL_USERDATA));
+    return CallWindowProcW(before, window, message, wParam, lParam);
+}
+
+__declspec(dllexport) jintArray JNICALL
+    Java_com_nuvik_bench_Natives_message(JNIEnv* env, jclass, jint controlHandle) {
+    HWND ours = reinterpret_cast<ControlRecord*>(controlHandle)->hwnd;
+    HWND bare = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 10, 10, GetParent(ours),
+                                nullptr, nullptr, nullptr);
+    LONG before = SetWindowLongW(bare, GWL_WNDPROC, reinterpret_cast<LONG>(bareProc));
+    SetWindowLongW(bare, GWL_USERDATA, before);
+    jintArray result = compare(
+        env, 2000, [&] { SendMessageW(ours, WM_USER + 50, 0, 0); },
+        [&] { SendMessageW(bare, WM_USER + 50, 0, 0); });
+    DestroyWindow(bare);
+    return result;
+}
+}
