@@ -106,6 +106,7 @@ unpack_jre() {
 build() {
     local log=$run/logs/build.log
     mkdir -p "$run/logs"
+    [ -f "$bin/zemvolt11.dll" ] || echo "zemvolt: building, which takes some minutes the first time"
     (cd "$root" && cmake --preset desk && cmake --build --preset desk) >"$log" 2>&1 || {
         grep -E 'error|Error|FAILED' "$log" | head -20 >&2
         fail "the build failed (see $log)"
