@@ -4,6 +4,7 @@
    - makes threads of the Java VM Wine threads, so that they may call Win32, and tells the VM about
      the stack that such a thread really runs on;
    - offers faults to the VM first and to Wine else;
+   - hands requests to end the program to the launcher;
    - is what System.loadLibrary("zemvolt11") finds, and hands over to the launcher.
    Built without headers and without a start-up: no 32-bit C library need be installed. */
 
@@ -107,7 +108,16 @@ typedef struct {
 } signal_action;
 extern int sigaction(int, const signal_action*, signal_action*);
 
-enum { signal_ill = 4, signal_bus = 7, signal_fpe = 8, signal_segv = 11, last_signal = 31 };
+enum {
+    signal_hup = 1,
+    signal_int = 2,
+    signal_ill = 4,
+    signal_bus = 7,
+    signal_fpe = 8,
+    signal_segv = 11,
+    signal_term = 15,
+    last_signal = 31
+};
 static signal_action wine_actions[last_signal + 1];
 static int (*vm_handles)(int, void*, void*, int abort_if_unrecognized);
 
@@ -131,4 +141,34 @@ void zjava_share_signals(void* libjvm) {
         shared.handler = dispatch;
         sigaction(number, &shared, 0);
     }
+}
+
+extern int pipe(int*);
+extern int read(int, void*, size_t);
+extern int write(int, const void*, size_t);
+static int requests[2];
+
+static void request_end(int number, void* info, void* context) {
+    (void)info;
+    (void)context;
+    unsigned char signal = (unsigned char)number;
+    (void)!write(requests[1], &signal, 1);
+}
+
+/* From here on a request to end the program waits for zjava_wait_for_end. 0 for success. */
+int zjava_watch_for_end(void) {
+    static const int numbers[] = {signal_hup, signal_int, signal_term};
+    enum { with_info_on_alternate_stack_restarting = 0x4 | 0x08000000 | 0x10000000 };
+    if (pipe(requests)) return -1;
+    for (unsigned i = 0; i < sizeof(numbers) / sizeof(numbers[0]); ++i) {
+        signal_action action = {request_end, {0}, with_info_on_alternate_stack_restarting, 0};
+        if (sigaction(numbers[i], &action, 0)) return -1;
+    }
+    return 0;
+}
+
+/* The number of the signal that asked for the end; negative when it cannot be waited for. */
+int zjava_wait_for_end(void) {
+    unsigned char signal;
+    return read(requests[0], &signal, 1) == 1 ? signal : -1;
 }

@@ -155,6 +155,7 @@ int main() {
     words.push_back("-Djava.class.path=" + commandLine.classPath);
     JNIEnv* env = createVm(libjvm, words);
     if (!env) return fail("the Java VM cannot be started");
+    endOnRequest();
     int code = run(env, commandLine);
     exitThroughWindows(code);
 }

@@ -41,6 +41,7 @@ public final class Fatal {
                 System.out.println(String.join("|", arguments));
                 break;
             case "wait":
+                Runtime.getRuntime().addShutdownHook(new Thread(() -> System.out.println("hook")));
                 System.out.println("waiting");
                 OS.Display_Sleep(OS.Display_New());
                 break;
