@@ -8,7 +8,7 @@ jre=$run/jre32/usr/lib/jvm/java-17-openjdk-i386
 wine=/usr/lib/wine/wine
 
 # The recipe of a prefix; a prefix of another recipe is made anew.
-prefix_recipe=1
+prefix_recipe=2
 
 fail() {
     echo "zemvolt: $*" >&2
@@ -19,7 +19,7 @@ fail() {
 # a screen without a display, for tests; the other one shows it.
 enter_prefix() {
     export WINEPREFIX=$run/prefix-$1 WINEARCH=win32 WINESERVER=/usr/lib/wine/wineserver32
-    export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+    export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe,winemenubuilder.exe=d"
     export FONTCONFIG_FILE=$run/fontconfig/fonts.conf
     unset LD_PRELOAD
     # A test must not reach a screen that happens to be there.
@@ -30,4 +30,12 @@ enter_prefix() {
 leave_prefix() {
     [ -d "$run/prefix-$1" ] || return 0
     WINEPREFIX=$run/prefix-$1 WINEARCH=win32 "/usr/lib/wine/wineserver32" -k 2>/dev/null || true
+    # The server's socket has a folder of its own among the temporary files.
+    local server
+    server=server-$(stat -c %D "$run/prefix-$1")-$(printf %x "$(stat -c %i "$run/prefix-$1")")
+    for server in "${TMPDIR:-/tmp}"/wine-*/"$server" "${TMPDIR:-/tmp}/.wine-$(id -u)/$server"; do
+        [ -d "$server" ] || continue
+        rm -rf "$server"
+        rmdir "$(dirname "$server")" 2>/dev/null || true
+    done
 }
