@@ -32,6 +32,63 @@ void Control_StackAbove(ControlRecord* control, const ControlRecord* other) {
     stackAfter(control->hwnd, above && above != other->hwnd ? above : HWND_TOP);
 }
 
+static void request(const ControlRecord* control, ControlMessage message, const void* value,
+                    ErrorRecord* error) {
+    SendMessageW(control->hwnd, message, reinterpret_cast<WPARAM>(value),
+                 reinterpret_cast<LPARAM>(&error));
+}
+
+void Control_SetBackground(ControlRecord* control, ColorRecord* color, ErrorRecord* error) {
+    request(control, controlSetBackground, color, error);
+}
+
+void Control_SetForeground(ControlRecord* control, ColorRecord* color, ErrorRecord* error) {
+    request(control, controlSetForeground, color, error);
+}
+
+jint Control_GetBackgroundRGB(ControlRecord* control, ErrorRecord*) {
+    if (control->background) return swapRedAndBlue(control->background->color);
+    return swapRedAndBlue(SendMessageW(control->hwnd, controlGetBackground, 0, 0));
+}
+
+jint Control_GetForegroundRGB(ControlRecord* control, ErrorRecord*) {
+    if (control->foreground) return swapRedAndBlue(control->foreground->color);
+    return swapRedAndBlue(SendMessageW(control->hwnd, controlGetForeground, 0, 0));
+}
+
+bool Control_InheritsBackground(ControlRecord* control, ErrorRecord*) {
+    return control->inheritsBackground;
+}
+
+void Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord* error) {
+    request(control, controlSetFont, font, error);
+}
+
+FontRecord* Control_GetDefaultFont(ControlRecord* control, ErrorRecord* error) {
+    DisplayRecord* display = Control_GetDisplay(control);
+    if (!display->systemFont)
+        display->systemFont = Font_FromHandle(_Control_GetDefaultFont(), error);
+    return display->systemFont;
+}
+
+void Control_SetCursor(ControlRecord* control, HCURSOR cursor, ErrorRecord*) {
+    control->cursor = cursor;
+    SetCursor(cursor);
+}
+
+void Control_MoveAbove(ControlRecord* control, ControlRecord* other, ErrorRecord* error) {
+    request(control, controlMoveAbove, other, error);
+}
+
+void Control_MoveBelow(ControlRecord* control, ControlRecord* other, ErrorRecord*) {
+    if (!other) {
+        stackAfter(control->hwnd, HWND_BOTTOM);
+        return;
+    }
+    if (other == control || other->parent != control->parent) return;
+    stackAfter(control->hwnd, other->hwnd);
+}
+
 PixelPair Control_GetMinimumSize(ControlRecord* control, ErrorRecord* error) {
     POINT size = {};
     SendMessageW(control->hwnd, controlGetMinimumSize, reinterpret_cast<WPARAM>(&size),

@@ -1,3 +1,4 @@
+#include "control/bar_hooks.h"
 #include "control/scrollable.h"
 
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
@@ -41,6 +42,20 @@ static LRESULT notify(HWND window, WPARAM wParam, LPARAM lParam) {
     return _Scrollable_Proc(window, WM_NOTIFY, wParam, lParam);
 }
 
+// The bar that a scroll message is about; null when it is not a bar of Java's.
+static AdjustableRecord* barOf(HWND window, UINT message, HWND sender) {
+    if (sender && sender != window) return Bar_Of(controlOf(sender));
+    auto* composite = static_cast<const ScrollableRecord*>(controlOf(window));
+    if (!composite) return nullptr;
+    return message == WM_HSCROLL ? composite->horizontalBar : composite->verticalBar;
+}
+
+static LRESULT scroll(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    AdjustableRecord* bar = barOf(window, message, reinterpret_cast<HWND>(lParam));
+    if (bar) Bar_Scroll(bar, wParam);
+    return _Scrollable_Proc(window, message, wParam, lParam);
+}
+
 static LRESULT colorChild(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = _Scrollable_Proc(window, message, wParam, lParam);
     const ControlRecord* child = controlOf(reinterpret_cast<HWND>(lParam));
@@ -58,6 +73,9 @@ LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM
         return focusGained(window);
     case WM_NOTIFY:
         return notify(window, wParam, lParam);
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+        return scroll(window, message, wParam, lParam);
     case WM_CTLCOLORMSGBOX:
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:

@@ -15,9 +15,11 @@ HMENU Menu_GetHandle(const MenuRecord* menu);
 // Runs the item's selection.
 void MenuItem_Select(MenuItemRecord* item, WPARAM wParam);
 
-// An empty menu bar for the shell. The record is returned even when its window could not be made,
-// which is reported.
-MenuRecord* MenuBar_Create(ShellRecord* shell, ErrorRecord* error);
+// WM_DRAWITEM of an item.
+void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+
+// WM_MEASUREITEM of an item; false when the item leaves that to the system.
+bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
 
 // Ends a menu bar that Java does not know. Null is allowed.
 void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error);

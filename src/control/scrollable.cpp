@@ -1,5 +1,6 @@
 #include "control/scrollable.h"
 #include "bridge/memory.h"
+#include "control/bar_hooks.h"
 
 extern "C" DWORD _Scrollable_Style(DWORD javaStyle) {
     DWORD style = _Control_Style();
@@ -34,11 +35,43 @@ extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM w
 
 extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
     auto* scrollable = static_cast<ScrollableRecord*>(widget);
-    freeBlock(scrollable->horizontalBar);
-    freeBlock(scrollable->verticalBar);
+    Bar_Free(scrollable->horizontalBar);
+    Bar_Free(scrollable->verticalBar);
     scrollable->horizontalBar = nullptr;
     scrollable->verticalBar = nullptr;
     return _Dispose_Control(widget, error);
+}
+
+AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
+    if (!scrollable->horizontalBar) scrollable->horizontalBar = Bar_New(scrollable, SB_HORZ, error);
+    return scrollable->horizontalBar;
+}
+
+AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
+    if (!scrollable->verticalBar) scrollable->verticalBar = Bar_New(scrollable, SB_VERT, error);
+    return scrollable->verticalBar;
+}
+
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* bar,
+                                      ErrorRecord*) {
+    RECT client = {};
+    GetClientRect(scrollable->hwnd, &client);
+    if (bar == scrollable->horizontalBar)
+        return {0, 0, client.right, GetSystemMetrics(SM_CYHSCROLL)};
+    return {0, 0, GetSystemMetrics(SM_CXVSCROLL), client.bottom};
+}
+
+void Scrollable_SetAdjustableEnabled(ScrollableRecord*, AdjustableRecord* bar, bool enabled,
+                                     ErrorRecord*) {
+    Bar_SetEnabled(bar, enabled);
+}
+
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* bar,
+                                     bool visible, ErrorRecord*) {
+    Bar_SetVisible(bar, visible);
+    SetWindowPos(scrollable->hwnd, nullptr, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED |
+                     SWP_NOOWNERZORDER);
 }
 
 jint Platform_GetCapability(jint id, ErrorRecord*) {

@@ -34,6 +34,18 @@ int _Dispose_Scrollable(WidgetRecord* scrollable, ErrorRecord* error);
 Insets Scrollable_MeasureInsets(HWND window);
 Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord* error);
 
+// The record of one of the window's own bars, made on first use. Owned by the scrollable.
+AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error);
+AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error);
+
+// The room that the bar takes, from the client area's origin, in pixels.
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* bar,
+                                      ErrorRecord* error);
+void Scrollable_SetAdjustableEnabled(ScrollableRecord* scrollable, AdjustableRecord* bar,
+                                     bool enabled, ErrorRecord* error);
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* bar,
+                                     bool visible, ErrorRecord* error);
+
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

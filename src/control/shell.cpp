@@ -147,3 +147,29 @@ void Shell_Maximize(ShellRecord* shell) {
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord*) {
     if (maximized) Shell_Maximize(shell);
 }
+
+bool Shell_GetMinimized(ShellRecord*, ErrorRecord*) { return false; }
+
+void Shell_SetMinimized(ShellRecord*, bool, ErrorRecord*) {}
+
+void Shell_SetImage(ShellRecord*, ImageRecord*, ErrorRecord*) {}
+
+void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord*) {
+    if (!shell->parent) return;
+    DWORD style = GetWindowLongW(shell->hwnd, GWL_STYLE);
+    style = resizable ? style | WS_THICKFRAME : style & ~WS_THICKFRAME;
+    SetWindowLongW(shell->hwnd, GWL_STYLE, style);
+    SetWindowPos(shell->hwnd, nullptr, 0, 0, 0, 0, frameChanged | SWP_NOOWNERZORDER);
+}
+
+static void showBar(const MenuRecord* bar, int command) {
+    HWND window = MenuBar_GetWindow(bar);
+    if (window) ShowWindow(window, command);
+}
+
+void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord*) {
+    showBar(Shell_GetCurrentMenuBar(shell), SW_HIDE);
+    shell->menuBar = bar;
+    showBar(Shell_GetCurrentMenuBar(shell), SW_SHOW);
+    if (!shell->parent) Shell_Maximize(shell);
+}

@@ -6,6 +6,7 @@
 #include "control/scrollable.h"
 #include "display/accelerators.h"
 
+struct ImageRecord;
 struct MenuRecord;
 
 struct ShellRecord : ScrollableRecord {
@@ -32,6 +33,20 @@ void Shell_SetText(ShellRecord* shell, const wchar_t* text, ErrorRecord* error);
 
 // Fills the work area; false does nothing.
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord* error);
+
+// Minimising cannot be asked for on this platform: always false, and nothing done. Both are meant.
+bool Shell_GetMinimized(ShellRecord* shell, ErrorRecord* error);
+void Shell_SetMinimized(ShellRecord* shell, bool minimized, ErrorRecord* error);
+
+// Does nothing: shells show no image on this platform.
+void Shell_SetImage(ShellRecord* shell, ImageRecord* image, ErrorRecord* error);
+
+// Whether the user can size a child shell by its frame. Top shells cannot be sized.
+void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord* error);
+
+// Shows the bar in place of the one that shows; null stands for the empty default bar. The shell
+// does not own it.
+void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord* error);
 
 // The shell's window procedure. Display thread.
 LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -54,6 +54,23 @@ static void settingChanged(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     SHHandleWMSettingChange(window, wParam, lParam, &shell->activation);
 }
 
+static MenuItemRecord* itemOf(const ShellRecord* shell, UINT ownerType, ULONG_PTR itemData) {
+    if (ownerType != ODT_MENU) return nullptr;
+    return Display_FindCommandItem(shell->display, static_cast<LONG>(itemData));
+}
+
+static void drawMenuItem(const ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+    auto* drawing = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    MenuItemRecord* item = itemOf(shell, drawing->CtlType, drawing->itemData);
+    if (item) MenuItem_Draw(item, wParam, lParam);
+}
+
+static bool measureMenuItem(const ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+    auto* measuring = reinterpret_cast<const MEASUREITEMSTRUCT*>(lParam);
+    MenuItemRecord* item = itemOf(shell, measuring->CtlType, measuring->itemData);
+    return item && MenuItem_Measure(item, wParam, lParam);
+}
+
 static bool isOkButton(HWND window, WPARAM wParam, LPARAM lParam) {
     HWND sender = reinterpret_cast<HWND>(lParam);
     return LOWORD(wParam) == IDOK && (!sender || sender == window);
@@ -125,6 +142,12 @@ LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         return activate(shell, wParam, lParam);
     case WM_SETTINGCHANGE:
         settingChanged(shell, wParam, lParam);
+        break;
+    case WM_DRAWITEM:
+        drawMenuItem(shell, wParam, lParam);
+        break;
+    case WM_MEASUREITEM:
+        if (measureMenuItem(shell, wParam, lParam)) return 1;
         break;
     case WM_COMMAND:
         return command(shell, wParam, lParam);

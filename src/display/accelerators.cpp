@@ -1,4 +1,58 @@
 #include "display/accelerators.h"
+#include "bridge/memory.h"
+
+static constexpr LONG firstCapacity = 10;
+static constexpr LONG growth = 5;
+
+static bool reserve(ShellAccelerators* accelerators, LONG capacity) {
+    auto* entries = allocateArray<ACCEL>(capacity);
+    if (!entries) return false;
+    if (accelerators->entries)
+        memcpy(entries, accelerators->entries, accelerators->count * sizeof(*entries));
+    freeBlock(accelerators->entries);
+    accelerators->entries = entries;
+    accelerators->capacity = capacity;
+    return true;
+}
+
+// Makes room for one entry more.
+static bool makeRoom(ShellAccelerators* accelerators, ErrorRecord* error) {
+    if (!accelerators->entries) {
+        if (reserve(accelerators, firstCapacity)) return true;
+        Win32Error_SetError(error, errorOutOfMemory,
+                            L"Not enough space to create accelerator table");
+        return false;
+    }
+    if (accelerators->count < accelerators->capacity) return true;
+    if (reserve(accelerators, accelerators->capacity + growth)) return true;
+    Win32Error_SetError(error, errorOutOfMemory, L"Not enough space to grow accelerator table");
+    return false;
+}
+
+static ACCEL* find(const ShellAccelerators* accelerators, WORD command) {
+    for (LONG i = 0; i < accelerators->count; ++i)
+        if (accelerators->entries[i].cmd == command) return &accelerators->entries[i];
+    return nullptr;
+}
+
+void Accelerators_Set(ShellAccelerators* accelerators, const ACCEL& entry, ErrorRecord* error) {
+    ACCEL* existing = find(accelerators, entry.cmd);
+    if (existing)
+        *existing = entry;
+    else if (makeRoom(accelerators, error))
+        accelerators->entries[accelerators->count++] = entry;
+    Accelerators_DropTable(accelerators);
+}
+
+void Accelerators_Remove(ShellAccelerators* accelerators, WORD command) {
+    LONG kept = 0;
+    for (LONG i = 0; i < accelerators->count; ++i)
+        if (accelerators->entries[i].cmd != command)
+            accelerators->entries[kept++] = accelerators->entries[i];
+    if (kept == accelerators->count) return;
+    accelerators->count = kept;
+    Accelerators_DropTable(accelerators);
+}
 
 HACCEL Accelerators_GetTable(ShellAccelerators* accelerators) {
     if (!accelerators->table && accelerators->count != 0)
@@ -15,6 +69,13 @@ void Accelerators_DropTable(ShellAccelerators* accelerators) {
 static HWND topLevelOf(HWND window) {
     while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
     return window;
+}
+
+ShellAccelerators* Accelerators_Above(HWND window) {
+    window = topLevelOf(window);
+    auto* shell =
+        window ? reinterpret_cast<ShellRecord*>(GetWindowLongW(window, GWL_USERDATA)) : nullptr;
+    return shell ? Shell_GetAccelerators(shell) : nullptr;
 }
 
 static const ACCEL* findShifted(const ShellAccelerators& accelerators, WPARAM key) {
@@ -39,15 +100,12 @@ static bool dispatchControlShift(const ShellAccelerators& accelerators, const MS
 
 bool Accelerators_Translate(MSG* message) {
     if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST) return false;
-    HWND window = topLevelOf(message->hwnd);
-    if (!window) return false;
-    auto* shell = reinterpret_cast<ShellRecord*>(GetWindowLongW(window, GWL_USERDATA));
-    if (!shell) return false;
-    ShellAccelerators* accelerators = Shell_GetAccelerators(shell);
+    ShellAccelerators* accelerators = Accelerators_Above(message->hwnd);
+    if (!accelerators) return false;
     HACCEL table = Accelerators_GetTable(accelerators);
     if (!table) return false;
 
     if (message->wParam == VK_SHIFT) accelerators->shiftDown = message->message == WM_KEYDOWN;
     if (dispatchControlShift(*accelerators, *message)) return true;
-    return TranslateAcceleratorW(window, table, message) != 0;
+    return TranslateAcceleratorW(topLevelOf(message->hwnd), table, message) != 0;
 }

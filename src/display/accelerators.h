@@ -2,6 +2,7 @@
 // The keyboard accelerators of a shell, and the translation of key messages by them.
 // Display thread only.
 
+#include "bridge/error.h"
 #include "bridge/layout.h"
 #include "ce.h"
 
@@ -20,6 +21,15 @@ ASSERT_OFFSET(ShellAccelerators, shiftDown, 16)
 
 // The shell module owns the record that these are kept in.
 ShellAccelerators* Shell_GetAccelerators(ShellRecord* shell);
+
+// The accelerators of the shell that the window is or lies in; null when the window is gone.
+ShellAccelerators* Accelerators_Above(HWND window);
+
+// Replaces the entry of the same command, or adds one.
+void Accelerators_Set(ShellAccelerators* accelerators, const ACCEL& entry, ErrorRecord* error);
+
+// Removes the entries of the command.
+void Accelerators_Remove(ShellAccelerators* accelerators, WORD command);
 
 // The built table, built now if need be; null without entries.
 HACCEL Accelerators_GetTable(ShellAccelerators* accelerators);

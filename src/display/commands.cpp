@@ -1,10 +1,40 @@
 #include "display/commands.h"
+#include "bridge/memory.h"
 #include "display/display.h"
 
 static constexpr LONG firstCommandId = 108;
+static constexpr LONG growth = 32;
+
+static LONG findFreeSlot(const DisplayRecord* display) {
+    LONG slot = 0;
+    while (slot < display->commandItemCapacity && display->commandItems[slot]) ++slot;
+    return slot;
+}
+
+static bool grow(DisplayRecord* display) {
+    LONG capacity = display->commandItemCapacity;
+    auto** items = allocateArray<MenuItemRecord*>(capacity + growth);
+    if (!items) return false;
+    if (capacity) memcpy(items, display->commandItems, capacity * sizeof(*items));
+    freeBlock(display->commandItems);
+    display->commandItems = items;
+    display->commandItemCapacity = capacity + growth;
+    return true;
+}
+
+LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item) {
+    LONG slot = findFreeSlot(display);
+    if (slot == display->commandItemCapacity && !grow(display)) return 0;
+    display->commandItems[slot] = item;
+    return slot + firstCommandId;
+}
 
 MenuItemRecord* Display_FindCommandItem(const DisplayRecord* display, LONG id) {
     LONG slot = id - firstCommandId;
     if (slot < 0 || slot >= display->commandItemCapacity) return nullptr;
     return display->commandItems[slot];
+}
+
+void Display_ReleaseCommandId(DisplayRecord* display, LONG id) {
+    if (Display_FindCommandItem(display, id)) display->commandItems[id - firstCommandId] = nullptr;
 }

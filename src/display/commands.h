@@ -6,5 +6,11 @@
 struct DisplayRecord;
 struct MenuItemRecord;
 
+// Gives the item the lowest free command id; 0 when there is no memory for it.
+LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item);
+
 // The item with this command id, or null.
 MenuItemRecord* Display_FindCommandItem(const DisplayRecord* display, LONG id);
+
+// Frees the id for another item. An id that is not in the table is ignored.
+void Display_ReleaseCommandId(DisplayRecord* display, LONG id);

@@ -24,6 +24,12 @@ static LRESULT createControl(WPARAM wParam, LPARAM lParam) {
         Control_Create(parent, *reinterpret_cast<const ControlRequest*>(lParam)));
 }
 
+static LRESULT createMenu(MenuRecord* (*create)(ControlRecord*, ErrorRecord*), WPARAM wParam,
+                          LPARAM lParam) {
+    auto* owner = reinterpret_cast<ControlRecord*>(wParam);
+    return reinterpret_cast<LRESULT>(create(owner, *reinterpret_cast<ErrorRecord**>(lParam)));
+}
+
 static LRESULT setFocus(WPARAM wParam) {
     SetFocus(reinterpret_cast<HWND>(wParam));
     return 1;
@@ -47,6 +53,10 @@ static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wPar
         return DestroyWindow(reinterpret_cast<HWND>(wParam));
     case requestSetFocus:
         return setFocus(wParam);
+    case requestCreateMenuBar:
+        return createMenu(MenuBar_Create, wParam, lParam);
+    case requestCreatePopupMenu:
+        return createMenu(PopupMenu_Create, wParam, lParam);
     case requestSwapCallbackTarget:
         return swapCallbackTarget(wParam, lParam);
     default:
@@ -56,7 +66,7 @@ static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wPar
 
 static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
     auto* display = reinterpret_cast<DisplayRecord*>(device);
-    Font_Release(display->systemFont);
+    Font_Dispose(display->systemFont, nullptr);
     DestroyWindow(display->messageWindow);
     // While another display still uses the class, the command table is left allocated; that is
     // meant.

@@ -38,4 +38,7 @@ struct ControlRequest {
 
 ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD javaStyle,
                           ErrorRecord* error);
+// The record is returned even when the bar's window could not be made, which is reported.
+MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error);
+MenuRecord* PopupMenu_Create(ControlRecord* owner, ErrorRecord* error);
 ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& request);

@@ -1,10 +1,52 @@
 #include "display/services.h"
 #include "display/keys.h"
 #include "display/requests.h"
+#include "graphics/color.h"
 
 static constexpr jint eventPress = 1;
 
 void Display_Beep(DisplayRecord*, ErrorRecord*) { MessageBeep(0); }
+
+// By the number under which Java knows the colour.
+static constexpr BYTE systemColors[] = {
+    COLOR_BACKGROUND,
+    COLOR_ACTIVECAPTION,
+    COLOR_CAPTIONTEXT,
+    COLOR_ACTIVEBORDER,
+    COLOR_INACTIVECAPTION,
+    COLOR_INACTIVECAPTIONTEXT,
+    COLOR_INACTIVEBORDER,
+    COLOR_WINDOW,
+    COLOR_WINDOWFRAME,
+    COLOR_WINDOWTEXT,
+    COLOR_MENU,
+    COLOR_MENUTEXT,
+    COLOR_WINDOW,
+    COLOR_WINDOWTEXT,
+    COLOR_HIGHLIGHT,
+    COLOR_HIGHLIGHTTEXT,
+    COLOR_GRAYTEXT,
+    COLOR_BTNFACE,
+    COLOR_WINDOWTEXT,
+    COLOR_3DLIGHT,
+    COLOR_BTNHIGHLIGHT,
+    COLOR_BTNSHADOW,
+    COLOR_3DDKSHADOW,
+    COLOR_SCROLLBAR,
+    COLOR_INFOBK,
+    COLOR_INFOTEXT,
+};
+static constexpr jint systemColorCount = sizeof(systemColors) / sizeof(systemColors[0]);
+static_assert(systemColorCount == 26);
+
+ColorRecord* Display_GetSystemColor(DeviceRecord* device, jint id, ErrorRecord* error) {
+    if (id < 0 || id >= systemColorCount) {
+        Win32Error_SetError(error, errorFailed, L"Unrecognized color ID");
+        return nullptr;
+    }
+    COLORREF color = systemColor(systemColors[id]);
+    return Color_New(device, GetRValue(color), GetGValue(color), GetBValue(color), error);
+}
 
 Insets Display_GetInsets(DisplayRecord* display, ErrorRecord* error) {
     RECT work = {};

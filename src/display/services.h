@@ -5,7 +5,12 @@
 #include "bridge/native.h"
 #include "display/display.h"
 
+struct ColorRecord;
+
 void Display_Beep(DisplayRecord* display, ErrorRecord* error);
+
+// A colour of the system's, 0 to 25, as a record of the caller's own.
+ColorRecord* Display_GetSystemColor(DeviceRecord* device, jint id, ErrorRecord* error);
 
 // What the system's bars leave free at each edge of the screen, in pixels.
 Insets Display_GetInsets(DisplayRecord* display, ErrorRecord* error);

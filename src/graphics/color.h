@@ -1,8 +1,11 @@
 #pragma once
 // Colours of controls and drawing. Any thread.
 
+#include "bridge/error.h"
 #include "bridge/layout.h"
 #include "ce.h"
+
+struct DeviceRecord;
 
 // Owned by the Java colour.
 struct ColorRecord {
@@ -11,8 +14,20 @@ struct ColorRecord {
 };
 ASSERT_OFFSET(ColorRecord, brush, 4)
 
+// Components of 0 to 255, or null with the error set. Every device has the same colours.
+ColorRecord* Color_New(DeviceRecord* device, jint red, jint green, jint blue, ErrorRecord* error);
+void Color_Dispose(ColorRecord* color, ErrorRecord* error);
+jint Color_GetRed(ColorRecord* color, ErrorRecord* error);
+jint Color_GetGreen(ColorRecord* color, ErrorRecord* error);
+jint Color_GetBlue(ColorRecord* color, ErrorRecord* error);
+
 // The colour's brush, made on first use and kept by the record.
 HBRUSH Color_GetBrush(ColorRecord* color);
 
 // A system colour. The device wants the index marked as one.
 inline COLORREF systemColor(int index) { return GetSysColor(index | SYS_COLOR_INDEX_FLAG); }
+
+// 0x00BBGGRR as Java has it, 0xRRGGBB, and back.
+inline jint swapRedAndBlue(jint color) {
+    return (color & 0x00FF00) | (color >> 16 & 0xFF) | (color & 0xFF) << 16;
+}

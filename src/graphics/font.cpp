@@ -1,9 +1,169 @@
 #include "graphics/font.h"
 #include "bridge/memory.h"
+#include "graphics/gdi_guards.h"
 
-void Font_Release(FontRecord* font) {
+static constexpr jint pointsPerInch = 72;
+
+extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style) {
+    WindowContext screen(nullptr);
+    // Positive on purpose: the size is the height of the cell, internal leading included.
+    font->lfHeight = GetDeviceCaps(screen, LOGPIXELSY) * points / pointsPerInch;
+    font->lfWeight = style & fontBold ? FW_BOLD : FW_NORMAL;
+    font->lfItalic = (style & fontItalic) != 0;
+    font->lfUnderline = (style & fontUnderline) != 0;
+    font->lfStrikeOut = (style & fontStrikeOut) != 0;
+    font->lfCharSet = DEFAULT_CHARSET;
+}
+
+FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error) {
+    WindowContext screen(nullptr);
+    auto* record = allocate<FontRecord>();
+    if (!record) {
+        // The font is not deleted, on purpose: it may be one of the system's own.
+        Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to allocate font");
+        return nullptr;
+    }
+    record->font = font;
+    SelectedObject selected(screen, font);
+    GetTextMetricsW(screen, &record->metrics);
+    return record;
+}
+
+static FontRecord* create(const LOGFONTW& description, ErrorRecord* error) {
+    HFONT font = CreateFontIndirectW(&description);
+    if (!font) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to createfont");
+        return nullptr;
+    }
+    return Font_FromHandle(font, error);
+}
+
+FontRecord* Font_New(DeviceRecord*, const wchar_t* name, jint points, jint style,
+                     ErrorRecord* error) {
+    LOGFONTW description = {};
+    if (!name) name = L"";
+    if (lstrcmpiW(name, L"fixed") == 0)
+        description.lfPitchAndFamily = FF_MODERN;
+    else // a longer name is cut, and one that fills the field is not terminated: both are meant
+        for (int i = 0; i < LF_FACESIZE && name[i]; ++i) description.lfFaceName[i] = name[i];
+    _Font_FillInFont(&description, points, style);
+    return create(description, error);
+}
+
+static BYTE familyOf(jint kind) {
+    switch (kind) {
+    case 2:
+        return FF_SWISS;
+    case 3:
+        return FF_ROMAN;
+    case 4:
+        return FF_MODERN;
+    default:
+        return FF_DONTCARE;
+    }
+}
+
+FontRecord* Font_NewLogical(DeviceRecord*, jint family, jint points, jint style,
+                            ErrorRecord* error) {
+    LOGFONTW description = {};
+    _Font_FillInFont(&description, points, style);
+    description.lfPitchAndFamily = familyOf(family);
+    return create(description, error);
+}
+
+void Font_Dispose(FontRecord* font, ErrorRecord*) {
     if (!font) return;
     DeleteObject(font->font);
     *font = {};
     freeBlock(font);
+}
+
+jint Font_GetAscent(FontRecord* font, ErrorRecord*) {
+    return font->metrics.tmAscent - font->metrics.tmInternalLeading;
+}
+
+jint Font_GetDescent(FontRecord* font, ErrorRecord*) { return font->metrics.tmDescent; }
+
+jint Font_GetLeading(FontRecord* font, ErrorRecord*) { return font->metrics.tmInternalLeading; }
+
+jint Font_GetStyle(FontRecord* font, ErrorRecord*) {
+    const TEXTMETRICW& metrics = font->metrics;
+    jint style = 0;
+    if (metrics.tmItalic) style |= fontItalic;
+    if (metrics.tmWeight == FW_BOLD) style |= fontBold; // no other weight, on purpose
+    if (metrics.tmUnderlined) style |= fontUnderline;
+    if (metrics.tmStruckOut) style |= fontStrikeOut;
+    return style;
+}
+
+jint Font_GetSizeInPoints(FontRecord* font, ErrorRecord* error) {
+    WindowContext screen(nullptr);
+    if (!screen) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to get screen dc");
+        return 0;
+    }
+    return font->metrics.tmHeight * pointsPerInch / GetDeviceCaps(screen, LOGPIXELSY);
+}
+
+static BOOL measure(HDC context, const wchar_t* text, int length, SIZE* size) {
+    return GetTextExtentExPointW(context, text, length, 0, nullptr, nullptr, size);
+}
+
+jint Font_GetAdvanceWidth(FontRecord* font, jchar character, ErrorRecord*) {
+    WindowContext screen(nullptr);
+    // The font stays selected until the context is released; that is meant.
+    SelectObject(screen, font->font);
+    wchar_t text = static_cast<wchar_t>(character);
+    SIZE size = {};
+    measure(screen, &text, 1, &size);
+    return size.cx;
+}
+
+jint Font_StringAdvance(FontRecord* font, const wchar_t* text, ErrorRecord* error) {
+    if (!text) return 0;
+    WindowContext screen(nullptr);
+    if (!screen) {
+        Win32Error_SetError(error, GetLastError(), L"Failed to get screen DC");
+        return 0;
+    }
+    SelectedObject selected(screen, font->font);
+    if (!selected) {
+        Win32Error_SetError(error, errorFailed, L"Failed to select font");
+        return 0;
+    }
+    SIZE size = {};
+    if (!measure(screen, text, static_cast<int>(wcslen(text)), &size)) {
+        Win32Error_SetError(error, GetLastError(), L"Failed to calculate text extent");
+        return 0;
+    }
+    return size.cx;
+}
+
+static wchar_t* copyFaceName(HDC context, ErrorRecord* error) {
+    int length = GetTextFaceW(context, 0, nullptr);
+    if (length == 0) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to get font face length");
+        return nullptr;
+    }
+    auto* name = allocateArray<wchar_t>(length);
+    if (!name) {
+        Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to store font face name");
+        return nullptr;
+    }
+    if (!GetTextFaceW(context, length, name)) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to copy font face name into buffer");
+        freeBlock(name);
+        return nullptr;
+    }
+    return name;
+}
+
+NativeString Font_GetName(FontRecord* font, ErrorRecord* error) {
+    WindowContext screen(nullptr);
+    if (!screen) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to get screen dc");
+        return {};
+    }
+    SelectedObject selected(screen, font->font);
+    return {copyFaceName(screen, error), true};
 }

@@ -1,8 +1,12 @@
 #pragma once
-// Font records. Any thread.
+// Font records: a font of the system with its metrics, measured once on the screen. Any thread.
 
+#include "bridge/error.h"
 #include "bridge/layout.h"
+#include "bridge/native.h"
 #include "ce.h"
+
+struct DeviceRecord;
 
 // Owned by the Java font, or by the display for its default font.
 struct FontRecord {
@@ -11,5 +15,41 @@ struct FontRecord {
 };
 ASSERT_OFFSET(FontRecord, metrics, 4)
 
+// Style bits of Java fonts.
+enum FontStyle : jint {
+    fontBold = 2,
+    fontItalic = 4,
+    fontUnderline = 8,
+    fontStrikeOut = 16,
+};
+
+// Fills in what every font is made with; the rest of the zero-filled record stays the caller's.
+extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style);
+
+// A record that takes the font over, also when it cannot be allocated. Null with the error set.
+FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error);
+
+// Every device has the same fonts. "fixed", in any case, asks for any fixed-pitch face.
+FontRecord* Font_New(DeviceRecord* device, const wchar_t* name, jint points, jint style,
+                     ErrorRecord* error);
+
+// family: 2 sans serif, 3 serif, 4 fixed pitch, any other whatever the system prefers.
+FontRecord* Font_NewLogical(DeviceRecord* device, jint family, jint points, jint style,
+                            ErrorRecord* error);
+
 // Deletes the font and frees its record. Null is allowed.
-void Font_Release(FontRecord* font);
+void Font_Dispose(FontRecord* font, ErrorRecord* error);
+
+// Pixels, without the internal leading.
+jint Font_GetAscent(FontRecord* font, ErrorRecord* error);
+jint Font_GetDescent(FontRecord* font, ErrorRecord* error);
+jint Font_GetLeading(FontRecord* font, ErrorRecord* error);
+jint Font_GetSizeInPoints(FontRecord* font, ErrorRecord* error);
+jint Font_GetStyle(FontRecord* font, ErrorRecord* error);
+
+// Widths in pixels. A null text is 0 wide.
+jint Font_GetAdvanceWidth(FontRecord* font, jchar character, ErrorRecord* error);
+jint Font_StringAdvance(FontRecord* font, const wchar_t* text, ErrorRecord* error);
+
+// The name of the face that the system chose.
+NativeString Font_GetName(FontRecord* font, ErrorRecord* error);

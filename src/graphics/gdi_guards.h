@@ -7,7 +7,10 @@ class SelectedObject {
   public:
     SelectedObject(HDC context, HGDIOBJ object)
         : context(context), previous(SelectObject(context, object)) {}
-    ~SelectedObject() { SelectObject(context, previous); }
+    ~SelectedObject() {
+        if (previous) SelectObject(context, previous);
+    }
+    explicit operator bool() const { return previous != nullptr; }
     SelectedObject(const SelectedObject&) = delete;
     SelectedObject& operator=(const SelectedObject&) = delete;
 

@@ -1,26 +1,40 @@
 #pragma once
-// Menus and their items. Display thread only, but for the natives.
+// Menu bars, drop-down and pop-up menus. A menu bar is a command bar of the device's shell, the
+// others are menus of the system. Display thread only, but for the natives.
 
 #include "bridge/layout.h"
 #include "bridge/widget.h"
 #include "ce.h"
 
 struct ControlRecord;
+struct FontRecord;
 struct MenuItemRecord;
+struct ShellRecord;
 
 struct MenuRecord : WidgetRecord {
-    ControlRecord* owner;        // the shell of a menu bar, the control of a pop-up
+    ControlRecord* owner;        // at creation; a later use goes through ownerWindow
     HMENU menuHandle;            // owned; null for a menu bar
-    HWND menuBarWindow;          // goes with the shell's window; null but for a menu bar
+    HWND menuBarWindow;          // owned; null but for a menu bar
     MenuItemRecord* cascadeItem; // the item that currently shows this menu
+    HWND ownerWindow;            // of a shell (menu bar) or control; may be gone already
 };
 ASSERT_OFFSET(MenuRecord, owner, 16)
+ASSERT_OFFSET(MenuRecord, menuHandle, 20)
 ASSERT_OFFSET(MenuRecord, menuBarWindow, 24)
+ASSERT_OFFSET(MenuRecord, cascadeItem, 28)
 
-using MenuItemSelection = void (*)(MenuItemRecord* item, WPARAM wParam, void* unused);
+MenuRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error);
+MenuRecord* DropDownMenu_New(ControlRecord* owner, ErrorRecord* error);
+MenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error);
 
-struct MenuItemRecord : WidgetRecord {
-    MenuRecord* menu;
-    DWORD id;                 // the command id that the display gave it
-    MenuItemSelection select; // null: choosing the item does nothing
-};
+// Shows the menu at a point of the owner's client area until an item is chosen or none.
+void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord* error);
+
+// Does nothing: the system draws its menus in its own font.
+void Menu_SetFont(MenuRecord* menu, FontRecord* font, ErrorRecord* error);
+
+// A menu's record with its head filled; null when there is no memory for it.
+MenuRecord* Menu_Allocate(ControlRecord* owner);
+
+// Where the item is in a drop-down or pop-up menu; -1 when it is not there.
+int Menu_FindPosition(const MenuRecord* menu, DWORD id);

@@ -7,6 +7,7 @@ BASE_NATIVE(jboolean, Display, ReadAndDispatch, (jint display), (display))
 BASE_NATIVE(jint, Display, Sleep, (jint display), (display))
 BASE_NATIVE(jint, Display, Wake, (jint display), (display))
 WIDGET_NATIVE(void, Display, Beep, (jint display), (display))
+WIDGET_NATIVE(jint, Display, GetSystemColor, (jint device, jint id), (device, id))
 WIDGET_NATIVE(jintArray, Display, GetInsets, (jint display), (display))
 WIDGET_NATIVE(jboolean, Display, PostKeyEvent, (jint display, jint type, jint key, jchar character),
               (display, type, key, character))

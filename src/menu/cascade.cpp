@@ -1,0 +1,66 @@
+// Items that open a menu.
+
+#include "aygshell.h"
+#include "menu/menu_item.h"
+
+static constexpr UINT longestText = 128; // characters, the terminator included
+
+static bool readText(HMENU menu, int position, wchar_t* text) {
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_TYPE;
+    info.dwTypeData = text;
+    info.cch = longestText;
+    return GetMenuItemInfoW(menu, position, TRUE, &info);
+}
+
+static bool insert(HMENU menu, int position, DWORD id, HMENU subMenu, const wchar_t* text) {
+    if (subMenu)
+        return InsertMenuW(menu, position, MF_BYPOSITION | MF_POPUP,
+                           reinterpret_cast<UINT_PTR>(subMenu), text);
+    return InsertMenuW(menu, position, MF_BYPOSITION, id, text);
+}
+
+static void setData(HMENU menu, int position, DWORD id) {
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_DATA;
+    info.dwItemData = id;
+    SetMenuItemInfoW(menu, position, TRUE, &info);
+}
+
+// The system cannot turn a plain item into one with a sub-menu: the item is replaced. The old one
+// is taken out and not deleted, which would destroy the sub-menu that it shows.
+static bool replace(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) {
+    int position = MenuItem_Locate(item, error);
+    if (position < 0) return false;
+    HMENU menu = item->menu->menuHandle;
+    wchar_t text[longestText] = L"";
+    if (!readText(menu, position, text)) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to get the menu item text");
+        return false;
+    }
+    if (!insert(menu, position, item->id, subMenu, text)) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to insert new cascade menu item");
+        return false;
+    }
+    setData(menu, position, item->id);
+    if (RemoveMenu(menu, position + 1, MF_BYPOSITION)) return true;
+    Win32Error_SetError(error, GetLastError(), L"Unable to delete old menu item");
+    RemoveMenu(menu, position, MF_BYPOSITION);
+    return false;
+}
+
+static bool show(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) {
+    HWND bar = MenuItem_GetBar(item);
+    if (!bar) return replace(item, subMenu, error);
+    SendMessageW(bar, SHCMBM_SETSUBMENU, item->id, reinterpret_cast<LPARAM>(subMenu));
+    return true;
+}
+
+void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord* error) {
+    if (!show(item, menu ? menu->menuHandle : nullptr, error)) return;
+    if (item->subMenu) item->subMenu->cascadeItem = nullptr;
+    item->subMenu = menu;
+    if (menu) menu->cascadeItem = item;
+}

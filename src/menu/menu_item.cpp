@@ -1,0 +1,227 @@
+#include "menu/menu_item.h"
+#include "bridge/firing.h"
+#include "bridge/memory.h"
+#include "control/menu_hooks.h"
+#include "display/accelerators.h"
+#include "display/commands.h"
+#include "display/keys.h"
+#include <commctrl.h>
+
+static constexpr wchar_t creationFailed[] = L"Unable to create new menu item";
+
+int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error) {
+    int position = item->menu ? Menu_FindPosition(item->menu, item->id) : -1;
+    if (position < 0) Win32Error_SetError(error, GetLastError(), L"Unable to find the item");
+    return position;
+}
+
+static LRESULT measure(MenuItemRecord*, WPARAM, LPARAM) { return 0; }
+
+void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam) {
+    if (item->paint) item->paint(item, wParam, lParam);
+}
+
+bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam) {
+    if (!item->measure) return false;
+    item->measure(item, wParam, lParam);
+    return true;
+}
+
+static HMENU menuHandleOf(const MenuItemRecord* item) {
+    return item->menu ? item->menu->menuHandle : nullptr;
+}
+
+static bool isChecked(const MenuItemRecord* item) {
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_STATE;
+    GetMenuItemInfoW(menuHandleOf(item), item->id, FALSE, &info);
+    return (info.fState & MFS_CHECKED) != 0;
+}
+
+static void select(MenuItemRecord* item, WPARAM, void*) {
+    if (item->style & styleStateItem) StateMenuItem_SetSelection(item, !isChecked(item), nullptr);
+    fireMenuSelection(item->callbackTarget, 0);
+}
+
+void MenuItem_Select(MenuItemRecord* item, WPARAM wParam) {
+    if (item->select) item->select(item, wParam, nullptr);
+}
+
+static bool removeFromBar(HWND bar, DWORD id, ErrorRecord* error) {
+    LRESULT index = SendMessageW(bar, TB_COMMANDTOINDEX, id, 0);
+    if (index == -1) {
+        Win32Error_SetError(error, errorFailed, L"Unable to find menu item");
+        return false;
+    }
+    if (SendMessageW(bar, TB_DELETEBUTTON, index, 0)) return true;
+    Win32Error_SetError(error, errorFailed, L"Unable to delete menu item");
+    return false;
+}
+
+// The sub-menu is its own record's to destroy, which deleting the item would do.
+static BOOL takeOut(const MenuItemRecord* item, int position) {
+    if (item->subMenu) return RemoveMenu(item->menu->menuHandle, position, MF_BYPOSITION);
+    return DeleteMenu(item->menu->menuHandle, position, MF_BYPOSITION);
+}
+
+static bool removeFromMenu(const MenuItemRecord* item, ErrorRecord* error) {
+    int position = item->menu ? Menu_FindPosition(item->menu, item->id) : -1;
+    if (position < 0) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to find menu item");
+        return false;
+    }
+    if (takeOut(item, position)) return true;
+    Win32Error_SetError(error, GetLastError(), L"Unable to delete menu item");
+    return false;
+}
+
+static ShellAccelerators* acceleratorsOf(const MenuItemRecord* item) {
+    return item->menu ? Accelerators_Above(item->menu->ownerWindow) : nullptr;
+}
+
+static void removeAccelerator(const MenuItemRecord* item) {
+    ShellAccelerators* accelerators = acceleratorsOf(item);
+    if (accelerators) Accelerators_Remove(accelerators, static_cast<WORD>(item->id));
+}
+
+static int disposeItem(WidgetRecord* widget, ErrorRecord* error) {
+    auto* item = static_cast<MenuItemRecord*>(widget);
+    removeAccelerator(item);
+    HWND bar = MenuItem_GetBar(item);
+    bool removed = bar ? removeFromBar(bar, item->id, error) : removeFromMenu(item, error);
+    // Its record goes in any case, so its id must not lead to it any more.
+    Display_ReleaseCommandId(item->display, item->id);
+    if (item->subMenu && item->subMenu->cascadeItem == item) item->subMenu->cascadeItem = nullptr;
+    return removed;
+}
+
+static bool insertIntoBar(HWND bar, jint index, DWORD id, BYTE buttonStyle) {
+    TBBUTTON button = {};
+    button.iBitmap = I_IMAGENONE;
+    button.idCommand = id;
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = buttonStyle;
+    return SendMessageW(bar, TB_INSERTBUTTON, index, reinterpret_cast<LPARAM>(&button)) != 0;
+}
+
+static bool insertIntoMenu(HMENU menu, jint index, DWORD id, UINT flags) {
+    if (!InsertMenuW(menu, index, MF_BYPOSITION | flags, id, L"")) return false;
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_DATA;
+    info.dwItemData = id;
+    if (SetMenuItemInfoW(menu, index, TRUE, &info)) return true;
+    DeleteMenu(menu, index, MF_BYPOSITION);
+    return false;
+}
+
+namespace {
+
+// How a kind of item is inserted.
+struct ItemKind {
+    DWORD style;      // the Java style
+    BYTE buttonStyle; // in a menu bar
+    UINT menuFlags;   // in the other menus
+};
+
+} // namespace
+
+static MenuItemRecord* fail(MenuItemRecord* item, ErrorRecord* error) {
+    if (item) Display_ReleaseCommandId(item->display, item->id);
+    freeBlock(item);
+    Win32Error_SetError(error, errorFailed, creationFailed);
+    return nullptr;
+}
+
+static MenuItemRecord* create(MenuRecord* menu, jint index, const ItemKind& kind,
+                              ErrorRecord* error) {
+    auto* item = allocate<MenuItemRecord>();
+    if (!item) return fail(nullptr, error);
+    item->display = menu->display;
+    item->style = kind.style;
+    item->dispose = disposeItem;
+    item->menu = menu;
+    item->measure = measure;
+    item->select = select;
+    item->id = Display_AssignCommandId(menu->display, item);
+    if (!item->id) return fail(item, error);
+    HWND bar = menu->menuBarWindow;
+    bool inserted = bar ? insertIntoBar(bar, index, item->id, kind.buttonStyle)
+                        : insertIntoMenu(menu->menuHandle, index, item->id, kind.menuFlags);
+    return inserted ? item : fail(item, error);
+}
+
+MenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return create(menu, index, {0, BTNS_AUTOSIZE, 0}, error);
+}
+
+MenuItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return create(menu, index, {0, BTNS_SEP, MF_SEPARATOR}, error);
+}
+
+MenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return create(menu, index, {0, BTNS_AUTOSIZE | BTNS_DROPDOWN | BTNS_WHOLEDROPDOWN, 0}, error);
+}
+
+MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, ErrorRecord* error) {
+    return create(menu, index, {style | styleStateItem, BTNS_AUTOSIZE, 0}, error);
+}
+
+static bool readButtonState(HWND bar, DWORD id, TBBUTTONINFOW* info) {
+    info->cbSize = sizeof(*info);
+    info->dwMask = TBIF_STATE;
+    return SendMessageW(bar, TB_GETBUTTONINFO, id, reinterpret_cast<LPARAM>(info)) != -1;
+}
+
+// A state that cannot be read is written all the same, which is meant.
+static void enableButton(HWND bar, DWORD id, bool enabled, ErrorRecord* error) {
+    TBBUTTONINFOW info = {};
+    bool changed = readButtonState(bar, id, &info);
+    if (enabled)
+        info.fsState |= TBSTATE_ENABLED;
+    else
+        info.fsState &= ~TBSTATE_ENABLED;
+    if (!SendMessageW(bar, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info))) changed = false;
+    if (!changed) Win32Error_SetError(error, errorFailed, L"Unable to set menu item enabled state");
+}
+
+void AbstractMenuItem_SetEnabled(MenuItemRecord* item, bool enabled, ErrorRecord* error) {
+    HWND bar = MenuItem_GetBar(item);
+    if (bar) {
+        enableButton(bar, item->id, enabled, error);
+        return;
+    }
+    int position = MenuItem_Locate(item, error);
+    if (position < 0) return;
+    UINT flags = MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED);
+    if (static_cast<int>(EnableMenuItem(item->menu->menuHandle, position, flags)) == -1)
+        Win32Error_SetError(error, errorFailed, L"The menu item does not exist");
+}
+
+void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord* error) {
+    UINT flags = checked ? MF_CHECKED : MF_UNCHECKED;
+    if (static_cast<int>(CheckMenuItem(menuHandleOf(item), item->id, flags)) == -1)
+        Win32Error_SetError(error, errorFailed, L"Menu item doesn't exist");
+}
+
+void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
+    constexpr WORD javaAlt = 1;
+    constexpr WORD javaShift = 2;
+    constexpr WORD javaControl = 4;
+    ShellAccelerators* accelerators = acceleratorsOf(item);
+    if (!accelerators) return;
+    if (accelerator == 0) {
+        removeAccelerator(item);
+        return;
+    }
+    WORD modifiers = HIWORD(accelerator);
+    BYTE flags = FVIRTKEY;
+    if (modifiers & javaAlt) flags |= FALT;
+    if (modifiers & javaControl) flags |= FCONTROL;
+    if (modifiers & javaShift) flags |= FSHIFT;
+    WORD key = static_cast<WORD>(Key_FromJava(LOWORD(accelerator)));
+    Accelerators_Set(accelerators, {flags, key, static_cast<WORD>(item->id)}, error);
+}
+
+void LabeledMenuItem_SetFont(MenuItemRecord*, FontRecord*, ErrorRecord*) {}

@@ -1,0 +1,64 @@
+#pragma once
+// The items of menus. In a menu bar an item is a button of the command bar; in the other menus its
+// application data is its command id, by which it is found. Any thread.
+
+#include "bridge/layout.h"
+#include "bridge/widget.h"
+#include "ce.h"
+#include "menu/menu.h"
+
+struct ImageRecord;
+
+using MenuItemHook = LRESULT (*)(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+using MenuItemSelection = void (*)(MenuItemRecord* item, WPARAM wParam, void* unused);
+
+struct MenuItemRecord : WidgetRecord {
+    MenuRecord* menu;         // null when the menu is disposed of already
+    DWORD id;                 // the command id that the display gave it
+    ImageRecord* image;       // not owned; null: the system draws the item
+    MenuRecord* subMenu;      // of a cascade item; not owned
+    MenuItemHook paint;       // takes the words of WM_DRAWITEM
+    MenuItemHook measure;     // takes the words of WM_MEASUREITEM
+    MenuItemSelection select; // null: choosing the item does nothing
+};
+ASSERT_OFFSET(MenuItemRecord, menu, 16)
+ASSERT_OFFSET(MenuItemRecord, id, 20)
+ASSERT_OFFSET(MenuItemRecord, image, 24)
+ASSERT_OFFSET(MenuItemRecord, subMenu, 28)
+
+// Java style bits of state items.
+enum MenuItemStyle : DWORD {
+    styleRadioItem = 16,
+    styleStateItem = 32, // added to every state item
+};
+
+// The item is inserted before the one that has the index now.
+MenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+MenuItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+MenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, ErrorRecord* error);
+
+void AbstractMenuItem_SetEnabled(MenuItemRecord* item, bool enabled, ErrorRecord* error);
+void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord* error);
+
+// Makes a cascade item open the menu; null makes it a plain item again. No menu is destroyed.
+void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord* error);
+
+// Mnemonic marks are dropped from the text. The accelerator text is shown but in menu bars.
+void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
+                             const wchar_t* acceleratorText, ErrorRecord* error);
+
+// The Java key code in the low word and the modifiers in the high one; 0 for none.
+void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error);
+
+// Does nothing: the system draws its menus in its own font.
+void LabeledMenuItem_SetFont(MenuItemRecord* item, FontRecord* font, ErrorRecord* error);
+
+// The position in the item's drop-down or pop-up menu; -1, with the error set, when it is not
+// there.
+int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error);
+
+// Null for an item of a drop-down or pop-up menu.
+inline HWND MenuItem_GetBar(const MenuItemRecord* item) {
+    return item->menu ? item->menu->menuBarWindow : nullptr;
+}

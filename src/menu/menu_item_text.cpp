@@ -1,0 +1,57 @@
+// The labels of menu items.
+
+#include "bridge/memory.h"
+#include "menu/menu_item.h"
+#include <commctrl.h>
+
+// "text", or "text TAB accelerator", without mnemonic marks in the text. Null without memory.
+static wchar_t* buildLabel(const wchar_t* text, const wchar_t* accelerator) {
+    auto* label = allocateArray<wchar_t>(wcslen(text) + 1 + wcslen(accelerator) + 1);
+    if (!label) return nullptr;
+    wchar_t* end = label;
+    for (; *text; ++text)
+        if (*text != L'&') *end++ = *text;
+    if (*accelerator) {
+        *end++ = L'\t';
+        wcscpy(end, accelerator);
+    }
+    return label;
+}
+
+static void setButtonText(HWND bar, DWORD id, wchar_t* text, ErrorRecord* error) {
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.dwMask = TBIF_TEXT;
+    info.pszText = text;
+    if (!SendMessageW(bar, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
+        Win32Error_SetError(error, errorFailed, L"Unable to set menu item text");
+}
+
+static void setMenuText(const MenuItemRecord* item, wchar_t* text, ErrorRecord* error) {
+    int position = MenuItem_Locate(item, error);
+    if (position < 0) return;
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_TYPE;
+    info.fType = MFT_STRING;
+    info.dwTypeData = text;
+    if (!SetMenuItemInfoW(item->menu->menuHandle, position, TRUE, &info))
+        Win32Error_SetError(error, GetLastError(), L"Unable to update the menu item's label");
+}
+
+void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
+                             const wchar_t* acceleratorText, ErrorRecord* error) {
+    HWND bar = MenuItem_GetBar(item);
+    if (!text) text = L"";
+    if (!acceleratorText || bar) acceleratorText = L"";
+    wchar_t* label = buildLabel(text, acceleratorText);
+    if (!label) {
+        Win32Error_SetError(error, errorOutOfMemory, L"");
+        return;
+    }
+    if (bar)
+        setButtonText(bar, item->id, label, error);
+    else
+        setMenuText(item, label, error);
+    freeBlock(label);
+}

@@ -1,0 +1,42 @@
+#pragma once
+// Adjustables: a range with a value, shown by a scroll bar that is either a control of its own or
+// one of a scrollable's own bars. The values live in the record; the window has them only while
+// the bar is both visible and enabled.
+
+#include "control/control.h"
+
+struct AdjustableRecord : ControlRecord {
+    LONG unitIncrement;
+    LONG blockIncrement;
+    LONG orientation; // as Java set it last
+    LONG barKind;     // SB_CTL, SB_HORZ or SB_VERT
+    BOOL visible;
+    BOOL enabled;
+    LONG lastPointerX, lastPointerY; // while the system tracks the thumb
+    SCROLLINFO info;                 // a visible amount v is kept as page v + 1, but 0 as 0
+};
+ASSERT_OFFSET(AdjustableRecord, unitIncrement, 56)
+ASSERT_OFFSET(AdjustableRecord, barKind, 68)
+ASSERT_OFFSET(AdjustableRecord, enabled, 76)
+ASSERT_OFFSET(AdjustableRecord, info, 88)
+
+jint Adjustable_GetMinimum(AdjustableRecord* bar, ErrorRecord* error);
+jint Adjustable_GetMaximum(AdjustableRecord* bar, ErrorRecord* error);
+jint Adjustable_GetValue(AdjustableRecord* bar, ErrorRecord* error);
+jint Adjustable_GetVisibleAmount(AdjustableRecord* bar, ErrorRecord* error);
+void Adjustable_SetMinimum(AdjustableRecord* bar, jint value, ErrorRecord* error);
+void Adjustable_SetMaximum(AdjustableRecord* bar, jint value, ErrorRecord* error);
+void Adjustable_SetValue(AdjustableRecord* bar, jint value, ErrorRecord* error);
+void Adjustable_SetVisibleAmount(AdjustableRecord* bar, jint amount, ErrorRecord* error);
+
+// The step of an arrow; any number.
+void Adjustable_SetUnitIncrement(AdjustableRecord* bar, jint value, ErrorRecord* error);
+
+// The step of a page; below 1 it is ignored.
+void Adjustable_SetBlockIncrement(AdjustableRecord* bar, jint value, ErrorRecord* error);
+
+// Sends the window the record's values of the given SIF_ mask, whatever its state.
+void Adjustable_Push(AdjustableRecord* bar, UINT mask, bool redraw);
+
+// Ends a scroll bar that is a control; refuses for a scrollable's own bars.
+int Adjustable_Dispose(WidgetRecord* widget, ErrorRecord* error);
