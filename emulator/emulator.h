@@ -1,6 +1,6 @@
 #pragma once
 // What the emulated device offers to tests and tools on the desk, beside the device's own API.
-// Exported by coredll.dll. Any thread.
+// Exported by coredll.dll; link emulator::control. Any thread.
 
 #include <windows.h>
 
@@ -8,7 +8,22 @@
 constexpr int deviceScreenWidth = 240;
 constexpr int deviceScreenHeight = 320;
 
+#ifndef EMULATOR_IMPORT
+#define EMULATOR_IMPORT __declspec(dllimport)
+#endif
+
 extern "C" {
 // Heap blocks that were allocated through the device's API and not freed yet.
-LONG WINAPI Emulator_CountHeapBlocks();
+EMULATOR_IMPORT LONG WINAPI Emulator_CountHeapBlocks();
+
+// Writes what the process's windows show on the device's screen, without the pointer, as a 24-bit
+// BMP file. False, with the last error set, when the file cannot be written.
+EMULATOR_IMPORT BOOL WINAPI Emulator_SaveScreen(LPCWSTR path);
+
+// The next SHRecognizeGesture of any thread answers this gesture at once, whatever the pointer
+// does.
+EMULATOR_IMPORT void WINAPI Emulator_AnswerNextGesture(DWORD gesture);
+
+// For aygshell: whether an answer was waiting; takes it.
+EMULATOR_IMPORT BOOL WINAPI Emulator_TakeGestureAnswer(DWORD* gesture);
 }

@@ -8,7 +8,7 @@ jre=$run/jre32/usr/lib/jvm/java-17-openjdk-i386
 wine=/usr/lib/wine/wine
 
 # The recipe of a prefix; a prefix of another recipe is made anew.
-prefix_recipe=2
+prefix_recipe=3
 
 fail() {
     echo "zemvolt: $*" >&2

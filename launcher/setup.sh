@@ -2,7 +2,7 @@
 # install before it does, and does nothing when everything is there.
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
-    fonts-wine xvfb xauth xdotool imagemagick procps)
+    fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
 test_packages=(googletest junit4)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)

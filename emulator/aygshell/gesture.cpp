@@ -1,6 +1,7 @@
 // Tap and hold: the pointer stays down near the place of the press for long enough.
 
 #include "aygshell.h"
+#include "emulator.h"
 
 static constexpr DWORD holdTime = 500;   // milliseconds
 static constexpr LONG holdTolerance = 6; // pixels each way
@@ -15,14 +16,24 @@ static bool isHeldNear(POINT press) {
            dy <= holdTolerance;
 }
 
-extern "C" DWORD WINAPI SHRecognizeGesture(SHRGINFO* request) {
-    POINT press = request->ptDown;
-    ClientToScreen(request->hwndClient, &press);
+static DWORD waitForGesture(POINT press) {
     DWORD start = GetTickCount();
     for (DWORD held = 0; held < holdTime; held = GetTickCount() - start) {
         if (!isHeldNear(press)) return 0;
         MsgWaitForMultipleObjectsEx(0, nullptr, holdTime - held, QS_MOUSE, 0);
     }
-    if (request->dwFlags & SHRG_RETURNCMD) return GN_CONTEXTMENU;
-    return 0;
+    return isHeldNear(press) ? GN_CONTEXTMENU : 0;
+}
+
+// Only the answer is offered, no notification of windows.
+extern "C" DWORD WINAPI SHRecognizeGesture(SHRGINFO* request) {
+    if (request->cbSize != sizeof(*request) || !(request->dwFlags & SHRG_RETURNCMD)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    DWORD scripted;
+    if (Emulator_TakeGestureAnswer(&scripted)) return scripted;
+    POINT press = request->ptDown;
+    ClientToScreen(request->hwndClient, &press);
+    return waitForGesture(press);
 }

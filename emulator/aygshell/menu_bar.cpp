@@ -1,73 +1,164 @@
 // The device's menu bar: a command bar at the bottom of the screen that belongs to a top-level
-// window but never takes the activation from it.
+// window but never takes the activation from it. It answers tool bar messages through the tool bar
+// inside it, and drops menus down by itself. Its user data stays empty: programs look there for
+// records of their own.
 
+#include "menu_bar.h"
 #include "aygshell.h"
 #include "emulator.h"
+#include "menu_bar_class.h"
 #include <commctrl.h>
+#include <map>
 
 static constexpr int menuBarHeight = 26;
 
-static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto toolbarProc = reinterpret_cast<WNDPROC>(GetClassLongW(window, GCL_WNDPROC));
-    if (message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
-    if (message == WM_WINDOWPOSCHANGING)
-        reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
-    return CallWindowProcW(toolbarProc, window, message, wParam, lParam);
-}
+static ATOM menuBarAtom;
 
-static bool isMenuBar(HWND window) {
-    return GetWindowLongW(window, GWL_WNDPROC) == reinterpret_cast<LONG>(menuBarProc);
+namespace {
+
+struct MenuBar {
+    HWND toolbar;
+    std::map<int, HMENU> subMenus; // by command id
+};
+
+} // namespace
+
+static MenuBar* barOf(HWND window) { return reinterpret_cast<MenuBar*>(GetWindowLongW(window, 0)); }
+
+static HWND makeToolbar(HWND bar, UINT id) {
+    constexpr DWORD style = WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN |
+                            CCS_NODIVIDER | TBSTYLE_LIST | TBSTYLE_FLAT;
+    HWND toolbar = CreateWindowExW(
+        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, deviceScreenWidth, menuBarHeight, bar,
+        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
+    if (toolbar) SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    return toolbar;
 }
 
 // Every command bar starts with a button of the system's.
-static void addSystemButton(HWND bar) {
+static void addSystemButton(HWND toolbar) {
     TBBUTTON button = {};
     button.fsStyle = BTNS_SEP;
-    SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(button), 0);
-    SendMessageW(bar, TB_INSERTBUTTONW, 0, reinterpret_cast<LPARAM>(&button));
+    SendMessageW(toolbar, TB_INSERTBUTTONW, 0, reinterpret_cast<LPARAM>(&button));
 }
 
-static HWND createBar(const SHMENUBARINFO& info) {
-    constexpr DWORD style = WS_POPUP | WS_CLIPSIBLINGS | CCS_NORESIZE | CCS_NOPARENTALIGN |
-                            CCS_NODIVIDER | TBSTYLE_LIST | TBSTYLE_FLAT;
-    HWND bar = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, TOOLBARCLASSNAMEW, nullptr,
-                               style, 0, deviceScreenHeight - menuBarHeight, deviceScreenWidth,
-                               menuBarHeight, info.hwndParent, nullptr, info.hInstRes, nullptr);
-    if (!bar) return nullptr;
-    SetWindowLongW(bar, GWL_WNDPROC, reinterpret_cast<LONG>(menuBarProc));
-    addSystemButton(bar);
-    return bar;
+static bool create(HWND window, const SHMENUBARINFO& info) {
+    HWND toolbar = makeToolbar(window, info.nToolBarId);
+    if (!toolbar) return false;
+    addSystemButton(toolbar);
+    SetWindowLongW(window, 0, reinterpret_cast<LONG>(new MenuBar{toolbar, {}}));
+    return true;
 }
+
+static void destroy(HWND window) {
+    delete barOf(window);
+    SetWindowLongW(window, 0, 0);
+}
+
+static void setSubMenu(MenuBar* bar, int command, HMENU menu) {
+    if (menu)
+        bar->subMenus[command] = menu;
+    else
+        bar->subMenus.erase(command);
+}
+
+// The owner gets the menu's messages, and the command that is chosen in it.
+static LRESULT dropDown(HWND window, const NMTOOLBARW& button) {
+    MenuBar* bar = barOf(window);
+    auto menu = bar->subMenus.find(button.iItem);
+    if (menu == bar->subMenus.end()) return TBDDRET_NODEFAULT;
+    RECT place;
+    SendMessageW(bar->toolbar, TB_GETRECT, button.iItem, reinterpret_cast<LPARAM>(&place));
+    MapWindowPoints(bar->toolbar, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    TrackPopupMenuEx(menu->second, TPM_LEFTALIGN | TPM_BOTTOMALIGN, place.left, place.top,
+                     GetWindow(window, GW_OWNER), nullptr);
+    return TBDDRET_DEFAULT;
+}
+
+static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_CREATE: {
+        auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        auto* info = static_cast<const SHMENUBARINFO*>(creation->lpCreateParams);
+        return create(window, *info) ? 0 : -1;
+    }
+    case WM_NCDESTROY:
+        destroy(window);
+        break;
+    case WM_MOUSEACTIVATE:
+        return MA_NOACTIVATE;
+    case WM_WINDOWPOSCHANGING:
+        reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
+        break;
+    case WM_COMMAND:
+        return SendMessageW(GetWindow(window, GW_OWNER), WM_COMMAND, wParam,
+                            reinterpret_cast<LPARAM>(window));
+    case WM_NOTIFY:
+        if (reinterpret_cast<const NMHDR*>(lParam)->code != UINT(TBN_DROPDOWN)) break;
+        return dropDown(window, *reinterpret_cast<const NMTOOLBARW*>(lParam));
+    case SHCMBM_SETSUBMENU:
+        setSubMenu(barOf(window), static_cast<int>(wParam), reinterpret_cast<HMENU>(lParam));
+        return 0;
+    }
+    if (message >= WM_USER && message < WM_APP)
+        return SendMessageW(barOf(window)->toolbar, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+bool registerMenuBarClass(HINSTANCE instance) {
+    InitCommonControls();
+    WNDCLASSW windowClass = {};
+    windowClass.style = CS_GLOBALCLASS;
+    windowClass.lpfnWndProc = menuBarProc;
+    windowClass.cbWndExtra = sizeof(MenuBar*);
+    windowClass.hInstance = instance;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.lpszClassName = menuBarClass;
+    menuBarAtom = RegisterClassW(&windowClass);
+    return menuBarAtom != 0;
+}
+
+static bool isMenuBarOf(HWND window, HWND owner) {
+    return GetClassLongW(window, GCW_ATOM) == menuBarAtom && GetWindow(window, GW_OWNER) == owner;
+}
+
+namespace {
+
+struct Search {
+    HWND owner;
+    HWND found;
+};
+
+} // namespace
 
 static BOOL CALLBACK findBar(HWND window, LPARAM lParam) {
-    auto* search =
-        reinterpret_cast<HWND*>(lParam); // the owner on the way in, the bar on the way out
-    if (GetWindow(window, GW_OWNER) != *search || !isMenuBar(window)) return TRUE;
-    *search = window;
-    return FALSE;
+    auto* search = reinterpret_cast<Search*>(lParam);
+    if (!isMenuBarOf(window, search->owner)) return TRUE;
+    bool shown = IsWindowVisible(window);
+    if (shown || !search->found) search->found = window;
+    return !shown;
 }
 
 extern "C" {
 
-// The bar is hidden until its top-level window is activated.
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info) {
+    info->hwndMB = nullptr;
     if (info->cbSize != sizeof(*info) || !IsWindow(info->hwndParent)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    info->hwndMB = createBar(*info);
+    info->hwndMB =
+        CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, menuBarClass, nullptr,
+                        WS_POPUP | WS_CLIPCHILDREN, 0, deviceScreenHeight - menuBarHeight,
+                        deviceScreenWidth, menuBarHeight, info->hwndParent, nullptr, nullptr, info);
     return info->hwndMB != nullptr;
 }
 
 HWND WINAPI SHFindMenuBar(HWND window) {
-    HWND search = window;
-    bool found = !EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), findBar,
-                                    reinterpret_cast<LPARAM>(&search));
-    return found ? search : nullptr;
-}
-
-BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH) InitCommonControls();
-    return TRUE;
+    Search search = {window, nullptr};
+    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), findBar,
+                      reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 }

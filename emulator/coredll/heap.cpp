@@ -1,4 +1,12 @@
+// The device's heap: blocks never move. Fresh and freed memory holds patterns, so that reading what
+// was never written, or is gone, shows.
+
+#include "heap.h"
 #include "emulator.h"
+#include <string.h>
+
+static constexpr int freshPattern = 0xCD;
+static constexpr int freedPattern = 0xDD;
 
 static LONG liveBlocks;
 
@@ -6,16 +14,22 @@ extern "C" {
 
 LONG WINAPI Emulator_CountHeapBlocks() { return liveBlocks; }
 
-// The device has no movable memory: what it allocates is always a pointer.
+// The flags for movable memory mean nothing: what the device allocates is always a pointer.
 HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
     HLOCAL block = LocalAlloc(flags & LMEM_ZEROINIT, size);
-    if (block) InterlockedIncrement(&liveBlocks);
+    if (!block) return nullptr;
+    if (!(flags & LMEM_ZEROINIT)) memset(block, freshPattern, size);
+    InterlockedIncrement(&liveBlocks);
     return block;
 }
 
 HLOCAL WINAPI Device_LocalFree(HLOCAL block) {
+    if (!block) return nullptr;
+    SIZE_T size = LocalSize(block);
+    if (size == static_cast<SIZE_T>(-1)) return block; // no block, or one that is gone
+    memset(block, freedPattern, size);
     HLOCAL left = LocalFree(block);
-    if (block && !left) InterlockedDecrement(&liveBlocks);
+    if (!left) InterlockedDecrement(&liveBlocks);
     return left;
 }
 

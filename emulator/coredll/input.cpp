@@ -1,23 +1,44 @@
+// Pointer input on the device's scale. The pointer stays on the device's screen.
+
 #include "emulator.h"
 
 static constexpr LONG fullScale = 65535;
 
-// From a position on the device's scale to the middle of the same pixel on the desk's.
-static LONG rescale(LONG position, int deviceSize, int deskSize) {
-    LONG pixel = MulDiv(position, deviceSize - 1, fullScale);
+static LONG clamp(LONG position, LONG limit) {
+    if (position < 0) return 0;
+    return position < limit ? position : limit - 1;
+}
+
+static LONG pixelOf(LONG position, LONG deviceSize) {
+    return clamp(MulDiv(position, deviceSize - 1, fullScale), deviceSize);
+}
+
+// On the desk's scale, the middle of the pixel.
+static LONG deskPosition(LONG pixel, LONG deskSize) {
     return (pixel * (fullScale + 1) + (fullScale + 1) / 2) / deskSize;
 }
 
-static void rescalePointer(MOUSEINPUT* pointer) {
-    if (!(pointer->dwFlags & MOUSEEVENTF_ABSOLUTE)) return;
-    pointer->dx = rescale(pointer->dx, deviceScreenWidth, GetSystemMetrics(SM_CXSCREEN));
-    pointer->dy = rescale(pointer->dy, deviceScreenHeight, GetSystemMetrics(SM_CYSCREEN));
+static POINT target(const MOUSEINPUT& pointer) {
+    if (pointer.dwFlags & MOUSEEVENTF_ABSOLUTE)
+        return {pixelOf(pointer.dx, deviceScreenWidth), pixelOf(pointer.dy, deviceScreenHeight)};
+    POINT now;
+    GetCursorPos(&now);
+    return {clamp(now.x + pointer.dx, deviceScreenWidth),
+            clamp(now.y + pointer.dy, deviceScreenHeight)};
+}
+
+static void moveOnDesk(MOUSEINPUT* pointer) {
+    if (!(pointer->dwFlags & MOUSEEVENTF_MOVE)) return;
+    POINT pixel = target(*pointer);
+    pointer->dx = deskPosition(pixel.x, GetSystemMetrics(SM_CXSCREEN));
+    pointer->dy = deskPosition(pixel.y, GetSystemMetrics(SM_CYSCREEN));
+    pointer->dwFlags |= MOUSEEVENTF_ABSOLUTE;
 }
 
 extern "C" UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
     for (UINT i = 0; i < count; ++i) {
         INPUT input = inputs[i];
-        if (input.type == INPUT_MOUSE) rescalePointer(&input.mi);
+        if (input.type == INPUT_MOUSE) moveOnDesk(&input.mi);
         if (!SendInput(1, &input, size)) return i;
     }
     return count;

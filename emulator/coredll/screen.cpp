@@ -1,14 +1,45 @@
-// The device's screen. The desk's own may be larger: the device's is then its top left corner.
-
+#include "screen.h"
 #include "emulator.h"
+
+// No bar of the system's takes from the screen: menu bars belong to their top-level windows.
+static RECT usable = {0, 0, deviceScreenWidth, deviceScreenHeight};
+
+// How long a busy window may keep the others from hearing of a change, milliseconds.
+static constexpr UINT answerTime = 1000;
+
+static SRWLOCK usableLock = SRWLOCK_INIT;
+
+RECT workArea() {
+    AcquireSRWLockShared(&usableLock);
+    RECT area = usable;
+    ReleaseSRWLockShared(&usableLock);
+    return area;
+}
+
+static void setWorkArea(const RECT& area) {
+    AcquireSRWLockExclusive(&usableLock);
+    usable = area;
+    ReleaseSRWLockExclusive(&usableLock);
+}
+
+static BOOL CALLBACK tellOfNewWorkArea(HWND window, LPARAM) {
+    DWORD process;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId())
+        SendMessageTimeoutW(window, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0, SMTO_ABORTIFHUNG,
+                            answerTime, nullptr);
+    return TRUE;
+}
 
 extern "C" {
 
 int WINAPI Device_GetSystemMetrics(int index) {
     switch (index) {
     case SM_CXSCREEN:
+    case SM_CXVIRTUALSCREEN:
         return deviceScreenWidth;
     case SM_CYSCREEN:
+    case SM_CYVIRTUALSCREEN:
         return deviceScreenHeight;
     default:
         return GetSystemMetrics(index);
@@ -26,20 +57,17 @@ int WINAPI Device_GetDeviceCaps(HDC context, int index) {
     }
 }
 
-// No bar of the system's takes from the screen: menu bars belong to their shells.
 BOOL WINAPI Device_SystemParametersInfoW(UINT action, UINT number, PVOID data, UINT update) {
-    if (action != SPI_GETWORKAREA) return SystemParametersInfoW(action, number, data, update);
-    *static_cast<RECT*>(data) = {0, 0, deviceScreenWidth, deviceScreenHeight};
-    return TRUE;
-}
-
-DWORD WINAPI Device_GetSysColor(int index) {
-    constexpr int systemColorFlag = 0x40000000;
-    constexpr int staticBackground = 25; // other colours on the desktop
-    constexpr int staticText = 26;
-    index &= ~systemColorFlag;
-    if (index == staticBackground) index = COLOR_BTNFACE;
-    if (index == staticText) index = COLOR_WINDOWTEXT;
-    return GetSysColor(index);
+    switch (action) {
+    case SPI_GETWORKAREA:
+        *static_cast<RECT*>(data) = workArea();
+        return TRUE;
+    case SPI_SETWORKAREA:
+        setWorkArea(*static_cast<const RECT*>(data));
+        if (update & SPIF_SENDCHANGE) EnumWindows(tellOfNewWorkArea, 0);
+        return TRUE;
+    default:
+        return SystemParametersInfoW(action, number, data, update);
+    }
 }
 }

@@ -17,7 +17,7 @@ ENTRY_POINTS = set("""
     _Font_FillInFont _Image_GetSize
 """.split())
 # Of modules that are not written yet.
-MISSING = {"_Font_FillInFont", "_Image_GetSize"}
+MISSING = {"_Image_GetSize"}
 
 
 def exports_of(library):

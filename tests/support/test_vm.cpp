@@ -492,6 +492,7 @@ jbyteArray TestVm::newBytes(const std::vector<jbyte>& values) {
 
 std::u16string TestVm::text(jobject string) const { return objectOf(string)->text; }
 std::vector<jint> TestVm::ints(jobject array) const { return objectOf(array)->ints; }
+std::vector<jbyte> TestVm::bytes(jobject array) const { return objectOf(array)->bytes; }
 
 std::vector<std::u16string> TestVm::texts(jobject stringArray) const {
     std::vector<std::u16string> texts;

@@ -32,6 +32,7 @@ class TestVm {
     // Values from natives.
     std::u16string text(jobject string) const;
     std::vector<jint> ints(jobject array) const;
+    std::vector<jbyte> bytes(jobject array) const;
     std::vector<std::u16string> texts(jobject stringArray) const;
 
     // Declares a class with its instance methods, "name(signature)result" each.

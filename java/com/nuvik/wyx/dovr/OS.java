@@ -182,4 +182,571 @@ public final class OS {
      * @return 1 for id 2, 4158 for id 4, else 0
      */
     public static native int Platform_GetCapability(int id);
+
+    /**
+     * Whether a shell is minimised, which cannot be told on this platform.
+     *
+     * @param shell the shell
+     * @return always false
+     */
+    public static native boolean Shell_GetMinimized(int shell);
+
+    /**
+     * Does nothing on this platform.
+     *
+     * @param shell the shell
+     * @param minimized whether it should be minimised
+     */
+    public static native void Shell_SetMinimized(int shell, boolean minimized);
+
+    /**
+     * Does nothing on this platform: shells show no image.
+     *
+     * @param shell the shell
+     * @param image the image, or 0
+     */
+    public static native void Shell_SetImage(int shell, int image);
+
+    /**
+     * Lets the user size a child shell by its frame, or not. A top shell stays as it is.
+     *
+     * @param shell the shell
+     * @param resizable whether it can be sized
+     */
+    public static native void Shell_SetResizable(int shell, boolean resizable);
+
+    /**
+     * Shows a menu bar in place of the one that the shell shows.
+     *
+     * @param shell the shell
+     * @param bar a menu bar made for the shell; 0 for the empty default bar. It stays the caller's
+     */
+    public static native void Shell_SetMenuBar(int shell, int bar);
+
+    /**
+     * Sets the background colour of a control and redraws it.
+     *
+     * @param control the control
+     * @param color the colour, which must outlive its use; 0 for the default
+     */
+    public static native void Control_SetBackground(int control, int color);
+
+    /**
+     * Sets the text colour of a control and redraws it.
+     *
+     * @param control the control
+     * @param color the colour, which must outlive its use; 0 for the default
+     */
+    public static native void Control_SetForeground(int control, int color);
+
+    /**
+     * The background colour of a control, or the default one where none is set.
+     *
+     * @param control the control
+     * @return 0xRRGGBB
+     */
+    public static native int Control_GetBackgroundRGB(int control);
+
+    /**
+     * The text colour of a control, or the default one where none is set.
+     *
+     * @param control the control
+     * @return 0xRRGGBB
+     */
+    public static native int Control_GetForegroundRGB(int control);
+
+    /**
+     * Whether a control without a background colour shows its parent's.
+     *
+     * @param control the control
+     * @return true for shells, composites and the like
+     */
+    public static native boolean Control_InheritsBackground(int control);
+
+    /**
+     * Sets the font of a control's text and redraws it.
+     *
+     * @param control the control
+     * @param font the font, which must outlive its use; 0 for the default
+     */
+    public static native void Control_SetFont(int control, int font);
+
+    /**
+     * The font of controls for which none is set.
+     *
+     * @param control any control of the display
+     * @return the font, which stays the display's; 0 on an error: "Not enough memory to allocate
+     *     font" (-4)
+     */
+    public static native int Control_GetDefaultFont(int control);
+
+    /**
+     * Sets the cursor over a control and shows it at once.
+     *
+     * @param control the control
+     * @param cursor the cursor; 0 for the nearest parent's
+     */
+    public static native void Control_SetCursor(int control, int cursor);
+
+    /**
+     * Moves a control above another of the same parent; a control of another parent stays.
+     *
+     * @param control the control or shell
+     * @param other the other control; 0 moves above all, and brings a shell to the foreground
+     */
+    public static native void Control_MoveAbove(int control, int other);
+
+    /**
+     * Moves a control below another of the same parent; a control of another parent stays.
+     *
+     * @param control the control or shell
+     * @param other the other control; 0 moves below all
+     */
+    public static native void Control_MoveBelow(int control, int other);
+
+    /**
+     * Makes a colour like one of the system's.
+     *
+     * @param device the display
+     * @param id 0 to 25: desktop; active caption, its text and border; inactive caption, its text
+     *     and border; window, its frame and text; menu, its text; text field, its text; highlight,
+     *     its text; disabled text; control, its text; control's light, highlight, shadow and dark
+     *     shadow; scroll bar; tool tip, its text
+     * @return the colour, which is the caller's; 0 on an error: "Unrecognized color ID" (-3)
+     */
+    public static native int Display_GetSystemColor(int device, int id);
+
+    /**
+     * The red component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetRed(int color);
+
+    /**
+     * The green component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetGreen(int color);
+
+    /**
+     * The blue component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetBlue(int color);
+
+    /**
+     * A cursor of the system's.
+     *
+     * @param device the display
+     * @param type 1 arrow, 2 cross, 3 text, 4 waiting, 5 and 7 up and down, 6 and 8 left and right,
+     *     9 to 12 the diagonals, 13 hand
+     * @return the cursor; 0 for another type. Error: "Unable to create cursor in WinCE" (-3) when
+     *     the device has no hand
+     */
+    public static native int Cursor_New(int device, int type);
+
+    /**
+     * Does nothing: cursors are the system's.
+     *
+     * @param cursor the cursor
+     */
+    public static native void Cursor_Dispose(int cursor);
+
+    /**
+     * The resolution of the screen.
+     *
+     * @param device the display
+     * @return pixels per inch across and down
+     */
+    public static native int[] Device_GetDPI(int device);
+
+    /**
+     * The depth of the screen.
+     *
+     * @param device the display
+     * @return bits per pixel
+     */
+    public static native int Device_GetDepth(int device);
+
+    /**
+     * Whether the screen's pixels hold colours and not palette indices.
+     *
+     * @param device the display
+     * @return true for a depth of more than 8
+     */
+    public static native boolean Device_IsDirect(int device);
+
+    /**
+     * Where the screen's pixels hold the components of a colour.
+     *
+     * @param device the display
+     * @return the masks of red, green, blue and alpha; all 0 for a screen without them. Null on an
+     *     error: "Cannot get DC for handle" with the system's text
+     */
+    public static native int[] Device_GetDirectPaletteMasks(int device);
+
+    /**
+     * Reads the system's palette. Errors: "Cannot get DC for handle" with the system's text,
+     * "Unable to retrieve system palette entries" (-3) for a screen without a palette.
+     *
+     * @param device the display
+     * @param reds receives the red components; as many entries are read as the shortest array holds
+     * @param greens receives the green components
+     * @param blues receives the blue components
+     */
+    public static native void Device_GetIndexedPalette(
+            int device, byte[] reds, byte[] greens, byte[] blues);
+
+    /**
+     * Always an error without a message (-1): copying from the screen is not offered.
+     *
+     * @param device the display
+     * @param graphics the target
+     * @param x of the area
+     * @param y of the area
+     * @param width of the area
+     * @param height of the area
+     */
+    public static native void Device_CopyArea(
+            int device, int graphics, int x, int y, int width, int height);
+
+    /**
+     * The free memory for accelerated drawing, of which the device has none.
+     *
+     * @param device the display
+     * @return always 0
+     */
+    public static native int Device_GetAvailableAcceleratedMemory(int device);
+
+    /**
+     * Makes a font of a family, in a face of the system's choice.
+     *
+     * @param device the display
+     * @param family 2 sans serif, 3 serif, 4 fixed pitch, any other for no preference
+     * @param points the height in points, internal leading included; 0 for the system's own choice
+     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
+     * @return the font; 0 when it cannot be made. Errors as for {@code Font_New}
+     */
+    public static native int Font_NewLogical(int device, int family, int points, int style);
+
+    /**
+     * The width of a text.
+     *
+     * @param font the font
+     * @param text null counts as empty
+     * @return pixels; 0 on an error: "Failed to get screen DC", "Failed to calculate text extent"
+     *     with the system's text, "Failed to select font" (-3)
+     */
+    public static native int Font_StringAdvance(int font, String text);
+
+    /**
+     * The name of the face that the system chose for a font.
+     *
+     * @param font the font
+     * @return the name; null on an error: "Unable to get screen dc", "Unable to get font face
+     *     length", "Unable to copy font face name into buffer" with the system's text, "Not enough
+     *     memory to store font face name" (-4)
+     */
+    public static native String Font_GetName(int font);
+
+    /**
+     * The style of the face that the system chose for a font.
+     *
+     * @param font the font
+     * @return 2 bold, 4 italic, 8 underlined, 16 struck out, added up
+     */
+    public static native int Font_GetStyle(int font);
+
+    /**
+     * The horizontal scroll bar of a shell or composite that was made with one.
+     *
+     * @param scrollable the shell or composite
+     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
+     *     create scroll bar" (-4)
+     */
+    public static native int Scrollable_GetHorizontalBar(int scrollable);
+
+    /**
+     * The vertical scroll bar of a shell or composite that was made with one.
+     *
+     * @param scrollable the shell or composite
+     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
+     *     create scroll bar" (-4)
+     */
+    public static native int Scrollable_GetVerticalBar(int scrollable);
+
+    /**
+     * The room that one of a scrollable's own bars takes.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @return x, y, width, height in pixels
+     */
+    public static native int[] Scrollable_GetAdjustableBounds(int scrollable, int bar);
+
+    /**
+     * Enables or disables one of a scrollable's own bars.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @param enabled whether it can be moved
+     */
+    public static native void Scrollable_SetAdjustableEnabled(
+            int scrollable, int bar, boolean enabled);
+
+    /**
+     * Shows or hides one of a scrollable's own bars.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @param visible whether it is shown
+     */
+    public static native void Scrollable_SetAdjustableVisible(
+            int scrollable, int bar, boolean visible);
+
+    /**
+     * Makes a vertical scroll bar of 0 to 100 with a visible amount of 10. Moving it fires {@code
+     * CB_SCROLL}.
+     *
+     * @param parent the shell or composite that it lies in
+     * @return the bar; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int Scrollbar_New(int parent);
+
+    /**
+     * Turns a scroll bar, which keeps its place. Error: "Unable to create handle for widget" with
+     * the system's text.
+     *
+     * @param bar a bar made with {@code Scrollbar_New}
+     * @param orientation 8 vertical, 16 horizontal; any other changes nothing
+     */
+    public static native void Scrollbar_SetOrientation(int bar, int orientation);
+
+    /**
+     * The lower end of a scroll bar's range.
+     *
+     * @param bar the bar
+     * @return the minimum
+     */
+    public static native int Adjustable_GetMinimum(int bar);
+
+    /**
+     * The upper end of a scroll bar's range.
+     *
+     * @param bar the bar
+     * @return the maximum
+     */
+    public static native int Adjustable_GetMaximum(int bar);
+
+    /**
+     * The value of a scroll bar.
+     *
+     * @param bar the bar
+     * @return the value; 0 when the system does not tell it
+     */
+    public static native int Adjustable_GetValue(int bar);
+
+    /**
+     * The part of the range that is visible at a time, which the thumb's size shows.
+     *
+     * @param bar the bar
+     * @return the amount
+     */
+    public static native int Adjustable_GetVisibleAmount(int bar);
+
+    /**
+     * Sets the lower end of a scroll bar's range.
+     *
+     * @param bar the bar
+     * @param value the minimum
+     */
+    public static native void Adjustable_SetMinimum(int bar, int value);
+
+    /**
+     * Sets the upper end of a scroll bar's range.
+     *
+     * @param bar the bar
+     * @param value the maximum
+     */
+    public static native void Adjustable_SetMaximum(int bar, int value);
+
+    /**
+     * Sets the value of a scroll bar without firing an event. A visible bar keeps it within its
+     * range.
+     *
+     * @param bar the bar
+     * @param value the value
+     */
+    public static native void Adjustable_SetValue(int bar, int value);
+
+    /**
+     * Sets the part of the range that is visible at a time.
+     *
+     * @param bar the bar
+     * @param amount the amount; 0 for a thumb of fixed size
+     */
+    public static native void Adjustable_SetVisibleAmount(int bar, int amount);
+
+    /**
+     * Sets the step of a scroll bar's arrows.
+     *
+     * @param bar the bar
+     * @param value any number
+     */
+    public static native void Adjustable_SetUnitIncrement(int bar, int value);
+
+    /**
+     * Sets the step of a scroll bar's pages.
+     *
+     * @param bar the bar
+     * @param value at least 1; anything less is ignored
+     */
+    public static native void Adjustable_SetBlockIncrement(int bar, int value);
+
+    /**
+     * Makes a menu bar, which {@code Shell_SetMenuBar} shows.
+     *
+     * @param shell the shell that it belongs to
+     * @return the bar; 0 on an error: "Unable to create menu bar!" (-4)
+     */
+    public static native int MenuBar_New(int shell);
+
+    /**
+     * Makes a menu for cascade items.
+     *
+     * @param owner the shell that it belongs to
+     * @return the menu; 0 on an error: "Unable to create drop down menu handle!" with the system's
+     *     text
+     */
+    public static native int DropDownMenu_New(int owner);
+
+    /**
+     * Makes a menu that {@code PopupMenu_Show} shows.
+     *
+     * @param owner the control that it belongs to
+     * @return the menu; 0 on an error: "Unable to create popup menu handle!" with the system's text
+     */
+    public static native int PopupMenu_New(int owner);
+
+    /**
+     * Shows a pop-up menu until the user chooses an item or leaves it. Choosing fires the item's
+     * {@code CB_MENU_SELECTION}.
+     *
+     * @param menu the menu
+     * @param x of its corner, from the left of the owner's client area
+     * @param y of its corner, from the top of the owner's client area
+     */
+    public static native void PopupMenu_Show(int menu, int x, int y);
+
+    /**
+     * Does nothing: the system draws menus in its own font.
+     *
+     * @param menu the menu
+     * @param font the font, or 0
+     */
+    public static native void Menu_SetFont(int menu, int font);
+
+    /**
+     * Adds an item that fires {@code CB_MENU_SELECTION} with 0 when it is chosen.
+     *
+     * @param menu a menu of any kind
+     * @param index where it goes: 0 to the number of items
+     * @return the item; 0 on an error: "Unable to create new menu item" (-3)
+     */
+    public static native int PushMenuItem_New(int menu, int index);
+
+    /**
+     * Adds a line between items.
+     *
+     * @param menu a menu of any kind
+     * @param index where it goes: 0 to the number of items
+     * @return the item; 0 on an error: "Unable to create new menu item" (-3)
+     */
+    public static native int SeparatorItem_New(int menu, int index);
+
+    /**
+     * Adds an item that opens a menu.
+     *
+     * @param menu a menu of any kind
+     * @param index where it goes: 0 to the number of items
+     * @return the item; 0 on an error: "Unable to create new menu item" (-3)
+     */
+    public static native int CascadeMenuItem_New(int menu, int index);
+
+    /**
+     * Sets the menu that a cascade item opens. Errors with the system's text: "Unable to find the
+     * item", "Unable to get the menu item text", "Unable to insert new cascade menu item", "Unable
+     * to delete old menu item".
+     *
+     * @param item the cascade item
+     * @param menu a drop-down menu; 0 for none. It stays the caller's
+     */
+    public static native void CascadeMenuItem_SetMenu(int item, int menu);
+
+    /**
+     * Adds an item with a check mark. Choosing it turns the mark over, then fires {@code
+     * CB_MENU_SELECTION} with 0.
+     *
+     * @param menu a drop-down or pop-up menu
+     * @param index where it goes: 0 to the number of items
+     * @param style 16 for an item that is one of a choice, else 0
+     * @return the item; 0 on an error: "Unable to create new menu item" (-3)
+     */
+    public static native int StateMenuItem_New(int menu, int index, int style);
+
+    /**
+     * Sets the check mark of an item. Error: "Menu item doesn't exist" (-3).
+     *
+     * @param item the item
+     * @param checked whether it has the mark
+     */
+    public static native void StateMenuItem_SetSelection(int item, boolean checked);
+
+    /**
+     * Lets an item be chosen or not. Errors: "Unable to set menu item enabled state" (-3) in a menu
+     * bar; "The menu item does not exist" (-3), "Unable to find the item" with the system's text in
+     * other menus.
+     *
+     * @param item the item
+     * @param enabled whether it can be chosen
+     */
+    public static native void AbstractMenuItem_SetEnabled(int item, boolean enabled);
+
+    /**
+     * Sets the text of an item. Errors: "Unable to set menu item text" (-3) in a menu bar; "Unable
+     * to find the item", "Unable to update the menu item's label" with the system's text in other
+     * menus; an empty message (-4) without memory.
+     *
+     * @param item the item
+     * @param text null is the empty text. Every ampersand is left out
+     * @param acceleratorText the name of the accelerator, shown at the right but in menu bars; null
+     *     or empty for none
+     */
+    public static native void LabeledMenuItem_SetText(
+            int item, String text, String acceleratorText);
+
+    /**
+     * Sets the key that chooses an item while the item's shell is active. Errors: "Not enough space
+     * to create accelerator table" (-4), "Not enough space to grow accelerator table" (-4).
+     *
+     * @param item the item
+     * @param accelerator the key code in the low 16 bits and the modifiers above them: 1 Alt, 2
+     *     Shift, 4 Control; 0 for none
+     */
+    public static native void LabeledMenuItem_SetAccelerator(int item, int accelerator);
+
+    /**
+     * Does nothing: the system draws menus in its own font.
+     *
+     * @param item the item
+     * @param font the font, or 0
+     */
+    public static native void LabeledMenuItem_SetFont(int item, int font);
 }

@@ -240,4 +240,94 @@ public final class OS {
      * @return left, top, right, bottom
      */
     public static native int[] Scrollable_GetInsets(int scrollable);
+
+    /**
+     * The face names of the device's fonts, once for every font of a family.
+     *
+     * @param device the display
+     * @param scalable whether the scalable faces are listed, else the raster ones
+     * @return the names; empty when there is none. Error: "Not enough memory to list typefaces"
+     *     (-4)
+     */
+    public static native String[] Device_GetTypefaces(int device, boolean scalable);
+
+    /**
+     * Makes a colour.
+     *
+     * @param device the display
+     * @param red 0 to 255
+     * @param green 0 to 255
+     * @param blue 0 to 255
+     * @return the colour; 0 when it cannot be made. Errors: "Invalid color component range" (-3),
+     *     "Not enough memory to allocate color" (-4)
+     */
+    public static native int Color_New(int device, int red, int green, int blue);
+
+    /**
+     * Ends a colour. No control may use it any more.
+     *
+     * @param color the colour
+     */
+    public static native void Color_Dispose(int color);
+
+    /**
+     * Makes a font of a face.
+     *
+     * @param device the display
+     * @param name the face; "fixed", in any case, for any fixed-pitch face; null or an unknown face
+     *     leaves the choice to the system. What goes beyond 32 characters is cut off
+     * @param points the height in points, internal leading included; 0 for the system's own choice
+     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
+     * @return the font; 0 when it cannot be made. Errors: "Unable to createfont" with the system's
+     *     text, "Not enough memory to allocate font" (-4)
+     */
+    public static native int Font_New(int device, String name, int points, int style);
+
+    /**
+     * Ends a font. No control may use it any more.
+     *
+     * @param font the font
+     */
+    public static native void Font_Dispose(int font);
+
+    /**
+     * How far the font's characters rise above the base line, without the leading.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetAscent(int font);
+
+    /**
+     * How far the font's characters reach below the base line.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetDescent(int font);
+
+    /**
+     * The room that the font keeps free above its characters, for accents.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetLeading(int font);
+
+    /**
+     * The height of the font, leading included.
+     *
+     * @param font the font
+     * @return points; 0 on an error: "Unable to get screen dc" with the system's text
+     */
+    public static native int Font_GetSizeInPoints(int font);
+
+    /**
+     * The width of one character.
+     *
+     * @param font the font
+     * @param character the character
+     * @return pixels
+     */
+    public static native int Font_GetAdvanceWidth(int font, char character);
 }

@@ -1,0 +1,104 @@
+// A picture of the device's screen, composed from the windows' own surfaces: it needs no display.
+
+#include "emulator.h"
+#include <stdint.h>
+#include <vector>
+
+namespace {
+
+constexpr int bytesPerPixel = 3;
+constexpr int stride = (deviceScreenWidth * bytesPerPixel + 3) & ~3;
+constexpr DWORD imageBytes = stride * deviceScreenHeight;
+
+struct Picture {
+    BITMAPINFO info;
+    void* pixels;
+    HBITMAP bitmap;
+    HDC context;
+    HGDIOBJ displaced;
+};
+
+} // namespace
+
+static bool makePicture(Picture* picture) {
+    BITMAPINFOHEADER& header = picture->info.bmiHeader;
+    header.biSize = sizeof(header);
+    header.biWidth = deviceScreenWidth;
+    header.biHeight = deviceScreenHeight;
+    header.biPlanes = 1;
+    header.biBitCount = bytesPerPixel * 8;
+    picture->bitmap =
+        CreateDIBSection(nullptr, &picture->info, DIB_RGB_COLORS, &picture->pixels, nullptr, 0);
+    if (!picture->bitmap) return false;
+    picture->context = CreateCompatibleDC(nullptr);
+    if (!picture->context) {
+        DeleteObject(picture->bitmap);
+        return false;
+    }
+    picture->displaced = SelectObject(picture->context, picture->bitmap);
+    return true;
+}
+
+static void discardPicture(const Picture& picture) {
+    SelectObject(picture.context, picture.displaced);
+    DeleteDC(picture.context);
+    DeleteObject(picture.bitmap);
+}
+
+static BOOL CALLBACK collectShown(HWND window, LPARAM windows) {
+    DWORD process;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId() && IsWindowVisible(window))
+        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
+}
+
+static void paintWindow(HDC picture, HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    HDC surface = GetDCEx(window, nullptr, DCX_WINDOW | DCX_CACHE | DCX_LOCKWINDOWUPDATE);
+    if (!surface) return;
+    BitBlt(picture, place.left, place.top, place.right - place.left, place.bottom - place.top,
+           surface, 0, 0, SRCCOPY);
+    ReleaseDC(window, surface);
+}
+
+static void paintScreen(HDC picture) {
+    RECT screen = {0, 0, deviceScreenWidth, deviceScreenHeight};
+    FillRect(picture, &screen, GetSysColorBrush(COLOR_BACKGROUND));
+    std::vector<HWND> windows; // the topmost first
+    EnumWindows(collectShown, reinterpret_cast<LPARAM>(&windows));
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window)
+        paintWindow(picture, *window);
+    GdiFlush();
+}
+
+static bool writeAll(HANDLE file, const void* bytes, DWORD count) {
+    DWORD written;
+    return WriteFile(file, bytes, count, &written, nullptr) && written == count;
+}
+
+static bool writeBitmap(LPCWSTR path, const Picture& picture) {
+    HANDLE file =
+        CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    constexpr uint16_t bitmapFile = 'B' | 'M' << 8;
+    constexpr DWORD pixelsAt = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+    BITMAPFILEHEADER header = {bitmapFile, pixelsAt + imageBytes, 0, 0, pixelsAt};
+    bool written = writeAll(file, &header, sizeof(header)) &&
+                   writeAll(file, &picture.info.bmiHeader, sizeof(BITMAPINFOHEADER)) &&
+                   writeAll(file, picture.pixels, imageBytes);
+    CloseHandle(file);
+    return written;
+}
+
+extern "C" BOOL WINAPI Emulator_SaveScreen(LPCWSTR path) {
+    Picture picture = {};
+    if (!makePicture(&picture)) return FALSE;
+    paintScreen(picture.context);
+    bool written = writeBitmap(path, picture);
+    DWORD error = GetLastError();
+    discardPicture(picture);
+    if (!written) SetLastError(error);
+    return written;
+}

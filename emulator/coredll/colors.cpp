@@ -1,0 +1,20 @@
+// The device's system colours: their indices come marked, and two of them the desk does not have.
+
+#include <windows.h>
+
+static int deskColor(int index) {
+    constexpr int systemColorFlag = 0x40000000;
+    constexpr int staticBackground = 25; // other colours on the desk
+    constexpr int staticText = 26;
+    index &= ~systemColorFlag;
+    if (index == staticBackground) return COLOR_BTNFACE;
+    if (index == staticText) return COLOR_WINDOWTEXT;
+    return index;
+}
+
+extern "C" {
+
+DWORD WINAPI Device_GetSysColor(int index) { return GetSysColor(deskColor(index)); }
+
+HBRUSH WINAPI Device_GetSysColorBrush(int index) { return GetSysColorBrush(deskColor(index)); }
+}

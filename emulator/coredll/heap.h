@@ -1,0 +1,9 @@
+#pragma once
+// The device's heap, for the emulator's own use.
+
+#include <windows.h>
+
+extern "C" {
+HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size);
+HLOCAL WINAPI Device_LocalFree(HLOCAL block);
+}

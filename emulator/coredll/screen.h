@@ -1,0 +1,7 @@
+#pragma once
+// The device's screen. The desk's own may be larger: the device's is then its top left corner.
+
+#include <windows.h>
+
+// The part of the screen that top-level windows may fill. Any thread.
+RECT workArea();

@@ -1,0 +1,54 @@
+// Where the device's windows start, and the part of their styles that a desk window cannot carry.
+
+#include "dialog_class.h"
+#include "screen.h"
+
+static constexpr DWORD captionOkButton = 0x80000000;
+
+// A top-level window of default size fills the device's work area.
+static void placeByDefault(DWORD style, int* x, int* y, int* width, int* height) {
+    if (style & (WS_CHILD | WS_POPUP)) return;
+    RECT work = workArea();
+    if (*x == CW_USEDEFAULT) {
+        *x = work.left;
+        *y = work.top;
+    }
+    if (*width == CW_USEDEFAULT) {
+        *width = work.right - *x;
+        *height = work.bottom - *y;
+    }
+}
+
+static void changeOkButton(HWND window, bool has) {
+    if (has == hasOkButton(window)) return;
+    setOkButton(window, has);
+    RedrawWindow(window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+}
+
+extern "C" {
+
+HWND WINAPI Device_CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR title,
+                                   DWORD style, int x, int y, int width, int height, HWND parent,
+                                   HMENU menu, HINSTANCE instance, LPVOID data) {
+    placeByDefault(style, &x, &y, &width, &height);
+    HWND window = CreateWindowExW(extendedStyle & ~captionOkButton, className, title, style, x, y,
+                                  width, height, parent, menu, instance, data);
+    if (window && (extendedStyle & captionOkButton) && isDialog(window))
+        changeOkButton(window, true);
+    return window;
+}
+
+LONG WINAPI Device_GetWindowLongW(HWND window, int index) {
+    LONG value = GetWindowLongW(window, index);
+    if (index == GWL_EXSTYLE && isDialog(window) && hasOkButton(window)) value |= captionOkButton;
+    return value;
+}
+
+LONG WINAPI Device_SetWindowLongW(HWND window, int index, LONG value) {
+    if (index != GWL_EXSTYLE || !isDialog(window)) return SetWindowLongW(window, index, value);
+    LONG old = Device_GetWindowLongW(window, index);
+    SetWindowLongW(window, index, value & ~captionOkButton);
+    changeOkButton(window, value & captionOkButton);
+    return old;
+}
+}

@@ -1,0 +1,62 @@
+#include "recorder.h"
+
+class ScreenTest : public RecorderTest {
+  protected:
+    ~ScreenTest() override {
+        RECT all = wholeScreen;
+        SystemParametersInfoW(SPI_SETWORKAREA, 0, &all, 0);
+    }
+
+    static RECT workArea() {
+        RECT area = {};
+        EXPECT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0));
+        return area;
+    }
+};
+
+TEST_F(ScreenTest, is_240_by_320) {
+    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), 240);
+    EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), 320);
+    HDC context = GetDC(nullptr);
+    EXPECT_EQ(GetDeviceCaps(context, HORZRES), 240);
+    EXPECT_EQ(GetDeviceCaps(context, VERTRES), 320);
+    EXPECT_EQ(GetDeviceCaps(context, LOGPIXELSX), 96);
+    ReleaseDC(nullptr, context);
+}
+
+TEST_F(ScreenTest, is_all_work_area) {
+    RECT area = workArea();
+    EXPECT_TRUE(EqualRect(&area, &wholeScreen));
+}
+
+TEST_F(ScreenTest, tells_every_window_of_a_new_work_area) {
+    HWND window = newWindow(wholeScreen);
+    RECT smaller = {0, 26, 240, 240};
+    EXPECT_TRUE(SystemParametersInfoW(SPI_SETWORKAREA, 0, &smaller, SPIF_SENDCHANGE));
+    RECT area = workArea();
+    EXPECT_TRUE(EqualRect(&area, &smaller));
+    std::vector<Recorded> told = received(WM_SETTINGCHANGE);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].window, window);
+    EXPECT_EQ(told[0].wParam, WPARAM(SPI_SETWORKAREA));
+}
+
+TEST_F(ScreenTest, is_filled_by_a_window_of_default_size) {
+    RECT smaller = {10, 26, 230, 240};
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &smaller, 0);
+    HWND window =
+        CreateWindowExW(0, DIALOG_CLASS, nullptr, 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    RECT place;
+    GetWindowRect(window, &place);
+    EXPECT_TRUE(EqualRect(&place, &smaller));
+    DestroyWindow(window);
+}
+
+TEST_F(ScreenTest, has_the_other_metrics_of_the_system) {
+    EXPECT_EQ(GetSystemMetrics(SM_CXVSCROLL), 13);
+    EXPECT_EQ(GetSystemMetrics(SM_CYHSCROLL), 13);
+    UINT lines = 0;
+    EXPECT_TRUE(SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0));
+    EXPECT_EQ(lines, 3u);
+}

@@ -1,0 +1,547 @@
+#include "control/scrollable.h"
+#include "device.h"
+#include "faults.h"
+#include "leaks.h"
+#include "widgets/adjustable.h"
+
+// What the window was told.
+struct Told {
+    int kind;
+    UINT mask;
+    int minimum, maximum;
+    UINT page;
+    int position;
+    BOOL redraw;
+    bool operator==(const Told&) const = default;
+};
+static void PrintTo(const Told& told, std::ostream* out) {
+    *out << "{kind " << told.kind << ", mask " << told.mask << ", " << told.minimum << ".."
+         << told.maximum << ", page " << told.page << ", position " << told.position << ", redraw "
+         << told.redraw << "}";
+}
+static std::vector<Told> told;
+static int WINAPI recordScrollInfo(HWND window, int kind, const SCROLLINFO* info, BOOL redraw) {
+    EXPECT_EQ(info->cbSize, 28u);
+    told.push_back({kind, info->fMask, info->nMin, info->nMax, info->nPage, info->nPos, redraw});
+    return SetScrollInfo(window, kind, info, redraw);
+}
+
+class AdjustableTest : public DeviceTest {
+  protected:
+    AdjustableTest() {
+        shell = newShell();
+        bar = call<jint(jint)>("Scrollbar_New", shell);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 200);
+    }
+    static AdjustableRecord* record(jint handle) {
+        return reinterpret_cast<AdjustableRecord*>(handle);
+    }
+    void show(jint control, bool shown = true) {
+        call<void(jint, jboolean)>("Control_SetVisible", control, shown);
+        dispatchAll();
+    }
+    jint get(const char* property) {
+        return call<jint(jint)>(std::string("Adjustable_Get") + property, bar);
+    }
+    void set(const char* property, jint value) {
+        call<void(jint, jint)>(std::string("Adjustable_Set") + property, bar, value);
+    }
+    SCROLLINFO infoOf(jint handle) {
+        SCROLLINFO info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_ALL;
+        GetScrollInfo(windowOf(handle), record(handle)->barKind, &info);
+        return info;
+    }
+    // A scroll message of the bar, as its window sends it to the parent.
+    Events scroll(WORD code) {
+        listen(bar);
+        SendMessageW(windowOf(shell), WM_VSCROLL, code, reinterpret_cast<LPARAM>(windowOf(bar)));
+        return vm.takeEvents();
+    }
+    std::vector<Told> recordWhile(const std::function<void()>& work) {
+        Faults faults;
+        faults.replace("SetScrollInfo", reinterpret_cast<void*>(recordScrollInfo));
+        told.clear();
+        work();
+        return told;
+    }
+
+    jint shell, bar;
+};
+
+TEST_F(AdjustableTest, a_new_bar_has_its_values) {
+    EXPECT_EQ(get("Minimum"), 0);
+    EXPECT_EQ(get("Maximum"), 100);
+    EXPECT_EQ(get("Value"), 0);
+    EXPECT_EQ(get("VisibleAmount"), 10);
+    EXPECT_EQ(record(bar)->unitIncrement, 1);
+    EXPECT_EQ(record(bar)->blockIncrement, 10);
+    EXPECT_EQ(record(bar)->orientation, 8);
+    SCROLLINFO info = infoOf(bar);
+    EXPECT_EQ(info.nMax, 100) << "the window has them at once";
+    EXPECT_EQ(info.nPage, 11u);
+    EXPECT_EQ(GetWindowLongW(windowOf(bar), GWL_STYLE) & ~WS_VISIBLE, 0x46010001);
+}
+
+TEST_F(AdjustableTest, a_new_bar_tells_the_window_its_values) {
+    jint other = 0;
+    EXPECT_EQ(recordWhile([&] { other = call<jint(jint)>("Scrollbar_New", shell); }),
+              (std::vector<Told>{{SB_CTL, 23, 0, 100, 11, 0, TRUE}}));
+    EXPECT_FALSE(record(other)->visible);
+    EXPECT_TRUE(record(other)->enabled);
+}
+
+TEST_F(AdjustableTest, a_visible_amount_is_kept_as_a_page_one_larger) {
+    for (jint amount : {0, 5, 1, 99}) {
+        set("VisibleAmount", amount);
+        EXPECT_EQ(get("VisibleAmount"), amount);
+        EXPECT_EQ(record(bar)->info.nPage, amount ? UINT(amount) + 1 : 0u);
+    }
+}
+
+TEST_F(AdjustableTest, a_hidden_or_disabled_bar_keeps_new_values_to_itself) {
+    auto setAll = [&] {
+        set("Minimum", 5);
+        set("Maximum", 50);
+        set("Value", 20);
+        set("VisibleAmount", 3);
+    };
+    EXPECT_TRUE(recordWhile(setAll).empty());
+    show(bar);
+    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE);
+    EXPECT_TRUE(recordWhile(setAll).empty());
+    EXPECT_EQ(get("Minimum"), 5);
+    EXPECT_EQ(get("Maximum"), 50);
+    EXPECT_EQ(get("Value"), 20);
+    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_TRUE);
+    EXPECT_EQ(recordWhile(setAll), (std::vector<Told>{{SB_CTL, 9, 5, 50, 4, 20, TRUE},
+                                                      {SB_CTL, 9, 5, 50, 4, 20, TRUE},
+                                                      {SB_CTL, 4, 5, 50, 4, 20, TRUE},
+                                                      {SB_CTL, 11, 5, 50, 4, 20, TRUE}}));
+}
+
+TEST_F(AdjustableTest, the_value_of_a_live_bar_is_the_windows) {
+    show(bar);
+    set("Value", 95);
+    EXPECT_EQ(get("Value"), 90) << "as the window clamped it";
+    Faults faults;
+    faults.fail("GetScrollInfo");
+    EXPECT_EQ(get("Value"), 0);
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+TEST_F(AdjustableTest, a_block_increment_is_at_least_1) {
+    set("BlockIncrement", 7);
+    EXPECT_EQ(record(bar)->blockIncrement, 7);
+    for (jint wrong : {0, -1, -100}) {
+        set("BlockIncrement", wrong);
+        EXPECT_EQ(record(bar)->blockIncrement, 7);
+    }
+    set("UnitIncrement", -3);
+    EXPECT_EQ(record(bar)->unitIncrement, -3) << "unchecked";
+}
+
+TEST_F(AdjustableTest, a_focused_bar_redraws_its_focus_mark_for_a_new_amount) {
+    show(bar);
+    SetFocus(windowOf(bar));
+    dispatchAll();
+    listen(bar);
+    set("VisibleAmount", 30);
+    dispatchAll();
+    EXPECT_EQ(vm.takeEvents(), Events{"focus(1)"});
+    SetFocus(windowOf(shell));
+    dispatchAll();
+    vm.takeEvents();
+    set("VisibleAmount", 20);
+    dispatchAll();
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+class ScrollTest : public AdjustableTest {
+  protected:
+    ScrollTest() {
+        show(bar);
+        set("Minimum", 10);
+        set("UnitIncrement", 2);
+        set("Value", 50);
+        dispatchAll();
+    }
+};
+
+TEST_F(ScrollTest, every_code_moves_the_value_and_fires) {
+    EXPECT_EQ(scroll(SB_LINEDOWN), Events{"scrolled(52, 1)"});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(50, 0)"});
+    EXPECT_EQ(scroll(SB_PAGEDOWN), Events{"scrolled(60, 3)"});
+    EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(50, 2)"});
+    EXPECT_EQ(scroll(SB_TOP), Events{"scrolled(10, 5)"});
+    EXPECT_EQ(scroll(SB_BOTTOM), Events{"scrolled(90, 6)"}) << "clamped by the window";
+    EXPECT_EQ(get("Value"), 90);
+}
+
+TEST_F(ScrollTest, going_up_stops_at_the_minimum_and_fires_still) {
+    set("Value", 11);
+    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
+    EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(10, 2)"});
+}
+
+TEST_F(ScrollTest, the_end_of_scrolling_fires_nothing) {
+    EXPECT_TRUE(scroll(SB_ENDSCROLL).empty());
+    EXPECT_EQ(get("Value"), 50);
+}
+
+// The thumb is tracked at 30.
+static BOOL WINAPI answerTrackPosition(HWND window, int kind, SCROLLINFO* info) {
+    BOOL result = GetScrollInfo(window, kind, info);
+    if (info->fMask & SIF_TRACKPOS) info->nTrackPos = 30;
+    return result;
+}
+
+TEST_F(ScrollTest, the_thumb_moves_the_value_to_its_place_above_the_minimum) {
+    Faults faults;
+    faults.replace("GetScrollInfo", reinterpret_cast<void*>(answerTrackPosition));
+    faults.replace("SetScrollInfo", reinterpret_cast<void*>(recordScrollInfo));
+    told.clear();
+    EXPECT_EQ(scroll(SB_THUMBTRACK), Events{"scrolled(40, 4)"});
+    EXPECT_EQ(told.back().redraw, FALSE) << "the thumb is drawn already";
+    set("Value", 50);
+    EXPECT_TRUE(scroll(SB_THUMBPOSITION).empty());
+    EXPECT_EQ(told.back().redraw, TRUE);
+    EXPECT_EQ(told.back().mask, UINT(SIF_POS));
+    EXPECT_EQ(get("Value"), 40);
+}
+
+TEST_F(ScrollTest, values_that_cannot_be_read_fire_nothing) {
+    for (int nth : {1, 2}) {
+        Faults faults;
+        faults.fail("GetScrollInfo", nth);
+        EXPECT_TRUE(scroll(SB_LINEDOWN).empty()) << nth;
+        EXPECT_EQ(faults.countCalls("SetScrollInfo"), nth - 1);
+    }
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+TEST_F(ScrollTest, a_scroll_message_of_a_control_that_is_no_bar_is_left_alone) {
+    jint button = newButton(shell);
+    listen(button);
+    SendMessageW(windowOf(shell), WM_VSCROLL, SB_LINEDOWN,
+                 reinterpret_cast<LPARAM>(windowOf(button)));
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+class ShowingTest : public AdjustableTest {};
+
+TEST_F(ShowingTest, a_shown_bar_gets_its_values) {
+    EXPECT_EQ(recordWhile([&] { show(bar); }),
+              (std::vector<Told>{{SB_CTL, 31, 0, 100, 11, 0, TRUE}}));
+    EXPECT_TRUE(IsWindowVisible(windowOf(bar)));
+}
+
+TEST_F(ShowingTest, a_range_of_nothing_is_shown_as_one_and_kept) {
+    set("Minimum", 10);
+    set("Maximum", 5);
+    set("VisibleAmount", 0);
+    EXPECT_EQ(
+        recordWhile([&] { show(bar); }),
+        (std::vector<Told>{{SB_CTL, 31, 10, 11, 0, 0, TRUE}, {SB_CTL, 11, 10, 5, 0, 0, TRUE}}));
+    EXPECT_EQ(get("Maximum"), 5);
+}
+
+TEST_F(ShowingTest, a_page_is_shown_within_the_range_and_kept) {
+    set("Maximum", 8);
+    EXPECT_EQ(recordWhile([&] { show(bar); }),
+              (std::vector<Told>{{SB_CTL, 31, 0, 8, 8, 0, TRUE}, {SB_CTL, 11, 0, 8, 11, 0, TRUE}}));
+    EXPECT_EQ(get("VisibleAmount"), 10);
+}
+
+TEST_F(ShowingTest, a_hidden_bar_is_blank) {
+    show(bar);
+    EXPECT_EQ(recordWhile([&] { show(bar, false); }),
+              (std::vector<Told>{{SB_CTL, 23, 0, 0, 0, 0, TRUE}}));
+    EXPECT_FALSE(IsWindowVisible(windowOf(bar)));
+    EXPECT_EQ(get("Maximum"), 100);
+}
+
+TEST_F(ShowingTest, a_disabled_bar_is_shown_blank) {
+    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE);
+    EXPECT_EQ(
+        recordWhile([&] { show(bar); }),
+        (std::vector<Told>{{SB_CTL, 31, 0, 100, 11, 0, FALSE}, {SB_CTL, 31, 0, 0, 1, 0, TRUE}}));
+}
+
+TEST_F(ShowingTest, disabling_blanks_a_shown_bar_and_enabling_gives_its_values_back) {
+    auto enable = [&](jboolean enabled) {
+        return recordWhile([&] { call<void(jint, jboolean)>("Control_SetEnabled", bar, enabled); });
+    };
+    EXPECT_TRUE(enable(JNI_FALSE).empty()) << "hidden";
+    EXPECT_TRUE(enable(JNI_TRUE).empty());
+    show(bar);
+    EXPECT_EQ(enable(JNI_FALSE), (std::vector<Told>{{SB_CTL, 31, 0, 0, 0, 0, TRUE}}));
+    EXPECT_FALSE(IsWindowEnabled(windowOf(bar)));
+    EXPECT_EQ(enable(JNI_TRUE), (std::vector<Told>{{SB_CTL, 23, 0, 100, 11, 0, TRUE}}));
+    EXPECT_TRUE(IsWindowEnabled(windowOf(bar)));
+}
+
+class ScrollbarTest : public AdjustableTest {
+  protected:
+    std::vector<jint> minimumSize() {
+        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", bar));
+    }
+    void turn(jint orientation) {
+        call<void(jint, jint)>("Scrollbar_SetOrientation", bar, orientation);
+    }
+    bool isVertical() { return GetWindowLongW(windowOf(bar), GWL_STYLE) & SBS_VERT; }
+};
+
+TEST_F(ScrollbarTest, minimum_size_follows_the_direction) {
+    EXPECT_EQ(minimumSize(), (std::vector<jint>{GetSystemMetrics(SM_CXVSCROLL),
+                                                10 * GetSystemMetrics(SM_CYVSCROLL)}));
+    turn(16);
+    EXPECT_EQ(minimumSize(), (std::vector<jint>{10 * GetSystemMetrics(SM_CXHSCROLL),
+                                                GetSystemMetrics(SM_CYHSCROLL)}));
+}
+
+TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
+    show(bar);
+    set("Value", 40);
+    HWND old = windowOf(bar);
+    RECT before, after;
+    GetWindowRect(old, &before);
+    turn(16);
+    EXPECT_FALSE(IsWindow(old));
+    GetWindowRect(windowOf(bar), &after);
+    EXPECT_TRUE(EqualRect(&before, &after));
+    EXPECT_FALSE(isVertical());
+    EXPECT_EQ(record(bar)->orientation, 16);
+    EXPECT_TRUE(IsWindowVisible(windowOf(bar)));
+    EXPECT_EQ(get("Value"), 40);
+    EXPECT_EQ(controlOf(windowOf(bar)), record(bar));
+    EXPECT_EQ(scroll(SB_LINEDOWN), Events{"scrolled(41, 1)"});
+    turn(8);
+    EXPECT_TRUE(isVertical());
+}
+
+TEST_F(ScrollbarTest, a_turned_bar_in_a_moved_parent_keeps_its_place_there) {
+    jint composite = call<jint(jint, jint)>("Composite_New", shell, 0);
+    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 50, 60, 100, 100);
+    jint inner = call<jint(jint)>("Scrollbar_New", composite);
+    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", inner, 5, 6, 13, 70);
+    call<void(jint, jint)>("Scrollbar_SetOrientation", inner, 16);
+    EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetBounds", inner)),
+              (std::vector<jint>{5, 6, 13, 70}));
+}
+
+TEST_F(ScrollbarTest, another_orientation_keeps_the_direction) {
+    turn(3);
+    EXPECT_TRUE(isVertical());
+    EXPECT_EQ(record(bar)->orientation, 3);
+    turn(16);
+    turn(0);
+    EXPECT_FALSE(isVertical());
+}
+
+TEST_F(ScrollbarTest, a_bar_that_cannot_be_turned_is_an_error_and_stays) {
+    HWND old = windowOf(bar);
+    {
+        Faults faults;
+        faults.fail("CreateWindowExW", 1, ERROR_ACCESS_DENIED);
+        turn(16);
+    }
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Scrollbar_SetOrientation");
+    EXPECT_EQ(report.message.find(u"Unable to create handle for widget::"), 0u);
+    EXPECT_EQ(windowOf(bar), old);
+    EXPECT_TRUE(IsWindow(old));
+}
+
+TEST_F(ScrollbarTest, background_is_the_scroll_bars) {
+    EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", bar), 0xC0C0C0);
+}
+
+TEST_F(ScrollbarTest, a_bar_that_cannot_be_made_is_an_error) {
+    NoLeaks noLeaks;
+    EXPECT_GT(forEachFailure([&](Faults& faults) {
+                  jint made = call<jint(jint)>("Scrollbar_New", shell);
+                  if (made) dispose(made);
+                  for (const TestVm::Report& report : vm.reports) {
+                      EXPECT_EQ(report.function, "Scrollbar_New");
+                      EXPECT_EQ(report.message.find(u"Unable to create handle for widget::"), 0u);
+                      EXPECT_EQ(made, 0);
+                  }
+                  EXPECT_TRUE(made || faults.hasFailed());
+                  vm.reports.clear();
+                  dispatchAll();
+              }),
+              2);
+}
+
+// The person at the bar: the arrow at its lower end is tapped while the system tracks.
+class TappedScrollbarTest : public ScrollbarTest {
+  protected:
+    void moveTo(LONG x, LONG y) {
+        POINT point = {x, y};
+        ClientToScreen(windowOf(bar), &point);
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+    }
+    void post(jint type) {
+        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+    }
+};
+
+TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release) {
+    show(bar);
+    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
+    listen(bar);
+    moveTo(6, 195);
+    post(1);
+    post(2);
+    dispatchAll();
+    Events events = vm.takeEvents();
+    auto at = [&](const std::string& event) {
+        return std::find(events.begin(), events.end(), event) - events.begin();
+    };
+    EXPECT_LT(at("pointer(1, 6, 195, 8, 0)"), at("scrolled(1, 1)"))
+        << testing::PrintToString(events);
+    EXPECT_LT(at("scrolled(1, 1)"), at("pointer(2, 6, 195, 8, 0)"));
+    EXPECT_EQ(get("Value"), 1);
+}
+
+TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
+    show(bar);
+    listen(bar);
+    moveTo(6, 60);
+    dispatchAll();
+    vm.takeEvents();
+    record(bar)->lastPointerX = -1;
+    SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
+    Events first = vm.takeEvents();
+    EXPECT_EQ(std::count(first.begin(), first.end(), "pointer(3, 6, 60, 0, 0)"), 1)
+        << testing::PrintToString(first);
+    SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
+    EXPECT_TRUE(vm.takeEvents().empty()) << "it did not move";
+}
+
+// A scrollable's own bars.
+class OwnBarsTest : public AdjustableTest {
+  protected:
+    OwnBarsTest() {
+        composite = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 0, 0, 100, 100);
+        show(composite);
+        horizontal = call<jint(jint)>("Scrollable_GetHorizontalBar", composite);
+        bar = call<jint(jint)>("Scrollable_GetVerticalBar", composite);
+    }
+    Events scrollOwn(UINT message, WORD code, HWND sender) {
+        SendMessageW(windowOf(composite), message, code, reinterpret_cast<LPARAM>(sender));
+        return vm.takeEvents();
+    }
+    jint composite, horizontal;
+};
+
+TEST_F(OwnBarsTest, are_made_once_and_only_when_asked_for) {
+    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
+    auto* scrollable = reinterpret_cast<ScrollableRecord*>(other);
+    EXPECT_EQ(scrollable->horizontalBar, nullptr);
+    jint made = call<jint(jint)>("Scrollable_GetHorizontalBar", other);
+    EXPECT_EQ(reinterpret_cast<jint>(scrollable->horizontalBar), made);
+    EXPECT_EQ(scrollable->verticalBar, nullptr);
+    EXPECT_EQ(call<jint(jint)>("Scrollable_GetHorizontalBar", other), made);
+    EXPECT_NE(horizontal, bar);
+}
+
+TEST_F(OwnBarsTest, start_with_the_windows_values) {
+    EXPECT_EQ(record(bar)->barKind, SB_VERT);
+    EXPECT_EQ(record(horizontal)->barKind, SB_HORZ);
+    EXPECT_EQ(record(bar)->hwnd, windowOf(composite));
+    EXPECT_EQ(record(bar)->unitIncrement, 1);
+    EXPECT_EQ(record(bar)->blockIncrement, 10);
+    EXPECT_TRUE(record(bar)->visible && record(bar)->enabled);
+    EXPECT_EQ(get("Maximum"), 100);
+}
+
+TEST_F(OwnBarsTest, a_page_that_fills_the_range_is_nudged_into_its_proper_state) {
+    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    SCROLLINFO full = {sizeof(full), SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL, 0, 9, 10, 0, 0};
+    SetScrollInfo(windowOf(other), SB_VERT, &full, FALSE);
+    std::vector<Told> calls =
+        recordWhile([&] { call<jint(jint)>("Scrollable_GetVerticalBar", other); });
+    EXPECT_EQ(calls, (std::vector<Told>{{SB_VERT, 11, 0, 10, 10, 0, FALSE},
+                                        {SB_VERT, 11, 0, 9, 10, 0, TRUE}}));
+}
+
+TEST_F(OwnBarsTest, scroll_with_messages_of_the_window_itself) {
+    listen(bar);
+    listen(horizontal);
+    EXPECT_EQ(scrollOwn(WM_VSCROLL, SB_LINEDOWN, nullptr), Events{"scrolled(1, 1)"});
+    EXPECT_EQ(get("Value"), 1);
+    EXPECT_EQ(call<jint(jint)>("Adjustable_GetValue", horizontal), 0);
+    EXPECT_EQ(scrollOwn(WM_HSCROLL, SB_PAGEDOWN, windowOf(composite)), Events{"scrolled(10, 3)"});
+}
+
+TEST_F(OwnBarsTest, that_are_not_made_scroll_nothing) {
+    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    SendMessageW(windowOf(other), WM_VSCROLL, SB_LINEDOWN, 0);
+    EXPECT_EQ(GetScrollPos(windowOf(other), SB_VERT), 0);
+}
+
+TEST_F(OwnBarsTest, take_room_along_the_edges) {
+    RECT client;
+    GetClientRect(windowOf(composite), &client);
+    auto boundsOf = [&](jint which) {
+        return vm.ints(
+            call<jobject(jint, jint)>("Scrollable_GetAdjustableBounds", composite, which));
+    };
+    EXPECT_EQ(boundsOf(horizontal), (std::vector<jint>{0, 0, client.right, 13}));
+    EXPECT_EQ(boundsOf(bar), (std::vector<jint>{0, 0, 13, client.bottom}));
+}
+
+TEST_F(OwnBarsTest, are_enabled_and_shown_without_touching_the_window) {
+    auto setBar = [&](const char* what, jboolean on) {
+        return recordWhile([&] {
+            call<void(jint, jint, jboolean)>(std::string("Scrollable_SetAdjustable") + what,
+                                             composite, bar, on);
+        });
+    };
+    EXPECT_EQ(setBar("Enabled", JNI_FALSE), (std::vector<Told>{{SB_VERT, 31, 0, 0, 0, 0, TRUE}}));
+    EXPECT_TRUE(IsWindowEnabled(windowOf(composite)));
+    setBar("Enabled", JNI_TRUE);
+    EXPECT_EQ(setBar("Visible", JNI_FALSE), (std::vector<Told>{{SB_VERT, 23, 0, 0, 0, 0, TRUE}}));
+    EXPECT_TRUE(IsWindowVisible(windowOf(composite)));
+    EXPECT_EQ(setBar("Visible", JNI_TRUE).front().mask, 31u);
+}
+
+TEST_F(OwnBarsTest, cannot_be_disposed_of) {
+    long blocks = countHeapBlocks();
+    call<void(jint)>("Widget_Dispose", bar);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Widget_Dispose");
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message, u"Invalid disposal of a scrollable's scrollbars");
+    EXPECT_EQ(countHeapBlocks(), blocks);
+    EXPECT_EQ(get("Maximum"), 100);
+}
+
+TEST_F(OwnBarsTest, without_memory_are_an_error) {
+    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    Faults faults;
+    faults.fail("LocalAlloc", 0);
+    EXPECT_EQ(call<jint(jint)>("Scrollable_GetVerticalBar", other), 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -4);
+    EXPECT_EQ(report.message, u"Unable to create scroll bar");
+}
+
+TEST_F(OwnBarsTest, go_with_their_scrollable) {
+    NoLeaks noLeaks;
+    for (int i = 0; i < 1000; ++i) {
+        jint other = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
+        call<jint(jint)>("Scrollable_GetVerticalBar", other);
+        call<jint(jint)>("Scrollable_GetHorizontalBar", other);
+        dispose(other);
+        jint single = call<jint(jint)>("Scrollbar_New", shell);
+        call<void(jint, jint)>("Scrollbar_SetOrientation", single, 16);
+        dispose(single);
+    }
+    dispatchAll();
+}

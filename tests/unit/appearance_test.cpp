@@ -1,0 +1,210 @@
+#include "control/appearance.h"
+#include "device.h"
+#include "faults.h"
+#include "graphics/color.h"
+
+class AppearanceTest : public DeviceTest {
+  protected:
+    jint shell = newShell();
+    jint newComposite(jint parent) {
+        jint composite = call<jint(jint, jint)>("Composite_New", parent, 0);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 0, 0, 100, 100);
+        call<void(jint, jboolean)>("Control_SetVisible", composite, JNI_TRUE);
+        dispatchAll();
+        return composite;
+    }
+    void set(const char* property, jint control, jint value) {
+        call<void(jint, jint)>(std::string("Control_Set") + property, control, value);
+    }
+    jint get(const char* property, jint control) {
+        return call<jint(jint)>(std::string("Control_Get") + property, control);
+    }
+    void move(const char* where, jint control, jint other) {
+        call<void(jint, jint)>(std::string("Control_Move") + where, control, other);
+    }
+    // The children of a window from top to bottom.
+    static std::vector<HWND> stackOf(jint parent) {
+        std::vector<HWND> stack;
+        for (HWND child = GetWindow(windowOf(parent), GW_CHILD); child;
+             child = GetWindow(child, GW_HWNDNEXT))
+            stack.push_back(child);
+        return stack;
+    }
+};
+
+// A parent that colours its children with a brush of its own.
+static HBRUSH parentBrush;
+static WNDPROC parentProc;
+static LRESULT CALLBACK colorChildren(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CTLCOLORSTATIC) return reinterpret_cast<LRESULT>(parentBrush);
+    return CallWindowProcW(parentProc, window, message, wParam, lParam);
+}
+
+TEST_F(AppearanceTest, the_default_background_is_the_brush_that_the_parent_colours_with) {
+    jint composite = newComposite(shell);
+    jint child = newComposite(composite);
+    parentBrush = CreateSolidBrush(RGB(1, 2, 3));
+    parentProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongW(windowOf(composite), GWL_WNDPROC, reinterpret_cast<LONG>(colorChildren)));
+    EXPECT_EQ(get("BackgroundRGB", child), 0x010203);
+    SetWindowLongW(windowOf(composite), GWL_WNDPROC, reinterpret_cast<LONG>(parentProc));
+    DeleteObject(parentBrush);
+}
+
+TEST_F(AppearanceTest, a_background_is_told_in_javas_order_and_taken_back) {
+    jint button = newButton(shell);
+    jint before = get("BackgroundRGB", button);
+    ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
+    set("Background", button, reinterpret_cast<jint>(&color));
+    EXPECT_EQ(get("BackgroundRGB", button), 0x112233);
+    set("Background", button, 0);
+    EXPECT_EQ(get("BackgroundRGB", button), before);
+}
+
+TEST_F(AppearanceTest, setting_a_colour_redraws_the_control) {
+    jint button = newButton(shell);
+    ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
+    for (const char* property : {"Background", "Foreground"}) {
+        for (jint value : {reinterpret_cast<jint>(&color), 0}) {
+            dispatchAll();
+            EXPECT_FALSE(GetUpdateRect(windowOf(button), nullptr, FALSE));
+            set(property, button, value);
+            EXPECT_TRUE(GetUpdateRect(windowOf(button), nullptr, FALSE)) << property;
+        }
+    }
+    DeleteObject(color.brush);
+}
+
+TEST_F(AppearanceTest, a_foreground_is_told_and_taken_back) {
+    jint button = newButton(shell);
+    EXPECT_EQ(get("ForegroundRGB", button), 0x000000) << "window text";
+    ColorRecord color = {RGB(0xFE, 0x22, 0x33), nullptr};
+    set("Foreground", button, reinterpret_cast<jint>(&color));
+    EXPECT_EQ(get("ForegroundRGB", button), 0xFE2233);
+    set("Foreground", button, 0);
+    EXPECT_EQ(get("ForegroundRGB", button), 0x000000);
+}
+
+TEST_F(AppearanceTest, companions_set_colours_by_their_entry_points) {
+    auto* record = reinterpret_cast<ControlRecord*>(newButton(shell));
+    ColorRecord color = {RGB(1, 2, 3), nullptr};
+    using Set = void(ControlRecord*, ColorRecord*, ErrorRecord*);
+    entryPoint<Set>("_Control_SetBackground")(record, &color, nullptr);
+    entryPoint<Set>("_Control_SetForeground")(record, &color, nullptr);
+    EXPECT_EQ(record->background, &color);
+    EXPECT_EQ(record->foreground, &color);
+    record->background = nullptr;
+    record->foreground = nullptr;
+}
+
+TEST_F(AppearanceTest, shells_and_composites_inherit_the_background_push_buttons_do_not) {
+    auto inherits = [&](jint control) {
+        return call<jboolean(jint)>("Control_InheritsBackground", control);
+    };
+    EXPECT_TRUE(inherits(shell));
+    EXPECT_TRUE(inherits(newComposite(shell)));
+    EXPECT_TRUE(inherits(newButton(shell, "Checkbox")));
+    EXPECT_FALSE(inherits(newButton(shell)));
+}
+
+TEST_F(AppearanceTest, a_cursor_is_kept_and_shown_at_once) {
+    jint button = newButton(shell);
+    HCURSOR hand = LoadCursorW(nullptr, IDC_HAND);
+    set("Cursor", button, reinterpret_cast<jint>(hand));
+    EXPECT_EQ(reinterpret_cast<ControlRecord*>(button)->cursor, hand);
+    EXPECT_EQ(GetCursor(), hand);
+    set("Cursor", button, 0);
+    EXPECT_EQ(reinterpret_cast<ControlRecord*>(button)->cursor, nullptr);
+}
+
+class StackingTest : public AppearanceTest {
+  protected:
+    jint parent = newComposite(shell);
+    jint a = newComposite(parent);
+    jint b = newComposite(parent);
+    jint c = newComposite(parent);
+    HWND A = windowOf(a), B = windowOf(b), C = windowOf(c);
+    using Stack = std::vector<HWND>;
+};
+
+TEST_F(StackingTest, a_new_control_lies_below_the_others) {
+    EXPECT_EQ(stackOf(parent), (Stack{A, B, C}));
+}
+
+TEST_F(StackingTest, a_control_moves_above_another) {
+    move("Above", c, b);
+    EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
+    move("Above", b, a);
+    EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "above the uppermost";
+    move("Above", b, a);
+    EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "where it is already";
+    move("Above", c, c);
+    EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "above itself";
+}
+
+TEST_F(StackingTest, a_control_moves_above_all) {
+    move("Above", c, 0);
+    EXPECT_EQ(stackOf(parent), (Stack{C, A, B}));
+}
+
+TEST_F(StackingTest, a_control_moves_below_another) {
+    move("Below", a, b);
+    EXPECT_EQ(stackOf(parent), (Stack{B, A, C}));
+    move("Below", b, 0);
+    EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
+    move("Below", b, b);
+    EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
+}
+
+TEST_F(StackingTest, a_control_of_another_parent_stays) {
+    jint stranger = newComposite(shell);
+    std::vector<HWND> before = stackOf(shell);
+    move("Above", stranger, a);
+    move("Below", stranger, a);
+    EXPECT_EQ(stackOf(shell), before);
+    EXPECT_EQ(stackOf(parent), (Stack{A, B, C}));
+}
+
+TEST_F(StackingTest, a_shell_above_all_comes_to_the_foreground) {
+    jint other = newShell();
+    EXPECT_EQ(GetForegroundWindow(), windowOf(other));
+    move("Above", shell, 0);
+    EXPECT_EQ(GetForegroundWindow(), windowOf(shell));
+}
+
+TEST_F(AppearanceTest, drawing_that_is_turned_on_redraws_unless_the_parent_has_it_off) {
+    jint parent = newComposite(shell);
+    jint child = newComposite(parent);
+    dispatchAll();
+    auto setRedraw = [&](jint control, bool redraw) {
+        call<void(jint, jboolean)>("Control_SetRedraw", control, redraw);
+        bool redrawn = GetUpdateRect(windowOf(child), nullptr, FALSE);
+        dispatchAll();
+        return redrawn;
+    };
+    EXPECT_FALSE(setRedraw(parent, false));
+    EXPECT_FALSE(setRedraw(child, false));
+    EXPECT_FALSE(setRedraw(child, true));
+    EXPECT_TRUE(setRedraw(parent, true));
+    EXPECT_TRUE(setRedraw(child, true));
+}
+
+TEST_F(AppearanceTest, focus_cannot_be_forced_on_what_is_hidden_or_disabled) {
+    jint parent = newComposite(shell);
+    jint child = newButton(parent);
+    SetFocus(windowOf(shell));
+    auto force = [&] { return call<jboolean(jint)>("Control_ForceFocus", child); };
+    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_FALSE);
+    EXPECT_FALSE(force());
+    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
+    call<void(jint, jboolean)>("Control_SetEnabled", child, JNI_FALSE);
+    EXPECT_FALSE(force());
+    call<void(jint, jboolean)>("Control_SetEnabled", child, JNI_TRUE);
+    call<void(jint, jboolean)>("Control_SetEnabled", parent, JNI_FALSE);
+    EXPECT_FALSE(force());
+    EXPECT_EQ(GetFocus(), windowOf(shell));
+    call<void(jint, jboolean)>("Control_SetEnabled", parent, JNI_TRUE);
+    EXPECT_TRUE(force());
+    EXPECT_TRUE(force()) << "it has the focus already";
+    EXPECT_EQ(GetFocus(), windowOf(child));
+}

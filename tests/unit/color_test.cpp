@@ -1,0 +1,131 @@
+#include "device.h"
+#include "faults.h"
+#include "graphics/color.h"
+#include "leaks.h"
+
+class ColorTest : public DeviceTest {
+  protected:
+    jint newColor(jint red, jint green, jint blue) {
+        return call<jint(jint, jint, jint, jint)>("Color_New", display, red, green, blue);
+    }
+    void disposeColor(jint color) { call<void(jint)>("Color_Dispose", color); }
+};
+
+TEST_F(ColorTest, keeps_its_components) {
+    jint color = newColor(1, 2, 3);
+    EXPECT_EQ(call<jint(jint)>("Color_GetRed", color), 1);
+    EXPECT_EQ(call<jint(jint)>("Color_GetGreen", color), 2);
+    EXPECT_EQ(call<jint(jint)>("Color_GetBlue", color), 3);
+    EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->color, 0x030201u);
+    disposeColor(color);
+}
+
+TEST_F(ColorTest, components_are_bytes) {
+    for (const auto& wrong : std::vector<std::vector<jint>>{
+             {256, 0, 0}, {-1, 0, 0}, {0, 256, 0}, {0, -1, 0}, {0, 0, 256}, {0, 0, -1}}) {
+        EXPECT_EQ(newColor(wrong[0], wrong[1], wrong[2]), 0);
+        TestVm::Report report = onlyReport();
+        EXPECT_EQ(report.function, "Color_New");
+        EXPECT_EQ(report.code, -3);
+        EXPECT_EQ(report.message, u"Invalid color component range");
+    }
+    jint black = newColor(0, 0, 0);
+    jint white = newColor(255, 255, 255);
+    EXPECT_NE(black, 0);
+    EXPECT_NE(white, 0);
+    disposeColor(black);
+    disposeColor(white);
+}
+
+TEST_F(ColorTest, no_memory_is_an_error) {
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(newColor(1, 2, 3), 0);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.code, -4);
+    EXPECT_EQ(report.message, u"Not enough memory to allocate color");
+}
+
+TEST_F(ColorTest, takes_its_brush_along) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    jint color = newColor(10, 20, 30);
+    EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->brush, nullptr);
+    call<void(jint, jint)>("Control_SetBackground", shell, color);
+    dispatchAll();
+    EXPECT_NE(reinterpret_cast<ColorRecord*>(color)->brush, nullptr) << "made to erase with";
+    call<void(jint, jint)>("Control_SetBackground", shell, 0);
+    disposeColor(color);
+}
+
+TEST_F(ColorTest, system_colours_have_numbers_of_their_own) {
+    const int indices[] = {1, 2,  9,  10, 3,  19, 11, 5,  6,  8,  4, 7,  5,
+                           8, 13, 14, 17, 15, 8,  22, 20, 16, 21, 0, 24, 23};
+    for (jint id = 0; id < 26; ++id) {
+        jint color = call<jint(jint, jint)>("Display_GetSystemColor", display, id);
+        EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->color, GetSysColor(indices[id])) << id;
+        disposeColor(color);
+    }
+}
+
+static std::vector<int> askedIndices;
+static DWORD WINAPI recordIndex(int index) {
+    askedIndices.push_back(index);
+    return 0x030201;
+}
+
+TEST_F(ColorTest, the_device_is_asked_for_a_system_colour_by_its_marked_index) {
+    Faults faults;
+    faults.replace("GetSysColor", reinterpret_cast<void*>(recordIndex));
+    askedIndices.clear();
+    jint color = call<jint(jint, jint)>("Display_GetSystemColor", display, 7);
+    EXPECT_EQ(askedIndices, std::vector<int>{0x40000005});
+    EXPECT_EQ(call<jint(jint)>("Color_GetRed", color), 1);
+    EXPECT_EQ(call<jint(jint)>("Color_GetBlue", color), 3);
+    disposeColor(color);
+}
+
+TEST_F(ColorTest, other_system_colours_are_an_error) {
+    for (jint id : {-1, 26, 1000}) {
+        EXPECT_EQ((call<jint(jint, jint)>("Display_GetSystemColor", display, id)), 0);
+        TestVm::Report report = onlyReport();
+        EXPECT_EQ(report.function, "Display_GetSystemColor");
+        EXPECT_EQ(report.code, -3);
+        EXPECT_EQ(report.message, u"Unrecognized color ID");
+    }
+}
+
+class CursorTest : public DeviceTest {
+  protected:
+    HCURSOR newCursor(jint type) {
+        return reinterpret_cast<HCURSOR>(call<jint(jint, jint)>("Cursor_New", display, type));
+    }
+};
+
+TEST_F(CursorTest, is_the_systems) {
+    const WORD names[] = {32512, 32515, 32513, 32514, 32645, 32644, 32645,
+                          32644, 32643, 32642, 32643, 32642, 32649};
+    for (jint type = 1; type <= 13; ++type) {
+        EXPECT_EQ(newCursor(type), LoadCursorW(nullptr, MAKEINTRESOURCEW(names[type - 1]))) << type;
+        EXPECT_NE(newCursor(type), nullptr) << type;
+    }
+    call<void(jint)>("Cursor_Dispose", reinterpret_cast<jint>(newCursor(2)));
+    EXPECT_NE(newCursor(2), nullptr) << "disposing does nothing";
+}
+
+TEST_F(CursorTest, of_another_type_is_none_and_no_error) {
+    for (jint type : {0, 14, 99, -1}) EXPECT_EQ(newCursor(type), nullptr) << type;
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+TEST_F(CursorTest, only_a_missing_hand_is_an_error) {
+    Faults faults;
+    faults.fail("LoadCursorW", 0);
+    EXPECT_EQ(newCursor(1), nullptr);
+    EXPECT_TRUE(vm.reports.empty());
+    EXPECT_EQ(newCursor(13), nullptr);
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, "Cursor_New");
+    EXPECT_EQ(report.code, -3);
+    EXPECT_EQ(report.message, u"Unable to create cursor in WinCE");
+}

@@ -1,0 +1,269 @@
+#include "control/appearance.h"
+#include "device.h"
+#include "faults.h"
+#include "graphics/font.h"
+#include "leaks.h"
+
+class FontTest : public DeviceTest {
+  protected:
+    jint newFont(const std::u16string& name, jint points, jint style = 0) {
+        return call<jint(jint, jstring, jint, jint)>("Font_New", display, vm.newString(name),
+                                                     points, style);
+    }
+    jint newLogical(jint family, jint points = 10, jint style = 0) {
+        return call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, family, points,
+                                                  style);
+    }
+    void disposeFont(jint font) { call<void(jint)>("Font_Dispose", font); }
+    static LOGFONTW descriptionOf(jint font) {
+        LOGFONTW description = {};
+        GetObjectW(reinterpret_cast<FontRecord*>(font)->font, sizeof(description), &description);
+        return description;
+    }
+    std::u16string nameOf(jint font) { return vm.text(call<jobject(jint)>("Font_GetName", font)); }
+    jint get(const char* property, jint font) {
+        return call<jint(jint)>(std::string("Font_Get") + property, font);
+    }
+    jint advance(jint font, const std::u16string& text) {
+        return call<jint(jint, jstring)>("Font_StringAdvance", font, vm.newString(text));
+    }
+    void expectReport(const char* function, jint code, const std::u16string& message) {
+        TestVm::Report report = onlyReport();
+        EXPECT_EQ(report.function, function);
+        EXPECT_EQ(report.code, code);
+        EXPECT_EQ(report.message.substr(0, message.size()), message);
+    }
+};
+
+// What the system was asked to make.
+static LOGFONTW asked;
+static HFONT WINAPI recordDescription(const LOGFONTW* description) {
+    asked = *description;
+    return CreateFontIndirectW(description);
+}
+
+TEST_F(FontTest, is_described_by_face_size_and_style) {
+    Faults faults;
+    faults.replace("CreateFontIndirectW", reinterpret_cast<void*>(recordDescription));
+    jint font = newFont(u"Tahoma", 12, 2 | 4 | 8 | 16);
+    EXPECT_STREQ(asked.lfFaceName, L"Tahoma");
+    EXPECT_EQ(asked.lfHeight, 96 * 12 / 72) << "positive: the height of the cell";
+    EXPECT_EQ(asked.lfWeight, 700);
+    EXPECT_EQ(asked.lfItalic, 1);
+    EXPECT_EQ(asked.lfUnderline, 1);
+    EXPECT_EQ(asked.lfStrikeOut, 1);
+    EXPECT_EQ(asked.lfCharSet, DEFAULT_CHARSET);
+    EXPECT_EQ(asked.lfPitchAndFamily, 0);
+    disposeFont(font);
+    font = newFont(u"Tahoma", 10);
+    EXPECT_EQ(asked.lfHeight, 13) << "truncated from 13.3";
+    EXPECT_EQ(asked.lfWeight, 400);
+    EXPECT_EQ(asked.lfItalic + asked.lfUnderline + asked.lfStrikeOut, 0);
+    disposeFont(font);
+}
+
+TEST_F(FontTest, a_size_of_0_leaves_the_height_to_the_system) {
+    jint font = newFont(u"Tahoma", 0);
+    EXPECT_EQ(descriptionOf(font).lfHeight, 0);
+    EXPECT_GT(get("SizeInPoints", font), 0);
+    disposeFont(font);
+}
+
+TEST_F(FontTest, fixed_in_any_case_is_a_family_and_no_face) {
+    for (const char16_t* name : {u"fixed", u"FIXED", u"Fixed"}) {
+        jint font = newFont(name, 10);
+        EXPECT_STREQ(descriptionOf(font).lfFaceName, L"");
+        EXPECT_EQ(descriptionOf(font).lfPitchAndFamily, FF_MODERN);
+        EXPECT_EQ(advance(font, u"iii"), advance(font, u"WWW"));
+        disposeFont(font);
+    }
+    jint other = newFont(u"fixedx", 10);
+    EXPECT_EQ(descriptionOf(other).lfPitchAndFamily, 0);
+    disposeFont(other);
+}
+
+TEST_F(FontTest, a_face_name_fills_its_field_and_is_cut) {
+    Faults faults;
+    faults.replace("CreateFontIndirectW", reinterpret_cast<void*>(recordDescription));
+    for (size_t length : {32u, 40u}) {
+        asked = {};
+        jint font = newFont(std::u16string(length, u'n'), 10);
+        EXPECT_EQ(std::wstring(asked.lfFaceName, 32), std::wstring(32, L'n')) << length;
+        disposeFont(font);
+    }
+}
+
+TEST_F(FontTest, a_null_name_is_the_empty_one) {
+    jint font = call<jint(jint, jstring, jint, jint)>("Font_New", display,
+                                                      static_cast<jstring>(nullptr), 10, 0);
+    EXPECT_NE(font, 0);
+    disposeFont(font);
+}
+
+TEST_F(FontTest, families_are_logical) {
+    const struct {
+        jint kind;
+        BYTE family;
+    } rows[] = {{2, FF_SWISS}, {3, FF_ROMAN}, {4, FF_MODERN}, {0, 0}, {1, 0}, {5, 0}, {-1, 0}};
+    for (const auto& row : rows) {
+        jint font = newLogical(row.kind, 12, 4);
+        EXPECT_EQ(descriptionOf(font).lfPitchAndFamily, row.family) << row.kind;
+        EXPECT_STREQ(descriptionOf(font).lfFaceName, L"");
+        EXPECT_EQ(descriptionOf(font).lfHeight, 16);
+        EXPECT_EQ(descriptionOf(font).lfItalic, 1);
+        disposeFont(font);
+    }
+}
+
+TEST_F(FontTest, metrics_are_those_of_the_chosen_face) {
+    jint font = newFont(u"Tahoma", 14);
+    const TEXTMETRICW& metrics = reinterpret_cast<FontRecord*>(font)->metrics;
+    EXPECT_GT(metrics.tmInternalLeading, 0);
+    EXPECT_EQ(get("Ascent", font), metrics.tmAscent - metrics.tmInternalLeading);
+    EXPECT_EQ(get("Descent", font), metrics.tmDescent);
+    EXPECT_EQ(get("Leading", font), metrics.tmInternalLeading);
+    EXPECT_EQ(get("SizeInPoints", font), metrics.tmHeight * 72 / 96);
+    EXPECT_EQ(get("Ascent", font) + get("Descent", font) + get("Leading", font), metrics.tmHeight);
+    EXPECT_EQ(nameOf(font), u"Tahoma");
+    disposeFont(font);
+}
+
+TEST_F(FontTest, tells_its_style) {
+    for (jint style = 0; style < 32; style += 2) {
+        jint font = newFont(u"Tahoma", 12, style);
+        EXPECT_EQ(get("Style", font), style);
+        disposeFont(font);
+    }
+}
+
+TEST_F(FontTest, is_bold_at_weight_700_alone) {
+    jint font = newFont(u"Tahoma", 12);
+    for (const auto& [weight, style] :
+         std::vector<std::pair<LONG, jint>>{{600, 0}, {699, 0}, {700, 2}, {701, 0}, {800, 0}}) {
+        reinterpret_cast<FontRecord*>(font)->metrics.tmWeight = weight;
+        EXPECT_EQ(get("Style", font), style) << weight;
+    }
+    disposeFont(font);
+}
+
+TEST_F(FontTest, measures_texts_and_characters) {
+    jint font = newFont(u"Tahoma", 12);
+    auto width = [&](jchar character) {
+        return call<jint(jint, jchar)>("Font_GetAdvanceWidth", font, character);
+    };
+    EXPECT_GT(width('W'), width('i'));
+    EXPECT_EQ(advance(font, u"W"), width('W'));
+    EXPECT_EQ(advance(font, u"WiWi"), 2 * (width('W') + width('i')));
+    EXPECT_EQ(advance(font, u""), 0);
+    EXPECT_EQ(
+        (call<jint(jint, jstring)>("Font_StringAdvance", font, static_cast<jstring>(nullptr))), 0);
+    EXPECT_TRUE(vm.reports.empty());
+    disposeFont(font);
+}
+
+TEST_F(FontTest, that_cannot_be_made_is_an_error) {
+    Faults faults;
+    faults.fail("CreateFontIndirectW", 0, ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(newFont(u"Tahoma", 12), 0);
+    expectReport("Font_New", -3, u"Unable to createfont::");
+    EXPECT_EQ(newLogical(2), 0);
+    expectReport("Font_NewLogical", -3, u"Unable to createfont::");
+}
+
+TEST_F(FontTest, without_memory_is_an_error) {
+    Faults faults;
+    faults.fail("LocalAlloc", 2); // the first is the name
+    EXPECT_EQ(newFont(u"Tahoma", 12), 0);
+    expectReport("Font_New", -4, u"Not enough memory to allocate font");
+}
+
+TEST_F(FontTest, queries_without_a_screen_are_errors) {
+    jint font = newFont(u"Tahoma", 12);
+    Faults faults;
+    faults.fail("GetDC", 0, ERROR_INVALID_HANDLE);
+    EXPECT_EQ(get("SizeInPoints", font), 0);
+    expectReport("Font_GetSizeInPoints", -3, u"Unable to get screen dc::");
+    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    expectReport("Font_GetName", -3, u"Unable to get screen dc::");
+    EXPECT_EQ(advance(font, u"text"), 0);
+    expectReport("Font_StringAdvance", -3, u"Failed to get screen DC::");
+    disposeFont(font);
+}
+
+TEST_F(FontTest, a_text_that_cannot_be_measured_is_an_error) {
+    jint font = newFont(u"Tahoma", 12);
+    Faults faults;
+    faults.fail("SelectObject");
+    EXPECT_EQ(advance(font, u"text"), 0);
+    expectReport("Font_StringAdvance", -3, u"Failed to select font");
+    faults.fail("GetTextExtentExPointW", 1, ERROR_GEN_FAILURE);
+    EXPECT_EQ(advance(font, u"text"), 0);
+    expectReport("Font_StringAdvance", -3, u"Failed to calculate text extent::");
+    EXPECT_EQ(faults.countCalls("GetDC"), faults.countCalls("ReleaseDC"));
+    disposeFont(font);
+}
+
+TEST_F(FontTest, a_name_that_cannot_be_had_is_an_error_and_leaks_nothing) {
+    jint font = newFont(u"Tahoma", 12);
+    long blocks = countHeapBlocks();
+    Faults faults;
+    faults.fail("GetTextFaceW", 1, ERROR_GEN_FAILURE);
+    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    expectReport("Font_GetName", -3, u"Unable to get font face length::");
+    faults.fail("GetTextFaceW", 2, ERROR_GEN_FAILURE);
+    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    expectReport("Font_GetName", -3, u"Unable to copy font face name into buffer::");
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    expectReport("Font_GetName", -4, u"Not enough memory to store font face name");
+    EXPECT_EQ(faults.countCalls("GetDC"), faults.countCalls("ReleaseDC"));
+    EXPECT_EQ(countHeapBlocks(), blocks);
+    disposeFont(font);
+}
+
+TEST_F(FontTest, companions_fill_in_fonts_of_their_own) {
+    LOGFONTW description = {};
+    description.lfWidth = 5;
+    entryPoint<void(LOGFONTW*, jint, jint)>("_Font_FillInFont")(&description, 18, 2);
+    EXPECT_EQ(description.lfHeight, 24);
+    EXPECT_EQ(description.lfWeight, 700);
+    EXPECT_EQ(description.lfCharSet, DEFAULT_CHARSET);
+    EXPECT_EQ(description.lfWidth, 5) << "what it does not know it leaves alone";
+}
+
+TEST_F(FontTest, fonts_leave_nothing_behind) {
+    newShell();
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) disposeFont(newLogical(i % 5, 8 + i % 10, i % 32));
+}
+
+TEST_F(FontTest, the_default_font_is_the_systems_and_made_once) {
+    jint shell = newShell();
+    jint button = newButton(shell);
+    jint font = call<jint(jint)>("Control_GetDefaultFont", shell);
+    EXPECT_EQ(call<jint(jint)>("Control_GetDefaultFont", button), font);
+    EXPECT_EQ(reinterpret_cast<FontRecord*>(font)->font, GetStockObject(SYSTEM_FONT));
+    EXPECT_EQ(nameOf(font), u"System");
+    EXPECT_EQ(get("SizeInPoints", font), 12) << "16 pixels";
+}
+
+TEST_F(FontTest, a_default_font_without_memory_is_an_error) {
+    jint shell = newShell();
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<jint(jint)>("Control_GetDefaultFont", shell), 0);
+    expectReport("Control_GetDefaultFont", -4, u"Not enough memory to allocate font");
+}
+
+TEST_F(FontTest, is_set_and_taken_back_from_a_control) {
+    jint button = newButton(newShell());
+    jint font = newFont(u"Tahoma", 20);
+    auto fontOf = [](jint control) {
+        return reinterpret_cast<HFONT>(SendMessageW(windowOf(control), WM_GETFONT, 0, 0));
+    };
+    call<void(jint, jint)>("Control_SetFont", button, font);
+    EXPECT_EQ(fontOf(button), reinterpret_cast<FontRecord*>(font)->font);
+    call<void(jint, jint)>("Control_SetFont", button, 0);
+    EXPECT_EQ(fontOf(button), GetStockObject(SYSTEM_FONT));
+    disposeFont(font);
+}
