@@ -65,10 +65,10 @@ TEST_F(AppearanceTest, setting_a_colour_redraws_the_control) {
     jint button = newButton(shell);
     ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
     for (const char* property : {"Background", "Foreground"}) {
-        for (jint value : {reinterpret_cast<jint>(&color), 0}) {
+        for (ColorRecord* value : {&color, static_cast<ColorRecord*>(nullptr)}) {
             dispatchAll();
             EXPECT_FALSE(GetUpdateRect(windowOf(button), nullptr, FALSE));
-            set(property, button, value);
+            set(property, button, reinterpret_cast<jint>(value));
             EXPECT_TRUE(GetUpdateRect(windowOf(button), nullptr, FALSE)) << property;
         }
     }
