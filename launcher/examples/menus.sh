@@ -9,7 +9,7 @@ play() {
     tap 190 277 && wait_said '^scrolled to 30' # the lower arrow of the list's bar
     tap 15 305 && tap 40 268 && wait_said '^about shown'
     tap 206 92 && wait_said '^about closed'
-    tap 50 305 # the second menu, for the picture
+    tap 90 305 # the second menu, for the picture
     screenshot
     key Escape
     key ctrl+shift+x
