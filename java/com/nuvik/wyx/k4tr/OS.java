@@ -330,4 +330,129 @@ public final class OS {
      * @return pixels
      */
     public static native int Font_GetAdvanceWidth(int font, char character);
+
+    /**
+     * Makes an image of one colour, with 24 bits a pixel and no transparency. Images belong to no
+     * device and may be used on any thread.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param color 0xRRGGBB
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, an empty message (-4) without memory
+     */
+    public static native int Image_NewFromSize(int device, int width, int height, int color);
+
+    /**
+     * Makes a direct image of colours. It has the bits per pixel of depth, or 32 when it has alpha.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param pixels row by row. Where the array is too short, or null, the pixels are 0
+     * @param depth the bits of a pixel: 16 (5 red, 6 green, 5 blue), 24 or 32 (0xAARRGGBB)
+     * @param transparentColor 0xBBGGRR; -1 for none
+     * @param alpha of every pixel, 0 clear to 255 opaque; -1 for none. Pixels of 16 bits keep the
+     *     values of their 5 bits then, and look dark
+     * @param alphaData the alpha of each pixel, row by row, which counts before alpha; null for
+     *     none. Where the array is too short the pixels are 0
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, an empty message (-4) without memory
+     */
+    public static native int Image_NewFromIntData(
+            int device,
+            int width,
+            int height,
+            int[] pixels,
+            int depth,
+            int transparentColor,
+            int alpha,
+            byte[] alphaData);
+
+    /**
+     * Makes an indexed image. Where an array is too short, or null, its values are 0.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param data palette indices row by row, the leftmost pixel in a byte's highest bits
+     * @param bytesPerLine the bytes of a row
+     * @param depth the bits of a pixel: 1, 2, 4 or 8; an image of 2 is stored with 4
+     * @param red the palette's red, 0 to 255 each
+     * @param green the palette's green
+     * @param blue the palette's blue
+     * @param paletteSize the number of colours; 0 for as many, black, as a pixel can count
+     * @param transparentIndex the index whose pixels are not drawn; -1 for none
+     * @return the image; 0 when it cannot be made. Errors: "Not enough memory to create image"
+     *     (-4), "Unable to create device-independent image handle" (-3), an empty message (-4)
+     *     without memory
+     */
+    public static native int Image_NewFromByteData(
+            int device,
+            int width,
+            int height,
+            byte[] data,
+            int bytesPerLine,
+            int depth,
+            byte[] red,
+            byte[] green,
+            byte[] blue,
+            int paletteSize,
+            int transparentIndex);
+
+    /**
+     * Decodes the contents of an image file, of whatever formats the device knows. Palettes of up
+     * to 256 colours and 24 bits without alpha stay as they are; all else becomes 32 bits with
+     * alpha. The thread must not use COM in an apartment of its own.
+     *
+     * @param device not looked at
+     * @param data the file's contents
+     * @param length how many bytes of it count
+     * @return the image; 0 when it cannot be decoded. Errors: "Failed to create an IStream from a
+     *     memory location" (-3), "Failed to initialize COM" (-3), "Failed to create
+     *     IImagingFactory" (-3), "Failed to create IImageDecoder from IStream" (-6): no known
+     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), an empty message
+     *     (-4) without memory
+     */
+    public static native int Image_NewFromFileData(int device, byte[] data, int length);
+
+    /**
+     * Ends an image. No graphics context may use it any more.
+     *
+     * @param image the image
+     */
+    public static native void Image_Dispose(int image);
+
+    /**
+     * The size of an image.
+     *
+     * @param image the image
+     * @return 0, 0, width, height
+     */
+    public static native int[] Image_GetBounds(int image);
+
+    /**
+     * The depth of an image.
+     *
+     * @param image the image
+     * @return bits per pixel
+     */
+    public static native int Image_GetDepth(int image);
+
+    /**
+     * Reads colours of an image of 24 bits per pixel; the bytes of another depth are taken as if
+     * they were such pixels. What lies outside the image or the array is left out.
+     *
+     * @param image the image
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param offset where the first pixel goes
+     * @param scanSize how much further each next row begins
+     * @param out receives 0xFFRRGGBB for each pixel
+     */
+    public static native void Image_GetRGB(
+            int image, int x, int y, int width, int height, int offset, int scanSize, int[] out);
 }
