@@ -689,7 +689,7 @@ public final class OS {
      * it. Errors with the system's text: "Error getting clipping area", "Unable to complete
      * blitting operation".
      *
-     * @param graphics the context, which may be one on the image itself
+     * @param graphics the context; an image that is drawn onto itself stays as it is
      * @param image the image
      * @param x of the image's left edge
      * @param y of the image's top edge
