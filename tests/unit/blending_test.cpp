@@ -18,9 +18,9 @@ TEST(Blending, of_every_source_target_and_alpha_is_exact) {
                 int other = 255 - target; // the lanes must not disturb each other
                 DWORD result = blendPixel(pixel(0x5A, target, other, target),
                                           pixel(alpha, source, source, 255 - source));
-                DWORD expected = pixel(0x5A, blendByte(target, source, alpha),
-                                       blendByte(other, source, alpha),
-                                       blendByte(target, 255 - source, alpha));
+                DWORD expected =
+                    pixel(0x5A, blendByte(target, source, alpha), blendByte(other, source, alpha),
+                          blendByte(target, 255 - source, alpha));
                 ASSERT_EQ(result, expected) << alpha << " " << source << " " << target;
             }
 }
