@@ -77,8 +77,7 @@ static DecodedImage decodeWith(IImagingFactory* factory, IStream* stream, ErrorR
     Reference<IImageSink> sinkReference; // ends after the decoder, which may still refer to it
     Reference<IImageDecoder> decoder;
     if (FAILED(factory->CreateImageDecoder(stream, 0, decoder.out())) || !decoder) {
-        Win32Error_SetError(error, errorNoDecoder,
-                            L"Failed to create IImageDecoder from IStream");
+        Win32Error_SetError(error, errorNoDecoder, L"Failed to create IImageDecoder from IStream");
         return {};
     }
     Sink* sink = createSink();

@@ -32,12 +32,19 @@ const struct {
 
 // These cannot fail, or fail without anybody's needing to know.
 const char* const infallible[] = {
-    "GetLastError",     "SetLastError",       "GetCurrentThreadId", "GetCurrentProcessId",
-    "GetTickCount",     "GetKeyState",        "SendMessageW",       "DefWindowProcW",
-    "CallWindowProcW",  "GetWindowLongW",     "SetWindowLongW",     "LocalFree",
-    "GetSystemMetrics", "GetSysColor",        "GetDoubleClickTime", "MsgWaitForMultipleObjectsEx",
-    "DispatchMessageW", "TranslateMessage",   "PostQuitMessage",    "GetParent",
-    "PeekMessageW",     "SHHandleWMActivate", "CoUninitialize",
+    "GetLastError",         "SetLastError",
+    "GetCurrentThreadId",   "GetCurrentProcessId",
+    "GetTickCount",         "GetKeyState",
+    "SendMessageW",         "DefWindowProcW",
+    "CallWindowProcW",      "GetWindowLongW",
+    "SetWindowLongW",       "LocalFree",
+    "EnterCriticalSection", "LeaveCriticalSection",
+    "GetSystemMetrics",     "GetSysColor",
+    "GetDoubleClickTime",   "MsgWaitForMultipleObjectsEx",
+    "DispatchMessageW",     "TranslateMessage",
+    "PostQuitMessage",      "GetParent",
+    "PeekMessageW",         "SHHandleWMActivate",
+    "CoUninitialize",
 };
 
 // Failure values other than 0.

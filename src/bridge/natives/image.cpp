@@ -1,5 +1,6 @@
 #include "image/image.h"
 #include "bridge/native.h"
+#include "graphics/graphics.h"
 
 BASE_NATIVE(jint, Image, NewFromSize, (jint device, jint width, jint height, jint color),
             (device, width, height, color))
@@ -15,6 +16,7 @@ BASE_NATIVE(jint, Image, NewFromByteData,
              transparentIndex))
 BASE_NATIVE(jint, Image, NewFromFileData, (jint device, jbyteArray data, jint length),
             (device, data, length))
+BASE_NATIVE(jint, Image, NewGraphics, (jint image), (image))
 BASE_NATIVE(void, Image, Dispose, (jint image), (image))
 BASE_NATIVE(jintArray, Image, GetBounds, (jint image), (image))
 BASE_NATIVE(jint, Image, GetDepth, (jint image), (image))

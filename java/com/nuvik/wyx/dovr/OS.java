@@ -859,4 +859,91 @@ public final class OS {
      * @param rgb 0xRRGGBB
      */
     public static native void Image_SetRGB(int image, int x, int y, int rgb);
+
+    /**
+     * Lets drawing reach the whole control or image again. Errors (-3): "Unable to create clip
+     * region", "Unable to select clip region".
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_ClearClipping(int graphics);
+
+    /**
+     * Lets drawing invert by its colour, so that drawing twice leaves nothing.
+     *
+     * @param graphics the context
+     * @param on whether it inverts
+     */
+    public static native void Graphics_SetXORMode(int graphics, boolean on);
+
+    /**
+     * Does nothing: lines have one style on this platform.
+     *
+     * @param graphics the context
+     * @param first ignored
+     * @param second ignored
+     * @param third ignored
+     */
+    public static native void Graphics_SetLineNodeStyle(
+            int graphics, int first, int second, int third);
+
+    /**
+     * Fills a rectangle with a colour, whatever the context's own colours and mode.
+     *
+     * @param graphics the context
+     * @param color the colour
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_FillBackground(
+            int graphics, int color, int x, int y, int width, int height);
+
+    /**
+     * Copies a rectangle of what the context has drawn on.
+     *
+     * @param graphics the context
+     * @param sourceX of the rectangle
+     * @param sourceY of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param targetX of the copy
+     * @param targetY of the copy
+     */
+    public static native void Graphics_CopyArea(
+            int graphics, int sourceX, int sourceY, int width, int height, int targetX, int
+            targetY);
+
+    /**
+     * Draws a rectangle of an image, stretched when the sizes differ.
+     *
+     * @param graphics the context
+     * @param image the image
+     * @param sourceX of the rectangle of the image
+     * @param sourceY of the rectangle of the image
+     * @param sourceWidth of the rectangle of the image
+     * @param sourceHeight of the rectangle of the image
+     * @param targetX where it is drawn
+     * @param targetY where it is drawn
+     * @param targetWidth the size drawn
+     * @param targetHeight the size drawn
+     */
+    public static native void Graphics_DrawImageRegion(
+            int graphics, int image, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
+            int targetX, int targetY, int targetWidth, int targetHeight);
+
+    /**
+     * Copies what a control shows to an image's corner. Errors: as for {@code Control_NewGraphics},
+     * "Unable to bit blit from control to image" with the system's text.
+     *
+     * @param control the control
+     * @param image the image
+     * @param x of the rectangle in the control's client area
+     * @param y of the rectangle in the control's client area
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Control_CopyArea(
+            int control, int image, int x, int y, int width, int height);
 }

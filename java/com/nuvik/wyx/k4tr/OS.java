@@ -455,4 +455,244 @@ public final class OS {
      */
     public static native void Image_GetRGB(
             int image, int x, int y, int width, int height, int offset, int scanSize, int[] out);
+
+    /**
+     * Makes a graphics context on a control's client area.
+     *
+     * @param control the control
+     * @return the context; 0 on an error: "Unable to create DC from control", "Unable to get
+     *     clipping area" with the system's text, "Unable to allocate enough memory for device
+     *     context" (-4)
+     */
+    public static native int Control_NewGraphics(int control);
+
+    /**
+     * Makes a graphics context on an image, one of any number.
+     *
+     * @param image the image, which must outlive the context
+     * @return the context; 0 on an error: "Unable to allocate enough memory for device context"
+     *     (-4)
+     */
+    public static native int Image_NewGraphics(int image);
+
+    /**
+     * Ends a graphics context.
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_Dispose(int graphics);
+
+    /**
+     * Sets the colour of lines, outlines and text. Error: "Unable to create new pen" with the
+     * system's text; the text then has the new colour and lines keep the old.
+     *
+     * @param graphics the context
+     * @param color the colour
+     */
+    public static native void Graphics_SetForeground(int graphics, int color);
+
+    /**
+     * Sets the colour of fills and behind text. Errors with the system's text: "Error in setting
+     * background color", "Error creating new background brush".
+     *
+     * @param graphics the context
+     * @param color the colour
+     */
+    public static native void Graphics_SetBackground(int graphics, int color);
+
+    /**
+     * Sets the width of lines and outlines. Error: "Unable to create new pen" with the system's
+     * text.
+     *
+     * @param graphics the context
+     * @param width in pixels
+     */
+    public static native void Graphics_SetLineWidth(int graphics, int width);
+
+    /**
+     * Sets the font of text. Error: "Unable to select new font into device context" with the
+     * system's text.
+     *
+     * @param graphics the context
+     * @param font the font, which must outlive its use; 0 for the system's
+     */
+    public static native void Graphics_SetFont(int graphics, int font);
+
+    /**
+     * Limits drawing to a rectangle, in place of an earlier one. Errors (-3): "Unable to create
+     * clip region", "Unable to select clip region".
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_SetClipping(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Draws a line with both its ends.
+     *
+     * @param graphics the context
+     * @param x1 of the one end
+     * @param y1 of the one end
+     * @param x2 of the other end
+     * @param y2 of the other end
+     */
+    public static native void Graphics_DrawLine(int graphics, int x1, int y1, int x2, int y2);
+
+    /**
+     * Outlines a rectangle.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_DrawRectangle(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Outlines a rectangle with round corners.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param arcWidth of the ellipse whose quarters round the corners
+     * @param arcHeight of that ellipse
+     */
+    public static native void Graphics_DrawRoundRectangle(
+            int graphics, int x, int y, int width, int height, int arcWidth, int arcHeight);
+
+    /**
+     * Outlines an ellipse.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around it
+     * @param y of the rectangle around it
+     * @param width of the rectangle around it
+     * @param height of the rectangle around it
+     */
+    public static native void Graphics_DrawOval(int graphics, int x, int y, int width, int height);
+
+    /**
+     * Draws a part of an ellipse. Error: "Error getting clipping area" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around the ellipse
+     * @param y of the rectangle around the ellipse
+     * @param width of the rectangle around the ellipse
+     * @param height of the rectangle around the ellipse
+     * @param startAngle in degrees counter-clockwise from three o'clock
+     * @param arcAngle how far it goes, clockwise when negative; nothing is drawn for 0
+     */
+    public static native void Graphics_DrawArc(
+            int graphics, int x, int y, int width, int height, int startAngle, int arcAngle);
+
+    /**
+     * Outlines a polygon.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_DrawPolygon(int graphics, int[] points, int count);
+
+    /**
+     * Draws connected lines.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_DrawPolyline(int graphics, int[] points, int count);
+
+    /**
+     * Draws text.
+     *
+     * @param graphics the context
+     * @param text null counts as empty
+     * @param x of the text's left end
+     * @param y of the text's top
+     * @param flags 1 breaks lines, 2 expands tabs, 4 takes an ampersand as a mnemonic mark, 8
+     *     leaves the background as it is
+     */
+    public static native void Graphics_DrawString(
+            int graphics, String text, int x, int y, int flags);
+
+    /**
+     * Fills a rectangle. Error: "Unable to complete blitting operation" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_FillRectangle(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Fills a rectangle with round corners.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param arcWidth of the ellipse whose quarters round the corners
+     * @param arcHeight of that ellipse
+     */
+    public static native void Graphics_FillRoundRectangle(
+            int graphics, int x, int y, int width, int height, int arcWidth, int arcHeight);
+
+    /**
+     * Fills an ellipse.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around it
+     * @param y of the rectangle around it
+     * @param width of the rectangle around it
+     * @param height of the rectangle around it
+     */
+    public static native void Graphics_FillOval(int graphics, int x, int y, int width, int height);
+
+    /**
+     * Fills a slice of an ellipse. Error: "Error getting clipping area" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around the ellipse
+     * @param y of the rectangle around the ellipse
+     * @param width of the rectangle around the ellipse
+     * @param height of the rectangle around the ellipse
+     * @param startAngle in degrees counter-clockwise from three o'clock
+     * @param arcAngle how far it goes, clockwise when negative
+     */
+    public static native void Graphics_FillArc(
+            int graphics, int x, int y, int width, int height, int startAngle, int arcAngle);
+
+    /**
+     * Fills a polygon.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_FillPolygon(int graphics, int[] points, int count);
+
+    /**
+     * Draws an image. Transparent pixels leave what is there, pixels with alpha are blended with
+     * it. Errors with the system's text: "Error getting clipping area", "Unable to complete
+     * blitting operation".
+     *
+     * @param graphics the context; an image that is drawn onto itself stays as it is
+     * @param image the image
+     * @param x of the image's left edge
+     * @param y of the image's top edge
+     */
+    public static native void Graphics_DrawImage(int graphics, int image, int x, int y);
 }
