@@ -316,6 +316,16 @@ static jintArray JNICALL newIntArray(JNIEnv*, jsize length) {
     return current->refer<jintArray>(array);
 }
 
+static jbyteArray JNICALL newByteArray(JNIEnv*, jsize length) {
+    if (current->enter("NewByteArray")) {
+        current->raise("java/lang/OutOfMemoryError");
+        return nullptr;
+    }
+    Object* array = current->make("[B");
+    array->bytes.resize(length);
+    return current->refer<jbyteArray>(array);
+}
+
 static jint* JNICALL getIntElements(JNIEnv*, jintArray array, jboolean*) {
     if (current->enter("GetIntArrayElements")) {
         current->raise("java/lang/OutOfMemoryError");
@@ -351,6 +361,13 @@ static void JNICALL setIntRegion(JNIEnv*, jintArray array, jsize start, jsize le
     current->vm->calls.push_back("SetIntArrayRegion[" + std::to_string(start) + "+" +
                                  std::to_string(length) + "]");
     std::copy(values, values + length, objectOf(array)->ints.begin() + start);
+}
+
+static void JNICALL setByteRegion(JNIEnv*, jbyteArray array, jsize start, jsize length,
+                                  const jbyte* values) {
+    current->vm->calls.push_back("SetByteArrayRegion[" + std::to_string(start) + "+" +
+                                 std::to_string(length) + "]");
+    std::copy(values, values + length, objectOf(array)->bytes.begin() + start);
 }
 
 static jint JNICALL getJavaVm(JNIEnv*, JavaVM** out) {
@@ -429,11 +446,13 @@ static const JNINativeInterface_* environmentTable() {
     table.NewObjectArray = newObjectArray;
     table.SetObjectArrayElement = setObjectArrayElement;
     table.NewIntArray = newIntArray;
+    table.NewByteArray = newByteArray;
     table.GetIntArrayElements = getIntElements;
     table.ReleaseIntArrayElements = releaseIntElements;
     table.GetByteArrayElements = getByteElements;
     table.ReleaseByteArrayElements = releaseByteElements;
     table.SetIntArrayRegion = setIntRegion;
+    table.SetByteArrayRegion = setByteRegion;
     table.GetJavaVM = getJavaVm;
     return &table;
 }
