@@ -1,5 +1,5 @@
-# Sourced by zemvolt: installs what is missing, unpacks the Java run-time, builds. Says what it will
-# install before it does, and does nothing when everything is there.
+# Sourced by zemvolt: installs what is missing, unpacks what must not be installed, builds. Says what
+# it will install before it does, and does nothing when everything is there.
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
@@ -63,11 +63,15 @@ install_missing() {
     local host foreign
     mapfile -t host < <(missing_of "$@")
     mapfile -t foreign < <(missing_of "${foreign_packages[@]}")
-    local wants_jre=
+    # Installed it would bind the machine's own Java to its version.
+    local wants_jre= wants_sounds=
     [ -f "$jre/lib/server/libjvm.so" ] || wants_jre=openjdk-17-jre-headless:i386
-    [ ${#host[@]} -eq 0 ] && [ ${#foreign[@]} -eq 0 ] && [ -z "$wants_jre" ] && return 0
+    # Other people's sound files, for tests.
+    [ -d "$sounds/audiodata" ] || wants_sounds=libpython3.11-testsuite
+    local unpacked=$wants_jre${wants_jre:+${wants_sounds:+ }}$wants_sounds
+    [ ${#host[@]} -eq 0 ] && [ ${#foreign[@]} -eq 0 ] && [ -z "$unpacked" ] && return 0
 
-    echo "zemvolt: this machine lacks ${host[*]} ${foreign[*]} ${wants_jre:+$wants_jre (unpacked into $run)}"
+    echo "zemvolt: this machine lacks ${host[*]} ${foreign[*]} ${unpacked:+$unpacked (unpacked into $run)}"
     [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "installing needs root or sudo"
     command -v apt-get >/dev/null || fail "this is no Debian machine: install them by hand"
     mkdir -p "$run/logs"
@@ -82,25 +86,25 @@ install_missing() {
         choose_lists "${foreign[@]}" || fail "no package list offers ${foreign[*]}"
         install_packages "${foreign[@]}"
     fi
-    [ -z "$wants_jre" ] || unpack_jre
+    [ -z "$wants_jre" ] || unpack "$wants_jre" "$run/jre32"
+    [ -z "$wants_sounds" ] || unpack "$wants_sounds" "$run/sounds"
     if [ ${#lists[@]} -gt 0 ]; then
         as_root "${apt[@]}" update >>"$run/logs/apt.log" 2>&1 || true
     fi
 }
 
-download_jre() {
-    (cd "$1" && "${apt[@]}" "${lists[@]}" download openjdk-17-jre-headless:i386) \
-        >>"$run/logs/apt.log" 2>&1
+download() {
+    (cd "$2" && "${apt[@]}" "${lists[@]}" download "$1") >>"$run/logs/apt.log" 2>&1
 }
 
-# Unpacked, not installed: installed it would bind the machine's own Java to its version.
-unpack_jre() {
-    local folder=$run/jre32.new
+# unpack PACKAGE FOLDER
+unpack() {
+    local package=$1 folder=$2.new
     rm -rf "$folder" && mkdir -p "$folder"
-    download_jre "$folder" || { narrow_lists && download_jre "$folder"; } ||
-        fail "the 32-bit Java run-time cannot be fetched (see $run/logs/apt.log)"
+    download "$package" "$folder" || { narrow_lists && download "$package" "$folder"; } ||
+        fail "$package cannot be fetched (see $run/logs/apt.log)"
     dpkg -x "$folder"/*.deb "$folder" && rm "$folder"/*.deb
-    rm -rf "$run/jre32" && mv "$folder" "$run/jre32"
+    rm -rf "$2" && mv "$folder" "$2"
 }
 
 build() {
