@@ -19,6 +19,21 @@ HBITMAP createSection(const BITMAPINFOHEADER& header, BYTE** bits) {
     return bitmap;
 }
 
+HBITMAP createSection(LONG width, LONG height, WORD bitCount, BYTE** bits) {
+    SectionInfo info = {sectionHeader(width, height, bitCount), {}};
+    return createSection(info.header, bits);
+}
+
+UINT paletteLength(HBITMAP bitmap) {
+    constexpr WORD deepestPalette = 8;
+    DIBSECTION section = {};
+    GetObjectW(bitmap, sizeof(section), &section);
+    const BITMAPINFOHEADER& header = section.dsBmih;
+    if (header.biBitCount > deepestPalette || header.biBitCount == 0) return 0;
+    UINT most = 1u << header.biBitCount;
+    return header.biClrUsed && header.biClrUsed < most ? header.biClrUsed : most;
+}
+
 Section sectionOf(HBITMAP bitmap) {
     BITMAP description = {};
     GetObjectW(bitmap, sizeof(description), &description);
