@@ -30,14 +30,14 @@ static bool isWave(const BYTE* file, LONG length) {
 // The body of the first chunk with the id, or null. The byte that pads an odd body in other
 // readers' eyes is the next chunk's first one here, which is meant.
 static const BYTE* findChunk(const BYTE* file, LONG length, const char* id, LONG* size) {
-    LONG offset = firstChunk;
-    while (length > offset) {
-        const BYTE* chunk = file + offset;
+    LONG body = firstChunk + chunkHeader;
+    while (length >= body) {
+        const BYTE* chunk = file + body - chunkHeader;
         *size = littleLong(chunk + idSize);
-        offset += chunkHeader;
-        if (*size < 0 || *size > length - offset) return nullptr;
-        if (hasId(chunk, id)) return file + offset;
-        offset += *size;
+        if (*size < 0 || *size > length - body) return nullptr;
+        if (hasId(chunk, id)) return file + body;
+        if (*size > length - body - chunkHeader) return nullptr;
+        body += *size + chunkHeader;
     }
     return nullptr;
 }

@@ -11,7 +11,9 @@ class GuardedBytes {
         : room((capacity + page - 1) / page * page),
           area(static_cast<BYTE*>(
               VirtualAlloc(nullptr, room + 2 * page, MEM_RESERVE, PAGE_NOACCESS))),
-          first(static_cast<BYTE*>(VirtualAlloc(area + page, room, MEM_COMMIT, PAGE_READWRITE))) {}
+          first(static_cast<BYTE*>(VirtualAlloc(area + page, room, MEM_COMMIT, PAGE_READWRITE))) {
+        SetErrorMode(SEM_NOGPFAULTERRORBOX); // nobody is there to answer a question
+    }
     ~GuardedBytes() { VirtualFree(area, 0, MEM_RELEASE); }
     GuardedBytes(const GuardedBytes&) = delete;
     GuardedBytes& operator=(const GuardedBytes&) = delete;
