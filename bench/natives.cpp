@@ -3,43 +3,10 @@
 
 #include "bridge/callbacks.h"
 #include "bridge/widget.h"
+#include "compare.h"
 #include "control/control.h"
-#include <algorithm>
 
-static constexpr int rounds = 15;
 static constexpr jint selection = CB_SELECTION;
-
-static double now() {
-    LARGE_INTEGER ticks, frequency;
-    QueryPerformanceCounter(&ticks);
-    QueryPerformanceFrequency(&frequency);
-    return 1e9 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-template <class Operation>
-static double timeOf(int count, Operation operation) {
-    double start = now();
-    for (int i = 0; i < count; ++i) operation();
-    return (now() - start) / count;
-}
-
-// The best rounds of both, in tenths of a nanosecond, so that they cross as ints.
-template <class Ours, class Plain>
-static jintArray compare(JNIEnv* env, int count, Ours ours, Plain plain) {
-    double best[2] = {1e12, 1e12};
-    for (int round = 0; round < rounds; ++round) {
-        best[0] = std::min(best[0], timeOf(count, ours));
-        best[1] = std::min(best[1], timeOf(count, plain));
-    }
-    const jint tenths[] = {static_cast<jint>(best[0] * 10), static_cast<jint>(best[1] * 10)};
-    jintArray array = env->NewIntArray(2);
-    if (array) env->SetIntArrayRegion(array, 0, 2, tenths);
-    return array;
-}
-
-static FARPROC exported(const char* name) {
-    return GetProcAddress(GetModuleHandleW(L"zemvolt11.dll"), name);
-}
 
 extern "C" {
 

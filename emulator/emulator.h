@@ -26,4 +26,12 @@ EMULATOR_IMPORT void WINAPI Emulator_AnswerNextGesture(DWORD gesture);
 
 // For aygshell: whether an answer was waiting; takes it.
 EMULATOR_IMPORT BOOL WINAPI Emulator_TakeGestureAnswer(DWORD* gesture);
+
+// The part of the screen that top-level windows may fill.
+EMULATOR_IMPORT void WINAPI Emulator_GetWorkArea(RECT* area);
+
+// The input panel: a keyboard that takes its room from the work area; every window of the process
+// hears of the change. It belongs to the thread that shows it.
+EMULATOR_IMPORT void WINAPI Emulator_ShowInputPanel(BOOL shown);
+EMULATOR_IMPORT BOOL WINAPI Emulator_IsInputPanelShown();
 }

@@ -11,6 +11,7 @@
 #include <map>
 
 static constexpr int menuBarHeight = 26;
+static constexpr int panelButtonWidth = 26; // at the right end; shows and hides the input panel
 
 static ATOM menuBarAtom;
 
@@ -29,8 +30,8 @@ static HWND makeToolbar(HWND bar, UINT id) {
     constexpr DWORD style = WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN |
                             CCS_NODIVIDER | TBSTYLE_LIST | TBSTYLE_FLAT;
     HWND toolbar = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, deviceScreenWidth, menuBarHeight, bar,
-        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
+        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, deviceScreenWidth - panelButtonWidth,
+        menuBarHeight, bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
     if (toolbar) SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     return toolbar;
 }
@@ -75,6 +76,25 @@ static LRESULT dropDown(HWND window, const NMTOOLBARW& button) {
     return TBDDRET_DEFAULT;
 }
 
+// A little keyboard.
+static void paintPanelButton(HWND window) {
+    PAINTSTRUCT paint;
+    HDC context = BeginPaint(window, &paint);
+    RECT place = {deviceScreenWidth - panelButtonWidth, 0, deviceScreenWidth, menuBarHeight};
+    UINT pushed = Emulator_IsInputPanelShown() ? DFCS_PUSHED : 0;
+    DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
+    InflateRect(&place, -5, -8);
+    FrameRect(context, &place, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    for (LONG y = place.top + 2; y < place.bottom - 1; y += 2)
+        for (LONG x = place.left + 2; x < place.right - 1; x += 2) SetPixel(context, x, y, 0);
+    EndPaint(window, &paint);
+}
+
+static void tapPanelButton(HWND window) {
+    Emulator_ShowInputPanel(!Emulator_IsInputPanelShown());
+    InvalidateRect(window, nullptr, FALSE);
+}
+
 static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CREATE: {
@@ -90,6 +110,12 @@ static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LP
     case WM_WINDOWPOSCHANGING:
         reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
         break;
+    case WM_PAINT:
+        paintPanelButton(window);
+        return 0;
+    case WM_LBUTTONDOWN: // beside the tool bar
+        tapPanelButton(window);
+        return 0;
     case WM_COMMAND:
         return SendMessageW(GetWindow(window, GW_OWNER), WM_COMMAND, wParam,
                             reinterpret_cast<LPARAM>(window));

@@ -31,7 +31,14 @@ static BOOL CALLBACK tellOfNewWorkArea(HWND window, LPARAM) {
     return TRUE;
 }
 
+void changeWorkArea(const RECT& area) {
+    setWorkArea(area);
+    EnumWindows(tellOfNewWorkArea, 0);
+}
+
 extern "C" {
+
+void WINAPI Emulator_GetWorkArea(RECT* area) { *area = workArea(); }
 
 int WINAPI Device_GetSystemMetrics(int index) {
     switch (index) {
@@ -63,8 +70,10 @@ BOOL WINAPI Device_SystemParametersInfoW(UINT action, UINT number, PVOID data, U
         *static_cast<RECT*>(data) = workArea();
         return TRUE;
     case SPI_SETWORKAREA:
-        setWorkArea(*static_cast<const RECT*>(data));
-        if (update & SPIF_SENDCHANGE) EnumWindows(tellOfNewWorkArea, 0);
+        if (update & SPIF_SENDCHANGE)
+            changeWorkArea(*static_cast<const RECT*>(data));
+        else
+            setWorkArea(*static_cast<const RECT*>(data));
         return TRUE;
     default:
         return SystemParametersInfoW(action, number, data, update);

@@ -5,3 +5,6 @@
 
 // The part of the screen that top-level windows may fill. Any thread.
 RECT workArea();
+
+// Sets it and tells every window of the process.
+void changeWorkArea(const RECT& area);

@@ -52,4 +52,11 @@ LONG WINAPI Device_SetWindowLongW(HWND window, int index, LONG value) {
     changeOkButton(window, value & captionOkButton);
     return old;
 }
+
+// An internal paint of a window that its parents clip away never ends on the desk: the thread's
+// queue says for ever that there is something to paint. What is invalidated is painted without it.
+BOOL WINAPI Device_RedrawWindow(HWND window, const RECT* area, HRGN region, UINT flags) {
+    if (flags & RDW_INVALIDATE) flags &= ~RDW_INTERNALPAINT;
+    return RedrawWindow(window, area, region, flags);
+}
 }

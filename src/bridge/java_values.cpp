@@ -45,6 +45,12 @@ jintArray createJavaIntArray(JNIEnv* env, const jint* values, jint count) {
     return array;
 }
 
+jbyteArray createJavaByteArray(JNIEnv* env, const jbyte* values, jint count) {
+    jbyteArray array = env->NewByteArray(count);
+    if (array && count > 0) env->SetByteArrayRegion(array, 0, count, values);
+    return array;
+}
+
 jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list) {
     jclass stringClass = env->FindClass("java/lang/String");
     if (!stringClass) return nullptr;

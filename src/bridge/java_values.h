@@ -26,6 +26,9 @@ jintArray createJavaMaskArray(JNIEnv* env, jint red, jint green, jint blue, jint
 // An int[count] holding the values; null with an exception pending when it cannot be made.
 jintArray createJavaIntArray(JNIEnv* env, const jint* values, jint count);
 
+// A byte[count] likewise.
+jbyteArray createJavaByteArray(JNIEnv* env, const jbyte* values, jint count);
+
 // A String[] of a string list; an absent or empty list gives an array of length 0.
 jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list);
 

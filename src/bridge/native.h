@@ -41,6 +41,11 @@ struct NativeIntArray {
     jint count;
     bool mustFree;
 };
+struct NativeByteArray {
+    jbyte* values;
+    jint count;
+    bool mustFree;
+};
 
 // What operations take for an array: the VM's elements, changes to which Java sees.
 struct IntArguments {
@@ -210,6 +215,9 @@ inline jobjectArray toJava(JNIEnv* env, const NativeStringList& strings) {
 inline jintArray toJava(JNIEnv* env, const NativeIntArray& array) {
     return createJavaIntArray(env, array.values, array.count);
 }
+inline jbyteArray toJava(JNIEnv* env, const NativeByteArray& array) {
+    return createJavaByteArray(env, array.values, array.count);
+}
 
 // Frees what a result owns, whether it was converted or thrown away.
 template <class Result>
@@ -221,6 +229,9 @@ inline void release(const NativeStringList& strings) {
     if (strings.mustFree) stringListFree(strings.list);
 }
 inline void release(const NativeIntArray& array) {
+    if (array.mustFree) freeBlock(array.values);
+}
+inline void release(const NativeByteArray& array) {
     if (array.mustFree) freeBlock(array.values);
 }
 

@@ -1,4 +1,5 @@
 #include "control/appearance.h"
+#include "graphics/graphics.h"
 
 extern "C" void _Control_SetBackground(ControlRecord* control, ColorRecord* color,
                                        ErrorRecord* error) {
@@ -115,4 +116,22 @@ bool Control_ForceFocus(ControlRecord* control, ErrorRecord*) {
     if (GetFocus() == control->hwnd) return true;
     return SendMessageW(control->hwnd, controlForceFocus, reinterpret_cast<WPARAM>(control->hwnd),
                         0) != 0;
+}
+
+static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jint x, jint y,
+                       jint width, jint height, ErrorRecord* error) {
+    Drawing drawing(target);
+    if (!BitBlt(drawing, 0, 0, width, height, source->dc, x, y, SRCCOPY))
+        Win32Error_SetError(error, GetLastError(), L"Unable to bit blit from control to image");
+}
+
+void Control_CopyArea(ControlRecord* control, ImageRecord* image, jint x, jint y, jint width,
+                      jint height, ErrorRecord* error) {
+    GraphicsRecord* source = Control_NewGraphics(control, error);
+    if (!source) return;
+    if (GraphicsRecord* target = Image_NewGraphics(image, error)) {
+        copyPixels(target, source, x, y, width, height, error);
+        Graphics_Dispose(target, error);
+    }
+    Graphics_Dispose(source, error);
 }

@@ -3,6 +3,7 @@
 
 #include "control/control.h"
 #include "graphics/font.h"
+#include "image/image.h"
 
 extern "C" {
 // What the appearance messages do. Display thread.
@@ -40,3 +41,7 @@ void Control_SetRedraw(ControlRecord* control, bool redraw, ErrorRecord* error);
 
 // False when the control or its parent window is hidden or disabled.
 bool Control_ForceFocus(ControlRecord* control, ErrorRecord* error);
+
+// Copies a rectangle of the control's client area to the image's corner.
+void Control_CopyArea(ControlRecord* control, ImageRecord* image, jint x, jint y, jint width,
+                      jint height, ErrorRecord* error);

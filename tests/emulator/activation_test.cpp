@@ -42,11 +42,70 @@ TEST_F(ActivationTest, remembers_no_control_of_another_window) {
     EXPECT_EQ(info.hwndLastFocus, nullptr);
 }
 
-TEST_F(ActivationTest, leaves_the_window_in_place_on_a_new_setting) {
-    RECT before;
-    GetWindowRect(window, &before);
+// The keyboard at the bottom of the screen.
+class InputPanelTest : public ActivationTest {
+  protected:
+    ~InputPanelTest() override { Emulator_ShowInputPanel(FALSE); }
+    static LONG workAreaBottom() {
+        RECT area;
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+        return area.bottom;
+    }
+    LONG windowBottom() const {
+        RECT place;
+        GetWindowRect(window, &place);
+        return place.bottom;
+    }
+};
+
+TEST_F(InputPanelTest, takes_its_room_from_the_work_area_and_says_so) {
+    Emulator_ShowInputPanel(TRUE);
+    EXPECT_TRUE(Emulator_IsInputPanelShown());
+    EXPECT_EQ(workAreaBottom(), 240);
+    std::vector<Recorded> told = received(WM_SETTINGCHANGE);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].wParam, WPARAM(SPI_SETWORKAREA));
+    Emulator_ShowInputPanel(FALSE);
+    EXPECT_EQ(workAreaBottom(), 320);
+    EXPECT_EQ(received(WM_SETTINGCHANGE).size(), 2u);
+    Emulator_ShowInputPanel(FALSE);
+    EXPECT_EQ(received(WM_SETTINGCHANGE).size(), 2u) << "nothing changed";
+}
+
+TEST_F(InputPanelTest, is_kept_clear_of_by_a_window_that_asks_for_it) {
+    Emulator_ShowInputPanel(TRUE);
+    EXPECT_TRUE(SHHandleWMSettingChange(nullptr, SPI_SETWORKAREA, 0, &info));
+    EXPECT_TRUE(SHHandleWMSettingChange(window, SPI_SETWHEELSCROLLLINES, 0, &info));
+    EXPECT_EQ(windowBottom(), 320);
     EXPECT_TRUE(SHHandleWMSettingChange(window, SPI_SETWORKAREA, 0, &info));
-    RECT after;
-    GetWindowRect(window, &after);
-    EXPECT_TRUE(EqualRect(&before, &after));
+    EXPECT_EQ(windowBottom(), 240);
+    SHMENUBARINFO bar = {};
+    bar.cbSize = sizeof(bar);
+    bar.hwndParent = window;
+    SHCreateMenuBar(&bar);
+    ShowWindow(bar.hwndMB, SW_SHOW);
+    EXPECT_TRUE(SHHandleWMSettingChange(window, SPI_SETWORKAREA, 0, &info));
+    EXPECT_EQ(windowBottom(), 214);
+}
+
+TEST_F(InputPanelTest, types_into_the_window_that_keeps_the_focus) {
+    Emulator_ShowInputPanel(TRUE);
+    dispatchAll();
+    tap(30, 240); // q is 24 pixels wide from the left, w the next
+    EXPECT_EQ(GetActiveWindow(), window);
+    std::vector<Recorded> typed = received(WM_CHAR);
+    ASSERT_EQ(typed.size(), 1u);
+    EXPECT_EQ(typed[0].wParam, WPARAM('w'));
+}
+
+TEST_F(InputPanelTest, is_shown_and_hidden_by_the_menu_bars_button) {
+    SHMENUBARINFO bar = {};
+    bar.cbSize = sizeof(bar);
+    bar.hwndParent = window;
+    SHCreateMenuBar(&bar);
+    ShowWindow(bar.hwndMB, SW_SHOW);
+    tap(230, 308);
+    EXPECT_TRUE(Emulator_IsInputPanelShown());
+    tap(230, 308);
+    EXPECT_FALSE(Emulator_IsInputPanelShown());
 }

@@ -60,3 +60,16 @@ TEST_F(ScreenTest, has_the_other_metrics_of_the_system) {
     EXPECT_TRUE(SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0));
     EXPECT_EQ(lines, 3u);
 }
+
+TEST_F(ScreenTest, comes_to_rest_when_a_clipped_window_is_redrawn) {
+    HWND window = newShownWindow({0, 0, 100, 100});
+    HWND clipped = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE, 10, 150, 50, 20,
+                                   window, nullptr, nullptr, nullptr);
+    for (HWND redrawn : {clipped, window}) {
+        RedrawWindow(redrawn, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_ERASE | RDW_ALLCHILDREN);
+        dispatchAll();
+        EXPECT_EQ(MsgWaitForMultipleObjectsEx(0, nullptr, 0, QS_PAINT, MWMO_INPUTAVAILABLE),
+                  DWORD(WAIT_TIMEOUT));
+    }
+}

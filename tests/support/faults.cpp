@@ -31,12 +31,18 @@ const struct {
 
 // These cannot fail, or fail without anybody's needing to know.
 const char* const infallible[] = {
-    "GetLastError",     "SetLastError",       "GetCurrentThreadId", "GetCurrentProcessId",
-    "GetTickCount",     "GetKeyState",        "SendMessageW",       "DefWindowProcW",
-    "CallWindowProcW",  "GetWindowLongW",     "SetWindowLongW",     "LocalFree",
-    "GetSystemMetrics", "GetSysColor",        "GetDoubleClickTime", "MsgWaitForMultipleObjectsEx",
-    "DispatchMessageW", "TranslateMessage",   "PostQuitMessage",    "GetParent",
-    "PeekMessageW",     "SHHandleWMActivate",
+    "GetLastError",         "SetLastError",
+    "GetCurrentThreadId",   "GetCurrentProcessId",
+    "GetTickCount",         "GetKeyState",
+    "SendMessageW",         "DefWindowProcW",
+    "CallWindowProcW",      "GetWindowLongW",
+    "SetWindowLongW",       "LocalFree",
+    "EnterCriticalSection", "LeaveCriticalSection",
+    "GetSystemMetrics",     "GetSysColor",
+    "GetDoubleClickTime",   "MsgWaitForMultipleObjectsEx",
+    "DispatchMessageW",     "TranslateMessage",
+    "PostQuitMessage",      "GetParent",
+    "PeekMessageW",         "SHHandleWMActivate",
 };
 
 std::vector<Import> imports;

@@ -75,6 +75,24 @@ TEST_F(AppearanceTest, setting_a_colour_redraws_the_control) {
     DeleteObject(color.brush);
 }
 
+TEST_F(AppearanceTest, a_redrawn_control_that_its_parent_hides_comes_to_rest) {
+    jint composite = newComposite(shell); // 100 by 100
+    jint inside = newButton(composite, "Checkbox");
+    jint outside = newButton(composite, "Checkbox");
+    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", outside, 10, 150, 80, 20);
+    dispatchAll();
+    ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
+    for (jint control : {inside, outside, composite}) {
+        set("Background", control, reinterpret_cast<jint>(&color));
+        dispatchAll();
+        EXPECT_EQ(MsgWaitForMultipleObjectsEx(0, nullptr, 0, QS_PAINT, MWMO_INPUTAVAILABLE),
+                  DWORD(WAIT_TIMEOUT))
+            << control;
+        set("Background", control, 0);
+    }
+    DeleteObject(color.brush);
+}
+
 TEST_F(AppearanceTest, a_foreground_is_told_and_taken_back) {
     jint button = newButton(shell);
     EXPECT_EQ(get("ForegroundRGB", button), 0x000000) << "window text";

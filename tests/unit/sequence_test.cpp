@@ -16,6 +16,12 @@ class SequenceTest : public DeviceTest {
                         {WM_SETFOCUS, "WM_SETFOCUS"},
                         {WM_KILLFOCUS, "WM_KILLFOCUS"},
                         {WM_SIZE, "WM_SIZE"},
+                        {WM_ENABLE, "WM_ENABLE"},
+                        {WM_VSCROLL, "WM_VSCROLL"},
+                        {WM_KEYDOWN, "WM_KEYDOWN"},
+                        {WM_ENTERMENULOOP, "WM_ENTERMENULOOP"},
+                        {WM_EXITMENULOOP, "WM_EXITMENULOOP"},
+                        {controlTrackMenu, "track menu"},
                         {controlCommand, "command notice"},
                         {controlChildMoves, "child moves"},
                         {controlSetBounds, "set bounds"},
@@ -90,6 +96,115 @@ TEST_F(SequenceTest, a_child_shell_takes_the_activation_and_gives_it_back) {
                                         {"paint(0, 0, 0, 0)", Step::optional},
                                     });
     dispose(child);
+}
+
+TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enables_it_after) {
+    constexpr jint modal = 0x40;
+    jint child = call<jint(jint, jint)>("Shell_NewChild", shell, modal);
+    recorder.watch(windowOf(child), "child");
+    vm.takeEvents();
+    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
+    expectSequence(vm.takeEvents(), {
+                                        {"child set visible"},
+                                        {"shell WM_KILLFOCUS", Step::optional},
+                                        {"focus(2)", Step::optional},
+                                        {"shell WM_ENABLE"},
+                                        {"shell WM_ACTIVATE"},
+                                        {"window(206)"},
+                                        {"child WM_ACTIVATE"},
+                                        {"shell WM_KILLFOCUS", Step::optional},
+                                        {"focus(2)", Step::optional},
+                                        {"child WM_SETFOCUS"},
+                                        {"child WM_SIZE", Step::optional},
+                                    });
+    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_FALSE);
+    expectSequence(vm.takeEvents(), {
+                                        {"child set visible"},
+                                        {"shell WM_ENABLE"},
+                                        {"child WM_ACTIVATE", Step::optional},
+                                        {"shell WM_ACTIVATE"},
+                                        {"window(205)"},
+                                        {"child WM_KILLFOCUS", Step::optional},
+                                        {"shell WM_SETFOCUS", Step::optional},
+                                        {"focus(1)", Step::optional},
+                                        {"resize(240, 294)", Step::optional},
+                                        {"shell WM_SIZE", Step::optional},
+                                    });
+    dispose(child);
+}
+
+class MenuSequenceTest : public SequenceTest {
+  protected:
+    MenuSequenceTest() {
+        menu = call<jint(jint)>("PopupMenu_New", shell);
+        item = call<jint(jint, jint)>("PushMenuItem_New", menu, 0);
+        listen(item);
+    }
+    ~MenuSequenceTest() override {
+        dispose(item);
+        dispose(menu);
+    }
+    static void press(BYTE key) { keybd_event(key, 0, 0, 0); }
+    static void release(BYTE key) { keybd_event(key, 0, KEYEVENTF_KEYUP, 0); }
+    jint menu, item;
+};
+
+TEST_F(MenuSequenceTest, a_chosen_item_fires_after_the_menu_has_gone) {
+    press(VK_DOWN);
+    release(VK_DOWN);
+    press(VK_RETURN);
+    release(VK_RETURN);
+    call<void(jint, jint, jint)>("PopupMenu_Show", menu, 10, 10);
+    dispatchAll();
+    expectSequence(vm.takeEvents(), {
+                                        {"shell track menu"},
+                                        {"shell WM_ENTERMENULOOP"},
+                                        {"shell WM_EXITMENULOOP"},
+                                        {"shell WM_COMMAND"},
+                                        {"menu(0)"},
+                                        {"key(2, \r, 13, 0)", Step::optional},
+                                    });
+}
+
+TEST_F(MenuSequenceTest, a_control_shift_accelerator_is_a_command_to_the_focused_window) {
+    call<void(jint, jint)>("LabeledMenuItem_SetAccelerator", item, 6 << 16 | 'g');
+    SetFocus(windowOf(button));
+    dispatchAll();
+    vm.takeEvents();
+    for (BYTE key : {BYTE(VK_CONTROL), BYTE(VK_SHIFT), BYTE('G')}) press(key);
+    dispatchAll();
+    expectSequence(vm.takeEvents(), {
+                                        {"button WM_KEYDOWN"},
+                                        {"key(1, 65535, 1019, 0)"},
+                                        {"button WM_KEYDOWN"},
+                                        {"key(1, 65535, 1017, 4)"},
+                                        {"button WM_COMMAND"},
+                                        {"menu(0)"},
+                                    });
+    for (BYTE key : {BYTE('G'), BYTE(VK_SHIFT), BYTE(VK_CONTROL)}) release(key);
+    dispatchAll();
+}
+
+TEST_F(SequenceTest, a_scroll_code_is_a_message_to_the_parent_and_one_event_of_the_bar) {
+    jint bar = call<jint(jint)>("Scrollbar_New", shell);
+    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 200, 30, 13, 100);
+    call<void(jint, jboolean)>("Control_SetVisible", bar, JNI_TRUE);
+    dispatchAll();
+    recorder.watch(windowOf(bar), "bar");
+    listen(bar);
+    SetFocus(windowOf(bar));
+    dispatchAll();
+    vm.takeEvents();
+    keybd_event(VK_DOWN, 0, 0, 0);
+    dispatchAll();
+    expectSequence(vm.takeEvents(), {
+                                        {"bar WM_KEYDOWN"},
+                                        {"key(1, 65535, 1016, 0)"},
+                                        {"shell WM_VSCROLL"},
+                                        {"scrolled(1, 1)"},
+                                    });
+    keybd_event(VK_DOWN, 0, KEYEVENTF_KEYUP, 0);
+    dispatchAll();
 }
 
 TEST_F(SequenceTest, a_sequence_that_differs_is_shown_with_a_mark) {

@@ -1,6 +1,7 @@
 #include "aygshell.h"
 #include "control/shell.h"
 #include "device.h"
+#include "emulator.h"
 #include "faults.h"
 #include "leaks.h"
 #include <thread>
@@ -201,11 +202,95 @@ TEST_F(ShellTest, a_shell_made_on_another_thread_belongs_to_the_displays) {
     dispose(shell);
 }
 
+TEST_F(ShellTest, minimising_and_images_are_not_this_platforms) {
+    jint shell = newShell();
+    Faults faults;
+    call<void(jint, jboolean)>("Shell_SetMinimized", shell, JNI_TRUE);
+    EXPECT_FALSE(call<jboolean(jint)>("Shell_GetMinimized", shell));
+    call<void(jint, jint)>("Shell_SetImage", shell, 1);
+    EXPECT_TRUE(faults.calls().empty()) << "nothing is done";
+}
+
+TEST_F(ShellTest, a_child_shell_becomes_resizable_a_top_shell_does_not) {
+    jint top = newShell();
+    jint child = call<New>("Shell_NewChild", top, 0x20);
+    auto isResizable = [](jint shell) {
+        return (GetWindowLongW(windowOf(shell), GWL_STYLE) & WS_THICKFRAME) != 0;
+    };
+    for (jint shell : {top, child}) {
+        call<void(jint, jboolean)>("Shell_SetResizable", shell, JNI_TRUE);
+        EXPECT_EQ(isResizable(shell), shell == child);
+        call<void(jint, jboolean)>("Shell_SetResizable", shell, JNI_FALSE);
+        EXPECT_FALSE(isResizable(shell));
+    }
+    dispose(child);
+}
+
+// The person at the device taps the caption's OK button.
+TEST_F(ShellTest, a_tapped_ok_button_asks_to_close) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x21);
+    call<SetBounds>("Control_SetBounds", child, 20, 40, 160, 100);
+    show(child);
+    POINT corner = {0, 0};
+    ClientToScreen(windowOf(child), &corner);
+    listen(child);
+    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 163,
+                                     (40 + corner.y) / 2 + 1);
+    for (jint type : {1, 2})
+        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+    dispatchAll();
+    Events events = vm.takeEvents();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), 1)
+        << testing::PrintToString(events);
+    dispose(child);
+}
+
+class ShownInputPanel {
+  public:
+    ShownInputPanel() { show(TRUE); }
+    ~ShownInputPanel() { show(FALSE); }
+
+  private:
+    static void show(BOOL shown) {
+        using Show = void(WINAPI*)(BOOL);
+        reinterpret_cast<Show>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_ShowInputPanel")))(shown);
+    }
+};
+
+TEST_F(ShellTest, a_top_shell_keeps_clear_of_the_input_panel_and_a_child_shell_stays) {
+    jint shell = newShell();
+    jint child = call<New>("Shell_NewChild", shell, 0);
+    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 290);
+    std::vector<jint> whole = boundsOf(shell);
+    listen(shell);
+    {
+        ShownInputPanel panel;
+        EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, 0, 240, whole[3] - 80}));
+        EXPECT_EQ(vm.takeEvents(), Events{"resize(240, " + std::to_string(whole[3] - 80) + ")"});
+        EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 290}));
+        jint late = newShell();
+        EXPECT_EQ(boundsOf(late)[3], whole[3] - 80) << "a new shell too";
+        dispose(late);
+    }
+    EXPECT_EQ(boundsOf(shell), whole);
+    dispose(child);
+}
+
 TEST_F(ShellTest, shells_leave_nothing_behind) {
     newShell();
     NoLeaks noLeaks;
-    for (int i = 0; i < 300; ++i) dispose(call<New>("Shell_New", display, 0x30800));
+    int references = vm.globalReferences;
+    for (int i = 0; i < 10000; ++i) {
+        jint shell = call<New>("Shell_New", display, 0x30800);
+        if (i % 10 == 0) {
+            jint child = call<New>("Shell_NewChild", shell, 0x61);
+            dispose(child);
+        }
+        dispose(shell);
+    }
     dispatchAll();
+    EXPECT_EQ(vm.globalReferences, references);
 }
 
 // Modality: which shells are enabled while others are modal.

@@ -40,6 +40,33 @@ public final class Bench {
         row(what, tenths[0] / 10.0, tenths[1] / 10.0, limit);
     }
 
+    private static final String[] PRIMITIVES = {
+        "line", "rectangle", "oval", "filled rectangle", "filled oval", "arc of 90 degrees"
+    };
+
+    private static void drawing(int display) {
+        int width = 240;
+        int height = 320;
+        int target = OS.Image_NewFromSize(display, width, height, 0x808080);
+        int graphics = OS.Image_NewGraphics(target);
+        OS.Graphics_FillRectangle(graphics, 0, 0, 1, 1); // takes the image's bitmap
+        for (int i = 0; i < PRIMITIVES.length; i++)
+            row(PRIMITIVES[i] + " / the system's calls", Natives.primitive(graphics, i), "1.10");
+        int[] pixels = new int[width * height];
+        byte[] alpha = new byte[width * height];
+        for (int i = 0; i < pixels.length; i++) {
+            pixels[i] = i * 31;
+            alpha[i] = (byte) (i % 254 + 1);
+        }
+        int image =
+                OS.Image_NewFromIntData(display, width, height, pixels, 24, -1, -1, alpha);
+        row("full-screen alpha image / alpha blit", Natives.alphaImage(graphics, image), "");
+        row("its blending alone / alpha blit", Natives.blending(image), "1.00");
+        OS.Graphics_Dispose(graphics);
+        OS.Image_Dispose(image);
+        OS.Image_Dispose(target);
+    }
+
     public static void main(String[] arguments) {
         OS.wyxErrorHandler = (function, code, message) -> System.out.println(function + message);
         int display = OS.Display_New();
@@ -61,6 +88,7 @@ public final class Bench {
         row("native call / empty native", ours, plain, "");
         row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), "1.30");
         row("message through the chain / bare subclass", Natives.message(control), "");
+        drawing(display);
         OS.Widget_Dispose(shell);
         OS.Device_Dispose(display);
     }

@@ -9,4 +9,13 @@ final class Natives {
     static native int[] callback(int widget);
 
     static native int[] message(int control);
+
+    /** Ours and plain, in tenths of a nanosecond; which: see {@link Bench}. */
+    static native int[] primitive(int graphics, int which);
+
+    /** A full-screen image with alpha: the whole drawing, and the system's alpha blit. */
+    static native int[] alphaImage(int graphics, int image);
+
+    /** Its blending alone, and the system's alpha blit. */
+    static native int[] blending(int image);
 }

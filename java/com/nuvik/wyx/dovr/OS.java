@@ -775,4 +775,201 @@ public final class OS {
      * @param font the font, or 0
      */
     public static native void LabeledMenuItem_SetFont(int item, int font);
+
+    /**
+     * Decodes an image file, as {@code Image_NewFromFileData} of the base layer does.
+     *
+     * @param device not looked at
+     * @param path the file
+     * @return the image; 0 when it cannot be decoded. Errors as there; for a file that cannot be
+     *     opened "Failed to create an IStream from a memory location" (-3)
+     */
+    public static native int Image_NewFromFile(int device, String path);
+
+    /**
+     * Copies an image.
+     *
+     * @param device not looked at
+     * @param image what is copied
+     * @return the copy; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, an empty message (-4) without memory
+     */
+    public static native int Image_NewFromHandle(int device, int image);
+
+    /**
+     * Copies a rectangle of an image, mirrored or not, into a direct image of 24 bits per pixel
+     * with the transparent colour of the first. The first must not be drawn into meanwhile.
+     *
+     * @param image what is copied
+     * @param horizontal whether left and right change places
+     * @param vertical whether top and bottom change places
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle and the new image
+     * @param height of the rectangle and the new image
+     * @return the new image; 0 when it cannot be made. Errors: "Unable to create
+     *     device-independent image handle" with the system's text, an empty message (-4) without
+     *     memory
+     */
+    public static native int Image_Flip(
+            int image,
+            boolean horizontal,
+            boolean vertical,
+            int x,
+            int y,
+            int width,
+            int height);
+
+    /**
+     * Whether an image's pixels hold colours and not palette indices.
+     *
+     * @param image the image
+     * @return true for colours
+     */
+    public static native boolean Image_IsDirect(int image);
+
+    /**
+     * What an image does not draw.
+     *
+     * @param image the image
+     * @return the colour of a direct image, 0xBBGGRR; the index of an indexed one; -1 for none
+     */
+    public static native int Image_GetTransparentColor(int image);
+
+    /**
+     * Where the pixels of a direct image hold their components.
+     *
+     * @param image the image
+     * @return the masks of red, green, blue and alpha; 0 for what there is not
+     */
+    public static native int[] Image_GetDirectPaletteMasks(int image);
+
+    /**
+     * The palette of an indexed image: as many entries as it has, or as the shortest array has room
+     * for. Errors: "Indexed palette not available for direct color image" (-3), "Unable to get DIB
+     * color table" (-3).
+     *
+     * @param image the image
+     * @param red receives the red of each entry
+     * @param green receives the green of each entry
+     * @param blue receives the blue of each entry
+     */
+    public static native void Image_GetIndexedPalette(
+            int image, byte[] red, byte[] green, byte[] blue);
+
+    /**
+     * The pixels of a direct image.
+     *
+     * @param image the image
+     * @return row by row: of 16 bits 5 red, 6 green and 5 blue; of 24 bits 0xRRGGBB; of 32 bits
+     *     0xAARRGGBB. Null on an error: "Pixels High color invalid on indexed color image" (-3), an
+     *     empty message (-4) without memory
+     */
+    public static native int[] Image_GetPixelsHighColor(int image);
+
+    /**
+     * The pixels of an indexed image as they are stored.
+     *
+     * @param image the image
+     * @return the rows, each padded to a multiple of 4 bytes, the leftmost pixel in a byte's highest
+     *     bits. Null on an error: "Pixels Low color invalid on direct color image" (-3)
+     */
+    public static native byte[] Image_GetPixelsLowColor(int image);
+
+    /**
+     * Sets one pixel of an image of 24 bits per pixel. Outside the image nothing happens.
+     *
+     * @param image the image
+     * @param x of the pixel
+     * @param y of the pixel
+     * @param rgb 0xRRGGBB
+     */
+    public static native void Image_SetRGB(int image, int x, int y, int rgb);
+
+    /**
+     * Lets drawing reach the whole control or image again. Errors (-3): "Unable to create clip
+     * region", "Unable to select clip region".
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_ClearClipping(int graphics);
+
+    /**
+     * Lets drawing invert by its colour, so that drawing twice leaves nothing.
+     *
+     * @param graphics the context
+     * @param on whether it inverts
+     */
+    public static native void Graphics_SetXORMode(int graphics, boolean on);
+
+    /**
+     * Does nothing: lines have one style on this platform.
+     *
+     * @param graphics the context
+     * @param first ignored
+     * @param second ignored
+     * @param third ignored
+     */
+    public static native void Graphics_SetLineNodeStyle(
+            int graphics, int first, int second, int third);
+
+    /**
+     * Fills a rectangle with a colour, whatever the context's own colours and mode.
+     *
+     * @param graphics the context
+     * @param color the colour
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_FillBackground(
+            int graphics, int color, int x, int y, int width, int height);
+
+    /**
+     * Copies a rectangle of what the context has drawn on.
+     *
+     * @param graphics the context
+     * @param sourceX of the rectangle
+     * @param sourceY of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param targetX of the copy
+     * @param targetY of the copy
+     */
+    public static native void Graphics_CopyArea(
+            int graphics, int sourceX, int sourceY, int width, int height, int targetX, int
+            targetY);
+
+    /**
+     * Draws a rectangle of an image, stretched when the sizes differ.
+     *
+     * @param graphics the context
+     * @param image the image
+     * @param sourceX of the rectangle of the image
+     * @param sourceY of the rectangle of the image
+     * @param sourceWidth of the rectangle of the image
+     * @param sourceHeight of the rectangle of the image
+     * @param targetX where it is drawn
+     * @param targetY where it is drawn
+     * @param targetWidth the size drawn
+     * @param targetHeight the size drawn
+     */
+    public static native void Graphics_DrawImageRegion(
+            int graphics, int image, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
+            int targetX, int targetY, int targetWidth, int targetHeight);
+
+    /**
+     * Copies what a control shows to an image's corner. Errors: as for {@code Control_NewGraphics},
+     * "Unable to bit blit from control to image" with the system's text.
+     *
+     * @param control the control
+     * @param image the image
+     * @param x of the rectangle in the control's client area
+     * @param y of the rectangle in the control's client area
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Control_CopyArea(
+            int control, int image, int x, int y, int width, int height);
 }

@@ -330,4 +330,369 @@ public final class OS {
      * @return pixels
      */
     public static native int Font_GetAdvanceWidth(int font, char character);
+
+    /**
+     * Makes an image of one colour, with 24 bits a pixel and no transparency. Images belong to no
+     * device and may be used on any thread.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param color 0xRRGGBB
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, an empty message (-4) without memory
+     */
+    public static native int Image_NewFromSize(int device, int width, int height, int color);
+
+    /**
+     * Makes a direct image of colours. It has the bits per pixel of depth, or 32 when it has alpha.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param pixels row by row. Where the array is too short, or null, the pixels are 0
+     * @param depth the bits of a pixel: 16 (5 red, 6 green, 5 blue), 24 or 32 (0xAARRGGBB)
+     * @param transparentColor 0xBBGGRR; -1 for none
+     * @param alpha of every pixel, 0 clear to 255 opaque; -1 for none. Pixels of 16 bits keep the
+     *     values of their 5 bits then, and look dark
+     * @param alphaData the alpha of each pixel, row by row, which counts before alpha; null for
+     *     none. Where the array is too short the pixels are 0
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, an empty message (-4) without memory
+     */
+    public static native int Image_NewFromIntData(
+            int device,
+            int width,
+            int height,
+            int[] pixels,
+            int depth,
+            int transparentColor,
+            int alpha,
+            byte[] alphaData);
+
+    /**
+     * Makes an indexed image. Where an array is too short, or null, its values are 0.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param data palette indices row by row, the leftmost pixel in a byte's highest bits
+     * @param bytesPerLine the bytes of a row
+     * @param depth the bits of a pixel: 1, 2, 4 or 8; an image of 2 is stored with 4
+     * @param red the palette's red, 0 to 255 each
+     * @param green the palette's green
+     * @param blue the palette's blue
+     * @param paletteSize the number of colours; 0 for as many, black, as a pixel can count
+     * @param transparentIndex the index whose pixels are not drawn; -1 for none
+     * @return the image; 0 when it cannot be made. Errors: "Not enough memory to create image"
+     *     (-4), "Unable to create device-independent image handle" (-3), an empty message (-4)
+     *     without memory
+     */
+    public static native int Image_NewFromByteData(
+            int device,
+            int width,
+            int height,
+            byte[] data,
+            int bytesPerLine,
+            int depth,
+            byte[] red,
+            byte[] green,
+            byte[] blue,
+            int paletteSize,
+            int transparentIndex);
+
+    /**
+     * Decodes the contents of an image file, of whatever formats the device knows. Palettes of up
+     * to 256 colours and 24 bits without alpha stay as they are; all else becomes 32 bits with
+     * alpha. The thread must not use COM in an apartment of its own.
+     *
+     * @param device not looked at
+     * @param data the file's contents
+     * @param length how many bytes of it count
+     * @return the image; 0 when it cannot be decoded. Errors: "Failed to create an IStream from a
+     *     memory location" (-3), "Failed to initialize COM" (-3), "Failed to create
+     *     IImagingFactory" (-3), "Failed to create IImageDecoder from IStream" (-6): no known
+     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), an empty message
+     *     (-4) without memory
+     */
+    public static native int Image_NewFromFileData(int device, byte[] data, int length);
+
+    /**
+     * Ends an image. No graphics context may use it any more.
+     *
+     * @param image the image
+     */
+    public static native void Image_Dispose(int image);
+
+    /**
+     * The size of an image.
+     *
+     * @param image the image
+     * @return 0, 0, width, height
+     */
+    public static native int[] Image_GetBounds(int image);
+
+    /**
+     * The depth of an image.
+     *
+     * @param image the image
+     * @return bits per pixel
+     */
+    public static native int Image_GetDepth(int image);
+
+    /**
+     * Reads colours of an image of 24 bits per pixel; the bytes of another depth are taken as if
+     * they were such pixels. What lies outside the image or the array is left out.
+     *
+     * @param image the image
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param offset where the first pixel goes
+     * @param scanSize how much further each next row begins
+     * @param out receives 0xFFRRGGBB for each pixel
+     */
+    public static native void Image_GetRGB(
+            int image, int x, int y, int width, int height, int offset, int scanSize, int[] out);
+
+    /**
+     * Makes a graphics context on a control's client area.
+     *
+     * @param control the control
+     * @return the context; 0 on an error: "Unable to create DC from control", "Unable to get
+     *     clipping area" with the system's text, "Unable to allocate enough memory for device
+     *     context" (-4)
+     */
+    public static native int Control_NewGraphics(int control);
+
+    /**
+     * Makes a graphics context on an image, one of any number.
+     *
+     * @param image the image, which must outlive the context
+     * @return the context; 0 on an error: "Unable to allocate enough memory for device context"
+     *     (-4)
+     */
+    public static native int Image_NewGraphics(int image);
+
+    /**
+     * Ends a graphics context.
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_Dispose(int graphics);
+
+    /**
+     * Sets the colour of lines, outlines and text. Error: "Unable to create new pen" with the
+     * system's text; the text then has the new colour and lines keep the old.
+     *
+     * @param graphics the context
+     * @param color the colour
+     */
+    public static native void Graphics_SetForeground(int graphics, int color);
+
+    /**
+     * Sets the colour of fills and behind text. Errors with the system's text: "Error in setting
+     * background color", "Error creating new background brush".
+     *
+     * @param graphics the context
+     * @param color the colour
+     */
+    public static native void Graphics_SetBackground(int graphics, int color);
+
+    /**
+     * Sets the width of lines and outlines. Error: "Unable to create new pen" with the system's
+     * text.
+     *
+     * @param graphics the context
+     * @param width in pixels
+     */
+    public static native void Graphics_SetLineWidth(int graphics, int width);
+
+    /**
+     * Sets the font of text. Error: "Unable to select new font into device context" with the
+     * system's text.
+     *
+     * @param graphics the context
+     * @param font the font, which must outlive its use; 0 for the system's
+     */
+    public static native void Graphics_SetFont(int graphics, int font);
+
+    /**
+     * Limits drawing to a rectangle, in place of an earlier one. Errors (-3): "Unable to create
+     * clip region", "Unable to select clip region".
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_SetClipping(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Draws a line with both its ends.
+     *
+     * @param graphics the context
+     * @param x1 of the one end
+     * @param y1 of the one end
+     * @param x2 of the other end
+     * @param y2 of the other end
+     */
+    public static native void Graphics_DrawLine(int graphics, int x1, int y1, int x2, int y2);
+
+    /**
+     * Outlines a rectangle.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_DrawRectangle(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Outlines a rectangle with round corners.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param arcWidth of the ellipse whose quarters round the corners
+     * @param arcHeight of that ellipse
+     */
+    public static native void Graphics_DrawRoundRectangle(
+            int graphics, int x, int y, int width, int height, int arcWidth, int arcHeight);
+
+    /**
+     * Outlines an ellipse.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around it
+     * @param y of the rectangle around it
+     * @param width of the rectangle around it
+     * @param height of the rectangle around it
+     */
+    public static native void Graphics_DrawOval(int graphics, int x, int y, int width, int height);
+
+    /**
+     * Draws a part of an ellipse. Error: "Error getting clipping area" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around the ellipse
+     * @param y of the rectangle around the ellipse
+     * @param width of the rectangle around the ellipse
+     * @param height of the rectangle around the ellipse
+     * @param startAngle in degrees counter-clockwise from three o'clock
+     * @param arcAngle how far it goes, clockwise when negative; nothing is drawn for 0
+     */
+    public static native void Graphics_DrawArc(
+            int graphics, int x, int y, int width, int height, int startAngle, int arcAngle);
+
+    /**
+     * Outlines a polygon.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_DrawPolygon(int graphics, int[] points, int count);
+
+    /**
+     * Draws connected lines.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_DrawPolyline(int graphics, int[] points, int count);
+
+    /**
+     * Draws text.
+     *
+     * @param graphics the context
+     * @param text null counts as empty
+     * @param x of the text's left end
+     * @param y of the text's top
+     * @param flags 1 breaks lines, 2 expands tabs, 4 takes an ampersand as a mnemonic mark, 8
+     *     leaves the background as it is
+     */
+    public static native void Graphics_DrawString(
+            int graphics, String text, int x, int y, int flags);
+
+    /**
+     * Fills a rectangle. Error: "Unable to complete blitting operation" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_FillRectangle(
+            int graphics, int x, int y, int width, int height);
+
+    /**
+     * Fills a rectangle with round corners.
+     *
+     * @param graphics the context
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param arcWidth of the ellipse whose quarters round the corners
+     * @param arcHeight of that ellipse
+     */
+    public static native void Graphics_FillRoundRectangle(
+            int graphics, int x, int y, int width, int height, int arcWidth, int arcHeight);
+
+    /**
+     * Fills an ellipse.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around it
+     * @param y of the rectangle around it
+     * @param width of the rectangle around it
+     * @param height of the rectangle around it
+     */
+    public static native void Graphics_FillOval(int graphics, int x, int y, int width, int height);
+
+    /**
+     * Fills a slice of an ellipse. Error: "Error getting clipping area" with the system's text.
+     *
+     * @param graphics the context
+     * @param x of the rectangle around the ellipse
+     * @param y of the rectangle around the ellipse
+     * @param width of the rectangle around the ellipse
+     * @param height of the rectangle around the ellipse
+     * @param startAngle in degrees counter-clockwise from three o'clock
+     * @param arcAngle how far it goes, clockwise when negative
+     */
+    public static native void Graphics_FillArc(
+            int graphics, int x, int y, int width, int height, int startAngle, int arcAngle);
+
+    /**
+     * Fills a polygon.
+     *
+     * @param graphics the context
+     * @param points x and y in turn
+     * @param count how many numbers of the array count
+     */
+    public static native void Graphics_FillPolygon(int graphics, int[] points, int count);
+
+    /**
+     * Draws an image. Transparent pixels leave what is there, pixels with alpha are blended with
+     * it. Errors with the system's text: "Error getting clipping area", "Unable to complete
+     * blitting operation".
+     *
+     * @param graphics the context; an image that is drawn onto itself stays as it is
+     * @param image the image
+     * @param x of the image's left edge
+     * @param y of the image's top edge
+     */
+    public static native void Graphics_DrawImage(int graphics, int image, int x, int y);
 }

@@ -4,7 +4,7 @@ import com.nuvik.wyx.k4tr.OS;
 
 /** The display and event loop that every example needs. */
 final class Program {
-    private static final int CLOSE_REQUESTED = 201;
+    static final int CLOSE_REQUESTED = 201;
 
     final int display;
     private boolean running = true;
@@ -18,6 +18,18 @@ final class Program {
         boolean key(int kind, char character, int keyCode, int modifiers) {
             return false;
         }
+
+        void menu(int code) {}
+
+        void scrolled(int value, int kind) {}
+
+        void pointer(int type, int x, int y, int button, int modifiers) {}
+
+        int pointerDown(int x, int y) {
+            return 0;
+        }
+
+        void resized(int width, int height) {}
     }
 
     Program() {
@@ -27,10 +39,19 @@ final class Program {
                 };
         display = OS.Display_New();
         OS.Display_InitCallbacks(display, this);
+        register(OS.CB_SELECTION, "selected");
+        register(OS.CB_WINDOW_EVENT, "window");
+        register(OS.CB_KEY, "key");
+        register(OS.CB_MENU_SELECTION, "menu");
+        register(OS.CB_SCROLL, "scrolled");
+        register(OS.CB_POINTER, "pointer");
+        register(OS.CB_POINTER_DOWN_QUERY, "pointerDown");
+        register(OS.CB_RESIZE, "resized");
+    }
+
+    private void register(int id, String method) {
         String listener = Listener.class.getName().replace('.', '/');
-        OS.Display_RegisterCallback(display, OS.CB_SELECTION, listener, "selected");
-        OS.Display_RegisterCallback(display, OS.CB_WINDOW_EVENT, listener, "window");
-        OS.Display_RegisterCallback(display, OS.CB_KEY, listener, "key");
+        OS.Display_RegisterCallback(display, id, listener, method);
     }
 
     /** A shell that ends the program when the person closes it. */
@@ -47,6 +68,17 @@ final class Program {
                     }
                 });
         return shell;
+    }
+
+    /** Ends {@link #run}. */
+    void leave() {
+        running = false;
+    }
+
+    /** A control's place and its first appearance. */
+    static void place(int control, int x, int y, int width, int height) {
+        OS.Control_SetBounds(control, x, y, width, height);
+        OS.Control_SetVisible(control, true);
     }
 
     /** Dispatches events until the main shell is closed. */

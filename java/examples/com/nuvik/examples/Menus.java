@@ -1,0 +1,228 @@
+package com.nuvik.examples;
+
+import com.nuvik.wyx.dovr.OS;
+import java.util.ArrayDeque;
+import java.util.Deque;
+
+/**
+ * A whole application window: a menu bar with drop-down menus, accelerators, a pop-up menu on tap and
+ * hold, scroll bars, colours and fonts, and a modal child shell. It tells on standard output what the
+ * person does.
+ */
+public final class Menus {
+    private static final int CONTROL = 4 << 16;
+    private static final int SHIFT = 2 << 16;
+    private static final int F1 = 1023;
+    private static final int RADIO = 16;
+    private static final int VERTICAL_SCROLL = 0x20000;
+    private static final int BORDER = 0x800;
+    private static final int RELEASE = 2;
+    private static final int CONTEXT_GESTURE = 64;
+    private static final int ROW = 30;
+    private static final String[] SIZES = {"Small", "Medium", "Large"};
+
+    private final Program program = new Program();
+    private final Deque<Integer> widgets = new ArrayDeque<>();
+    private final int shell = program.newMainShell("Menus");
+    private final int[] fonts = new int[SIZES.length];
+    private final int[] sizeItems = new int[SIZES.length];
+    private final int[] rows = new int[12];
+    private int rowColor;
+    private int list;
+
+    private int keep(int widget) {
+        widgets.push(widget);
+        return widget;
+    }
+
+    private void onMenu(int item, Runnable action) {
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                item,
+                new Program.Listener() {
+                    @Override
+                    void menu(int code) {
+                        action.run();
+                    }
+                });
+    }
+
+    private int push(int menu, int index, String text, String key, int accelerator, Runnable action) {
+        int item = keep(OS.PushMenuItem_New(menu, index));
+        OS.LabeledMenuItem_SetText(item, text, key);
+        OS.LabeledMenuItem_SetAccelerator(item, accelerator);
+        onMenu(item, action);
+        return item;
+    }
+
+    private int cascade(int menu, int index, String text, int subMenu) {
+        int item = keep(OS.CascadeMenuItem_New(menu, index));
+        OS.LabeledMenuItem_SetText(item, text, null);
+        OS.CascadeMenuItem_SetMenu(item, subMenu);
+        return item;
+    }
+
+    private void say(String what) {
+        System.out.println(what);
+    }
+
+    private void chooseSize(int size) {
+        for (int i = 0; i < SIZES.length; i++) OS.StateMenuItem_SetSelection(sizeItems[i], i == size);
+        for (int row : rows) OS.Control_SetFont(row, fonts[size]);
+        say(SIZES[size]);
+    }
+
+    private void makeMenuBar() {
+        int bar = keep(OS.MenuBar_New(shell));
+        int sizes = keep(OS.DropDownMenu_New(shell));
+        for (int i = 0; i < SIZES.length; i++) {
+            int size = i;
+            fonts[i] = OS.Font_NewLogical(program.display, 2, 7 + 3 * i, i == 2 ? 2 : 0);
+            sizeItems[i] = keep(OS.StateMenuItem_New(sizes, i, RADIO));
+            OS.LabeledMenuItem_SetText(sizeItems[i], SIZES[i], "Ctrl+" + (i + 1));
+            OS.LabeledMenuItem_SetAccelerator(sizeItems[i], CONTROL | ('1' + i));
+            onMenu(sizeItems[i], () -> chooseSize(size));
+        }
+        int view = keep(OS.DropDownMenu_New(shell));
+        cascade(view, 0, "Text size", sizes);
+        keep(OS.SeparatorItem_New(view, 1));
+        int colored = keep(OS.StateMenuItem_New(view, 2, 0));
+        OS.LabeledMenuItem_SetText(colored, "&Colour", "F1");
+        OS.LabeledMenuItem_SetAccelerator(colored, F1);
+        onMenu(colored, this::toggleColor);
+        int file = keep(OS.DropDownMenu_New(shell));
+        push(file, 0, "About...", "", 0, this::showAbout);
+        push(file, 1, "Exit", "Ctrl+Shift+X", CONTROL | SHIFT | 'x', program::leave);
+        cascade(bar, 0, "File", file);
+        cascade(bar, 1, "View", view);
+        push(bar, 2, "Top", "", 0, () -> scrollTo(0));
+        OS.Shell_SetMenuBar(shell, bar);
+    }
+
+    private boolean isColored;
+
+    private void toggleColor() {
+        isColored = !isColored;
+        for (int row : rows) OS.Control_SetBackground(row, isColored ? rowColor : 0);
+        say(isColored ? "coloured" : "plain");
+    }
+
+    private void showAbout() {
+        int closeBoxTitleModal = 0x1 | 0x20 | 0x40 | BORDER;
+        int about = OS.Shell_NewChild(shell, closeBoxTitleModal);
+        com.nuvik.wyx.k4tr.OS.Shell_SetText(about, "About");
+        int box = OS.Checkbox_New(about, 0);
+        OS.Button_SetLabel(box, "Show this at start");
+        Program.place(box, 20, 20, 150, 24);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                about,
+                new Program.Listener() {
+                    @Override
+                    void window(int event) {
+                        if (event != Program.CLOSE_REQUESTED) return;
+                        com.nuvik.wyx.k4tr.OS.Control_SetVisible(about, false);
+                        program.dispose(box);
+                        program.dispose(about);
+                        say("about closed");
+                    }
+                });
+        Program.place(about, 20, 80, 200, 100);
+        say("about shown");
+    }
+
+    private int verticalBar;
+
+    private void scrollTo(int value) {
+        OS.Adjustable_SetValue(verticalBar, value);
+        placeRows(value);
+        say("scrolled to " + value);
+    }
+
+    private void placeRows(int top) {
+        for (int i = 0; i < rows.length; i++) Program.place(rows[i], 4, 4 + i * ROW - top, 150, ROW - 4);
+    }
+
+    private void makeList(int height) {
+        list = keep(OS.Composite_New(shell, VERTICAL_SCROLL | BORDER));
+        rowColor = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 240, 170);
+        for (int i = 0; i < rows.length; i++) {
+            rows[i] = keep(OS.Checkbox_New(list, 0));
+            OS.Button_SetLabel(rows[i], "Point " + (i + 1));
+        }
+        Program.place(list, 8, 8, 190, height);
+        verticalBar = OS.Scrollable_GetVerticalBar(list);
+        OS.Adjustable_SetMaximum(verticalBar, rows.length * ROW + 8);
+        OS.Adjustable_SetVisibleAmount(verticalBar, height);
+        OS.Adjustable_SetUnitIncrement(verticalBar, ROW);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                verticalBar,
+                new Program.Listener() {
+                    @Override
+                    void scrolled(int value, int kind) {
+                        placeRows(value);
+                        say("scrolled to " + value);
+                    }
+                });
+        placeRows(0);
+    }
+
+    private void makeBar(int height) {
+        int bar = keep(OS.Scrollbar_New(shell));
+        OS.Adjustable_SetMaximum(bar, 255);
+        Program.place(bar, 208, 8, 16, height);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                bar,
+                new Program.Listener() {
+                    @Override
+                    void scrolled(int value, int kind) {
+                        int old = rowColor;
+                        rowColor = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 255 - value, 170);
+                        for (int row : rows) OS.Control_SetBackground(row, isColored ? rowColor : 0);
+                        com.nuvik.wyx.k4tr.OS.Color_Dispose(old);
+                        say("shade " + value);
+                    }
+                });
+    }
+
+    /** A menu where the person taps and holds. */
+    private void makePopup() {
+        int popup = keep(OS.PopupMenu_New(list));
+        push(popup, 0, "Mark all", "", 0, () -> markAll(true));
+        push(popup, 1, "Mark none", "", 0, () -> markAll(false));
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                list,
+                new Program.Listener() {
+                    @Override
+                    void pointer(int type, int x, int y, int button, int modifiers) {
+                        if (type == RELEASE && (modifiers & CONTEXT_GESTURE) != 0) OS.PopupMenu_Show(popup, x, y);
+                    }
+                });
+    }
+
+    private void markAll(boolean marked) {
+        for (int row : rows) OS.Button_SetSelection(row, marked);
+        say(marked ? "all marked" : "none marked");
+    }
+
+    private void run() {
+        int height = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[3];
+        makeList(height - 44);
+        makeBar(height - 44);
+        makePopup();
+        makeMenuBar();
+        com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, true);
+        chooseSize(1);
+        say("ready");
+        program.run();
+        OS.Shell_SetMenuBar(shell, 0);
+        while (!widgets.isEmpty()) program.dispose(widgets.pop());
+        program.dispose(shell);
+        com.nuvik.wyx.k4tr.OS.Color_Dispose(rowColor);
+        for (int font : fonts) com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
+        program.end();
+        say("closed");
+    }
+
+    public static void main(String[] arguments) {
+        new Menus().run();
+    }
+}

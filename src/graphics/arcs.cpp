@@ -1,0 +1,133 @@
+// Arcs, pies and round rectangles, which the device's system does not draw: they are computed as
+// lists of points, one for every degree.
+
+#include "graphics/drawing.h"
+#include "graphics/gdi_guards.h"
+#include <math.h>
+
+static constexpr double radiansPerDegree = 0.017453292519943295;
+static constexpr jint fullCircle = 360;
+static constexpr jint mostPoints = fullCircle + 3; // of a pie, whose centre comes first and last
+
+namespace {
+
+struct ArcBox {
+    jint x, y, width, height;
+};
+
+} // namespace
+
+static void normalize(jint* position, jint* size) {
+    if (*size >= 0) return;
+    *position += *size;
+    *size = -*size;
+}
+
+static ArcBox normalized(jint x, jint y, jint width, jint height) {
+    normalize(&x, &width);
+    normalize(&y, &height);
+    return {x, y, width, height};
+}
+
+// The centre and the radius keep twice the resolution until the end.
+static POINT pointAt(const ArcBox& box, jint degrees) {
+    double angle = degrees * radiansPerDegree;
+    return {(2 * box.x + box.width + static_cast<jint>(box.width * cos(angle))) >> 1,
+            (2 * box.y + box.height - static_cast<jint>(box.height * sin(angle))) >> 1};
+}
+
+static void fillPoints(POINT* points, const ArcBox& box, jint start, jint count) {
+    for (jint i = 0; i <= count; ++i) points[i] = pointAt(box, start + i);
+}
+
+static void turnForward(jint* start, jint* arc) {
+    if (*arc >= 0) return;
+    *start += *arc;
+    *arc = -*arc;
+}
+
+void Graphics_DrawArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                      jint startAngle, jint arcAngle, ErrorRecord* error) {
+    ArcBox box = normalized(x, y, width, height);
+    if (box.width == 0 || box.height == 0 || arcAngle == 0) return;
+    Drawing drawing(graphics);
+    if (!Graphics_MeetsClip(drawing, box.x, box.y, box.width, box.height, error)) return;
+    turnForward(&startAngle, &arcAngle);
+    jint count = arcAngle < fullCircle ? arcAngle : fullCircle;
+    POINT points[mostPoints];
+    fillPoints(points, box, startAngle, count);
+    Polyline(drawing, points, count + 1);
+}
+
+static void fillPie(HDC dc, const ArcBox& box, jint start, jint arc) {
+    bool isPie = arc < fullCircle;
+    jint count = isPie ? arc : fullCircle;
+    jint total = count + 1 + (isPie ? 2 : 0);
+    POINT points[mostPoints];
+    fillPoints(isPie ? points + 1 : points, box, start, count);
+    if (isPie) {
+        POINT center = {(2 * box.x + box.width) >> 1, (2 * box.y + box.height) >> 1};
+        points[0] = center;
+        points[total - 1] = center;
+    }
+    SelectedObject fillOnly(dc, GetStockObject(NULL_PEN));
+    Polygon(dc, points, total);
+}
+
+void Graphics_FillArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                      jint startAngle, jint arcAngle, ErrorRecord* error) {
+    ArcBox box = normalized(x, y, width, height);
+    graphics->beginDraw(graphics);
+    // An image's lock stays entered once more by this thread; that is meant.
+    if (box.width == 0 || box.height == 0 || arcAngle == 0) return;
+    if (Graphics_MeetsClip(graphics->dc, box.x, box.y, box.width, box.height, error)) {
+        turnForward(&startAngle, &arcAngle);
+        fillPie(graphics->dc, box, startAngle, arcAngle);
+    }
+    graphics->endDraw(graphics);
+}
+
+static jint limited(jint size, jint limit) {
+    if (size < 0) size = -size;
+    return size < limit ? size : limit;
+}
+
+static void drawCorners(GraphicsRecord* graphics, jint x, jint y, jint right, jint bottom,
+                        jint width, jint height, ErrorRecord* error) {
+    jint farX = x + right - width;
+    jint farY = y + bottom - height;
+    Graphics_DrawArc(graphics, x, y, width, height, 90, 90, error);
+    Graphics_DrawArc(graphics, farX, y, width, height, 0, 90, error);
+    Graphics_DrawArc(graphics, farX, farY, width, height, 0, -90, error);
+    Graphics_DrawArc(graphics, x, farY, width, height, 180, 90, error);
+}
+
+void Graphics_DrawRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                                 jint arcWidth, jint arcHeight, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    if (width == 0 || height == 0) return;
+    if (arcWidth == 0 || arcHeight == 0) {
+        Graphics_DrawRectangle(graphics, x, y, width, height, error);
+        return;
+    }
+    // The far edges come from the sizes as they were given, negative ones too; that is meant.
+    jint right = width - 1;
+    jint bottom = height - 1;
+    normalize(&x, &width);
+    normalize(&y, &height);
+    arcWidth = limited(arcWidth, width);
+    arcHeight = limited(arcHeight, height);
+    if (arcWidth < width) {
+        jint from = x + arcWidth / 2;
+        jint to = x + right - arcWidth / 2;
+        Graphics_DrawLine(graphics, from, y, to, y, error);
+        Graphics_DrawLine(graphics, from, y + bottom, to, y + bottom, error);
+    }
+    if (arcHeight < height) {
+        jint from = y + arcHeight / 2;
+        jint to = y + bottom - arcHeight / 2;
+        Graphics_DrawLine(graphics, x, from, x, to, error);
+        Graphics_DrawLine(graphics, x + right, from, x + right, to, error);
+    }
+    drawCorners(graphics, x, y, right, bottom, arcWidth, arcHeight, error);
+}

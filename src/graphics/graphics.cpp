@@ -1,0 +1,198 @@
+#include "graphics/graphics.h"
+#include "bridge/memory.h"
+#include "control/control.h"
+
+static GraphicsRecord* beginOnControl(GraphicsRecord* graphics) { return graphics; }
+
+static GraphicsRecord* endOnControl(GraphicsRecord* graphics) { return graphics; }
+
+// A bitmap is in one device context at a time: the one that draws takes it from the one before.
+static GraphicsRecord* beginOnImage(GraphicsRecord* graphics) {
+    ImageRecord* image = graphics->image;
+    EnterCriticalSection(&image->lock);
+    if (image->selectedDC == graphics->dc) return graphics;
+    if (image->selectedDC) SelectObject(image->selectedDC, image->placeholderBitmap);
+    image->selectedDC = graphics->dc;
+    SelectObject(graphics->dc, image->bitmap);
+    return graphics;
+}
+
+static GraphicsRecord* endOnImage(GraphicsRecord* graphics) {
+    LeaveCriticalSection(&graphics->image->lock);
+    return graphics;
+}
+
+static void clipTo(HDC dc, const RECT& bounds) {
+    HRGN region = CreateRectRgnIndirect(&bounds);
+    if (!region) return;
+    SelectClipRgn(dc, region);
+    DeleteObject(region);
+}
+
+GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds,
+                                ErrorRecord* error) {
+    auto* graphics = allocate<GraphicsRecord>();
+    if (!graphics) {
+        Win32Error_SetError(error, errorOutOfMemory,
+                            L"Unable to allocate enough memory for device context");
+        return nullptr;
+    }
+    clipTo(dc, bounds);
+    GetObjectW(GetCurrentObject(dc, OBJ_PEN), sizeof(graphics->pen), &graphics->pen);
+    graphics->bounds = bounds;
+    graphics->dc = dc;
+    graphics->image = image;
+    graphics->beginDraw = image ? beginOnImage : beginOnControl;
+    graphics->endDraw = image ? endOnImage : endOnControl;
+    return graphics;
+}
+
+GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) {
+    // The thread that owns the window gets its context.
+    HDC dc = reinterpret_cast<HDC>(
+        SendMessageW(control->hwnd, controlGetContext, reinterpret_cast<WPARAM>(&error), 0));
+    if (!dc) return nullptr;
+    RECT bounds = {};
+    if (!GetClientRect(control->hwnd, &bounds))
+        Win32Error_SetError(error, GetLastError(), L"Unable to get clipping area");
+    GraphicsRecord* graphics = Graphics_Create(dc, nullptr, bounds, error);
+    if (!graphics) ReleaseDC(control->hwnd, dc);
+    return graphics;
+}
+
+// The bitmap that every memory context starts with: it takes the image's place.
+static HBITMAP initialBitmapOf(HDC dc) {
+    HBITMAP empty = CreateCompatibleBitmap(dc, 0, 0);
+    auto initial = static_cast<HBITMAP>(SelectObject(dc, empty));
+    SelectObject(dc, initial);
+    DeleteObject(empty);
+    return initial;
+}
+
+GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
+    HDC dc = CreateCompatibleDC(nullptr);
+    if (HBITMAP initial = initialBitmapOf(dc)) image->placeholderBitmap = initial;
+    Section section = sectionOf(image);
+    GraphicsRecord* graphics =
+        Graphics_Create(dc, image, {0, 0, section.width, section.height}, error);
+    if (!graphics) DeleteDC(dc);
+    return graphics;
+}
+
+static void giveBackBitmap(const GraphicsRecord* graphics) {
+    ImageRecord* image = graphics->image;
+    EnterCriticalSection(&image->lock);
+    if (image->selectedDC == graphics->dc) {
+        SelectObject(graphics->dc, image->placeholderBitmap);
+        image->selectedDC = nullptr;
+    }
+    LeaveCriticalSection(&image->lock);
+}
+
+void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord*) {
+    HDC dc = graphics->dc;
+    if (dc) {
+        if (graphics->savedPen) DeleteObject(SelectObject(dc, graphics->savedPen));
+        if (graphics->savedBrush) DeleteObject(SelectObject(dc, graphics->savedBrush));
+        if (graphics->image) {
+            giveBackBitmap(graphics);
+            DeleteDC(dc);
+        } else {
+            ReleaseDC(nullptr, dc);
+        }
+    }
+    freeBlock(graphics);
+}
+
+// Selects an object of the context's own. The first one that it displaces is kept for the end, the
+// later ones were the context's own too.
+template <class Handle>
+static void selectOwn(HDC dc, Handle object, Handle* saved) {
+    HGDIOBJ displaced = SelectObject(dc, object);
+    if (*saved)
+        DeleteObject(displaced);
+    else
+        *saved = static_cast<Handle>(displaced);
+}
+
+static void usePen(GraphicsRecord* graphics, const LOGPEN& description, ErrorRecord* error) {
+    HPEN pen = CreatePenIndirect(&description);
+    if (!pen) {
+        Win32Error_SetError(error, GetLastError(), L"Unable to create new pen");
+        return;
+    }
+    graphics->pen = description;
+    selectOwn(graphics->dc, pen, &graphics->savedPen);
+}
+
+void Graphics_SetForeground(GraphicsRecord* graphics, ColorRecord* color, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    SetTextColor(drawing, color->color); // stays even when there is no pen
+    LOGPEN pen = graphics->pen;
+    pen.lopnColor = color->color;
+    usePen(graphics, pen, error);
+}
+
+void Graphics_SetBackground(GraphicsRecord* graphics, ColorRecord* color, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    if (SetBkColor(drawing, color->color) == CLR_INVALID) {
+        Win32Error_SetError(error, GetLastError(), L"Error in setting background color");
+        return;
+    }
+    HBRUSH brush = CreateSolidBrush(color->color);
+    if (!brush) {
+        Win32Error_SetError(error, GetLastError(), L"Error creating new background brush");
+        return;
+    }
+    selectOwn(graphics->dc, brush, &graphics->savedBrush);
+}
+
+void Graphics_SetLineWidth(GraphicsRecord* graphics, jint width, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    LOGPEN pen = graphics->pen;
+    if (width == pen.lopnWidth.x) return;
+    pen.lopnWidth.x = width;
+    usePen(graphics, pen, error);
+}
+
+void Graphics_SetFont(GraphicsRecord* graphics, FontRecord* font, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    if (!font) {
+        SelectObject(drawing, GetStockObject(SYSTEM_FONT));
+        return;
+    }
+    if (!SelectObject(drawing, font->font))
+        Win32Error_SetError(error, GetLastError(),
+                            L"Unable to select new font into device context");
+}
+
+static void setClip(GraphicsRecord* graphics, const RECT& area, ErrorRecord* error) {
+    Drawing drawing(graphics);
+    HRGN region = CreateRectRgnIndirect(&area);
+    if (!region) {
+        Win32Error_SetError(error, errorFailed, L"Unable to create clip region");
+        return;
+    }
+    if (SelectClipRgn(drawing, region) == ERROR)
+        Win32Error_SetError(error, errorFailed, L"Unable to select clip region");
+    DeleteObject(region);
+}
+
+void Graphics_SetClipping(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                          ErrorRecord* error) {
+    RECT asked = {x, y, x + width, y + height};
+    RECT area;
+    IntersectRect(&area, &asked, &graphics->bounds);
+    setClip(graphics, area, error);
+}
+
+void Graphics_ClearClipping(GraphicsRecord* graphics, ErrorRecord* error) {
+    setClip(graphics, graphics->bounds, error);
+}
+
+void Graphics_SetXORMode(GraphicsRecord* graphics, bool on, ErrorRecord*) {
+    Drawing drawing(graphics);
+    SetROP2(drawing, on ? R2_XORPEN : R2_COPYPEN);
+}
+
+void Graphics_SetLineNodeStyle(GraphicsRecord*, jint, jint, jint, ErrorRecord*) {}

@@ -1,0 +1,177 @@
+// Images on graphics contexts. The device's system knows neither transparency nor alpha: masks and
+// blending are done here.
+
+#include "graphics/blending.h"
+#include "graphics/drawing.h"
+#include "graphics/gdi_guards.h"
+#include "image/bitmap_guards.h"
+
+static constexpr jint unplaced = static_cast<jint>(0x80000002);
+static constexpr jint unsized = 0x7FFFFFFF;
+static constexpr WORD alphaDepth = 32; // bits per pixel
+
+namespace {
+
+struct Area {
+    jint x, y, width, height;
+};
+
+// What is drawn where.
+struct Copy {
+    HDC target;
+    Area to;
+    ImageRecord* image;
+    HDC source; // the image's bitmap is selected
+    Area from;
+    DWORD operation;
+};
+
+// A bitmap of the guard's own in a memory device context.
+class ScratchContext {
+  public:
+    ScratchContext(HDC like, HBITMAP scratch) : bitmap(scratch), context(like, scratch) {}
+    ~ScratchContext() = default;
+    operator HDC() const { return context; }
+
+  private:
+    // Deletes the bitmap after the context has let it go.
+    struct OwnBitmap {
+        HBITMAP handle;
+        ~OwnBitmap() {
+            if (handle) DeleteObject(handle);
+        }
+        OwnBitmap(HBITMAP bitmap) : handle(bitmap) {}
+        OwnBitmap(const OwnBitmap&) = delete;
+        OwnBitmap& operator=(const OwnBitmap&) = delete;
+    };
+    OwnBitmap bitmap;
+    BitmapContext context;
+};
+
+} // namespace
+
+static BOOL transfer(HDC target, const Area& to, HDC source, const Area& from, DWORD operation) {
+    if (to.width == from.width && to.height == from.height)
+        return BitBlt(target, to.x, to.y, to.width, to.height, source, from.x, from.y, operation);
+    return StretchBlt(target, to.x, to.y, to.width, to.height, source, from.x, from.y, from.width,
+                      from.height, operation);
+}
+
+static Area atOrigin(const Area& area) { return {0, 0, area.width, area.height}; }
+
+static void markByColor(HDC mask, const Copy& copy, COLORREF key) {
+    COLORREF previous = SetBkColor(copy.source, key);
+    BitBlt(mask, 0, 0, copy.from.width, copy.from.height, copy.source, copy.from.x, copy.from.y,
+           SRCCOPY);
+    SetBkColor(copy.source, previous);
+}
+
+// By the index alone, also where other entries have the transparent colour: for the length of the
+// copy it is the only white one.
+static void markByIndex(HDC mask, const Copy& copy) {
+    constexpr UINT mostColors = 256;
+    constexpr COLORREF white = RGB(255, 255, 255);
+    WORD depth = sectionOf(copy.image).bitCount;
+    UINT count = depth <= 8 ? 1u << depth : 0;
+    RGBQUAD colors[mostColors];
+    RGBQUAD onlyOne[mostColors] = {};
+    count = GetDIBColorTable(copy.source, 0, count, colors);
+    onlyOne[copy.image->transparentIndex & 0xFF] = {0xFF, 0xFF, 0xFF, 0};
+    SetDIBColorTable(copy.source, 0, count, onlyOne);
+    markByColor(mask, copy, white);
+    SetDIBColorTable(copy.source, 0, count, colors);
+}
+
+// The mask has a 1 for every transparent pixel.
+static void mark(HDC mask, const Copy& copy) {
+    if (copy.image->isDirect)
+        markByColor(mask, copy, copy.image->transparentColor);
+    else
+        markByIndex(mask, copy);
+}
+
+static BOOL drawThroughMask(const Copy& copy) {
+    ScratchContext mask(copy.target,
+                        CreateBitmap(copy.from.width, copy.from.height, 1, 1, nullptr));
+    mark(mask, copy);
+    if (GetDeviceCaps(copy.target, TECHNOLOGY) == DT_RASPRINTER) return FALSE;
+    Area whole = atOrigin(copy.to);
+    Area masked = atOrigin(copy.from);
+    ScratchContext result(copy.target,
+                          CreateCompatibleBitmap(copy.target, whole.width, whole.height));
+    transfer(result, whole, copy.target, copy.to, SRCCOPY);
+    transfer(result, whole, copy.source, copy.from, SRCINVERT);
+    transfer(result, whole, mask, masked, SRCAND);
+    transfer(result, whole, copy.source, copy.from, SRCINVERT);
+    return transfer(copy.target, copy.to, result, whole, SRCCOPY);
+}
+
+static jint lesser(jint a, jint b) { return a < b ? a : b; }
+static jint greater(jint a, jint b) { return a > b ? a : b; }
+
+// Of the image, which may not reach as far as the area: what it lacks counts as transparent.
+static void blendOnto(BYTE* bits, const Section& image, const Area& from) {
+    jint left = greater(from.x, 0);
+    jint top = greater(from.y, 0);
+    jint right = lesser(from.x + from.width, image.width);
+    jint bottom = lesser(from.y + from.height, image.height);
+    LONG stride = strideOf(from.width, alphaDepth);
+    for (jint y = top; y < bottom; ++y) {
+        auto* target = reinterpret_cast<DWORD*>(bits + (y - from.y) * stride) + (left - from.x);
+        auto* source = reinterpret_cast<const DWORD*>(image.bits + y * image.stride) + left;
+        blendRow(target, source, right - left);
+    }
+}
+
+// The background is fetched at the source's size, also when the result is stretched; that is meant.
+static BOOL drawBlended(const Copy& copy) {
+    BYTE* bits = nullptr;
+    ScratchContext result(
+        copy.target,
+        createSection(sectionHeader(copy.from.width, copy.from.height, alphaDepth), &bits));
+    Area whole = atOrigin(copy.from);
+    Area background = {copy.to.x, copy.to.y, whole.width, whole.height};
+    if (!bits || !transfer(result, whole, copy.target, background, SRCCOPY)) return FALSE;
+    blendOnto(bits, sectionOf(copy.image), copy.from);
+    return transfer(copy.target, copy.to, result, whole, copy.operation);
+}
+
+static bool hasAlpha(const ImageRecord* image) { return sectionOf(image).bitCount == alphaDepth; }
+
+static BOOL draw(const Copy& copy) {
+    if (hasTransparentColor(copy.image)) return drawThroughMask(copy);
+    if (hasAlpha(copy.image)) return drawBlended(copy);
+    return transfer(copy.target, copy.to, copy.source, copy.from, copy.operation);
+}
+
+static DWORD operationOf(HDC dc) { return isXORMode(dc) ? SRCINVERT : SRCCOPY; }
+
+void Graphics_DrawImage(GraphicsRecord* graphics, ImageRecord* image, jint x, jint y,
+                        ErrorRecord* error) {
+    Drawing drawing(graphics);
+    Section section = sectionOf(image);
+    Area to = {x, y, section.width, section.height};
+    if (!Graphics_MeetsClip(drawing, to.x, to.y, to.width, to.height, error)) return;
+    ImageSource source(drawing, image);
+    // Blended pixels are not inverted here; that is meant.
+    DWORD operation = hasAlpha(image) ? SRCCOPY : operationOf(drawing);
+    if (!draw({drawing, to, image, source, atOrigin(to), operation}))
+        Win32Error_SetError(error, GetLastError(), L"Unable to complete blitting operation");
+}
+
+void Graphics_DrawImageRegion(GraphicsRecord* graphics, ImageRecord* image, jint sourceX,
+                              jint sourceY, jint sourceWidth, jint sourceHeight, jint targetX,
+                              jint targetY, jint targetWidth, jint targetHeight, ErrorRecord*) {
+    // Java's sign for an image that has no place yet.
+    if (targetX == unplaced && targetY == unplaced && targetWidth == unsized &&
+        targetHeight == unsized)
+        return;
+    Drawing drawing(graphics);
+    ImageSource source(drawing, image);
+    draw({drawing,
+          {targetX, targetY, targetWidth, targetHeight},
+          image,
+          source,
+          {sourceX, sourceY, sourceWidth, sourceHeight},
+          operationOf(drawing)});
+}

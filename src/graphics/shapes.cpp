@@ -1,0 +1,104 @@
+// Lines, rectangles, ovals and polygons.
+
+#include "graphics/drawing.h"
+#include "graphics/gdi_guards.h"
+
+static constexpr wchar_t blitFailed[] = L"Unable to complete blitting operation";
+
+bool Graphics_MeetsClip(HDC dc, jint x, jint y, jint width, jint height, ErrorRecord* error) {
+    RECT clip;
+    if (GetClipBox(dc, &clip) == ERROR) {
+        Win32Error_SetError(error, GetLastError(), L"Error getting clipping area");
+        return false;
+    }
+    RECT shape = {x, y, x + width, y + height};
+    RECT common;
+    return IntersectRect(&common, &shape, &clip);
+}
+
+void Graphics_DrawLine(GraphicsRecord* graphics, jint x1, jint y1, jint x2, jint y2, ErrorRecord*) {
+    Drawing drawing(graphics);
+    if (x1 != x2 || y1 != y2) {
+        MoveToEx(drawing, x1, y1, nullptr);
+        LineTo(drawing, x2, y2);
+    }
+    // The system's line leaves its end out.
+    SetPixel(drawing, x2, y2, GetTextColor(drawing));
+}
+
+void Graphics_DrawRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                            ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject outlineOnly(drawing, GetStockObject(NULL_BRUSH));
+    Rectangle(drawing, x, y, x + width, y + height);
+}
+
+void Graphics_DrawOval(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                       ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject outlineOnly(drawing, GetStockObject(NULL_BRUSH));
+    Ellipse(drawing, x, y, x + width, y + height);
+}
+
+static const POINT* pointsOf(const IntArguments& points) {
+    return reinterpret_cast<const POINT*>(points.values);
+}
+
+// Never more points than the array has.
+static int countOf(const IntArguments& points, jint count) {
+    return (count < points.count ? count : points.count) / 2;
+}
+
+void Graphics_DrawPolygon(GraphicsRecord* graphics, IntArguments points, jint count, ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject outlineOnly(drawing, GetStockObject(NULL_BRUSH));
+    Polygon(drawing, pointsOf(points), countOf(points, count));
+}
+
+void Graphics_DrawPolyline(GraphicsRecord* graphics, IntArguments points, jint count,
+                           ErrorRecord*) {
+    Drawing drawing(graphics);
+    Polyline(drawing, pointsOf(points), countOf(points, count));
+}
+
+void Graphics_FillPolygon(GraphicsRecord* graphics, IntArguments points, jint count, ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject fillOnly(drawing, GetStockObject(NULL_PEN));
+    Polygon(drawing, pointsOf(points), countOf(points, count));
+}
+
+void Graphics_FillRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                            ErrorRecord* error) {
+    Drawing drawing(graphics);
+    DWORD operation = isXORMode(drawing) ? PATINVERT : PATCOPY;
+    if (!PatBlt(drawing, x, y, width, height, operation))
+        Win32Error_SetError(error, GetLastError(), blitFailed);
+}
+
+// The system's own rounding, unlike the outline's; that is meant.
+void Graphics_FillRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                                 jint arcWidth, jint arcHeight, ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject fillOnly(drawing, GetStockObject(NULL_PEN));
+    RoundRect(drawing, x, y, x + width, y + height, arcWidth, arcHeight);
+}
+
+void Graphics_FillOval(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
+                       ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject fillOnly(drawing, GetStockObject(NULL_PEN));
+    Ellipse(drawing, x, y, x + width, y + height);
+}
+
+void Graphics_FillBackground(GraphicsRecord* graphics, ColorRecord* color, jint x, jint y,
+                             jint width, jint height, ErrorRecord*) {
+    Drawing drawing(graphics);
+    SelectedObject brush(drawing, Color_GetBrush(color));
+    PatBlt(drawing, x, y, width, height, PATCOPY);
+}
+
+void Graphics_CopyArea(GraphicsRecord* graphics, jint sourceX, jint sourceY, jint width,
+                       jint height, jint targetX, jint targetY, ErrorRecord*) {
+    Drawing drawing(graphics);
+    BitBlt(drawing, targetX, targetY, width, height, drawing, sourceX, sourceY, SRCCOPY);
+}

@@ -1,0 +1,67 @@
+#pragma once
+// Bitmaps are selected into a device context for a while, and an image's bitmap is in one context
+// at a time.
+
+#include "image/image.h"
+
+// A memory device context like the given one (null: like the screen) with the bitmap selected.
+// Null when it cannot be made; then nothing is selected.
+class BitmapContext {
+  public:
+    BitmapContext(HDC like, HBITMAP bitmap)
+        : context(CreateCompatibleDC(like)), previous(SelectObject(context, bitmap)) {}
+    ~BitmapContext() {
+        if (previous) SelectObject(context, previous);
+        if (context) DeleteDC(context);
+    }
+    BitmapContext(const BitmapContext&) = delete;
+    BitmapContext& operator=(const BitmapContext&) = delete;
+    operator HDC() const { return context; }
+
+  private:
+    HDC context;
+    HGDIOBJ previous;
+};
+
+// Holds an image's lock.
+class ImageLock {
+  public:
+    explicit ImageLock(ImageRecord* image) : lock(&image->lock) { EnterCriticalSection(lock); }
+    ~ImageLock() { LeaveCriticalSection(lock); }
+    ImageLock(const ImageLock&) = delete;
+    ImageLock& operator=(const ImageLock&) = delete;
+
+  private:
+    CRITICAL_SECTION* lock;
+};
+
+// Takes an image's bitmap out of the drawing context that holds it, and puts it back there. The
+// record still names that context meanwhile.
+class Deselected {
+  public:
+    explicit Deselected(ImageRecord* image) : image(image) {
+        if (image->selectedDC) SelectObject(image->selectedDC, image->placeholderBitmap);
+    }
+    ~Deselected() {
+        if (image->selectedDC) SelectObject(image->selectedDC, image->bitmap);
+    }
+    Deselected(const Deselected&) = delete;
+    Deselected& operator=(const Deselected&) = delete;
+
+  private:
+    ImageRecord* image;
+};
+
+// An image's bitmap in a memory device context like the given one, for reading: the image is
+// locked, and goes back to the drawing context that held it.
+class ImageSource {
+  public:
+    ImageSource(HDC like, ImageRecord* image)
+        : lock(image), deselected(image), context(like, image->bitmap) {}
+    operator HDC() const { return context; }
+
+  private:
+    ImageLock lock;
+    Deselected deselected;
+    BitmapContext context;
+};

@@ -1,0 +1,344 @@
+#include "device.h"
+#include "faults.h"
+#include "graphics/graphics.h"
+#include "leaks.h"
+#include <thread>
+
+class GraphicsTest : public DeviceTest {
+  protected:
+    static GraphicsRecord* graphicsOf(jint handle) {
+        return reinterpret_cast<GraphicsRecord*>(handle);
+    }
+    static ImageRecord* imageOf(jint handle) { return reinterpret_cast<ImageRecord*>(handle); }
+    jint newImage(jint width = 20, jint height = 10) {
+        return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, width, height,
+                                                  0xFFFFFF);
+    }
+    jint onImage(jint image) { return call<jint(jint)>("Image_NewGraphics", image); }
+    jint onControl(jint control) { return call<jint(jint)>("Control_NewGraphics", control); }
+    void end(jint graphics) { call<void(jint)>("Graphics_Dispose", graphics); }
+    void disposeImage(jint image) { call<void(jint)>("Image_Dispose", image); }
+    jint newColor(jint red, jint green, jint blue) {
+        return call<jint(jint, jint, jint, jint)>("Color_New", display, red, green, blue);
+    }
+    void disposeColor(jint color) { call<void(jint)>("Color_Dispose", color); }
+    void set(const char* property, jint graphics, jint value) {
+        call<void(jint, jint)>(std::string("Graphics_Set") + property, graphics, value);
+    }
+    void clip(jint graphics, jint x, jint y, jint width, jint height) {
+        call<void(jint, jint, jint, jint, jint)>("Graphics_SetClipping", graphics, x, y, width,
+                                                 height);
+    }
+    static RECT clipOf(jint graphics) {
+        RECT box = {-1, -1, -1, -1};
+        GetClipBox(graphicsOf(graphics)->dc, &box);
+        return box;
+    }
+    void fill(jint graphics, jint x, jint y, jint width, jint height) {
+        call<void(jint, jint, jint, jint, jint)>("Graphics_FillRectangle", graphics, x, y, width,
+                                                 height);
+    }
+    // 0xRRGGBB
+    static DWORD pixelOf(jint image, int x, int y) {
+        BITMAP bitmap = {};
+        GetObjectW(imageOf(image)->bitmap, sizeof(bitmap), &bitmap);
+        const BYTE* pixel = static_cast<BYTE*>(bitmap.bmBits) + y * bitmap.bmWidthBytes +
+                            x * (bitmap.bmBitsPixel / 8);
+        return pixel[2] << 16 | pixel[1] << 8 | pixel[0];
+    }
+    void expectReport(const char* function, jint code, const std::u16string& message) {
+        TestVm::Report report = onlyReport();
+        EXPECT_EQ(report.function, function);
+        EXPECT_EQ(report.code, code);
+        EXPECT_EQ(report.message.substr(0, message.size()), message);
+    }
+    static bool equal(const RECT& a, const RECT& b) { return EqualRect(&a, &b); }
+};
+
+TEST_F(GraphicsTest, on_a_control_is_bounded_by_its_client_area) {
+    jint button = newButton(newShell()); // 100 by 40
+    jint graphics = onControl(button);
+    EXPECT_TRUE(equal(graphicsOf(graphics)->bounds, {0, 0, 100, 40}));
+    EXPECT_EQ(graphicsOf(graphics)->image, nullptr);
+    EXPECT_EQ(WindowFromDC(graphicsOf(graphics)->dc), windowOf(button));
+    end(graphics);
+}
+
+TEST_F(GraphicsTest, on_an_image_is_bounded_by_it_and_takes_its_bitmap_when_it_draws) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    EXPECT_TRUE(equal(graphicsOf(graphics)->bounds, {0, 0, 20, 10}));
+    EXPECT_EQ(imageOf(image)->selectedDC, nullptr);
+    fill(graphics, 0, 0, 1, 1);
+    EXPECT_EQ(imageOf(image)->selectedDC, graphicsOf(graphics)->dc);
+    end(graphics);
+    EXPECT_EQ(imageOf(image)->selectedDC, nullptr);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, two_on_one_image_draw_in_turn) {
+    jint image = newImage();
+    jint first = onImage(image);
+    jint second = onImage(image);
+    jint red = newColor(255, 0, 0);
+    jint blue = newColor(0, 0, 255);
+    set("Background", first, red);
+    set("Background", second, blue);
+    for (int i = 0; i < 10; ++i) {
+        jint graphics = i % 2 ? second : first;
+        fill(graphics, i, i, 1, 1);
+        EXPECT_EQ(imageOf(image)->selectedDC, graphicsOf(graphics)->dc);
+    }
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(pixelOf(image, i, i), i % 2 ? 0x0000FFu : 0xFF0000u);
+    end(first);
+    EXPECT_EQ(imageOf(image)->selectedDC, graphicsOf(second)->dc) << "the other one holds it";
+    end(second);
+    disposeImage(image);
+    disposeColor(red);
+    disposeColor(blue);
+}
+
+TEST_F(GraphicsTest, two_threads_may_draw_on_one_image) {
+    jint image = newImage(64, 64);
+    jint red = newColor(255, 0, 0);
+    auto draw = [&](jint offset) {
+        jint graphics = onImage(image);
+        set("Background", graphics, red);
+        for (jint i = offset; i < 64 * 64; i += 2) fill(graphics, i % 64, i / 64, 1, 1);
+        end(graphics);
+    };
+    std::thread other([&] { draw(1); });
+    draw(0);
+    other.join();
+    for (int i = 0; i < 64 * 64; ++i) ASSERT_EQ(pixelOf(image, i % 64, i / 64), 0xFF0000u) << i;
+    disposeImage(image);
+    disposeColor(red);
+}
+
+TEST_F(GraphicsTest, a_foreground_changes_text_and_pen) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    jint color = newColor(1, 2, 3);
+    set("Foreground", graphics, color);
+    EXPECT_EQ(GetTextColor(graphicsOf(graphics)->dc), RGB(1, 2, 3));
+    LOGPEN pen = {};
+    GetObjectW(GetCurrentObject(graphicsOf(graphics)->dc, OBJ_PEN), sizeof(pen), &pen);
+    EXPECT_EQ(pen.lopnColor, RGB(1, 2, 3));
+    EXPECT_EQ(graphicsOf(graphics)->pen.lopnColor, RGB(1, 2, 3));
+    end(graphics);
+    disposeColor(color);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_pen_that_cannot_be_made_is_an_error_and_the_old_one_stays) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    jint color = newColor(1, 2, 3);
+    COLORREF before = graphicsOf(graphics)->pen.lopnColor;
+    Faults faults;
+    faults.fail("CreatePenIndirect", 0, ERROR_INVALID_PARAMETER);
+    set("Foreground", graphics, color);
+    expectReport("Graphics_SetForeground", -3, u"Unable to create new pen::");
+    EXPECT_EQ(GetTextColor(graphicsOf(graphics)->dc), RGB(1, 2, 3)) << "the text has it already";
+    EXPECT_EQ(graphicsOf(graphics)->pen.lopnColor, before);
+    set("LineWidth", graphics, 7);
+    expectReport("Graphics_SetLineWidth", -3, u"Unable to create new pen::");
+    EXPECT_NE(graphicsOf(graphics)->pen.lopnWidth.x, 7);
+    end(graphics);
+    disposeColor(color);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, the_same_line_width_makes_no_pen) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    Faults faults;
+    set("LineWidth", graphics, 3);
+    set("LineWidth", graphics, 3);
+    EXPECT_EQ(faults.countCalls("CreatePenIndirect"), 1);
+    set("LineWidth", graphics, 1);
+    EXPECT_EQ(faults.countCalls("CreatePenIndirect"), 2);
+    end(graphics);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_background_that_cannot_be_set_is_an_error) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    jint color = newColor(1, 2, 3);
+    Faults faults;
+    faults.fail("SetBkColor", 1, ERROR_INVALID_HANDLE, CLR_INVALID);
+    set("Background", graphics, color);
+    expectReport("Graphics_SetBackground", -3, u"Error in setting background color::");
+    faults.fail("CreateSolidBrush", 1, ERROR_NOT_ENOUGH_MEMORY);
+    set("Background", graphics, color);
+    expectReport("Graphics_SetBackground", -4, u"Error creating new background brush::");
+    EXPECT_EQ(GetBkColor(graphicsOf(graphics)->dc), RGB(1, 2, 3)) << "the colour is changed";
+    end(graphics);
+    disposeColor(color);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_font_is_selected_and_none_is_the_systems) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 12, 0);
+    auto current = [&] { return GetCurrentObject(graphicsOf(graphics)->dc, OBJ_FONT); };
+    set("Font", graphics, font);
+    EXPECT_EQ(current(), reinterpret_cast<FontRecord*>(font)->font);
+    set("Font", graphics, 0);
+    EXPECT_EQ(current(), GetStockObject(SYSTEM_FONT));
+    {
+        Faults faults;
+        faults.fail("SelectObject", 1, ERROR_INVALID_HANDLE);
+        set("Font", graphics, font);
+        expectReport("Graphics_SetFont", -3, u"Unable to select new font into device context::");
+    }
+    end(graphics);
+    call<void(jint)>("Font_Dispose", font);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_clip_is_limited_by_the_bounds_and_replaces_the_one_before) {
+    jint image = newImage(); // 20 by 10
+    jint graphics = onImage(image);
+    fill(graphics, 0, 0, 0, 0); // takes the bitmap
+    clip(graphics, 5, 5, 100, 100);
+    EXPECT_TRUE(equal(clipOf(graphics), {5, 5, 20, 10}));
+    clip(graphics, 0, 0, 3, 3);
+    EXPECT_TRUE(equal(clipOf(graphics), {0, 0, 3, 3}));
+    clip(graphics, 50, 50, 10, 10);
+    RECT none = clipOf(graphics);
+    EXPECT_TRUE(IsRectEmpty(&none)) << "wholly outside: everything is clipped";
+    call<void(jint)>("Graphics_ClearClipping", graphics);
+    EXPECT_TRUE(equal(clipOf(graphics), {0, 0, 20, 10}));
+    end(graphics);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_cleared_clip_is_the_bounds_and_not_the_device) {
+    jint shell = newShell();
+    jint graphics = onControl(shell);
+    graphicsOf(graphics)->bounds = {10, 10, 30, 30};
+    call<void(jint)>("Graphics_ClearClipping", graphics);
+    EXPECT_TRUE(equal(clipOf(graphics), {10, 10, 30, 30}));
+    end(graphics);
+}
+
+TEST_F(GraphicsTest, a_clip_that_cannot_be_set_is_an_error) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    Faults faults;
+    faults.fail("CreateRectRgnIndirect");
+    clip(graphics, 0, 0, 5, 5);
+    expectReport("Graphics_SetClipping", -3, u"Unable to create clip region");
+    faults.fail("SelectClipRgn");
+    clip(graphics, 0, 0, 5, 5);
+    expectReport("Graphics_SetClipping", -3, u"Unable to select clip region");
+    faults.fail("CreateRectRgnIndirect");
+    call<void(jint)>("Graphics_ClearClipping", graphics);
+    expectReport("Graphics_ClearClipping", -3, u"Unable to create clip region");
+    faults.fail("SelectClipRgn");
+    call<void(jint)>("Graphics_ClearClipping", graphics);
+    expectReport("Graphics_ClearClipping", -3, u"Unable to select clip region");
+    end(graphics);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, the_inverting_mode_lives_in_the_device_context) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, JNI_TRUE);
+    EXPECT_EQ(GetROP2(graphicsOf(graphics)->dc), R2_XORPEN);
+    call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, JNI_FALSE);
+    EXPECT_EQ(GetROP2(graphicsOf(graphics)->dc), R2_COPYPEN);
+    end(graphics);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, line_node_styles_are_ignored) {
+    jint image = newImage();
+    jint graphics = onImage(image);
+    Faults faults;
+    call<void(jint, jint, jint, jint)>("Graphics_SetLineNodeStyle", graphics, 1, 2, 3);
+    EXPECT_TRUE(faults.calls().empty());
+    end(graphics);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_context_that_cannot_be_made_is_an_error_and_leaks_nothing) {
+    jint button = newButton(newShell());
+    jint image = newImage();
+    NoLeaks noLeaks;
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(onControl(button), 0);
+    expectReport("Control_NewGraphics", -4, u"Unable to allocate enough memory for device context");
+    EXPECT_EQ(faults.countCalls("ReleaseDC"), faults.countCalls("GetDC"));
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(onImage(image), 0);
+    expectReport("Image_NewGraphics", -4, u"Unable to allocate enough memory for device context");
+    EXPECT_EQ(faults.countCalls("DeleteDC"), faults.countCalls("CreateCompatibleDC"));
+    faults.fail("GetDC", 1, ERROR_INVALID_HANDLE);
+    EXPECT_EQ(onControl(button), 0);
+    expectReport("Control_NewGraphics", -3, u"Unable to create DC from control::");
+}
+
+TEST_F(GraphicsTest, a_control_that_does_not_tell_its_client_area_is_an_error) {
+    jint button = newButton(newShell());
+    Faults faults;
+    faults.fail("GetClientRect", 1, ERROR_INVALID_WINDOW_HANDLE);
+    EXPECT_EQ(onControl(button), 0);
+    expectReport("Control_NewGraphics", -3, u"Unable to get clipping area::");
+}
+
+TEST_F(GraphicsTest, contexts_leave_nothing_behind) {
+    jint button = newButton(newShell());
+    jint image = newImage();
+    jint color = newColor(9, 8, 7);
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) {
+        jint graphics = i % 2 ? onControl(button) : onImage(image);
+        for (jint width = 1; width < 4; ++width) {
+            set("Foreground", graphics, color);
+            set("Background", graphics, color);
+            set("LineWidth", graphics, width);
+        }
+        clip(graphics, 1, 1, 5, 5);
+        fill(graphics, 1, 1, 5, 5);
+        end(graphics);
+    }
+}
+
+TEST_F(GraphicsTest, a_controls_pixels_are_copied_to_an_image) {
+    jint shell = newShell();
+    jint image = newImage();
+    jint graphics = onControl(shell);
+    jint red = newColor(255, 0, 0);
+    set("Background", graphics, red);
+    fill(graphics, 10, 10, 5, 5);
+    end(graphics);
+    auto copy = [&](jint x, jint y) {
+        call<void(jint, jint, jint, jint, jint, jint)>("Control_CopyArea", shell, image, x, y, 4,
+                                                       4);
+    };
+    copy(12, 12);
+    EXPECT_EQ(pixelOf(image, 0, 0), 0xFF0000u);
+    EXPECT_EQ(pixelOf(image, 2, 2), 0xFF0000u);
+    EXPECT_NE(pixelOf(image, 3, 3), 0xFF0000u);
+    EXPECT_EQ(pixelOf(image, 5, 5), 0xFFFFFFu) << "beyond the copy";
+    {
+        NoLeaks noLeaks;
+        Faults faults;
+        faults.fail("BitBlt", 1, ERROR_INVALID_HANDLE);
+        copy(12, 12);
+        expectReport("Control_CopyArea", -3, u"Unable to bit blit from control to image::");
+        faults.fail("GetClientRect", 1, ERROR_INVALID_WINDOW_HANDLE);
+        copy(12, 12);
+        expectReport("Control_CopyArea", -3, u"Unable to get clipping area::");
+        EXPECT_EQ(faults.countCalls("ReleaseDC"), faults.countCalls("GetDC"));
+        EXPECT_EQ(faults.countCalls("DeleteDC"), faults.countCalls("CreateCompatibleDC"));
+    }
+    disposeColor(red);
+    disposeImage(image);
+}
