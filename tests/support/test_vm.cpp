@@ -326,13 +326,20 @@ static jbyteArray JNICALL newByteArray(JNIEnv*, jsize length) {
     return current->refer<jbyteArray>(array);
 }
 
+// Not null, not even for an array of length 0.
+template <class Element>
+static Element* elementsOf(std::vector<Element>* values) {
+    values->reserve(1);
+    return values->data();
+}
+
 static jint* JNICALL getIntElements(JNIEnv*, jintArray array, jboolean*) {
     if (current->enter("GetIntArrayElements")) {
         current->raise("java/lang/OutOfMemoryError");
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->ints.data();
+    return elementsOf(&objectOf(array)->ints);
 }
 
 static void JNICALL releaseIntElements(JNIEnv*, jintArray, jint*, jint mode) {
@@ -347,7 +354,7 @@ static jbyte* JNICALL getByteElements(JNIEnv*, jbyteArray array, jboolean*) {
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->bytes.data();
+    return elementsOf(&objectOf(array)->bytes);
 }
 
 static void JNICALL releaseByteElements(JNIEnv*, jbyteArray, jbyte*, jint mode) {

@@ -21,10 +21,17 @@ class ImageFixture : public DeviceTest {
 
     static ImageRecord* recordOf(jint image) { return reinterpret_cast<ImageRecord*>(image); }
 
-    static Pixels pixelsOf(jint image) {
+    // The device's own answer, which the desk's differs from.
+    static DIBSECTION describe(HBITMAP bitmap) {
+        auto getObject = reinterpret_cast<decltype(&GetObjectW)>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"coredll.dll"), "GetObjectW")));
         DIBSECTION section = {};
-        EXPECT_EQ(GetObjectW(recordOf(image)->bitmap, sizeof(section), &section),
-                  int(sizeof(section)));
+        EXPECT_EQ(getObject(bitmap, sizeof(section), &section), int(sizeof(section)));
+        return section;
+    }
+
+    static Pixels pixelsOf(jint image) {
+        DIBSECTION section = describe(recordOf(image)->bitmap);
         const BITMAP& bitmap = section.dsBm;
         return {bitmap.bmWidth,           bitmap.bmHeight,
                 bitmap.bmWidthBytes,      bitmap.bmBitsPixel,
