@@ -62,14 +62,17 @@ std::string Image::readMap(const std::string& path) {
     return functions.empty() ? path + " names no functions" : std::string();
 }
 
-// Lines of "address type name", the name as _function@bytes or _function.
+// Lines of "address type name", the name as _function@bytes or _function, with __imp_ before it
+// when it is imported.
 void Image::readSymbols(const std::string& path) {
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
         size_t start = line.rfind(' ');
         if (start == std::string::npos || start + 1 == line.size() || line[start + 1] != '_')
             continue;
+        const std::string imported = "_imp__";
         std::string name = line.substr(start + 2);
+        if (name.rfind(imported, 0) == 0) name.erase(0, imported.size());
         size_t end = name.rfind('@');
         uint32_t bytes = 0;
         if (end != std::string::npos) {
@@ -128,16 +131,39 @@ static uint64_t inIntegers(double argument) {
     return bits;
 }
 
-static void* floatingPoint(const char* name) {
-    using InIntegers = uint64_t (*)(double);
+// The device's functions fill the whole register with a result that is shorter; the desk's leave
+// the rest of theirs as it was.
+static HMODULE coredll() {
+    static HMODULE library = LoadLibraryA("coredll.dll");
+    return library;
+}
+
+static int32_t WINAPI getKeyState(int key) {
+    using GetKeyState = SHORT(WINAPI*)(int);
+    static auto real = reinterpret_cast<GetKeyState>(
+        reinterpret_cast<void*>(GetProcAddress(coredll(), "GetKeyState")));
+    return real(key);
+}
+
+static uint32_t WINAPI registerClass(const WNDCLASSW* description) {
+    using RegisterClass = ATOM(WINAPI*)(const WNDCLASSW*);
+    static auto real = reinterpret_cast<RegisterClass>(
+        reinterpret_cast<void*>(GetProcAddress(coredll(), "RegisterClassW")));
+    return real(description);
+}
+
+// What stands for a function whose result the desk returns in another way than the device.
+static void* withDevicesResult(const char* name) {
     static const struct {
         const char* name;
-        InIntegers function;
-    } known[] = {{"cos", inIntegers<std::cos>},
-                 {"sin", inIntegers<std::sin>},
-                 {"sqrt", inIntegers<std::sqrt>}};
+        void* function;
+    } known[] = {{"cos", reinterpret_cast<void*>(inIntegers<std::cos>)},
+                 {"sin", reinterpret_cast<void*>(inIntegers<std::sin>)},
+                 {"sqrt", reinterpret_cast<void*>(inIntegers<std::sqrt>)},
+                 {"GetKeyState", reinterpret_cast<void*>(getKeyState)},
+                 {"RegisterClassW", reinterpret_cast<void*>(registerClass)}};
     for (const auto& entry : known)
-        if (strcmp(entry.name, name) == 0) return reinterpret_cast<void*>(entry.function);
+        if (strcmp(entry.name, name) == 0) return entry.function;
     return nullptr;
 }
 
@@ -154,7 +180,7 @@ std::string Image::bindImports() {
             bool byOrdinal = IMAGE_SNAP_BY_ORDINAL32(*names);
             const char* name = byOrdinal ? reinterpret_cast<const char*>(IMAGE_ORDINAL32(*names))
                                          : memory + *names + sizeof(WORD);
-            void* found = byOrdinal ? nullptr : floatingPoint(name);
+            void* found = byOrdinal ? nullptr : withDevicesResult(name);
             if (!found) found = reinterpret_cast<void*>(GetProcAddress(library, name));
             if (!found)
                 return file + " does not export " +

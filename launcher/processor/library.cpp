@@ -12,7 +12,9 @@ static LPTOP_LEVEL_EXCEPTION_FILTER nextFilter;
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
     Processor* processor = currentProcessor();
     if (processor && processor->isRunning()) processor->report("faults", false);
-    return nextFilter ? nextFilter(fault) : EXCEPTION_CONTINUE_SEARCH;
+    if (nextFilter) return nextFilter(fault);
+    if (processor) TerminateProcess(GetCurrentProcess(), 1);
+    return EXCEPTION_CONTINUE_SEARCH;
 }
 
 static const char* setting(const char* name) {
@@ -60,6 +62,10 @@ __declspec(dllexport) HMODULE Processor_Load() {
 __declspec(dllexport) void* Processor_Find(const char* name) { return image.exportNamed(name); }
 
 __declspec(dllexport) void* Processor_EntryPoint() { return image.entryPoint(); }
+
+__declspec(dllexport) void Processor_NoteByteResults(void* const* functions, uint32_t count) {
+    noteByteResults(functions, count);
+}
 
 __declspec(dllexport) uint64_t Processor_Count() { return countInstructions(); }
 }

@@ -1,5 +1,6 @@
 #include "processor.h"
 #include "entries.h"
+#include <set>
 #include <stdio.h>
 #include <vector>
 
@@ -142,6 +143,13 @@ static bool isHostFunction(uint32_t address) {
     return isFunction;
 }
 
+static std::set<uint32_t> byteResults;
+
+void noteByteResults(void* const* functions, uint32_t count) {
+    for (uint32_t i = 0; i < count; ++i)
+        byteResults.insert(reinterpret_cast<uint32_t>(functions[i]));
+}
+
 static std::string hexadecimal(uint32_t value) {
     char text[16];
     snprintf(text, sizeof(text), "%#010x", value);
@@ -179,16 +187,17 @@ uint64_t Processor::leave(const Registers& at, uint32_t target) {
     const auto* stack = reinterpret_cast<const uint32_t*>(at.sp);
     for (uint32_t i = 0; i < registerWords; ++i) words[i] = at.r[i];
     for (uint32_t i = 0; i < stackWords; ++i) words[registerWords + i] = stack[i];
-    return callAligned(reinterpret_cast<void*>(target), words, registerWords + stackWords);
+    uint64_t result =
+        callAligned(reinterpret_cast<void*>(target), words, registerWords + stackWords);
+    return byteResults.count(target) ? result & 0xFF : result;
 }
 
 uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     Registers before, at;
     save(&before);
-    bool isOutermost = before.sp - (stackTop - stackSize) >= stackSize;
     at = before;
     // Callers promise a stack on words only: it never lies on two.
-    uint32_t top = isOutermost ? stackTop - sizeof(uint32_t) * stackWords : before.sp;
+    uint32_t top = depth ? before.sp : stackTop - sizeof(uint32_t) * stackWords;
     at.sp = ((top - sizeof(uint32_t) * stackWords) & ~7u) - sizeof(uint32_t);
     before.sp = at.sp;
     for (uint32_t i = 0; i < registerWords; ++i) at.r[i] = words[i];
@@ -196,6 +205,7 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     for (uint32_t i = 0; i < stackWords; ++i) stack[i] = words[registerWords + i];
     at.lr = reinterpret_cast<uint32_t>(guestReturns);
     uint32_t next = function;
+    ++depth;
     unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     for (;;) {
         DWORD lastError = GetLastError();
@@ -223,6 +233,7 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
         next = at.lr;
         unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     }
+    --depth;
     check(before, at);
     return at.r[0] | uint64_t(at.r[1]) << 32;
 }

@@ -42,6 +42,7 @@ class Processor {
     const Image& image;
     unicorn::Engine engine = nullptr;
     uint32_t stackTop = 0;
+    uint32_t depth = 0;       // of calls that have not returned
     uint32_t lastAddress = 0; // of memory that was accessed
     uint32_t misaligned = 0;  // the address of a misaligned access
     uint64_t instructions = 0;
@@ -55,6 +56,10 @@ struct ProcessorSettings {
     Count count;
 };
 void setProcessors(const ProcessorSettings& settings);
+
+// Functions of this side whose result is a byte, and the rest of whose word means nothing. Noted
+// before they are called.
+void noteByteResults(void* const* functions, uint32_t count);
 
 // The processor on which the calling thread's functions run; null outside of them.
 Processor* currentProcessor();

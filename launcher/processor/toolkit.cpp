@@ -30,6 +30,23 @@ LibraryEntry toolkitEntry() {
     return reinterpret_cast<LibraryEntry>(base + headers->OptionalHeader.AddressOfEntryPoint);
 }
 
+// The desk returns a Java boolean in a byte, the device in a word.
+void tellToolkitOf(const JNINativeInterface_* table) {
+    loadToolkit();
+    if (!processor) return;
+    void* const booleans[] = {
+        reinterpret_cast<void*>(table->IsAssignableFrom),
+        reinterpret_cast<void*>(table->IsSameObject),
+        reinterpret_cast<void*>(table->IsInstanceOf),
+        reinterpret_cast<void*>(table->CallBooleanMethod),
+        reinterpret_cast<void*>(table->CallBooleanMethodV),
+        reinterpret_cast<void*>(table->CallBooleanMethodA),
+        reinterpret_cast<void*>(table->ExceptionCheck),
+    };
+    processorFunction<void (*)(void* const*, unsigned)>("Processor_NoteByteResults")(
+        booleans, sizeof(booleans) / sizeof(booleans[0]));
+}
+
 unsigned long long toolkitInstructions() {
     if (!processor) return 0;
     return processorFunction<unsigned long long (*)()>("Processor_Count")();

@@ -172,6 +172,7 @@ jint bindLibrary(JNIEnv* env) {
                 GetLastError());
         return JNI_ERR;
     }
+    tellToolkitOf(env->functions);
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
         if (!bindClass(env, library, findInToolkit, name)) return JNI_ERR;
     for (const Companion& companion : companions)
