@@ -3,7 +3,6 @@
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
-test_packages=(googletest junit4)
 device_packages=(clang-14 lld-14)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)
@@ -12,8 +11,11 @@ foreign_packages=(wine32:i386)
 # nothing is named), a file by which it is known to be there. Installed, the 32-bit Java run-time
 # would bind the machine's own Java to its version, and of the ARM compiler one file is wanted.
 java_runtime="openjdk-17-jre-headless:i386|jre32||usr/lib/jvm/java-17-openjdk-i386/lib/server/libjvm.so"
+other_peoples_sounds="libpython3.11-testsuite|sounds||usr/lib/python3.11/test/audiodata/pluck-pcm16.wav"
 arm_arithmetic="gcc-arm-none-eabi|libgcc|./usr/lib/gcc/arm-none-eabi/*/libgcc.a|libgcc.a"
 arm_processor="libunicorn2:i386|unicorn|./usr/lib/i386-linux-gnu/libunicorn.so.2|libunicorn.so.2"
+
+test_packages=(googletest junit4 "$other_peoples_sounds")
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
