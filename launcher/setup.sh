@@ -3,7 +3,9 @@
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
-test_packages=(googletest junit4)
+# The last four: images of independent suites, and a decoder to compare with.
+test_packages=(googletest junit4
+    golang-1.19-src golang-golang-x-image-dev gdk-pixbuf-tests python3-pil)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)
 
