@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""image_suite.py FOLDER: gathers images of independent suites from this machine's packages, and says
-what they look like by Pillow, a decoder that the device's has nothing in common with.
+"""image_suite.py PACKAGES FOLDER: gathers images of independent suites from the packages that are
+unpacked in the one folder, and says what they look like by Pillow, a decoder that the device's has
+nothing in common with.
 
 FOLDER gets a copy of each image, the pixels of each that Pillow reads (NAME.rgba: red, green, blue,
 alpha, row by row from the top), and two lists. suite.txt has a line for each of those:
@@ -21,9 +22,10 @@ from pathlib import Path
 
 from PIL import Image, ImageFile
 
-GO = Path("/usr/share/go-1.19/src/image")
-MORE = Path("/usr/share/gocode/src/golang.org/x/image/testdata")
-PIXBUF = Path("/usr/libexec/installed-tests/gdk-pixbuf")
+PACKAGES = Path(sys.argv[1])
+GO = PACKAGES / "images-go/usr/share/go-1.19/src/image"
+MORE = PACKAGES / "images-more/usr/share/gocode/src/golang.org/x/image/testdata"
+PIXBUF = PACKAGES / "images-pixbuf/usr/libexec/installed-tests/gdk-pixbuf/test-images"
 KINDS = {".png", ".gif", ".jpeg", ".jpg", ".bmp", ".tif", ".tiff", ".ico"}
 LARGEST = 200 * 1000  # bytes of a file: tests decode each many times
 SUITES = {
@@ -31,19 +33,19 @@ SUITES = {
     "go": GO / "png/testdata",
     "jpeg": GO / "testdata",
     "more": MORE,
-    "gif": PIXBUF / "test-images/gif-test-suite",
-    "ref": PIXBUF / "test-images/reftests",
+    "gif": PIXBUF / "gif-test-suite",
+    "ref": PIXBUF / "reftests",
 }
 HOSTILE = {
-    "fail": PIXBUF / "test-images/fail",
-    "modified": PIXBUF / "test-images/randomly-modified",
+    "fail": PIXBUF / "fail",
+    "modified": PIXBUF / "randomly-modified",
 }
 
 
 def images_in(folder):
+    if not folder.is_dir():
+        sys.exit(f"{folder} is not there; ./zemvolt setup unpacks it")
     found = sorted(path for path in folder.iterdir() if path.suffix in KINDS)
-    if not found:
-        sys.exit(f"{folder} has no images; ./zemvolt setup installs them")
     return [path for path in found if path.stat().st_size <= LARGEST]
 
 
@@ -149,4 +151,4 @@ def main(target):
     (target / "hostile.txt").write_text("".join(name + "\n" for name in hostile), encoding="ascii")
 
 
-main(Path(sys.argv[1]))
+main(Path(sys.argv[2]))
