@@ -20,7 +20,7 @@ public final class Drawing {
     private static final int RELEASE = 2;
     private static final int LEAVE_BACKGROUND = 8;
     private static final int BREAK_LINES = 1;
-    private static final int BOLD = 1;
+    private static final int BOLD = 2;
 
     private final Program program = new Program();
     private final int shell = program.newMainShell("Drawing");
