@@ -316,13 +316,20 @@ static jintArray JNICALL newIntArray(JNIEnv*, jsize length) {
     return current->refer<jintArray>(array);
 }
 
+// No VM gives null for an array without elements.
+template <class Element>
+static Element* elementsOf(std::vector<Element>& values) {
+    static Element none;
+    return values.empty() ? &none : values.data();
+}
+
 static jint* JNICALL getIntElements(JNIEnv*, jintArray array, jboolean*) {
     if (current->enter("GetIntArrayElements")) {
         current->raise("java/lang/OutOfMemoryError");
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->ints.data();
+    return elementsOf(objectOf(array)->ints);
 }
 
 static void JNICALL releaseIntElements(JNIEnv*, jintArray, jint*, jint mode) {
@@ -337,7 +344,7 @@ static jbyte* JNICALL getByteElements(JNIEnv*, jbyteArray array, jboolean*) {
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->bytes.data();
+    return elementsOf(objectOf(array)->bytes);
 }
 
 static void JNICALL releaseByteElements(JNIEnv*, jbyteArray, jbyte*, jint mode) {
