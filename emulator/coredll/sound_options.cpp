@@ -1,9 +1,9 @@
 #include "sound_options.h"
 
 static std::wstring variable(const wchar_t* name) {
-    wchar_t value[MAX_PATH];
-    DWORD length = GetEnvironmentVariableW(name, value, MAX_PATH);
-    return length < MAX_PATH ? std::wstring(value, length) : std::wstring();
+    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+    value.resize(GetEnvironmentVariableW(name, value.data(), value.size()));
+    return value;
 }
 
 static SoundOptions readOptions() {
