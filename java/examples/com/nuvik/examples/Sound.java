@@ -74,17 +74,29 @@ public final class Sound {
         say("Stopped");
     }
 
-    private void drawWave() {
-        int height = OS.Control_GetBounds(wave)[3];
-        int[] points = new int[2 * (width - 2)];
-        for (int x = 0; x < points.length / 2; x++) {
-            points[2 * x] = x;
-            points[2 * x + 1] = height / 2 - tune[x * tune.length * 2 / points.length] * height / 40000;
+    /** A line from the lowest to the highest of the samples that fall on one pixel, and so on. */
+    private int[] outline(int columns, int height) {
+        int[] points = new int[4 * columns];
+        for (int x = 0; x < columns; x++) {
+            int lowest = 0;
+            int highest = 0;
+            for (int i = x * tune.length / columns; i < (x + 1) * tune.length / columns; i++) {
+                lowest = Math.min(lowest, tune[i]);
+                highest = Math.max(highest, tune[i]);
+            }
+            points[4 * x] = points[4 * x + 2] = x;
+            points[4 * x + 1] = height / 2 - lowest * height / 40000;
+            points[4 * x + 3] = height / 2 - highest * height / 40000;
         }
+        return points;
+    }
+
+    private void drawWave() {
+        int[] points = outline(width - 2, OS.Control_GetBounds(wave)[3] - 2);
         int graphics = OS.Control_NewGraphics(wave);
         int blue = OS.Color_New(program.display, 0, 0, 160);
         OS.Graphics_SetForeground(graphics, blue);
-        OS.Graphics_DrawPolyline(graphics, points, points.length / 2);
+        OS.Graphics_DrawPolyline(graphics, points, points.length);
         OS.Graphics_Dispose(graphics);
         OS.Color_Dispose(blue);
     }
