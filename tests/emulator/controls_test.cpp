@@ -68,6 +68,35 @@ TEST_F(ControlsTest, text_that_is_set_is_a_change) {
     }
 }
 
+TEST_F(ControlsTest, the_border_of_an_edit_is_its_frame) {
+    for (LONG style : {0L, ES_MULTILINE}) {
+        HWND plain = newControl(L"EDIT", style), bordered = newControl(L"EDIT", style | WS_BORDER);
+        EXPECT_FALSE(GetWindowLongW(plain, GWL_STYLE) & WS_BORDER);
+        EXPECT_TRUE(GetWindowLongW(bordered, GWL_STYLE) & WS_BORDER);
+        RECT client;
+        GetClientRect(plain, &client);
+        EXPECT_EQ(client.right, 100);
+        GetClientRect(bordered, &client);
+        EXPECT_EQ(client.right, 100 - 2 * GetSystemMetrics(SM_CXBORDER));
+        EXPECT_EQ(client.bottom, 60 - 2 * GetSystemMetrics(SM_CYBORDER));
+    }
+}
+
+TEST_F(ControlsTest, a_selection_does_not_scroll_lines) {
+    HWND edit = newControl(L"EDIT", ES_MULTILINE | ES_AUTOVSCROLL);
+    std::wstring text;
+    for (int i = 0; i < 100; ++i) text += L"line\r\n";
+    SetWindowTextW(edit, text.c_str());
+    auto firstLine = [&] { return SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0); };
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    EXPECT_EQ(firstLine(), 0);
+    SendMessageW(edit, EM_SCROLLCARET, 0, 0);
+    EXPECT_GT(firstLine(), 90);
+    SendMessageW(edit, EM_SETSEL, 0, 0);
+    EXPECT_GT(firstLine(), 90);
+    EXPECT_EQ(SendMessageW(edit, EM_GETSEL, 0, 0), 0);
+}
+
 TEST_F(ControlsTest, only_an_item_that_is_there_is_scrolled_to_the_top) {
     HWND list = newControl(L"LISTBOX", WS_VSCROLL);
     auto setTop = [&](int index) { return SendMessageW(list, LB_SETTOPINDEX, index, 0); };
