@@ -119,3 +119,15 @@ TEST_F(ControlsTest, a_combo_box_tells_of_its_parts) {
     info.cbSize = 1;
     EXPECT_FALSE(SendMessageW(combo, getInfo, 0, reinterpret_cast<LPARAM>(&info)));
 }
+
+TEST_F(ControlsTest, a_combo_box_selects_none_where_the_item_is_missing) {
+    HWND combo = newControl(L"COMBOBOX", CBS_DROPDOWNLIST);
+    auto select = [&](int index) { return SendMessageW(combo, CB_SETCURSEL, index, 0); };
+    for (int i = 0; i < 3; ++i) SendMessageW(combo, CB_ADDSTRING, 0, LPARAM(L"item"));
+    for (int missing : {3, 100, -1, -2}) {
+        EXPECT_EQ(select(2), 2);
+        EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 2);
+        EXPECT_EQ(select(missing), CB_ERR);
+        EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), CB_ERR) << missing;
+    }
+}
