@@ -234,6 +234,60 @@ public final class OS {
     public static native void AbstractTextComponent_SetText(int text, String characters);
 
     /**
+     * Makes a choice: a field that shows one of several items, and a list of seven of them that
+     * drops from it. What a person selects fires {@code CB_CHOICE_SELECTION} with the item's index.
+     * The room for the dropped list is added to the height that {@code Control_SetBounds} gives.
+     *
+     * @param parent the shell or composite that it lies in
+     * @return the choice; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int Choice_New(int parent);
+
+    /**
+     * Adds an item to a choice.
+     *
+     * @param choice the choice
+     * @param item the item's text; null is the empty text
+     * @param index of the item that it comes to stand before; -1 appends. Errors, with the system's
+     *     text: "Index is out of valid range for combo", "Unable to add item to combo"
+     */
+    public static native void Choice_AddItem(int choice, String item, int index);
+
+    /**
+     * Removes an item from a choice. A negative index, and that right behind the last item, do
+     * nothing.
+     *
+     * @param choice the choice
+     * @param index of the item. Error: "Invalid range of item to remove from combo" (-3)
+     */
+    public static native void Choice_RemoveItem(int choice, int index);
+
+    /**
+     * Removes all items from a choice.
+     *
+     * @param choice the choice
+     */
+    public static native void Choice_RemoveAllItems(int choice);
+
+    /**
+     * Selects an item of a choice without firing an event.
+     *
+     * @param choice the choice
+     * @param index of the item; any other index selects none and is an error: "Unable to select item
+     *     in combo" with the system's text
+     */
+    public static native void Choice_SelectItem(int choice, int index);
+
+    /**
+     * The selected item of a choice.
+     *
+     * @param choice the choice
+     * @return its index; -1 when none is selected
+     */
+    public static native int Choice_GetSelectedItemIndex(int choice);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0
