@@ -95,6 +95,199 @@ public final class OS {
     public static native void Label_SetText(int label, String text);
 
     /**
+     * Makes a text field: one line of text that scrolls by itself. What a person types, and
+     * {@code AbstractTextComponent_SetText}, fire {@code CB_TEXT_MODIFIED}.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x800 border
+     * @return the field; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int TextField_New(int parent, int style);
+
+    /**
+     * The least size of a text field in its font.
+     *
+     * @param field the field
+     * @param columns the number of characters that find room in it
+     * @return width and height in pixels
+     */
+    public static native int[] TextField_GetMinimumSize(int field, int columns);
+
+    /**
+     * Makes a text area: many lines of text. Where it has no scroll bar it scrolls by itself. It
+     * fires {@code CB_TEXT_MODIFIED} as a text field does.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x100 lines wrap, 0x800 border, 0x10000 and 0x20000 horizontal (not where lines
+     *     wrap) and vertical scroll bar
+     * @return the area; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int TextArea_New(int parent, int style);
+
+    /**
+     * The least size of a text area in its font.
+     *
+     * @param area the area
+     * @param rows the number of lines that find room in it
+     * @param columns the number of characters of a line that do
+     * @return width and height in pixels
+     */
+    public static native int[] TextArea_GetMinimumSize(int area, int rows, int columns);
+
+    /**
+     * The length of a text.
+     *
+     * @param text the text field or text area
+     * @return the number of chars; every line break counts two
+     */
+    public static native int AbstractTextComponent_GetCharCount(int text);
+
+    /**
+     * The selected range of a text. Without selection it is empty and tells where the caret is.
+     *
+     * @param text the text field or text area
+     * @return start and end, in chars
+     */
+    public static native int[] AbstractTextComponent_GetSelection(int text);
+
+    /**
+     * The selected part of a text.
+     *
+     * @param text the text field or text area
+     * @return the part; empty when nothing is selected, null on failure. Errors: "Unable to allocate
+     *     memory for text" (-3), "Unable to allocate memory to substring selection text" (-3)
+     */
+    public static native String AbstractTextComponent_GetSelectionText(int text);
+
+    /**
+     * The whole text.
+     *
+     * @param text the text field or text area
+     * @return the text, lines being broken by CR LF; null on failure. Error: "Unable to allocate
+     *     memory for text" (-3)
+     */
+    public static native String AbstractTextComponent_GetText(int text);
+
+    /**
+     * Replaces a part of a text without firing {@code CB_TEXT_MODIFIED}. The caret comes to stand
+     * behind the new part.
+     *
+     * @param text the text field or text area
+     * @param characters the new part, its lines broken as in {@code AbstractTextComponent_SetText};
+     *     null is the empty text
+     * @param start the start of the old part, in chars
+     * @param end its end; the same as its start to insert. Error: "Unable to allocate memory for
+     *     text" (-3)
+     */
+    public static native void AbstractTextComponent_Replace(
+            int text, String characters, int start, int end);
+
+    /**
+     * Selects the whole text. The view stays where it is.
+     *
+     * @param text the text field or text area
+     */
+    public static native void AbstractTextComponent_SelectAll(int text);
+
+    /**
+     * Moves the caret, and the view to it. Nothing is selected then.
+     *
+     * @param text the text field or text area
+     * @param position in chars; beyond the end it is the end
+     */
+    public static native void AbstractTextComponent_SetCaretPosition(int text, int position);
+
+    /**
+     * Hides a text field's text behind a character. A text area shows its text all the same.
+     *
+     * @param text the text field or text area
+     * @param echo the character that is shown for every other; 0 shows the text
+     */
+    public static native void AbstractTextComponent_SetEchoChar(int text, char echo);
+
+    /**
+     * Sets whether a person may change a text.
+     *
+     * @param text the text field or text area
+     * @param editable false lets the text only be looked at and selected
+     */
+    public static native void AbstractTextComponent_SetEditable(int text, boolean editable);
+
+    /**
+     * Selects a part of a text and moves the view to the caret.
+     *
+     * @param text the text field or text area
+     * @param start in chars; -1 selects nothing
+     * @param end in chars; beyond the end, and -1, it is the end
+     */
+    public static native void AbstractTextComponent_SetSelection(int text, int start, int end);
+
+    /**
+     * Sets the whole text and fires {@code CB_TEXT_MODIFIED}.
+     *
+     * @param text the text field or text area
+     * @param characters the text; null is the empty text. Lines may be broken by LF or by CR LF, but
+     *     by the same throughout. Error: "Unable to allocate memory for text" (-3)
+     */
+    public static native void AbstractTextComponent_SetText(int text, String characters);
+
+    /**
+     * Makes a choice: a field that shows one of several items, and a list of seven of them that
+     * drops from it. What a person selects fires {@code CB_CHOICE_SELECTION} with the item's index.
+     * The room for the dropped list is added to the height that {@code Control_SetBounds} gives.
+     *
+     * @param parent the shell or composite that it lies in
+     * @return the choice; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int Choice_New(int parent);
+
+    /**
+     * Adds an item to a choice.
+     *
+     * @param choice the choice
+     * @param item the item's text; null is the empty text
+     * @param index of the item that it comes to stand before; -1 appends. Errors, with the system's
+     *     text: "Index is out of valid range for combo", "Unable to add item to combo"
+     */
+    public static native void Choice_AddItem(int choice, String item, int index);
+
+    /**
+     * Removes an item from a choice. A negative index, and that right behind the last item, do
+     * nothing.
+     *
+     * @param choice the choice
+     * @param index of the item. Error: "Invalid range of item to remove from combo" (-3)
+     */
+    public static native void Choice_RemoveItem(int choice, int index);
+
+    /**
+     * Removes all items from a choice.
+     *
+     * @param choice the choice
+     */
+    public static native void Choice_RemoveAllItems(int choice);
+
+    /**
+     * Selects an item of a choice without firing an event.
+     *
+     * @param choice the choice
+     * @param index of the item; any other index selects none and is an error: "Unable to select item
+     *     in combo" with the system's text
+     */
+    public static native void Choice_SelectItem(int choice, int index);
+
+    /**
+     * The selected item of a choice.
+     *
+     * @param choice the choice
+     * @return its index; -1 when none is selected
+     */
+    public static native int Choice_GetSelectedItemIndex(int choice);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0
