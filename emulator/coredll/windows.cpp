@@ -1,5 +1,6 @@
 // Where the device's windows start, and the part of their styles that a desk window cannot carry.
 
+#include "control_classes.h"
 #include "dialog_class.h"
 #include "screen.h"
 
@@ -31,8 +32,8 @@ HWND WINAPI Device_CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWS
                                    DWORD style, int x, int y, int width, int height, HWND parent,
                                    HMENU menu, HINSTANCE instance, LPVOID data) {
     placeByDefault(style, &x, &y, &width, &height);
-    HWND window = CreateWindowExW(extendedStyle & ~captionOkButton, className, title, style, x, y,
-                                  width, height, parent, menu, instance, data);
+    HWND window = CreateWindowExW(extendedStyle & ~captionOkButton, deskClassName(className), title,
+                                  style, x, y, width, height, parent, menu, instance, data);
     if (window && (extendedStyle & captionOkButton) && isDialog(window))
         changeOkButton(window, true);
     return window;

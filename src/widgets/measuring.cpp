@@ -2,8 +2,7 @@
 #include "bridge/memory.h"
 #include "graphics/gdi_guards.h"
 
-// The window's text as a heap block; null when it is empty or there is no memory for it.
-static wchar_t* textOf(HWND window) {
+wchar_t* copyWindowText(HWND window) {
     int length = GetWindowTextLengthW(window);
     if (length <= 0) return nullptr;
     wchar_t* text = allocateArray<wchar_t>(length + 1);
@@ -11,14 +10,17 @@ static wchar_t* textOf(HWND window) {
     return text;
 }
 
+HFONT windowFont(HWND window) {
+    return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+}
+
 TextExtent measureText(HWND window, UINT flags, RECT area) {
     WindowContext context(window);
-    auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
-    SelectedObject selected(context, font);
+    SelectedObject selected(context, windowFont(window));
     TEXTMETRICW metrics = {};
     GetTextMetricsW(context, &metrics);
 
-    wchar_t* text = textOf(window);
+    wchar_t* text = copyWindowText(window);
     if (!text) return {0, metrics.tmHeight, metrics.tmAveCharWidth, true};
     DrawTextW(context, text, -1, &area, flags);
     freeBlock(text);

@@ -1,5 +1,5 @@
 #pragma once
-// How much room a window's text takes in its font. Display thread or the caller's.
+// A window's text and font, and how much room it takes. Display thread or the caller's.
 
 #include "ce.h"
 
@@ -11,3 +11,10 @@ struct TextExtent {
 
 // The flags are DrawTextW's; the area is what the text is laid out from.
 TextExtent measureText(HWND window, UINT flags, RECT area);
+
+// The window's text as a block that the caller frees; null when it is empty or there is no memory
+// for it.
+wchar_t* copyWindowText(HWND window);
+
+// The font that the window was given last. Not owned by the caller.
+HFONT windowFont(HWND window);

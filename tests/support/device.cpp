@@ -1,4 +1,6 @@
 #include "device.h"
+#include "faults.h"
+#include "leaks.h"
 #include <algorithm>
 
 static const char listener[] = "test/Listener";
@@ -65,6 +67,15 @@ jint DeviceTest::newButton(jint parent, const char* kind) {
     return button;
 }
 
+jint DeviceTest::newControl(const char* kind, jint parent, jint style, RECT place) {
+    jint control = call<jint(jint, jint)>(std::string(kind) + "_New", parent, style);
+    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, place.left, place.top,
+                                             place.right - place.left, place.bottom - place.top);
+    call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
+    dispatchAll();
+    return control;
+}
+
 void DeviceTest::listen(jint widget) {
     call<void(jint, jobject)>("Widget_SetData", widget, vm.newObject(listener));
     vm.takeEvents();
@@ -81,9 +92,80 @@ void DeviceTest::dispatchAll() {
     }
 }
 
+void DeviceTest::tap(jint control) {
+    RECT client;
+    GetClientRect(windowOf(control), &client);
+    tapAt(control, client.right / 2, client.bottom / 2);
+}
+
+void DeviceTest::tapAt(jint control, int x, int y) {
+    POINT point = {x, y};
+    ClientToScreen(windowOf(control), &point);
+    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+    for (jint type : {1, 2}) {
+        constexpr jint leftButton = 8;
+        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, leftButton);
+        dispatchAll();
+    }
+}
+
+void DeviceTest::pressKey(jint key, bool withShift) {
+    auto post = [&](jint type, jint posted) {
+        call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, type, posted, 0);
+        dispatchAll();
+    };
+    if (withShift) post(1, keys::shift);
+    post(1, key);
+    post(2, key);
+    if (withShift) post(2, keys::shift);
+}
+
+void DeviceTest::type(const std::string& characters) {
+    for (char character : characters) pressKey(character);
+}
+
+std::wstring DeviceTest::windowText(jint control) {
+    std::wstring text(GetWindowTextLengthW(windowOf(control)) + 1, L'\0');
+    text.resize(GetWindowTextW(windowOf(control), text.data(), static_cast<int>(text.size())));
+    return text;
+}
+
+COLORREF DeviceTest::pixelOf(jint control, int x, int y) {
+    HDC context = GetDC(windowOf(control));
+    COLORREF color = GetPixel(context, x, y);
+    ReleaseDC(windowOf(control), context);
+    return color;
+}
+
+void DeviceTest::expectReport(const char* function, jint code, const std::u16string& message) {
+    TestVm::Report report = onlyReport();
+    EXPECT_EQ(report.function, function);
+    EXPECT_EQ(report.code, code);
+    bool systemFollows = message.size() > 2 && message.substr(message.size() - 2) == u"::";
+    EXPECT_EQ(systemFollows ? report.message.substr(0, message.size()) : report.message, message);
+}
+
 TestVm::Report DeviceTest::onlyReport() {
     EXPECT_EQ(vm.reports.size(), 1u);
     TestVm::Report report = vm.reports.empty() ? TestVm::Report{} : vm.reports.front();
     vm.reports.clear();
     return report;
+}
+
+void DeviceTest::expectFailedCreationsReported(const std::function<jint()>& create) {
+    NoLeaks noLeaks;
+    std::vector<jint> made;
+    int reported = 0;
+    forEachFailure([&](Faults&) {
+        jint widget = create();
+        if (widget) made.push_back(widget);
+        if (vm.reports.empty()) return;
+        ++reported;
+        EXPECT_EQ(widget, 0);
+        EXPECT_EQ(onlyReport().message.find(u"Unable to create handle for widget::"), 0u);
+    });
+    EXPECT_EQ(reported, 2) << "the window and the record";
+    EXPECT_FALSE(made.empty());
+    for (jint widget : made) dispose(widget);
+    dispatchAll();
 }

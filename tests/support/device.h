@@ -8,6 +8,12 @@
 
 using Events = std::vector<std::string>;
 
+// The toolkit's codes of keys without a character.
+namespace keys {
+constexpr jint backspace = 1000, tab = 1001, enter = 1002, escape = 1003, end = 1008, home = 1007,
+               deleteRight = 1012, left = 1013, right = 1014, up = 1015, down = 1016, shift = 1017;
+} // namespace keys
+
 class DeviceTest : public testing::Test {
   protected:
     DeviceTest();
@@ -25,6 +31,9 @@ class DeviceTest : public testing::Test {
     jint newShell(bool shown = true, jint style = 0);
     jint newButton(jint parent, const char* kind = "PushButton");
 
+    // A shown control of a kind that is made of parent and style.
+    jint newControl(const char* kind, jint parent, jint style = 0, RECT place = {20, 30, 120, 70});
+
     // Lets the widget's events be recorded: "selected()", "pointer(1, 5, 5, 8, 0)" and so on.
     void listen(jint widget);
 
@@ -34,10 +43,29 @@ class DeviceTest : public testing::Test {
     // Dispatches until the queue is empty.
     void dispatchAll();
 
+    // A person's tap in the middle of the control, or at a point of its client area.
+    void tap(jint control);
+    void tapAt(jint control, int x, int y);
+
+    // A person's keys: lower-case letters, digits, spaces. The control with the focus gets them.
+    void type(const std::string& characters);
+    // The key of the toolkit's code goes down and up, Shift being held when asked for.
+    void pressKey(jint key, bool withShift = false);
+
     static HWND windowOf(jint control) { return reinterpret_cast<ControlRecord*>(control)->hwnd; }
+    static std::wstring windowText(jint control);
+    // Of the control's client area, as 0x00BBGGRR.
+    static COLORREF pixelOf(jint control, int x, int y);
 
     // The one error that was reported since the last look; fails the test when there is not one.
     TestVm::Report onlyReport();
+    // Fails the test unless it is this one. A message that ends in "::" is followed by the
+    // system's.
+    void expectReport(const char* function, jint code, const std::u16string& message);
+
+    // Lets one platform call after the other fail while the widget is made. Each time it is made
+    // all the same, or there is no handle and one report of its failed window; nothing is left.
+    void expectFailedCreationsReported(const std::function<jint()>& create);
 
   private:
     std::vector<jint> shells;

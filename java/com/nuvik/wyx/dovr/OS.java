@@ -69,6 +69,32 @@ public final class OS {
     public static native void Button_SetSelection(int button, boolean selected);
 
     /**
+     * Makes a label: text, or an image.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x2 one line, centred vertically, 0x100 the text wraps, 0x800 border
+     * @return the label; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int Label_New(int parent, int style);
+
+    /**
+     * Sets where the text of a label stands. A label that shows an image keeps its place.
+     *
+     * @param label the label
+     * @param alignment 1 left, 4 right, 2 centred, looked for in this order; none of them is left
+     */
+    public static native void Label_SetAlignment(int label, int alignment);
+
+    /**
+     * Sets the text of a label. A label that shows an image goes on showing it.
+     *
+     * @param label the label
+     * @param text null is the empty text
+     */
+    public static native void Label_SetText(int label, String text);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0

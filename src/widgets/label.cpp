@@ -1,0 +1,167 @@
+#include "widgets/label.h"
+#include "bridge/memory.h"
+#include "control/painting.h"
+#include "graphics/gdi_guards.h"
+#include "widgets/measuring.h"
+
+enum LabelStyle : DWORD { styleCentered = 2, styleWraps = 0x100, styleBorder = 0x800 };
+enum LabelAlignment : DWORD { alignLeft = 1, alignCenter = 2, alignRight = 4 };
+
+static constexpr DWORD typeBits = 0xF;
+
+static DWORD styleOf(HWND window) { return GetWindowLongW(window, GWL_STYLE); }
+
+static void setStyle(HWND window, DWORD style) { SetWindowLongW(window, GWL_STYLE, style); }
+
+static bool isImage(DWORD windowStyle) { return (windowStyle & SS_BITMAP) == SS_BITMAP; }
+
+static bool isIcon(DWORD windowStyle) { return (windowStyle & typeBits) == SS_ICON; }
+
+static LabelRecord* labelOf(HWND window) { return static_cast<LabelRecord*>(controlOf(window)); }
+
+static HBRUSH backgroundBrush(const LabelRecord* label) {
+    if (label->background) return Color_GetBrush(label->background);
+    return GetSysColorBrush(COLOR_STATIC | SYS_COLOR_INDEX_FLAG);
+}
+
+static UINT lineFlags(DWORD windowStyle) {
+    constexpr UINT line = DT_SINGLELINE | DT_VCENTER | DT_EXPANDTABS;
+    if (windowStyle & SS_CENTER) return line | DT_CENTER;
+    if (windowStyle & SS_RIGHT) return line | DT_RIGHT;
+    return line;
+}
+
+static void setTextColor(HDC context, const LabelRecord* label) {
+    if (!IsWindowEnabled(label->hwnd))
+        SetTextColor(context, systemColor(COLOR_GRAYTEXT));
+    else if (label->foreground)
+        SetTextColor(context, label->foreground->color);
+}
+
+static void drawLine(HDC context, const LabelRecord* label, const wchar_t* text) {
+    RECT client = {};
+    GetClientRect(label->hwnd, &client);
+    SelectedObject font(context, windowFont(label->hwnd));
+    FillRect(context, &client, backgroundBrush(label));
+    setTextColor(context, label);
+    int mode = SetBkMode(context, TRANSPARENT);
+    DrawTextW(context, text, -1, &client, lineFlags(styleOf(label->hwnd)));
+    SetBkMode(context, mode);
+}
+
+// Vertically centred text is one line, which is drawn here and not by the window class.
+static LRESULT paint(const LabelRecord* label, WPARAM wParam, LPARAM lParam) {
+    HWND window = label->hwnd;
+    wchar_t* text = label->style & styleCentered ? copyWindowText(window) : nullptr;
+    if (!text) return CallWindowProcW(label->staticProc, window, WM_PAINT, wParam, lParam);
+    PAINTSTRUCT area;
+    drawLine(BeginPaint(window, &area), label, text);
+    EndPaint(window, &area);
+    freeBlock(text);
+    return 0;
+}
+
+// Stands between the control's procedure and the window class.
+static LRESULT CALLBACK paintingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LabelRecord* label = labelOf(window);
+    if (!label) return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case WM_MOUSEMOVE:
+    case WM_LBUTTONUP:
+        return 0;
+    case WM_PAINT:
+        return paint(label, wParam, lParam);
+    default:
+        return CallWindowProcW(label->staticProc, window, message, wParam, lParam);
+    }
+}
+
+static LRESULT sized(HWND window, WPARAM wParam, LPARAM lParam) {
+    LRESULT result = _Control_Proc(window, WM_SIZE, wParam, lParam);
+    InvalidateRect(window, nullptr, TRUE);
+    return result;
+}
+
+static POINT minimumSize(const LabelRecord* label) {
+    constexpr LONG textMargin = 2;
+    LONG borders = 2 * _Control_GetBorderWidth(label->hwnd);
+    DWORD style = styleOf(label->hwnd);
+    if (isImage(style) || isIcon(style)) return {borders, borders};
+    TextExtent text = measureText(label->hwnd, DT_CALCRECT | DT_EXPANDTABS, {0, 0, 1, 0});
+    return {text.width + borders + textMargin, text.height + borders};
+}
+
+static LRESULT CALLBACK labelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    LabelRecord* label = labelOf(window);
+    if (!label) return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case WM_SETFONT:
+        label->font = reinterpret_cast<HFONT>(wParam);
+        break;
+    case WM_SIZE:
+        return sized(window, wParam, lParam);
+    case WM_ERASEBKGND:
+        if (!isImage(styleOf(window))) break;
+        Control_FillClip(reinterpret_cast<HDC>(wParam), backgroundBrush(label));
+        return 1;
+    case controlGetMinimumSize:
+        *reinterpret_cast<POINT*>(wParam) = minimumSize(label);
+        return 0;
+    default:
+        break;
+    }
+    return _Control_Proc(window, message, wParam, lParam);
+}
+
+static DWORD windowStyle(DWORD javaStyle) {
+    DWORD style = (_Control_Style() & ~WS_TABSTOP) | SS_NOTIFY | SS_NOPREFIX;
+    if (!(javaStyle & styleWraps)) style |= SS_LEFTNOWORDWRAP;
+    if (javaStyle & styleCentered) style |= SS_CENTERIMAGE;
+    return style;
+}
+
+ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    auto* label = static_cast<LabelRecord*>(
+        _Control_New(L"STATIC", sizeof(LabelRecord), labelProc, parent, style, windowStyle(style),
+                     style & styleBorder ? WS_EX_STATICEDGE : 0, error));
+    if (!label) return nullptr;
+    label->inheritsBackground = TRUE;
+    label->staticProc = label->classProc;
+    label->classProc = paintingProc;
+    return label;
+}
+
+static DWORD typeFor(DWORD alignment, DWORD javaStyle) {
+    DWORD left = javaStyle & styleWraps ? SS_LEFT : SS_LEFTNOWORDWRAP;
+    if (alignment & alignLeft) return left;
+    if (alignment & alignRight) return SS_RIGHT;
+    if (alignment & alignCenter) return SS_CENTER;
+    return left;
+}
+
+void Label_SetAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error) {
+    label->alignment = alignment;
+    DWORD before = styleOf(label->hwnd);
+    if (isImage(before) || isIcon(before)) return;
+    DWORD style = (before & ~(typeBits | SS_CENTERIMAGE)) | typeFor(alignment, label->style);
+    if (label->style & styleCentered) style |= SS_CENTERIMAGE;
+    if (style == before) return;
+    setStyle(label->hwnd, style);
+    Control_Redraw(label, error);
+}
+
+// The window class takes the text of an image label for the name of an image.
+static void setTextOfImage(HWND window, const wchar_t* text) {
+    DWORD style = styleOf(window);
+    setStyle(window, style & ~typeBits);
+    SetWindowTextW(window, text);
+    setStyle(window, style);
+}
+
+void Label_SetText(LabelRecord* label, const wchar_t* text, ErrorRecord*) {
+    if (!text) text = L"";
+    if (isImage(styleOf(label->hwnd)))
+        setTextOfImage(label->hwnd, text);
+    else
+        SetWindowTextW(label->hwnd, text);
+}
