@@ -95,6 +95,146 @@ public final class OS {
     public static native void Label_SetText(int label, String text);
 
     /**
+     * Makes a list: items of text of which one, or in multiple mode several, can be selected.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x800 border, 0x10000 horizontal and 0x20000 vertical scroll bar, 0x800000
+     *     multiple mode
+     * @return the list; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int List_New(int parent, int style);
+
+    /**
+     * Inserts an item into a list.
+     *
+     * @param list the list
+     * @param item null is the empty text
+     * @param index where it comes to stand, from 0; -1 appends it. Errors with the system's text:
+     *     "Index is out of valid range for list" and "Unable to add item to list"
+     */
+    public static native void List_Add(int list, String item, int index);
+
+    /**
+     * Replaces an item of a list. It stays selected if it was, and the list where it is scrolled
+     * to.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list", "Unable to remove item from list" and those of {@link #List_Add}
+     * @param item null is the empty text
+     */
+    public static native void List_SetItem(int list, int index, String item);
+
+    /**
+     * Removes an item of a list. The items in view stay there when it lay above them.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list" and "Unable to remove item from list"
+     */
+    public static native void List_Remove(int list, int index);
+
+    /**
+     * Removes all items of a list.
+     *
+     * @param list the list
+     */
+    public static native void List_RemoveAll(int list);
+
+    /**
+     * Selects an item of a list; in multiple mode those selected before stay selected. Fires no
+     * event.
+     *
+     * @param list the list
+     * @param index of the item, from 0; without an item there nothing happens
+     */
+    public static native void List_Select(int list, int index);
+
+    /**
+     * Selects items of a list one after the other, as {@link #List_Select} does. More than one in
+     * single mode is ignored.
+     *
+     * @param list the list
+     * @param indices of the items; null is none
+     * @param count how many of the indices count; below 1 nothing happens
+     */
+    public static native void List_SelectIndices(int list, int[] indices, int count);
+
+    /**
+     * Ends the selection of one item of a list. Fires no event.
+     *
+     * @param list the list
+     * @param index of the item; nothing happens when it is not selected
+     */
+    public static native void List_Deselect(int list, int index);
+
+    /**
+     * Tells whether an item of a list is selected.
+     *
+     * @param list the list
+     * @param index of the item, from 0
+     * @return false also without an item there
+     */
+    public static native boolean List_IsSelected(int list, int index);
+
+    /**
+     * Tells how many items of a list are selected.
+     *
+     * @param list the list
+     * @return their number. Error: "Unable to get selection count from multiple select listbox" with
+     *     the system's text
+     */
+    public static native int List_GetSelectionCount(int list);
+
+    /**
+     * Tells which item of a list is selected.
+     *
+     * @param list the list
+     * @return the first selected item, or -1. Errors with the system's text: "Unable to get selection
+     *     count from multiple-select list box" and "Unable to get selection from multiple select
+     *     listbox", with the result 0
+     */
+    public static native int List_GetSelectionIndex(int list);
+
+    /**
+     * Tells which items of a list are selected.
+     *
+     * @param list the list
+     * @return their indices, ascending; empty without a selection. Errors: "Unable to get selection
+     *     count from list", and "Unable to get selection from list" with the system's text or
+     *     without memory for them, with the result null
+     */
+    public static native int[] List_GetSelectionIndices(int list);
+
+    /**
+     * Switches the selection mode of a list. It keeps its items, font, focus and how far it is
+     * scrolled; in single mode the first of several selected items stays selected.
+     *
+     * @param list the list
+     * @param multiple whether several items can be selected. Errors: "Unable to create handle for
+     *     widget" with the system's text, "Unable to add item to list"
+     */
+    public static native void List_SetMultipleMode(int list, boolean multiple);
+
+    /**
+     * Scrolls an item of a list to the top, as far as the items behind it allow.
+     *
+     * @param list the list
+     * @param index of the item; without an item there the list is scrolled to its end
+     */
+    public static native void List_SetTopItemIndex(int list, int index);
+
+    /**
+     * Tells the least room that a list wants.
+     *
+     * @param list the list
+     * @param rows how many items are to be in view
+     * @return width and height in pixels
+     */
+    public static native int[] List_GetMinimumSize(int list, int rows);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0
