@@ -1,4 +1,5 @@
-// A list against a bare list box of the same style.
+// A list against a bare list box of the same style whose items are measured too, as they must be
+// for the horizontal bar.
 
 #include "compare.h"
 #include "control/control.h"
@@ -7,6 +8,19 @@ template <class Add>
 static double timeOfFilling(HWND list, int items, Add add) {
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
     return timeOf(items, add);
+}
+
+static void addAndMeasure(HWND list, const wchar_t* text) {
+    SendMessageW(list, LB_INSERTSTRING, -1, reinterpret_cast<LPARAM>(text));
+    HDC context = GetDC(list);
+    auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(list, WM_GETFONT, 0, 0));
+    HGDIOBJ before = SelectObject(context, font);
+    RECT area = {};
+    DrawTextW(context, text, -1, &area, DT_CALCRECT | DT_NOPREFIX | DT_SINGLELINE);
+    SelectObject(context, before);
+    ReleaseDC(list, context);
+    if (area.right > SendMessageW(list, LB_GETHORIZONTALEXTENT, 0, 0))
+        SendMessageW(list, LB_SETHORIZONTALEXTENT, area.right, 0);
 }
 
 extern "C" {
@@ -27,10 +41,7 @@ __declspec(dllexport) jintArray JNICALL
     for (int i = 0; i < fillings; ++i) {
         best[0] = std::min(
             best[0], timeOfFilling(ours, items, [&] { add(env, nullptr, listHandle, item, -1); }));
-        best[1] =
-            std::min(best[1], timeOfFilling(bare, items, [&] {
-                         SendMessageW(bare, LB_INSERTSTRING, -1, reinterpret_cast<LPARAM>(text));
-                     }));
+        best[1] = std::min(best[1], timeOfFilling(bare, items, [&] { addAndMeasure(bare, text); }));
     }
     DestroyWindow(bare);
     return inTenths(env, best[0], best[1]);
