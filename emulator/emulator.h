@@ -12,6 +12,14 @@ constexpr int deviceScreenHeight = 320;
 #define EMULATOR_IMPORT __declspec(dllimport)
 #endif
 
+// How the imaging component's decoders deliver pixels to a sink.
+enum EmulatorDelivery : int {
+    deliverWhole,   // into one buffer asked of the sink
+    deliverInBands, // into buffers of some rows each, asked of the sink
+    deliverRows,    // pushed from a buffer of the decoder's own, with a stride of its own
+    deliverPasses,  // pushed twice: coarse, and then as they are
+};
+
 extern "C" {
 // Heap blocks that were allocated through the device's API and not freed yet.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountHeapBlocks();
@@ -34,4 +42,10 @@ EMULATOR_IMPORT void WINAPI Emulator_GetWorkArea(RECT* area);
 // hears of the change. It belongs to the thread that shows it.
 EMULATOR_IMPORT void WINAPI Emulator_ShowInputPanel(BOOL shown);
 EMULATOR_IMPORT BOOL WINAPI Emulator_IsInputPanelShown();
+
+// How images are delivered from now on, on any thread; deliverWhole at first.
+EMULATOR_IMPORT void WINAPI Emulator_SetImageDelivery(EmulatorDelivery delivery);
+
+// For imaging.
+EMULATOR_IMPORT EmulatorDelivery WINAPI Emulator_ImageDelivery();
 }

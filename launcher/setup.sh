@@ -3,15 +3,34 @@
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
-test_packages=(googletest junit4)
+device_packages=(clang-14 lld-14)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)
+
+# What is unpacked into the build folder and not installed: package, folder, what of it (all when
+# nothing is named), a file by which it is known to be there. Installed, the 32-bit Java run-time
+# would bind the machine's own Java to its version, and of the ARM compiler one file is wanted.
+java_runtime="openjdk-17-jre-headless:i386|jre32||usr/lib/jvm/java-17-openjdk-i386/lib/server/libjvm.so"
+other_peoples_sounds="libpython3.11-testsuite|sounds||usr/lib/python3.11/test/audiodata/pluck-pcm16.wav"
+arm_arithmetic="gcc-arm-none-eabi|libgcc|./usr/lib/gcc/arm-none-eabi/*/libgcc.a|libgcc.a"
+arm_processor="libunicorn2:i386|unicorn|./usr/lib/i386-linux-gnu/libunicorn.so.2|libunicorn.so.2"
+
+test_packages=(googletest junit4 "$other_peoples_sounds")
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
 is_installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+# Of what is to be unpacked, that which is not there.
+missing_unpacked() {
+    local entry folder proof
+    for entry in "$@"; do
+        IFS='|' read -r _ folder _ proof <<<"$entry"
+        [ -f "$run/$folder/$proof" ] || echo "$entry"
+    done
+}
 
 missing_of() {
     local package
@@ -59,15 +78,19 @@ install_packages() {
         >>"$run/logs/apt.log" 2>&1 || fail "these packages cannot be installed: $* (see $run/logs/apt.log)"
 }
 
+# install_missing PACKAGE...: by name, or as what is to be unpacked.
 install_missing() {
-    local host foreign
-    mapfile -t host < <(missing_of "$@")
+    local wanted=() kept=("$java_runtime") host foreign unpacked word
+    for word in "$@"; do
+        case $word in *'|'*) kept+=("$word") ;; *) wanted+=("$word") ;; esac
+    done
+    mapfile -t host < <(missing_of "${wanted[@]}")
     mapfile -t foreign < <(missing_of "${foreign_packages[@]}")
-    local wants_jre=
-    [ -f "$jre/lib/server/libjvm.so" ] || wants_jre=openjdk-17-jre-headless:i386
-    [ ${#host[@]} -eq 0 ] && [ ${#foreign[@]} -eq 0 ] && [ -z "$wants_jre" ] && return 0
+    mapfile -t unpacked < <(missing_unpacked "${kept[@]}")
+    [ ${#host[@]} -eq 0 ] && [ ${#foreign[@]} -eq 0 ] && [ ${#unpacked[@]} -eq 0 ] && return 0
 
-    echo "zemvolt: this machine lacks ${host[*]} ${foreign[*]} ${wants_jre:+$wants_jre (unpacked into $run)}"
+    [ ${#unpacked[@]} -eq 0 ] || word="${unpacked[*]%%|*} (unpacked into $run)"
+    echo "zemvolt: this machine lacks ${host[*]} ${foreign[*]} ${unpacked[*]:+$word}"
     [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "installing needs root or sudo"
     command -v apt-get >/dev/null || fail "this is no Debian machine: install them by hand"
     mkdir -p "$run/logs"
@@ -82,25 +105,31 @@ install_missing() {
         choose_lists "${foreign[@]}" || fail "no package list offers ${foreign[*]}"
         install_packages "${foreign[@]}"
     fi
-    [ -z "$wants_jre" ] || unpack_jre
+    for word in "${unpacked[@]}"; do unpack_package "$word"; done
     if [ ${#lists[@]} -gt 0 ]; then
         as_root "${apt[@]}" update >>"$run/logs/apt.log" 2>&1 || true
     fi
 }
 
-download_jre() {
-    (cd "$1" && "${apt[@]}" "${lists[@]}" download openjdk-17-jre-headless:i386) \
-        >>"$run/logs/apt.log" 2>&1
+download() {
+    (cd "$2" && "${apt[@]}" "${lists[@]}" download "$1") >>"$run/logs/apt.log" 2>&1
 }
 
-# Unpacked, not installed: installed it would bind the machine's own Java to its version.
-unpack_jre() {
-    local folder=$run/jre32.new
-    rm -rf "$folder" && mkdir -p "$folder"
-    download_jre "$folder" || { narrow_lists && download_jre "$folder"; } ||
-        fail "the 32-bit Java run-time cannot be fetched (see $run/logs/apt.log)"
-    dpkg -x "$folder"/*.deb "$folder" && rm "$folder"/*.deb
-    rm -rf "$run/jre32" && mv "$folder" "$run/jre32"
+# unpack_package ENTRY: what is to be unpacked, as above. Single files lie in the folder itself.
+unpack_package() {
+    local package folder members proof new flat=()
+    IFS='|' read -r package folder members proof <<<"$1"
+    new=$run/$folder.new
+    rm -rf "$new" && mkdir -p "$new"
+    download "$package" "$new" || { narrow_lists && download "$package" "$new"; } ||
+        fail "$package cannot be fetched (see $run/logs/apt.log)"
+    [ -z "$members" ] || flat=(--wildcards --no-wildcards-match-slash
+        --transform 's,.*/,,' "$members")
+    dpkg-deb --fsys-tarfile "$new"/*.deb | tar -x -C "$new" "${flat[@]}" ||
+        fail "$package is not as expected"
+    rm "$new"/*.deb
+    [ -f "$new/$proof" ] || fail "$package lacks $proof"
+    rm -rf "${run:?}/$folder" && mv "$new" "$run/$folder"
 }
 
 build() {

@@ -34,3 +34,22 @@ class WindowContext {
     HWND window;
     HDC context;
 };
+
+// The clip region of a device context. Without memory for a copy it ends without a clip.
+class SavedClip {
+  public:
+    explicit SavedClip(HDC context) : context(context), region(CreateRectRgn(0, 0, 0, 0)) {
+        hasClip = region && GetClipRgn(context, region) == 1;
+    }
+    ~SavedClip() {
+        SelectClipRgn(context, hasClip ? region : nullptr);
+        if (region) DeleteObject(region);
+    }
+    SavedClip(const SavedClip&) = delete;
+    SavedClip& operator=(const SavedClip&) = delete;
+
+  private:
+    HDC context;
+    HRGN region;
+    bool hasClip;
+};

@@ -29,6 +29,17 @@ static void clipTo(HDC dc, const RECT& bounds) {
     DeleteObject(region);
 }
 
+GraphicsRecord Graphics_On(HDC dc, const RECT& bounds) {
+    GraphicsRecord graphics = {};
+    clipTo(dc, bounds);
+    GetObjectW(GetCurrentObject(dc, OBJ_PEN), sizeof(graphics.pen), &graphics.pen);
+    graphics.bounds = bounds;
+    graphics.dc = dc;
+    graphics.beginDraw = beginOnControl;
+    graphics.endDraw = endOnControl;
+    return graphics;
+}
+
 GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds,
                                 ErrorRecord* error) {
     auto* graphics = allocate<GraphicsRecord>();
@@ -37,13 +48,11 @@ GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds,
                             L"Unable to allocate enough memory for device context");
         return nullptr;
     }
-    clipTo(dc, bounds);
-    GetObjectW(GetCurrentObject(dc, OBJ_PEN), sizeof(graphics->pen), &graphics->pen);
-    graphics->bounds = bounds;
-    graphics->dc = dc;
+    *graphics = Graphics_On(dc, bounds);
+    if (!image) return graphics;
     graphics->image = image;
-    graphics->beginDraw = image ? beginOnImage : beginOnControl;
-    graphics->endDraw = image ? endOnImage : endOnControl;
+    graphics->beginDraw = beginOnImage;
+    graphics->endDraw = endOnImage;
     return graphics;
 }
 

@@ -35,6 +35,10 @@ ASSERT_OFFSET(GraphicsRecord, endDraw, 52)
 // null for a control's.
 GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error);
 
+// A context of the caller's, clipped to the bounds, for as long as the device context is at hand.
+// The device context stays its owner's, who puts its clip back.
+GraphicsRecord Graphics_On(HDC dc, const RECT& bounds);
+
 // A context whose control does not tell its client area is made all the same, with an error.
 GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error);
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error);

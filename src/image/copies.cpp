@@ -21,7 +21,7 @@ static HBITMAP copySection(ImageRecord* image, DWORD* failure) {
     Section section = sectionOf(image);
     SectionInfo info = {sectionHeader(section.width, section.height, section.bitCount), {}};
     info.header.biClrUsed = paletteLength(image->bitmap);
-    readPalette(source, section, info.palette, info.header.biClrUsed);
+    if (section.bits) readPalette(source, section, info.palette, info.header.biClrUsed);
     BYTE* bits = nullptr;
     HBITMAP copy = createSection(info.header, &bits);
     *failure = copy ? 0 : GetLastError();

@@ -90,11 +90,19 @@ NativeByteArray Image_GetPixelsLowColor(ImageRecord* image, ErrorRecord* error) 
     return {reinterpret_cast<jbyte*>(section.bits), section.stride * section.height, false};
 }
 
-// Cuts start and length of a stretch down to what lies within 0 to end. What is left may be empty.
-static void cut(jint* start, jint* length, jint* skipped, jint end) {
-    *skipped = *start < 0 ? -*start : 0;
-    *start = *start < 0 ? 0 : *start;
-    *length = lesser(*length - *skipped, end - *start);
+// What of a stretch lies within 0 to end.
+struct Stretch {
+    jint skipped; // before the first that lies within
+    jint start, count;
+};
+
+// In 64 bits: no start and length that Java gives runs over.
+static Stretch within(long long start, jint length, jint end) {
+    long long first = start < 0 ? 0 : start;
+    long long last = start + length < end ? start + length : end;
+    if (last <= first) return {};
+    return {static_cast<jint>(first - start), static_cast<jint>(first),
+            static_cast<jint>(last - first)};
 }
 
 // Pixels of a row in the section's memory, three bytes each.
@@ -102,17 +110,15 @@ static jint pixelsOfRow(const Section& section) { return section.stride / bytesO
 
 void Image_GetRGB(ImageRecord* image, jint x, jint y, jint width, jint height, jint offset,
                   jint scanSize, IntArguments out, ErrorRecord*) {
-    if (width <= 0 || height <= 0) return;
     Section section = sectionOf(image);
-    jint skippedRows, skippedColumns;
-    cut(&y, &height, &skippedRows, section.height);
-    cut(&x, &width, &skippedColumns, pixelsOfRow(section));
-    jint first = offset + skippedRows * scanSize + skippedColumns;
-    for (jint row = 0; row < height; ++row, first += scanSize) {
-        jint start = first, count = width, skipped;
-        cut(&start, &count, &skipped, out.count);
-        if (count <= 0) continue;
-        loadTrueColor(out.values + start, rowOf(section, y + row), x + skipped, count, opaque);
+    Stretch rows = within(y, height, section.height);
+    Stretch columns = within(x, width, pixelsOfRow(section));
+    // One instruction multiplies 32 bits by 32 to 64.
+    long long first = static_cast<long long>(rows.skipped) * scanSize + offset + columns.skipped;
+    for (jint row = 0; row < rows.count; ++row, first += scanSize) {
+        Stretch part = within(first, columns.count, out.count);
+        loadTrueColor(out.values + part.start, rowOf(section, rows.start + row),
+                      columns.start + part.skipped, part.count, opaque);
     }
 }
 

@@ -5,6 +5,8 @@
 #include "display/accelerators.h"
 #include "display/commands.h"
 #include "display/keys.h"
+#include "graphics/drawing.h"
+#include "graphics/gdi_guards.h"
 #include <commctrl.h>
 
 static constexpr wchar_t creationFailed[] = L"Unable to create new menu item";
@@ -13,6 +15,15 @@ int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error) {
     int position = item->menu ? Menu_FindPosition(item->menu, item->id) : -1;
     if (position < 0) Win32Error_SetError(error, GetLastError(), L"Unable to find the item");
     return position;
+}
+
+static LRESULT paint(MenuItemRecord* item, WPARAM, LPARAM lParam) {
+    if (!item->image) return 0;
+    auto* drawing = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    SavedClip clip(drawing->hDC);
+    GraphicsRecord graphics = Graphics_On(drawing->hDC, drawing->rcItem);
+    Graphics_DrawImage(&graphics, item->image, drawing->rcItem.left, drawing->rcItem.top, nullptr);
+    return 0;
 }
 
 static LRESULT measure(MenuItemRecord*, WPARAM, LPARAM) { return 0; }
@@ -142,6 +153,7 @@ static MenuItemRecord* create(MenuRecord* menu, jint index, const ItemKind& kind
     item->style = kind.style;
     item->dispose = disposeItem;
     item->menu = menu;
+    item->paint = paint;
     item->measure = measure;
     item->select = select;
     item->id = Display_AssignCommandId(menu->display, item);

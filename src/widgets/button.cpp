@@ -1,5 +1,4 @@
 #include "widgets/button.h"
-#include "graphics/gdi_guards.h"
 #include "widgets/measuring.h"
 
 static constexpr DWORD checkOrRadio = BS_CHECKBOX | BS_RADIOBUTTON;

@@ -16,6 +16,7 @@ struct Import {
     int failNth; // 0: none; counts down
     bool failAlways;
     DWORD lastError;
+    uint32_t failureValue;
 };
 
 constexpr uint32_t stubSize = 16;
@@ -31,18 +32,45 @@ const struct {
 
 // These cannot fail, or fail without anybody's needing to know.
 const char* const infallible[] = {
-    "GetLastError",         "SetLastError",
-    "GetCurrentThreadId",   "GetCurrentProcessId",
-    "GetTickCount",         "GetKeyState",
-    "SendMessageW",         "DefWindowProcW",
-    "CallWindowProcW",      "GetWindowLongW",
-    "SetWindowLongW",       "LocalFree",
-    "EnterCriticalSection", "LeaveCriticalSection",
-    "GetSystemMetrics",     "GetSysColor",
-    "GetDoubleClickTime",   "MsgWaitForMultipleObjectsEx",
-    "DispatchMessageW",     "TranslateMessage",
-    "PostQuitMessage",      "GetParent",
-    "PeekMessageW",         "SHHandleWMActivate",
+    "GetLastError",
+    "SetLastError",
+    "GetCurrentThreadId",
+    "GetCurrentProcessId",
+    "GetTickCount",
+    "GetKeyState",
+    "SendMessageW",
+    "DefWindowProcW",
+    "CallWindowProcW",
+    "GetWindowLongW",
+    "SetWindowLongW",
+    "LocalFree",
+    "EnterCriticalSection",
+    "LeaveCriticalSection",
+    "GetSystemMetrics",
+    "GetSysColor",
+    "GetDoubleClickTime",
+    "MsgWaitForMultipleObjectsEx",
+    "DispatchMessageW",
+    "TranslateMessage",
+    "PostQuitMessage",
+    "GetParent",
+    "PeekMessageW",
+    "SHHandleWMActivate",
+    "CoUninitialize",
+    "CloseHandle",
+    "DeleteDC",
+    "DeleteObject",
+    "InitializeCriticalSection",
+    "DeleteCriticalSection",
+};
+
+// Failure values other than 0.
+const std::map<std::string, uint32_t> failureValues = {
+    {"CoCreateInstance", static_cast<uint32_t>(E_FAIL)},
+    {"CoInitializeEx", static_cast<uint32_t>(E_FAIL)},
+    {"CreateFileW", static_cast<uint32_t>(-1)},
+    {"GetFileSize", static_cast<uint32_t>(-1)},
+    {"SetFilePointer", static_cast<uint32_t>(-1)},
 };
 
 std::vector<Import> imports;
@@ -97,9 +125,12 @@ static void patch(const std::string& nameOrOrdinal, void** slot) {
     const auto* known = bytesOf(nameOrOrdinal);
     if (!known) return; // functions of the C library, which do not fail
     uint32_t number = imports.size();
-    imports.push_back({known->name, slot, *slot, nullptr, 0, false, ERROR_GEN_FAILURE});
+    auto failure = failureValues.find(known->name);
+    uint32_t failureValue = failure == failureValues.end() ? 0 : failure->second;
+    imports.push_back(
+        {known->name, slot, *slot, nullptr, 0, false, ERROR_GEN_FAILURE, failureValue});
     faultBytes[number] = known->bytes;
-    faultValues[number] = 0;
+    faultValues[number] = failureValue;
     write(slot, static_cast<char*>(faultStubs) + number * stubSize);
 }
 
@@ -148,7 +179,7 @@ void Faults::fail(const std::string& function, int nth, DWORD lastError, DWORD v
         import->failNth = nth;
         import->failAlways = nth == 0;
         import->lastError = lastError;
-        faultValues[import - imports.data()] = value;
+        faultValues[import - imports.data()] = value ? value : import->failureValue;
     }
 }
 

@@ -15,7 +15,7 @@ class Faults {
     Faults& operator=(const Faults&) = delete;
 
     // The nth call of the function from now on (1 is the next, 0 means every one) does nothing and
-    // answers the value, with that last error.
+    // answers the value (0: its failure value), with that last error.
     void fail(const std::string& function, int nth = 1, DWORD lastError = 0, DWORD value = 0);
 
     // The nth call from now on of any function that can fail answers its failure value.

@@ -316,13 +316,30 @@ static jintArray JNICALL newIntArray(JNIEnv*, jsize length) {
     return current->refer<jintArray>(array);
 }
 
+static jbyteArray JNICALL newByteArray(JNIEnv*, jsize length) {
+    if (current->enter("NewByteArray")) {
+        current->raise("java/lang/OutOfMemoryError");
+        return nullptr;
+    }
+    Object* array = current->make("[B");
+    array->bytes.resize(length);
+    return current->refer<jbyteArray>(array);
+}
+
+// Not null, not even for an array of length 0.
+template <class Element>
+static Element* elementsOf(std::vector<Element>* values) {
+    values->reserve(1);
+    return values->data();
+}
+
 static jint* JNICALL getIntElements(JNIEnv*, jintArray array, jboolean*) {
     if (current->enter("GetIntArrayElements")) {
         current->raise("java/lang/OutOfMemoryError");
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->ints.data();
+    return elementsOf(&objectOf(array)->ints);
 }
 
 static void JNICALL releaseIntElements(JNIEnv*, jintArray, jint*, jint mode) {
@@ -337,7 +354,7 @@ static jbyte* JNICALL getByteElements(JNIEnv*, jbyteArray array, jboolean*) {
         return nullptr;
     }
     ++current->vm->unreleased;
-    return objectOf(array)->bytes.data();
+    return elementsOf(&objectOf(array)->bytes);
 }
 
 static void JNICALL releaseByteElements(JNIEnv*, jbyteArray, jbyte*, jint mode) {
@@ -351,6 +368,13 @@ static void JNICALL setIntRegion(JNIEnv*, jintArray array, jsize start, jsize le
     current->vm->calls.push_back("SetIntArrayRegion[" + std::to_string(start) + "+" +
                                  std::to_string(length) + "]");
     std::copy(values, values + length, objectOf(array)->ints.begin() + start);
+}
+
+static void JNICALL setByteRegion(JNIEnv*, jbyteArray array, jsize start, jsize length,
+                                  const jbyte* values) {
+    current->vm->calls.push_back("SetByteArrayRegion[" + std::to_string(start) + "+" +
+                                 std::to_string(length) + "]");
+    std::copy(values, values + length, objectOf(array)->bytes.begin() + start);
 }
 
 static jint JNICALL getJavaVm(JNIEnv*, JavaVM** out) {
@@ -429,11 +453,13 @@ static const JNINativeInterface_* environmentTable() {
     table.NewObjectArray = newObjectArray;
     table.SetObjectArrayElement = setObjectArrayElement;
     table.NewIntArray = newIntArray;
+    table.NewByteArray = newByteArray;
     table.GetIntArrayElements = getIntElements;
     table.ReleaseIntArrayElements = releaseIntElements;
     table.GetByteArrayElements = getByteElements;
     table.ReleaseByteArrayElements = releaseByteElements;
     table.SetIntArrayRegion = setIntRegion;
+    table.SetByteArrayRegion = setByteRegion;
     table.GetJavaVM = getJavaVm;
     return &table;
 }

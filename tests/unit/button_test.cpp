@@ -1,21 +1,25 @@
+#include "control/control.h"
 #include "device.h"
 #include "faults.h"
+#include "graphics/font.h"
 #include "leaks.h"
 #include <algorithm>
 
 class ButtonTest : public DeviceTest {
   protected:
-    // A person's tap in the middle of the control.
-    void tap(jint control) {
-        RECT rect;
-        GetWindowRect(windowOf(control), &rect);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display,
-                                         (rect.left + rect.right) / 2,
-                                         (rect.top + rect.bottom) / 2);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, 1, 8);
-        dispatchAll();
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, 2, 8);
-        dispatchAll();
+    struct Measured {
+        LONG width, line, average; // pixels, in the default font
+    };
+    static Measured textOf(const wchar_t* text) {
+        HDC context = GetDC(nullptr);
+        HGDIOBJ before = SelectObject(context, GetStockObject(SYSTEM_FONT));
+        TEXTMETRICW metrics;
+        GetTextMetricsW(context, &metrics);
+        SIZE size;
+        GetTextExtentPoint32W(context, text, static_cast<int>(wcslen(text)), &size);
+        SelectObject(context, before);
+        ReleaseDC(nullptr, context);
+        return {size.cx, metrics.tmHeight, metrics.tmAveCharWidth};
     }
 
     static LRESULT checkState(jint button) {
@@ -25,6 +29,15 @@ class ButtonTest : public DeviceTest {
     int countSelections() {
         Events events = vm.takeEvents();
         return static_cast<int>(std::count(events.begin(), events.end(), "selected()"));
+    }
+    static DWORD styleOf(jint button) {
+        return GetWindowLongW(windowOf(button), GWL_STYLE) & ~WS_VISIBLE;
+    }
+    void setLabel(jint button, const std::u16string& label) {
+        call<void(jint, jstring)>("Button_SetLabel", button, vm.newString(label));
+    }
+    std::vector<jint> minimumSize(jint button) {
+        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", button));
     }
 };
 
@@ -57,16 +70,98 @@ TEST_F(ButtonTest, a_radio_button_that_is_given_the_focus_ignores_the_click_of_t
     jint shell = newShell();
     jint radio = newButton(shell, "RadioButton");
     listen(radio);
-    auto* record = reinterpret_cast<DWORD*>(radio);
-    constexpr int focusingField = 14;
-    record[focusingField] = TRUE;
-    SendMessageW(windowOf(shell), WM_COMMAND, MAKEWPARAM(0, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(windowOf(radio)));
-    EXPECT_EQ(countSelections(), 0);
-    record[focusingField] = FALSE;
-    SendMessageW(windowOf(shell), WM_COMMAND, MAKEWPARAM(0, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(windowOf(radio)));
-    EXPECT_EQ(countSelections(), 1);
+    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", radio));
+    EXPECT_EQ(vm.takeEvents(), Events{"focus(1)"});
+    EXPECT_EQ(checkState(radio), BST_UNCHECKED);
+    SetFocus(windowOf(shell));
+    SetFocus(windowOf(radio));
+    EXPECT_EQ(countSelections(), 1) << "focus from elsewhere is a click";
+    EXPECT_EQ(checkState(radio), BST_CHECKED);
+}
+
+TEST_F(ButtonTest, other_buttons_are_given_the_focus_too) {
+    jint shell = newShell();
+    for (const char* kind : {"PushButton", "Checkbox"}) {
+        jint button = newButton(shell, kind);
+        EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", button));
+        EXPECT_EQ(GetFocus(), windowOf(button));
+    }
+}
+
+TEST_F(ButtonTest, a_button_may_be_disposed_of_by_who_hears_of_its_focus) {
+    jint radio = newButton(newShell(), "RadioButton");
+    listen(radio);
+    vm.behavior["focus"] = [&](const std::vector<jint>&) {
+        vm.behavior.clear();
+        dispose(radio);
+        return 0;
+    };
+    call<jboolean(jint)>("Control_ForceFocus", radio);
+    EXPECT_TRUE(vm.behavior.empty());
+}
+
+TEST_F(ButtonTest, window_styles_follow_the_kind_and_the_java_style) {
+    jint shell = newShell();
+    const struct {
+        const char* kind;
+        DWORD type;
+    } kinds[] = {{"PushButton", 0}, {"RadioButton", 0x4}, {"Checkbox", 0x2}};
+    const struct {
+        jint java;
+        DWORD alignment;
+    } alignments[] = {{0, 0}, {1, 0x100}, {2, 0x300}, {4, 0x200}, {7, 0x100}, {6, 0x300}};
+    for (const auto& kind : kinds) {
+        for (const auto& row : alignments)
+            EXPECT_EQ(styleOf(newControl(kind.kind, shell, row.java)),
+                      0x46010000u | kind.type | row.alignment)
+                << kind.kind << " " << row.java;
+        auto extended = [&](jint style) {
+            return GetWindowLongW(windowOf(newControl(kind.kind, shell, style)), GWL_EXSTYLE);
+        };
+        EXPECT_EQ(extended(0) & WS_EX_CLIENTEDGE, 0);
+        EXPECT_EQ(extended(0x800) & WS_EX_CLIENTEDGE, WS_EX_CLIENTEDGE);
+    }
+}
+
+TEST_F(ButtonTest, only_boxes_and_radio_buttons_inherit_their_background) {
+    jint shell = newShell();
+    auto inherits = [&](const char* kind) {
+        return call<jboolean(jint)>("Control_InheritsBackground", newButton(shell, kind));
+    };
+    EXPECT_FALSE(inherits("PushButton"));
+    EXPECT_TRUE(inherits("Checkbox"));
+    EXPECT_TRUE(inherits("RadioButton"));
+}
+
+TEST_F(ButtonTest, backgrounds_are_the_button_face_or_what_the_parent_has) {
+    jint composite = newControl("Composite", newShell());
+    auto background = [](jint control) {
+        return static_cast<COLORREF>(SendMessageW(windowOf(control), controlGetBackground, 0, 0));
+    };
+    COLORREF face = 0xFFFFFF & GetSysColor(COLOR_BTNFACE);
+    ColorRecord blue = {RGB(0, 0, 255), nullptr};
+    reinterpret_cast<ControlRecord*>(composite)->background = &blue;
+    EXPECT_EQ(background(newButton(composite)), face);
+    for (const char* kind : {"Checkbox", "RadioButton"})
+        EXPECT_EQ(background(newButton(composite, kind)), blue.color);
+    jint drawn = newButton(composite, "Checkbox");
+    SetWindowLongW(windowOf(drawn), GWL_STYLE,
+                   (GetWindowLongW(windowOf(drawn), GWL_STYLE) & ~0xF) | BS_OWNERDRAW);
+    EXPECT_EQ(background(drawn), face);
+    reinterpret_cast<ControlRecord*>(composite)->background = nullptr;
+    DeleteObject(blue.brush);
+}
+
+TEST_F(ButtonTest, notifications_other_than_clicks_are_nothing) {
+    jint shell = newShell();
+    jint box = newButton(shell, "Checkbox");
+    listen(box);
+    for (WORD code : {BN_PAINT, BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS})
+        EXPECT_EQ(SendMessageW(windowOf(shell), WM_COMMAND, MAKEWPARAM(0, code),
+                               reinterpret_cast<LPARAM>(windowOf(box))),
+                  0);
+    EXPECT_TRUE(vm.takeEvents().empty());
+    EXPECT_EQ(checkState(box), BST_UNCHECKED);
 }
 
 TEST_F(ButtonTest, setting_the_selection_keeps_the_window_style) {
@@ -96,21 +191,66 @@ TEST_F(ButtonTest, a_null_label_is_the_empty_text) {
 
 TEST_F(ButtonTest, an_empty_check_box_is_as_high_as_its_box) {
     jint box = newButton(newShell(), "Checkbox");
-    std::vector<jint> size = vm.ints(call<jobject(jint)>("Control_GetMinimumSize", box));
-    EXPECT_EQ(size, (std::vector<jint>{GetSystemMetrics(SM_CXSMICON),
-                                       GetSystemMetrics(SM_CYSMICON) + 3}));
+    EXPECT_EQ(minimumSize(box), (std::vector<jint>{GetSystemMetrics(SM_CXSMICON),
+                                                   GetSystemMetrics(SM_CYSMICON) + 3}));
 }
 
 TEST_F(ButtonTest, an_empty_push_button_is_a_line_and_its_margins_high) {
     jint button = call<jint(jint, jint)>("PushButton_New", newShell(), 0x800);
-    HDC context = GetDC(nullptr);
-    SelectObject(context, GetStockObject(SYSTEM_FONT));
-    TEXTMETRICW metrics;
-    GetTextMetricsW(context, &metrics);
-    ReleaseDC(nullptr, context);
     int edge = GetSystemMetrics(SM_CXEDGE);
-    std::vector<jint> size = vm.ints(call<jobject(jint)>("Control_GetMinimumSize", button));
-    EXPECT_EQ(size, (std::vector<jint>{12 + 2 * edge, metrics.tmHeight + 10 + 2 * edge}));
+    EXPECT_EQ(minimumSize(button),
+              (std::vector<jint>{12 + 2 * edge, textOf(L"").line + 10 + 2 * edge}));
+}
+
+TEST_F(ButtonTest, a_push_button_is_its_text_and_margins) {
+    jint button = newButton(newShell());
+    setLabel(button, u"Some text");
+    Measured text = textOf(L"Some text");
+    EXPECT_EQ(minimumSize(button), (std::vector<jint>{text.width + 12, text.line + 10}));
+}
+
+TEST_F(ButtonTest, a_box_stands_apart_from_its_text_by_a_character) {
+    jint shell = newShell();
+    Measured text = textOf(L"Some text");
+    for (const char* kind : {"Checkbox", "RadioButton"}) {
+        jint button = newButton(shell, kind);
+        setLabel(button, u"Some text");
+        LONG spacing = std::max<LONG>(8, text.average);
+        EXPECT_EQ(
+            minimumSize(button),
+            (std::vector<jint>{text.width + GetSystemMetrics(SM_CXSMICON) + spacing,
+                               std::max<LONG>(text.line, GetSystemMetrics(SM_CYSMICON) + 3)}));
+    }
+    jint big = newButton(shell, "Checkbox");
+    setLabel(big, u"M");
+    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 40, 0);
+    call<void(jint, jint)>("Control_SetFont", big, font);
+    const TEXTMETRICW& metrics = reinterpret_cast<FontRecord*>(font)->metrics;
+    EXPECT_GT(metrics.tmAveCharWidth, 8);
+    EXPECT_EQ(minimumSize(big)[1], metrics.tmHeight);
+    EXPECT_GT(minimumSize(big)[0], GetSystemMetrics(SM_CXSMICON) + metrics.tmAveCharWidth);
+    call<void(jint, jint)>("Control_SetFont", big, 0);
+    call<void(jint)>("Font_Dispose", font);
+}
+
+TEST_F(ButtonTest, a_button_that_cannot_be_made_is_an_error_and_leaves_nothing) {
+    jint shell = newShell();
+    for (const char* kind : {"PushButton", "Checkbox", "RadioButton"})
+        expectFailedCreationsReported(
+            [&] { return call<jint(jint, jint)>(std::string(kind) + "_New", shell, 0x800); });
+}
+
+TEST_F(ButtonTest, buttons_leave_nothing_behind) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) {
+        const char* kinds[] = {"PushButton_New", "Checkbox_New", "RadioButton_New"};
+        jint button = call<jint(jint, jint)>(kinds[i % 3], shell, i % 5);
+        setLabel(button, u"text");
+        call<void(jint, jboolean)>("Button_SetSelection", button, i % 2 != 0);
+        dispose(button);
+    }
+    dispatchAll();
 }
 
 TEST_F(ButtonTest, a_failed_creation_reports_once_and_gives_no_handle) {

@@ -463,6 +463,73 @@ TEST_F(MenuTest, an_item_paints_itself_when_the_menu_asks) {
     EXPECT_EQ(hookCalls, Events{"paint 7 108"});
 }
 
+// A menu item's picture, painted on a bitmap that a test can look at.
+class ItemImageTest : public MenuTest {
+  protected:
+    ItemImageTest() : screen(GetDC(nullptr)), dc(CreateCompatibleDC(screen)) {
+        bitmap = CreateCompatibleBitmap(screen, 20, 20);
+        previous = SelectObject(dc, bitmap);
+        PatBlt(dc, 0, 0, 20, 20, WHITENESS);
+        drawing.CtlType = ODT_MENU;
+        drawing.hDC = dc;
+        drawing.rcItem = {2, 3, 8, 9};
+    }
+    ~ItemImageTest() override {
+        SelectObject(dc, previous);
+        DeleteObject(bitmap);
+        DeleteDC(dc);
+        ReleaseDC(nullptr, screen);
+    }
+    void paint(jint item) {
+        drawing.itemData = itemOf(item)->id;
+        SendMessageW(windowOf(shell), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&drawing));
+    }
+    HDC screen, dc;
+    HBITMAP bitmap;
+    HGDIOBJ previous;
+    DRAWITEMSTRUCT drawing = {};
+};
+
+TEST_F(ItemImageTest, an_item_with_an_image_paints_it_inside_the_item_only) {
+    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 10, 10, 0xFF0000);
+    itemOf(item)->image = reinterpret_cast<ImageRecord*>(image);
+    paint(item);
+    const COLORREF red = RGB(255, 0, 0), white = RGB(255, 255, 255);
+    EXPECT_EQ(GetPixel(dc, 2, 3), red);
+    EXPECT_EQ(GetPixel(dc, 7, 8), red);
+    EXPECT_EQ(GetPixel(dc, 1, 3), white);
+    EXPECT_EQ(GetPixel(dc, 8, 8), white);
+    EXPECT_EQ(GetPixel(dc, 7, 9), white);
+    itemOf(item)->image = nullptr;
+    call<void(jint)>("Image_Dispose", image);
+}
+
+TEST_F(ItemImageTest, an_item_without_an_image_paints_nothing) {
+    paint(newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0));
+    EXPECT_EQ(GetPixel(dc, 2, 3), RGB(255, 255, 255));
+}
+
+TEST_F(ItemImageTest, painting_an_item_puts_the_clip_region_back) {
+    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 1, 1, 0);
+    itemOf(item)->image = reinterpret_cast<ImageRecord*>(image);
+    HRGN region = CreateRectRgn(1, 1, 15, 15);
+    HRGN hole = CreateRectRgn(4, 4, 6, 6);
+    CombineRgn(region, region, hole, RGN_DIFF);
+    SelectClipRgn(dc, region);
+    paint(item);
+    HRGN after = CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(GetClipRgn(dc, after), 1);
+    EXPECT_TRUE(EqualRgn(after, region));
+    SelectClipRgn(dc, nullptr);
+    paint(item);
+    EXPECT_EQ(GetClipRgn(dc, after), 0);
+    for (HRGN each : {region, hole, after}) DeleteObject(each);
+    itemOf(item)->image = nullptr;
+    call<void(jint)>("Image_Dispose", image);
+}
+
 class PopupTest : public MenuTest {
   protected:
     void show(jint menu, jint x, jint y) {

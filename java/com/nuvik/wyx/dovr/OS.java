@@ -1112,4 +1112,53 @@ public final class OS {
      */
     public static native void Control_CopyArea(
             int control, int image, int x, int y, int width, int height);
+
+    /**
+     * Makes a sound, which plays sound files. Sounds may be used on any thread; operations on one
+     * sound wait for each other.
+     *
+     * @return the sound; 0 when it cannot be made. Errors without a message: -4 without memory for
+     *     it, -3 when the system refuses what playing needs
+     */
+    public static native int Sound_New();
+
+    /**
+     * Plays a whole sound file and returns when playing has begun. A sound that plays already goes
+     * on playing, and the new one sounds on top of it: stop it first if that is not meant.
+     *
+     * <p>Files are RIFF WAVE (linear PCM, mu-law or A-law) and ".snd" (mu-law, or linear PCM of 8 to
+     * 32 bits). They have to be exactly as long as their headers say. Samples go to the device as
+     * they are. Error without a message: -3 for bytes that are no such file, for a format that the
+     * device does not play, and when the system fails
+     *
+     * @param sound the sound
+     * @param data the file; it is not needed any more after the call. Null is no file (-3)
+     * @param length of the file in bytes; more than data has is an error (-3)
+     * @param loops -1 plays until the sound is stopped, any other number plays the file that often
+     *     and once more
+     */
+    public static native void Sound_Play(int sound, byte[] data, int length, int loops);
+
+    /**
+     * Ends all that a sound plays, and returns when it has ended. Of a sound that plays nothing it
+     * returns at once.
+     *
+     * @param sound the sound, or 0, which does nothing
+     */
+    public static native void Sound_Stop(int sound);
+
+    /**
+     * Stops a sound and disposes of it. Nothing else may use the sound at the time or later.
+     *
+     * @param sound the sound, or 0, which does nothing
+     */
+    public static native void Sound_Dispose(int sound);
+
+    /**
+     * How many bytes should be played at a time: sounds are played whole.
+     *
+     * @param sound the sound
+     * @return -1: no preferred size
+     */
+    public static native int Sound_GetPreferredChunkSize(int sound);
 }

@@ -13,6 +13,14 @@ final class Program {
     static class Listener {
         void selected() {}
 
+        void listSelected(int index, int kind) {}
+
+        void choiceSelected(int index) {}
+
+        void modified() {}
+
+        void paint(int x, int y, int width, int height) {}
+
         void window(int event) {}
 
         boolean key(int kind, char character, int keyCode, int modifiers) {
@@ -40,6 +48,10 @@ final class Program {
         display = OS.Display_New();
         OS.Display_InitCallbacks(display, this);
         register(OS.CB_SELECTION, "selected");
+        register(OS.CB_LIST_SELECTION, "listSelected");
+        register(OS.CB_CHOICE_SELECTION, "choiceSelected");
+        register(OS.CB_TEXT_MODIFIED, "modified");
+        register(OS.CB_PAINT, "paint");
         register(OS.CB_WINDOW_EVENT, "window");
         register(OS.CB_KEY, "key");
         register(OS.CB_MENU_SELECTION, "menu");

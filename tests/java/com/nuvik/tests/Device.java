@@ -14,6 +14,7 @@ final class Device {
 
     final List<String> errors = new ArrayList<>();
     final int display;
+    private final String missing;
 
     /** Keeps the events of one widget in the order of their firing. */
     static class Recorder {
@@ -27,6 +28,30 @@ final class Device {
 
         void selected() {
             record("selected");
+        }
+
+        void listSelected(int index, int kind) {
+            record("list " + index + " " + kind);
+        }
+
+        void choiceSelected(int index) {
+            record("choice " + index);
+        }
+
+        void modified() {
+            record("modified");
+        }
+
+        void menu(int code) {
+            record("menu " + code);
+        }
+
+        void scrolled(int value, int kind) {
+            record("scrolled " + value + " " + kind);
+        }
+
+        void wheel(int type, int x, int y, int modifiers, int amount, int notches) {
+            record("wheel " + type + " " + x + " " + y + " " + modifiers + " " + amount + " " + notches);
         }
 
         void window(int event) {
@@ -65,11 +90,23 @@ final class Device {
     }
 
     Device() {
+        this(null);
+    }
+
+    /** A device whose events that have the named method have none instead. */
+    Device(String missing) {
+        this.missing = missing;
         OS.wyxErrorHandler =
                 (function, code, message) -> errors.add(function + " " + code + " " + message);
         display = OS.Display_New();
         OS.Display_InitCallbacks(display, this);
         register(OS.CB_SELECTION, "selected");
+        register(OS.CB_LIST_SELECTION, "listSelected");
+        register(OS.CB_CHOICE_SELECTION, "choiceSelected");
+        register(OS.CB_TEXT_MODIFIED, "modified");
+        register(OS.CB_MENU_SELECTION, "menu");
+        register(OS.CB_SCROLL, "scrolled");
+        register(OS.CB_WHEEL, "wheel");
         register(OS.CB_WINDOW_EVENT, "window");
         register(OS.CB_KEY, "key");
         register(OS.CB_POINTER, "pointer");
@@ -81,7 +118,11 @@ final class Device {
     }
 
     private void register(int id, String method) {
-        OS.Display_RegisterCallback(display, id, "com/nuvik/tests/Device$Recorder", method);
+        OS.Display_RegisterCallback(
+                display,
+                id,
+                "com/nuvik/tests/Device$Recorder",
+                method.equals(missing) ? "missing" : method);
     }
 
     Recorder listen(int widget) {

@@ -19,7 +19,11 @@ public final class TapTest {
 
     @Before
     public void open() {
-        device = new Device();
+        open(new Device());
+    }
+
+    private void open(Device opened) {
+        device = opened;
         shell = device.newShell();
         button = device.newButton(shell);
     }
@@ -155,9 +159,11 @@ public final class TapTest {
 
     @Test
     public void aMethodThatIsNotThereMakesItsEventVanish() {
-        com.nuvik.wyx.k4tr.OS.Display_RegisterCallback(
-                device.display, com.nuvik.wyx.k4tr.OS.CB_WHEEL, "com/nuvik/tests/None", "none");
-        device.listen(button);
+        close();
+        open(new Device("selected"));
+        Device.Recorder recorder = device.listen(button);
         device.tap(90, 70);
+        assertEquals(0, count(recorder, "selected"));
+        assertEquals(1, count(recorder, "pointer 2 50 20 8 0"));
     }
 }

@@ -1,0 +1,187 @@
+#include "sound/player.h"
+#include "bridge/memory.h"
+#include "sound/sound.h"
+#include <initializer_list>
+#include <mmreg.h>
+
+static constexpr SIZE_T stackSize = 0x10000;
+
+static HANDLE newEvent() { return CreateEventW(nullptr, FALSE, TRUE, nullptr); }
+
+static void closeEvents(const SoundPlayer* player) {
+    for (HANDLE event : {player->doneEvent, player->startedEvent, player->stoppedEvent})
+        if (event) CloseHandle(event);
+}
+
+SoundStatus Player_New(SoundPlayer** result) {
+    auto* player = allocate<SoundPlayer>();
+    if (!player) return soundNoMemory;
+    player->doneEvent = newEvent();
+    player->startedEvent = newEvent();
+    player->stoppedEvent = newEvent();
+    if (!player->doneEvent || !player->startedEvent || !player->stoppedEvent) {
+        closeEvents(player);
+        freeBlock(player);
+        return soundSystemFailed;
+    }
+    InitializeCriticalSection(&player->lock);
+    *result = player;
+    return soundDone;
+}
+
+void Player_Dispose(SoundPlayer* player) {
+    DeleteCriticalSection(&player->lock);
+    closeEvents(player);
+    if (player->thread) CloseHandle(player->thread);
+    freeBlock(player);
+}
+
+bool Player_IsIdle(const SoundPlayer* player) {
+    return !player->thread || WaitForSingleObject(player->thread, 0) == WAIT_OBJECT_0;
+}
+
+static bool fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
+    switch (samples.encoding) {
+    case encodingPcm:
+        format->wFormatTag = WAVE_FORMAT_PCM;
+        break;
+    case encodingMuLaw:
+        format->wFormatTag = WAVE_FORMAT_MULAW;
+        break;
+    case encodingALaw:
+        format->wFormatTag = WAVE_FORMAT_ALAW;
+        break;
+    default:
+        return false;
+    }
+    format->nChannels = static_cast<WORD>(samples.channels);
+    format->nSamplesPerSec = samples.sampleRate;
+    format->nBlockAlign = static_cast<WORD>(samples.channels * samples.bitsPerSample / 8);
+    format->nAvgBytesPerSec = format->nBlockAlign * samples.sampleRate;
+    format->wBitsPerSample = static_cast<WORD>(samples.bitsPerSample);
+    format->cbSize = 0;
+    return true;
+}
+
+static void fillHeader(WAVEHDR* header, const SoundSamples& samples, DWORD rounds) {
+    *header = {};
+    header->lpData = reinterpret_cast<LPSTR>(const_cast<BYTE*>(samples.sampleData));
+    header->dwBufferLength = samples.sampleDataSize;
+    header->dwFlags = WHDR_BEGINLOOP | WHDR_ENDLOOP;
+    header->dwLoops = rounds;
+}
+
+static bool isPlayable(const WAVEFORMATEX* format) {
+    return waveOutOpen(nullptr, WAVE_MAPPER, format, 0, 0, WAVE_FORMAT_QUERY | WAVE_ALLOWSYNC) ==
+           MMSYSERR_NOERROR;
+}
+
+// Runs on a thread of the system's, which must not be kept waiting.
+static void CALLBACK deviceChanged(HWAVEOUT device, UINT message, DWORD_PTR instance, DWORD_PTR,
+                                   DWORD_PTR) {
+    auto* player = reinterpret_cast<SoundPlayer*>(instance);
+    switch (message) {
+    case WOM_OPEN:
+        player->device = device;
+        break;
+    case WOM_CLOSE:
+        player->device = nullptr;
+        break;
+    case WOM_DONE:
+        EventModify(player->doneEvent, EVENT_SET);
+        break;
+    default:
+        break;
+    }
+}
+
+static SoundStatus openDevice(SoundPlayer* player) {
+    if (waveOutOpen(&player->device, WAVE_MAPPER, &player->format,
+                    reinterpret_cast<DWORD_PTR>(deviceChanged), reinterpret_cast<DWORD_PTR>(player),
+                    CALLBACK_FUNCTION | WAVE_ALLOWSYNC) != MMSYSERR_NOERROR) {
+        player->device = nullptr;
+        return soundSystemFailed;
+    }
+    if (waveOutPrepareHeader(player->device, &player->header, sizeof(player->header)) ==
+        MMSYSERR_NOERROR)
+        return soundDone;
+    waveOutClose(player->device);
+    player->device = nullptr;
+    return soundSystemFailed;
+}
+
+static void closeDevice(SoundPlayer* player) {
+    waveOutUnprepareHeader(player->device, &player->header, sizeof(player->header));
+    waveOutClose(player->device);
+    // Also a device that was not closed is not to be stopped any more.
+    player->device = nullptr;
+}
+
+// What is the sound's belongs to its last player; an earlier one that ends leaves it alone.
+static void tellEnd(SoundRecord* sound, const SoundPlayer* player) {
+    if (sound->player != player) return;
+    sound->state = soundIdle;
+    sound->samples.sampleData = nullptr;
+}
+
+static DWORD WINAPI play(LPVOID argument) {
+    auto* sound = static_cast<SoundRecord*>(argument);
+    SoundPlayer* player = sound->player;
+    EventModify(player->doneEvent, EVENT_RESET);
+    bool isQueued =
+        waveOutWrite(player->device, &player->header, sizeof(player->header)) == MMSYSERR_NOERROR;
+    EventModify(player->startedEvent, EVENT_SET);
+    if (isQueued) WaitForSingleObject(player->doneEvent, INFINITE);
+
+    EnterCriticalSection(&player->lock);
+    closeDevice(player);
+    tellEnd(sound, player);
+    LeaveCriticalSection(&player->lock);
+
+    freeBlock(player->header.lpData);
+    player->header.lpData = nullptr;
+    EventModify(player->stoppedEvent, EVENT_SET);
+    return isQueued ? soundDone : soundSystemFailed;
+}
+
+static SoundStatus startThread(SoundRecord* sound, SoundPlayer* player) {
+    EventModify(player->startedEvent, EVENT_RESET);
+    player->thread = CreateThread(nullptr, stackSize, play, sound, 0, nullptr);
+    if (!player->thread) {
+        closeDevice(player);
+        return soundSystemFailed;
+    }
+    WaitForSingleObject(player->startedEvent, INFINITE);
+    return soundDone;
+}
+
+SoundStatus Player_Start(SoundRecord* sound, DWORD rounds) {
+    SoundPlayer* player = sound->player;
+    if (player->thread) CloseHandle(player->thread);
+    player->thread = nullptr;
+    if (!fillFormat(&player->format, sound->samples) || !isPlayable(&player->format))
+        return soundUnsupported;
+    // A start that fails from here on leaves it so, which is meant.
+    sound->state = soundPlaying;
+    fillHeader(&player->header, sound->samples, rounds);
+    SoundStatus status = openDevice(player);
+    return status == soundDone ? startThread(sound, player) : status;
+}
+
+static void endPlayback(SoundPlayer* player) {
+    EnterCriticalSection(&player->lock);
+    if (!player->device) {
+        LeaveCriticalSection(&player->lock);
+        return;
+    }
+    EventModify(player->stoppedEvent, EVENT_RESET);
+    waveOutReset(player->device);
+    LeaveCriticalSection(&player->lock);
+    WaitForSingleObject(player->stoppedEvent, INFINITE);
+}
+
+void Player_Stop(SoundPlayer* player) {
+    endPlayback(player);
+    // The thread uses the player to the last: an event is set before the call that sets it returns.
+    if (player->thread) WaitForSingleObject(player->thread, INFINITE);
+}

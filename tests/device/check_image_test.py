@@ -1,0 +1,240 @@
+#!/usr/bin/env python3
+"""The structure check of the device's DLL bites: each flaw is told, the sound image has none."""
+import os
+import struct
+import subprocess
+import sys
+import unittest
+
+import images
+from images import SAMPLE
+
+# pylint: disable=wrong-import-position
+import elf  # noqa: E402
+import pe  # noqa: E402
+
+HEADER = 0x80  # of the images that the converter writes
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = images.Folder()
+        self.addCleanup(self.folder.close)
+
+    def build(self, source=SAMPLE, language="assembler", flags=(), options=()):
+        self.folder.link(source, language, flags)
+        subprocess.run([sys.executable, os.path.join(images.DEVICE, "elf_to_pe.py"), *options,
+                        self.folder.path("image.elf"), self.folder.exports,
+                        self.folder.path("sample.dll"), self.folder.path("sample.map"),
+                        self.folder.system, self.folder.shell], check=True)
+        self.folder.write("desk.dll", self.folder.read("sample.dll"))
+        return bytearray(self.folder.read("sample.dll"))
+
+    def check(self, architecture="armv4t"):
+        done = subprocess.run([sys.executable, os.path.join(images.DEVICE, "check_image.py"),
+                               "--desk", self.folder.path("desk.dll"),
+                               self.folder.path("sample.dll"), self.folder.path("image.elf"),
+                               self.folder.exports, architecture, self.folder.system,
+                               self.folder.shell], capture_output=True, text=True, check=False)
+        return done.returncode, done.stdout + done.stderr
+
+    def passes(self, architecture="armv4t"):
+        self.assertEqual(self.check(architecture)[0], 0, self.check(architecture)[1])
+
+    def tells(self, problem, data=None, architecture="armv4t"):
+        if data is not None:
+            self.folder.write("sample.dll", bytes(data))
+        code, output = self.check(architecture)
+        self.assertIn(problem, output)
+        self.assertEqual(code, 1)
+
+
+class Sound(CheckTest):
+    def test_the_sample_has_no_flaw(self):
+        self.build()
+        self.passes()
+
+    def test_it_has_none_for_older_processors(self):
+        self.build(options=["--without-bx"])
+        self.passes("armv4")
+
+
+class Flaws(CheckTest):
+    def test_header_fields(self):
+        data = self.build()
+        for offset, problem in ((HEADER + 4, "the machine is"), (HEADER + 8, "the time is"),
+                                (HEADER + 22, "the file flags is"),
+                                (HEADER + 24 + 68, "the subsystem is"),
+                                (HEADER + 24 + 40, "the system version is"),
+                                (HEADER + 24 + 48, "the subsystem version is"),
+                                (HEADER + 24 + 56, "the size of the image is not"),
+                                (HEADER + 24 + 16, "the entry point is no code")):
+            changed = bytearray(data)
+            changed[offset] ^= 1
+            self.tells(problem, changed)
+
+    def test_missing_tables(self):
+        data = self.build()
+        size_of_exceptions = HEADER + 24 + 96 + 8 * pe.EXCEPTION_TABLE + 4
+        struct.pack_into("<I", data, size_of_exceptions, 0)
+        self.tells("there is no exception table", data)
+
+    def test_section_names_and_flags(self):
+        data = self.build()
+        table = HEADER + 24 + 96 + 8 * 16
+        renamed = bytearray(data)
+        renamed[table:table + 8] = b".code\0\0\0"
+        self.tells("the sections are", renamed)
+        writable = bytearray(data)
+        writable[table + 39] |= 0x80
+        self.tells("section .text is code that can be written to", writable)
+
+    def test_bytes_behind_the_end(self):
+        self.tells("bytes behind the last section", self.build() + bytes(512))
+
+    def test_a_file_that_is_too_large(self):
+        self.build(SAMPLE + ".section .rodata.table\n .space 0x28000, 1\n")
+        self.tells("more than 163840")
+
+    def test_every_single_relocation_that_is_dropped(self):
+        data = self.build()
+        image = pe.Pe(self.folder.path("sample.dll"))
+        address, size = image.directories[pe.RELOCATION_TABLE]
+        section = image.section_at(address)
+        start, end = section.place + address - section.address, 0
+        dropped = 0
+        while end < size:
+            page, length = struct.unpack_from("<II", data, start + end)
+            for entry in range(start + end + 8, start + end + length, 2):
+                value, = struct.unpack_from("<H", data, entry)
+                if value:
+                    changed = bytearray(data)
+                    struct.pack_into("<H", changed, entry, 0)
+                    self.tells(f"the address at {page | value & 0xFFF:#x} is not relocated",
+                               changed)
+                    dropped += 1
+            end += length
+        self.assertEqual(dropped, len(list(image.fixups())))
+        self.assertGreater(dropped, 5)
+
+    def test_relocations_of_what_is_no_address(self):
+        data = self.build()
+        image = pe.Pe(self.folder.path("sample.dll"))
+        address, _ = image.directories[pe.RELOCATION_TABLE]
+        place = image.section_at(address).place
+        first, = struct.unpack_from("<H", data, place + 8)
+        struct.pack_into("<H", data, place + 8, first - 4)  # a word of code before the address
+        self.tells("instructions are relocated", data)
+        self.tells("is no address of the image", data)
+
+    def test_an_import_beyond_the_lists(self):
+        self.build()
+        self.folder.write("coredll.def", images.SYSTEM.replace(" MessageBeep@4\n", ""))
+        self.tells("MessageBeep of coredll.dll is imported")
+
+    def test_exports_that_differ(self):
+        self.build()
+        self.folder.write("sample.def", images.EXPORTS + " another\n")
+        self.tells("exports differ from the list: ['another']")
+
+    def test_an_export_table_unlike_the_desks(self):
+        data = self.build()
+        self.folder.write("desk.dll", bytes(data).replace(b"beep\0", b"seep\0"))
+        self.tells("the export table is not that of the desk's library")
+
+    def test_an_export_that_is_data(self):
+        self.folder.write("sample.def", images.EXPORTS + " buffer\n")
+        self.build()
+        self.tells("export buffer is no code")
+
+    def test_static_constructors(self):
+        source = """
+            extern "C" unsigned __attribute__((noinline)) beep(unsigned a) {
+                asm volatile("" : "+r"(a)); // no constant for the compiler to see through
+                return a;
+            }
+            extern "C" unsigned _find() { return beep(2); }
+            extern "C" void* LocalAlloc(unsigned, unsigned);
+            extern "C" void* Allocate() { return LocalAlloc(0, 4); }
+            struct Counter { int value; Counter() : value(beep(7)) {} } counter;
+            extern "C" int DllMain() { return counter.value; }
+        """
+        self.folder.link(source, "C++")
+        linked = elf.Elf(self.folder.read("image.elf"))
+        self.assertIn(".ctors", [section.name for section in linked.sections])
+        with self.assertRaises(subprocess.CalledProcessError):
+            self.build(source, "C++")
+        # The converter stops there; the check tells it of an image that came about otherwise.
+        bad = self.folder.read("image.elf")
+        self.build()
+        self.folder.write("image.elf", bad)
+        self.tells("there are static constructors (.ctors)")
+        self.tells("there is a static constructor: _GLOBAL__sub_I_source.cpp")
+
+    def function(self, body):
+        return SAMPLE + f"""
+            .section .text.beep
+            .globl odd
+            .type odd, %function
+        odd:
+            {body}
+            .size odd, . - odd
+        """
+
+    def test_large_frames(self):
+        self.build(self.function("sub sp, sp, #4096\n push {r4, lr}\n"))
+        self.tells("odd has a stack frame of 4104 bytes")
+        self.build(self.function("sub sp, sp, #4096\n"))
+        self.passes()
+        self.build(self.function("sub sp, sp, r3\n"))
+        self.tells("odd has a stack frame of unknown size")
+
+    def test_instructions_that_not_every_processor_has(self):
+        for instruction in ("clz r0, r1", "blx r3", "ldrd r0, [r2]", "strd r0, [r2]", "pld [r0]",
+                            "smulbb r0, r1, r2", "qadd r0, r1, r2", "bkpt #0", "rev r0, r1",
+                            "movw r0, #4660", "ldrex r0, [r1]", "swp r0, r1, [r2]", "uxtb r0, r1",
+                            "mrs r0, cpsr", "msr cpsr_f, r0", "svc #1", "mrc p15, 0, r0, c1, c0, 0",
+                            "bfi r0, r1, #3, #4", "mls r0, r1, r2, r3"):
+            self.build(self.function(f".arch armv7-a\n {instruction}\n"))
+            self.tells("odd has an instruction that not every processor has")
+
+    def test_instructions_that_every_processor_has(self):
+        self.build(self.function("""
+            adds r0, r1, r2, lsl #3
+            movs r0, r1, asr r2
+            cmp r0, #3
+            tst r1, r2
+            mulne r0, r1, r2
+            mla r0, r1, r2, r3
+            umull r0, r1, r2, r3
+            smlals r0, r1, r2, r3
+            ldrh r0, [r1], #2
+            strh r0, [r1, r2]
+            ldrsb r0, [r1]
+            ldrsh r0, [r1, -r2]!
+            strb r0, [r1, r2, lsr #1]
+            ldmib r0!, {r1, r2}
+            stmda r0, {r1, pc}
+            blne beep
+        """))
+        self.passes()
+
+    def test_exchange_on_older_processors(self):
+        self.build()
+        self.tells("DllMain has an instruction that not every processor has", None, "armv4")
+
+    def test_exception_entries(self):
+        data = self.build()
+        image = pe.Pe(self.folder.path("sample.dll"))
+        address, size = image.directories[pe.EXCEPTION_TABLE]
+        place = image.section_at(address).place
+        swapped = bytearray(data)
+        swapped[place:place + 16] = data[place + 8:place + 16] + data[place:place + 8]
+        self.tells("is wrong", swapped)
+        short = bytearray(data)
+        struct.pack_into("<I", short, HEADER + 24 + 96 + 8 * pe.EXCEPTION_TABLE + 4, size - 8)
+        self.tells("is in no function", short)
+
+
+if __name__ == "__main__":
+    unittest.main()
