@@ -235,6 +235,85 @@ public final class OS {
     public static native int[] List_GetMinimumSize(int list, int rows);
 
     /**
+     * Tells the text of the clipboard.
+     *
+     * @return null when it holds no text. Errors with the system's text: "Unabled to open clipboard"
+     *     (spelt so), "Unable to copy text from clipboard", "Unable to close the clipboard"; without
+     *     memory for the text: "Cannot create copy of global string"
+     */
+    public static native String Clipboard_GetText();
+
+    /**
+     * Replaces all that the clipboard holds by a text.
+     *
+     * @param text null is the empty text. Errors with the system's text: "Unable to open the
+     *     clipboard", "Unable to empty the clipboard", "Unable to set text in clipboard", "Unable to
+     *     close the clipboard"; without memory for the text: "Unable to allocate global copy of text"
+     */
+    public static native void Clipboard_SetText(String text);
+
+    /**
+     * Makes a dialog that asks for files. It shows nothing before it is opened, and is disposed of
+     * like any widget.
+     *
+     * @param owner the shell or control that takes no input while the dialog is open
+     * @param style 0x2000 asks for a file to save, 0x800000 lets several files be chosen
+     * @return the dialog; 0 without memory for it. Error: "Not enough memory to allocate file dialog",
+     *     as that of the other operations on dialogs
+     */
+    public static native int FileDialog_New(int owner, int style);
+
+    /**
+     * Sets what the caption of a dialog's owner shows while the dialog is open.
+     *
+     * @param dialog the dialog
+     * @param title null or empty leaves the caption as it is
+     */
+    public static native void FileDialog_SetTitle(int dialog, String title);
+
+    /**
+     * Sets the name that a dialog starts with.
+     *
+     * @param dialog the dialog
+     * @param name null is none
+     */
+    public static native void FileDialog_SetFileName(int dialog, String name);
+
+    /**
+     * Sets the folder that a dialog starts in.
+     *
+     * @param dialog the dialog
+     * @param path null is the system's choice
+     */
+    public static native void FileDialog_SetFilterPath(int dialog, String path);
+
+    /**
+     * Opens a dialog and waits until it is closed. Called on a thread that is not the display's, it
+     * runs on a thread of its own.
+     *
+     * @param dialog the dialog
+     * @return whether a file was chosen. Error: "Unable to create thread for file dialog" with the
+     *     system's text
+     */
+    public static native boolean FileDialog_Open(int dialog);
+
+    /**
+     * Tells the folder of what was chosen, or the one that was set.
+     *
+     * @param dialog the dialog
+     * @return null for none; of one chosen file with the backslash at its end
+     */
+    public static native String FileDialog_GetFilterPath(int dialog);
+
+    /**
+     * Hands over the names of the files that were chosen last.
+     *
+     * @param dialog the dialog, which has them no longer then
+     * @return the names without their folder; empty when none were chosen
+     */
+    public static native String[] FileDialog_GetFileNames(int dialog);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0
