@@ -18,6 +18,7 @@ struct FileDialog {
     bool saves;
     std::wstring folder; // a path of the device
     HWND window;
+    DWORD failure; // a system error code
 };
 
 struct Entry {
@@ -151,22 +152,22 @@ static std::wstring describe(const FileDialog& dialog, const std::vector<std::ws
     return all;
 }
 
-static void deliver(const FileDialog& dialog, const std::vector<std::wstring>& names) {
-    OPENFILENAMEW& request = *dialog.request;
-    std::wstring files = describe(dialog, names);
+static void deliver(FileDialog* dialog, const std::vector<std::wstring>& names) {
+    OPENFILENAMEW& request = *dialog->request;
+    std::wstring files = describe(*dialog, names);
     if (files.size() + 1 > request.nMaxFile) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        EndDialog(dialog.window, FALSE);
+        dialog->failure = ERROR_INSUFFICIENT_BUFFER;
+        EndDialog(dialog->window, FALSE);
         return;
     }
     std::copy(files.begin(), files.end(), request.lpstrFile);
     request.lpstrFile[files.size()] = L'\0'; // the second one
-    size_t folder = names.size() == 1 ? files.rfind(L'\\') + 1 : dialog.folder.size() + 1;
+    size_t folder = names.size() == 1 ? files.rfind(L'\\') + 1 : dialog->folder.size() + 1;
     request.nFileOffset = static_cast<WORD>(folder);
     size_t dot = files.rfind(L'.');
     bool hasExtension = dot != std::wstring::npos && dot > folder;
     request.nFileExtension = hasExtension ? static_cast<WORD>(dot + 1) : 0;
-    EndDialog(dialog.window, TRUE);
+    EndDialog(dialog->window, TRUE);
 }
 
 static bool isRefused(const std::wstring& name) {
@@ -187,7 +188,7 @@ static void accept(FileDialog* dialog) {
         enter(dialog, path);
         return;
     }
-    deliver(*dialog, names);
+    deliver(dialog, names);
 }
 
 static std::wstring firstFolder(const OPENFILENAMEW& request) {
@@ -295,10 +296,12 @@ static BOOL run(OPENFILENAMEW* request, bool saves) {
         DLGTEMPLATE head;
         WORD menu, windowClass, title;
     } const dialogTemplate = {{WS_POPUP | WS_CAPTION | DS_MODALFRAME, 0, 0, 0, 0, 0, 0}, 0, 0, 0};
-    FileDialog dialog = {request, saves, {}, nullptr};
-    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &dialogTemplate.head,
-                                   request->hwndOwner, dialogProc,
-                                   reinterpret_cast<LPARAM>(&dialog)) == TRUE;
+    FileDialog dialog = {request, saves, {}, nullptr, ERROR_SUCCESS};
+    INT_PTR chosen =
+        DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &dialogTemplate.head, request->hwndOwner,
+                                dialogProc, reinterpret_cast<LPARAM>(&dialog));
+    SetLastError(dialog.failure);
+    return chosen == TRUE;
 }
 
 extern "C" {
