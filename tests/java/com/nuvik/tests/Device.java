@@ -161,13 +161,21 @@ final class Device {
         while (OS.Display_ReadAndDispatch(display)) {}
     }
 
-    /** A person's tap on the screen. */
+    /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
     void tap(int x, int y) {
         com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, PRESS, LEFT);
-        dispatchAll();
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, RELEASE, LEFT);
         dispatchAll();
+    }
+
+    /** A key goes down; it is handled with the next dispatch. */
+    void press(int key) {
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, PRESS, key, '\0');
+    }
+
+    void release(int key) {
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, RELEASE, key, '\0');
     }
 
     /** Runs the work on another thread while this one dispatches messages. */
