@@ -288,6 +288,225 @@ public final class OS {
     public static native int Choice_GetSelectedItemIndex(int choice);
 
     /**
+     * Makes a list: items of text of which one, or in multiple mode several, can be selected.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x800 border, 0x10000 horizontal and 0x20000 vertical scroll bar, 0x800000
+     *     multiple mode
+     * @return the list; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int List_New(int parent, int style);
+
+    /**
+     * Inserts an item into a list.
+     *
+     * @param list the list
+     * @param item null is the empty text
+     * @param index where it comes to stand, from 0; -1 appends it. Errors with the system's text:
+     *     "Index is out of valid range for list" and "Unable to add item to list"
+     */
+    public static native void List_Add(int list, String item, int index);
+
+    /**
+     * Replaces an item of a list. It stays selected if it was, and the list where it is scrolled
+     * to.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list", "Unable to remove item from list" and those of {@link #List_Add}
+     * @param item null is the empty text
+     */
+    public static native void List_SetItem(int list, int index, String item);
+
+    /**
+     * Removes an item of a list. The items in view stay there when it lay above them.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list" and "Unable to remove item from list"
+     */
+    public static native void List_Remove(int list, int index);
+
+    /**
+     * Removes all items of a list.
+     *
+     * @param list the list
+     */
+    public static native void List_RemoveAll(int list);
+
+    /**
+     * Selects an item of a list; in multiple mode those selected before stay selected. Fires no
+     * event.
+     *
+     * @param list the list
+     * @param index of the item, from 0; without an item there nothing happens
+     */
+    public static native void List_Select(int list, int index);
+
+    /**
+     * Selects items of a list one after the other, as {@link #List_Select} does. More than one in
+     * single mode is ignored.
+     *
+     * @param list the list
+     * @param indices of the items; null is none
+     * @param count how many of the indices count; below 1 nothing happens
+     */
+    public static native void List_SelectIndices(int list, int[] indices, int count);
+
+    /**
+     * Ends the selection of one item of a list. Fires no event.
+     *
+     * @param list the list
+     * @param index of the item; nothing happens when it is not selected
+     */
+    public static native void List_Deselect(int list, int index);
+
+    /**
+     * Tells whether an item of a list is selected.
+     *
+     * @param list the list
+     * @param index of the item, from 0
+     * @return false also without an item there
+     */
+    public static native boolean List_IsSelected(int list, int index);
+
+    /**
+     * Tells how many items of a list are selected.
+     *
+     * @param list the list
+     * @return their number. Error: "Unable to get selection count from multiple select listbox" with
+     *     the system's text
+     */
+    public static native int List_GetSelectionCount(int list);
+
+    /**
+     * Tells which item of a list is selected.
+     *
+     * @param list the list
+     * @return the first selected item, or -1. Errors with the system's text: "Unable to get selection
+     *     count from multiple-select list box" and "Unable to get selection from multiple select
+     *     listbox", with the result 0
+     */
+    public static native int List_GetSelectionIndex(int list);
+
+    /**
+     * Tells which items of a list are selected.
+     *
+     * @param list the list
+     * @return their indices, ascending; empty without a selection. Errors: "Unable to get selection
+     *     count from list", and "Unable to get selection from list" with the system's text or
+     *     without memory for them, with the result null
+     */
+    public static native int[] List_GetSelectionIndices(int list);
+
+    /**
+     * Switches the selection mode of a list. It keeps its items, font, focus and how far it is
+     * scrolled; in single mode the first of several selected items stays selected.
+     *
+     * @param list the list
+     * @param multiple whether several items can be selected. Errors: "Unable to create handle for
+     *     widget" with the system's text, "Unable to add item to list"
+     */
+    public static native void List_SetMultipleMode(int list, boolean multiple);
+
+    /**
+     * Scrolls an item of a list to the top, as far as the items behind it allow.
+     *
+     * @param list the list
+     * @param index of the item; without an item there the list is scrolled to its end
+     */
+    public static native void List_SetTopItemIndex(int list, int index);
+
+    /**
+     * Tells the least room that a list wants.
+     *
+     * @param list the list
+     * @param rows how many items are to be in view
+     * @return width and height in pixels
+     */
+    public static native int[] List_GetMinimumSize(int list, int rows);
+
+    /**
+     * Tells the text of the clipboard.
+     *
+     * @return null when it holds no text. Errors with the system's text: "Unabled to open clipboard"
+     *     (spelt so), "Unable to copy text from clipboard", "Unable to close the clipboard"; without
+     *     memory for the text: "Cannot create copy of global string"
+     */
+    public static native String Clipboard_GetText();
+
+    /**
+     * Replaces all that the clipboard holds by a text.
+     *
+     * @param text null is the empty text. Errors with the system's text: "Unable to open the
+     *     clipboard", "Unable to empty the clipboard", "Unable to set text in clipboard", "Unable to
+     *     close the clipboard"; without memory for the text: "Unable to allocate global copy of text"
+     */
+    public static native void Clipboard_SetText(String text);
+
+    /**
+     * Makes a dialog that asks for files. It shows nothing before it is opened, and is disposed of
+     * like any widget.
+     *
+     * @param owner the shell or control that takes no input while the dialog is open
+     * @param style 0x2000 asks for a file to save, 0x800000 lets several files be chosen
+     * @return the dialog; 0 without memory for it. Error: "Not enough memory to allocate file dialog",
+     *     as that of the other operations on dialogs
+     */
+    public static native int FileDialog_New(int owner, int style);
+
+    /**
+     * Sets what the caption of a dialog's owner shows while the dialog is open.
+     *
+     * @param dialog the dialog
+     * @param title null or empty leaves the caption as it is
+     */
+    public static native void FileDialog_SetTitle(int dialog, String title);
+
+    /**
+     * Sets the name that a dialog starts with.
+     *
+     * @param dialog the dialog
+     * @param name null is none
+     */
+    public static native void FileDialog_SetFileName(int dialog, String name);
+
+    /**
+     * Sets the folder that a dialog starts in.
+     *
+     * @param dialog the dialog
+     * @param path null is the system's choice
+     */
+    public static native void FileDialog_SetFilterPath(int dialog, String path);
+
+    /**
+     * Opens a dialog and waits until it is closed. Called on a thread that is not the display's, it
+     * runs on a thread of its own.
+     *
+     * @param dialog the dialog
+     * @return whether a file was chosen. Error: "Unable to create thread for file dialog" with the
+     *     system's text
+     */
+    public static native boolean FileDialog_Open(int dialog);
+
+    /**
+     * Tells the folder of what was chosen, or the one that was set.
+     *
+     * @param dialog the dialog
+     * @return null for none; of one chosen file with the backslash at its end
+     */
+    public static native String FileDialog_GetFilterPath(int dialog);
+
+    /**
+     * Hands over the names of the files that were chosen last.
+     *
+     * @param dialog the dialog, which has them no longer then
+     * @return the names without their folder; empty when none were chosen
+     */
+    public static native String[] FileDialog_GetFileNames(int dialog);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0
