@@ -43,9 +43,28 @@ EMULATOR_IMPORT void WINAPI Emulator_GetWorkArea(RECT* area);
 EMULATOR_IMPORT void WINAPI Emulator_ShowInputPanel(BOOL shown);
 EMULATOR_IMPORT BOOL WINAPI Emulator_IsInputPanelShown();
 
+// How many times faster than real time sounds play from now on; 1 is real time. With 0 they stand
+// still but for Emulator_PassSoundTime.
+EMULATOR_IMPORT void WINAPI Emulator_SetSoundSpeed(DWORD factor);
+
+// Lets the time pass for sounds, and returns when all that is due then has been played and told.
+EMULATOR_IMPORT void WINAPI Emulator_PassSoundTime(DWORD milliseconds);
+
+// What waveform outputs play that are opened from now on is written to WAV files, which are whole
+// when the output is closed: the first to the path, the next with -2, -3 ... before its extension.
+// Null: to none.
+EMULATOR_IMPORT void WINAPI Emulator_RecordSounds(LPCWSTR path);
+
+// Waveform outputs that are open.
+EMULATOR_IMPORT LONG WINAPI Emulator_CountWaveOutputs();
+
 // How images are delivered from now on, on any thread; deliverWhole at first.
 EMULATOR_IMPORT void WINAPI Emulator_SetImageDelivery(EmulatorDelivery delivery);
 
 // For imaging.
 EMULATOR_IMPORT EmulatorDelivery WINAPI Emulator_ImageDelivery();
+
+// Where the desk keeps a file or folder of the device's, in MAX_PATH characters. False when it does
+// not fit.
+EMULATOR_IMPORT BOOL WINAPI Emulator_GetDeskPath(LPCWSTR path, LPWSTR onDesk);
 }

@@ -93,9 +93,10 @@ static bool isFallible(const std::string& name) {
 
 static bool countsDown(int* nth) { return *nth > 0 && --*nth == 0; }
 
-extern "C" uint32_t decideFault(uint32_t number) {
-    Import& import = imports[number];
-    DWORD lastError = GetLastError();
+// The library calls from threads of its own too.
+static SRWLOCK deciding = SRWLOCK_INIT;
+
+static uint32_t decide(Import& import, DWORD lastError) {
     called.push_back(import.name);
     bool fails = import.failAlways || countsDown(&import.failNth) ||
                  (isFallible(import.name) && countsDown(&anyCallNth));
@@ -105,6 +106,14 @@ extern "C" uint32_t decideFault(uint32_t number) {
                                                              : import.original);
     failed = true;
     return 0;
+}
+
+extern "C" uint32_t decideFault(uint32_t number) {
+    DWORD lastError = GetLastError();
+    AcquireSRWLockExclusive(&deciding);
+    uint32_t target = decide(imports[number], lastError);
+    ReleaseSRWLockExclusive(&deciding);
+    return target;
 }
 
 static const auto* bytesOf(const std::string& nameOrOrdinal) {
@@ -185,10 +194,17 @@ void Faults::fail(const std::string& function, int nth, DWORD lastError, DWORD v
 
 void Faults::failAnyCall(int nth) { anyCallNth = nth; }
 bool Faults::hasFailed() const { return failed; }
-std::vector<std::string> Faults::calls() const { return called; }
+
+std::vector<std::string> Faults::calls() const {
+    AcquireSRWLockExclusive(&deciding);
+    std::vector<std::string> soFar = called;
+    ReleaseSRWLockExclusive(&deciding);
+    return soFar;
+}
 
 int Faults::countCalls(const std::string& function) const {
-    return static_cast<int>(std::count(called.begin(), called.end(), function));
+    std::vector<std::string> soFar = calls();
+    return static_cast<int>(std::count(soFar.begin(), soFar.end(), function));
 }
 
 void Faults::replace(const std::string& function, void* replacement) {

@@ -1,0 +1,159 @@
+package com.nuvik.examples;
+
+import com.nuvik.wyx.k4tr.OS;
+import java.nio.ByteBuffer;
+import java.nio.ByteOrder;
+import java.nio.charset.StandardCharsets;
+
+/**
+ * Buttons that play a tune once, three times and without end, and stop it. The tune is made here and
+ * its wave is drawn above the buttons. It tells on standard output where the buttons are and what they
+ * do.
+ */
+public final class Sound {
+    private static final int RATE = 22050;
+    private static final int BYTES_PER_SAMPLE = 2;
+    private static final int HEADER = 44;
+    private static final double[] NOTES = {523.25, 659.26, 783.99, 1046.5};
+    private static final int SAMPLES_OF_A_NOTE = RATE / 4;
+    private static final int BORDER = 0x800;
+    private static final int MARGIN = 10;
+    private static final int BUTTON_HEIGHT = 34;
+
+    private final Program program = new Program();
+    private final int shell = program.newMainShell("Sound");
+    private final int sound = com.nuvik.wyx.dovr.OS.Sound_New();
+    private final short[] tune = makeTune();
+    private final byte[] file = makeFile(tune);
+    private final int[] buttons = new int[4];
+    private int label;
+    private int wave;
+    private int width;
+
+    /** Rising notes, each of which fades away. */
+    private static short[] makeTune() {
+        short[] samples = new short[NOTES.length * SAMPLES_OF_A_NOTE];
+        for (int i = 0; i < samples.length; i++) {
+            int at = i % SAMPLES_OF_A_NOTE;
+            double phase = 2 * Math.PI * NOTES[i / SAMPLES_OF_A_NOTE] * at / RATE;
+            double loudness = 12000 * (1 - (double) at / SAMPLES_OF_A_NOTE);
+            samples[i] = (short) (loudness * (Math.sin(phase) + Math.sin(2 * phase) / 3));
+        }
+        return samples;
+    }
+
+    /** A RIFF WAVE file of 16-bit samples on one channel. */
+    private static byte[] makeFile(short[] samples) {
+        int size = samples.length * BYTES_PER_SAMPLE;
+        ByteBuffer file = ByteBuffer.allocate(HEADER + size).order(ByteOrder.LITTLE_ENDIAN);
+        file.put(ascii("RIFF")).putInt(HEADER - 8 + size).put(ascii("WAVE"));
+        file.put(ascii("fmt ")).putInt(16).putShort((short) 1).putShort((short) 1).putInt(RATE);
+        file.putInt(RATE * BYTES_PER_SAMPLE).putShort((short) BYTES_PER_SAMPLE).putShort((short) 16);
+        file.put(ascii("data")).putInt(size);
+        for (short sample : samples) file.putShort(sample);
+        return file.array();
+    }
+
+    private static byte[] ascii(String text) {
+        return text.getBytes(StandardCharsets.US_ASCII);
+    }
+
+    private void say(String what) {
+        com.nuvik.wyx.dovr.OS.Label_SetText(label, what);
+        System.out.println(what);
+    }
+
+    private void play(int loops, String what) {
+        com.nuvik.wyx.dovr.OS.Sound_Stop(sound);
+        com.nuvik.wyx.dovr.OS.Sound_Play(sound, file, file.length, loops);
+        say(what);
+    }
+
+    private void stop() {
+        com.nuvik.wyx.dovr.OS.Sound_Stop(sound);
+        say("Stopped");
+    }
+
+    /** A line from the lowest to the highest of the samples that fall on one pixel, and so on. */
+    private int[] outline(int columns, int height) {
+        int[] points = new int[4 * columns];
+        for (int x = 0; x < columns; x++) {
+            int lowest = 0;
+            int highest = 0;
+            for (int i = x * tune.length / columns; i < (x + 1) * tune.length / columns; i++) {
+                lowest = Math.min(lowest, tune[i]);
+                highest = Math.max(highest, tune[i]);
+            }
+            points[4 * x] = points[4 * x + 2] = x;
+            points[4 * x + 1] = height / 2 - lowest * height / 40000;
+            points[4 * x + 3] = height / 2 - highest * height / 40000;
+        }
+        return points;
+    }
+
+    private void drawWave() {
+        int[] points = outline(width - 2, OS.Control_GetBounds(wave)[3] - 2);
+        int graphics = OS.Control_NewGraphics(wave);
+        int blue = OS.Color_New(program.display, 0, 0, 160);
+        OS.Graphics_SetForeground(graphics, blue);
+        OS.Graphics_DrawPolyline(graphics, points, points.length);
+        OS.Graphics_Dispose(graphics);
+        OS.Color_Dispose(blue);
+    }
+
+    private void makeButton(int number, String text, Runnable action) {
+        int button = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
+        com.nuvik.wyx.dovr.OS.Button_SetLabel(button, text);
+        OS.Widget_SetData(
+                button,
+                new Program.Listener() {
+                    @Override
+                    void selected() {
+                        action.run();
+                    }
+                });
+        int half = (width - MARGIN) / 2;
+        int x = MARGIN + number % 2 * (half + MARGIN);
+        int y = 150 + number / 2 * (BUTTON_HEIGHT + MARGIN);
+        Program.place(button, x, y, half, BUTTON_HEIGHT);
+        buttons[number] = button;
+        int[] area = OS.Control_GetBounds(shell);
+        int middleX = area[0] + x + half / 2;
+        int middleY = area[1] + y + BUTTON_HEIGHT / 2;
+        System.out.println(text + " at " + middleX + " " + middleY);
+    }
+
+    private void run() {
+        width = OS.Control_GetBounds(shell)[2] - 2 * MARGIN;
+        wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, BORDER);
+        OS.Widget_SetData(
+                wave,
+                new Program.Listener() {
+                    @Override
+                    void paint(int x, int y, int paintWidth, int paintHeight) {
+                        drawWave();
+                    }
+                });
+        Program.place(wave, MARGIN, MARGIN, width, 100);
+        label = com.nuvik.wyx.dovr.OS.Label_New(shell, 0);
+        Program.place(label, MARGIN, 120, width, 20);
+        OS.Control_SetVisible(shell, true);
+        makeButton(0, "Play", () -> play(0, "Playing once"));
+        makeButton(1, "Three times", () -> play(2, "Playing three times"));
+        makeButton(2, "Loop", () -> play(-1, "Playing until it is stopped"));
+        makeButton(3, "Stop", this::stop);
+        say("Ready");
+        program.run();
+        com.nuvik.wyx.dovr.OS.Sound_Dispose(sound);
+        for (int button : buttons) program.dispose(button);
+        program.dispose(label);
+        program.dispose(wave);
+        program.dispose(shell);
+        program.end();
+        System.out.println("closed");
+    }
+
+    public static void main(String[] arguments) {
+        new Sound().run();
+    }
+}
