@@ -63,4 +63,8 @@ EMULATOR_IMPORT void WINAPI Emulator_SetImageDelivery(EmulatorDelivery delivery)
 
 // For imaging.
 EMULATOR_IMPORT EmulatorDelivery WINAPI Emulator_ImageDelivery();
+
+// Where the desk keeps a file or folder of the device's, in MAX_PATH characters. False when it does
+// not fit.
+EMULATOR_IMPORT BOOL WINAPI Emulator_GetDeskPath(LPCWSTR path, LPWSTR onDesk);
 }

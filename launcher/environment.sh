@@ -39,3 +39,24 @@ leave_prefix() {
         rmdir "$(dirname "$server")" 2>/dev/null || true
     done
 }
+
+# The services and the desktop of the prefix must start without the preloaded library, which their
+# processes could not use.
+open_desk() {
+    "$wine" "$bin/opendesk.exe" >>"$run/logs/opendesk.log" 2>&1 </dev/null ||
+        fail "the device's screen cannot be opened"
+}
+
+# use_device_code armv4t|armv4: programs run the library's code for the device, on an emulated
+# processor, in place of the desk's.
+use_device_code() {
+    local folder=$root/build/device
+    [ "$1" = armv4t ] || folder=$folder/$1
+    export ZEMVOLT_ARCHITECTURE=$1
+    export ZEMVOLT_IMAGE=${ZEMVOLT_IMAGE:-Z:$folder/zemvolt11.dll}
+    export ZEMVOLT_SYMBOLS=${ZEMVOLT_SYMBOLS-Z:$bin/zemvolt11.symbols}
+    export ZEMVOLT_PROCESSOR=$run/unicorn/libunicorn.so.2
+    [ -f "${ZEMVOLT_IMAGE#Z:}" ] || fail "the device's library is not built; ./zemvolt device builds it"
+    [ -f "$ZEMVOLT_PROCESSOR" ] ||
+        fail "the processor's emulator is missing; ./zemvolt test unpacks it"
+}

@@ -8,14 +8,19 @@ check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)
 
 # What is unpacked into the build folder and not installed: package, folder, what of it (all when
-# nothing is named), a file by which it is known to be there. Installed, the 32-bit Java run-time
-# would bind the machine's own Java to its version, and of the ARM compiler one file is wanted.
+# nothing is named; a folder, with a slash at its end; or single files), a file by which it is known
+# to be there. Installed, the 32-bit Java run-time would bind the machine's own Java to its version,
+# and of the ARM compiler one file is wanted.
 java_runtime="openjdk-17-jre-headless:i386|jre32||usr/lib/jvm/java-17-openjdk-i386/lib/server/libjvm.so"
 other_peoples_sounds="libpython3.11-testsuite|sounds||usr/lib/python3.11/test/audiodata/pluck-pcm16.wav"
 arm_arithmetic="gcc-arm-none-eabi|libgcc|./usr/lib/gcc/arm-none-eabi/*/libgcc.a|libgcc.a"
 arm_processor="libunicorn2:i386|unicorn|./usr/lib/i386-linux-gnu/libunicorn.so.2|libunicorn.so.2"
+images_of_go="golang-1.19-src|images-go|./usr/share/go-1.19/src/image/|usr/share/go-1.19/src/image/png/testdata/pngsuite/basn0g01.png"
+more_images_of_go="golang-golang-x-image-dev|images-more|./usr/share/gocode/src/golang.org/x/image/testdata/|usr/share/gocode/src/golang.org/x/image/testdata/video-001.bmp"
+images_of_pixbuf="gdk-pixbuf-tests|images-pixbuf|./usr/libexec/installed-tests/gdk-pixbuf/test-images/|usr/libexec/installed-tests/gdk-pixbuf/test-images/fail/hang_114.gif"
 
-test_packages=(googletest junit4 "$other_peoples_sounds")
+test_packages=(googletest junit4 "$other_peoples_sounds"
+    python3-pil "$images_of_go" "$more_images_of_go" "$images_of_pixbuf")
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
@@ -117,15 +122,17 @@ download() {
 
 # unpack_package ENTRY: what is to be unpacked, as above. Single files lie in the folder itself.
 unpack_package() {
-    local package folder members proof new flat=()
+    local package folder members proof new chosen=()
     IFS='|' read -r package folder members proof <<<"$1"
     new=$run/$folder.new
     rm -rf "$new" && mkdir -p "$new"
     download "$package" "$new" || { narrow_lists && download "$package" "$new"; } ||
         fail "$package cannot be fetched (see $run/logs/apt.log)"
-    [ -z "$members" ] || flat=(--wildcards --no-wildcards-match-slash
-        --transform 's,.*/,,' "$members")
-    dpkg-deb --fsys-tarfile "$new"/*.deb | tar -x -C "$new" "${flat[@]}" ||
+    case $members in
+    '' | */) chosen=($members) ;;
+    *) chosen=(--wildcards --no-wildcards-match-slash --transform 's,.*/,,' "$members") ;;
+    esac
+    dpkg-deb --fsys-tarfile "$new"/*.deb | tar -x -C "$new" "${chosen[@]}" ||
         fail "$package is not as expected"
     rm "$new"/*.deb
     [ -f "$new/$proof" ] || fail "$package lacks $proof"

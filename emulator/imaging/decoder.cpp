@@ -28,7 +28,7 @@ HRESULT STDMETHODCALLTYPE Decoder::EndDecode(HRESULT status) {
     return result;
 }
 
-HRESULT STDMETHODCALLTYPE Decoder::Decode() {
+HRESULT STDMETHODCALLTYPE Decoder::Decode() try {
     if (!sink) return E_FAIL;
     ImageInfo info = image.info();
     HRESULT result = sink->BeginSink(&info, nullptr);
@@ -36,6 +36,8 @@ HRESULT STDMETHODCALLTYPE Decoder::Decode() {
     if (SUCCEEDED(result)) result = image.choose(pixelFormat);
     if (SUCCEEDED(result) && image.palette()) result = sink->SetPalette(image.palette());
     return SUCCEEDED(result) ? deliver(Emulator_ImageDelivery()) : result;
+} catch (const std::exception&) { // there is no memory for rows so long
+    return E_OUTOFMEMORY;
 }
 
 HRESULT Decoder::deliver(EmulatorDelivery delivery) {

@@ -40,14 +40,14 @@ static bool isIndexed(UINT pixelFormat) {
     return (pixelFormat & indexed) != 0;
 }
 
-// A device's stream need not tell its size, and may call its end a fault.
+// A device's stream need not tell its size, or tell the truth, and may call its end a fault.
 HRESULT EncodedImage::read(IStream* stream) {
-    constexpr ULONG atLeast = 0x1000;
+    constexpr ULONG atLeast = 0x1000, atMost = 0x1000000;
     STATSTG description = {};
     stream->Stat(&description, STATFLAG_NONAME);
     LARGE_INTEGER start = {};
     stream->Seek(start, STREAM_SEEK_SET, nullptr);
-    contents.resize(std::max(description.cbSize.LowPart, atLeast));
+    contents.resize(std::clamp(description.cbSize.LowPart, atLeast, atMost));
     ULONG filled = 0;
     for (ULONG count = 0;; filled += count) {
         if (filled == contents.size()) contents.resize(2 * filled);
@@ -122,11 +122,13 @@ const ColorPalette* EncodedImage::palette() const {
 
 HRESULT EncodedImage::choose(UINT pixelFormat) {
     const WICPixelFormatGUID* format = nullptr;
-    if (pixelFormat == PixelFormat24bppRGB)
-        format = &GUID_WICPixelFormat24bppBGR;
-    else if (pixelFormat == PixelFormat32bppARGB)
+    if (pixelFormat == PixelFormat32bppARGB)
         format = &GUID_WICPixelFormat32bppBGRA;
-    else if (pixelFormat == described.PixelFormat && isIndexed(pixelFormat))
+    else if (pixelFormat != described.PixelFormat)
+        return E_NOTIMPL;
+    else if (pixelFormat == PixelFormat24bppRGB)
+        format = &GUID_WICPixelFormat24bppBGR;
+    else if (isIndexed(pixelFormat))
         format = &nativeFormat;
     else
         return E_NOTIMPL;

@@ -16,7 +16,8 @@ class EncodedImage {
     // The palette of an indexed format, else null.
     const ColorPalette* palette() const;
 
-    // Chooses the format of the pixels: the image's own indexed one, 24 bits, or 32 with alpha.
+    // Chooses the format of the pixels: the image's own when it is indexed or has 24 bits, or 32
+    // bits with alpha.
     HRESULT choose(UINT pixelFormat);
 
     // Bytes of a row in the chosen format, without padding.

@@ -33,7 +33,7 @@ HRESULT STDMETHODCALLTYPE ImagingFactory::CreateBitmapFromBuffer(BitmapData*, vo
 }
 
 HRESULT STDMETHODCALLTYPE ImagingFactory::CreateImageDecoder(IStream* stream, UINT,
-                                                             IImageDecoder** decoder) {
+                                                             IImageDecoder** decoder) try {
     if (!decoder) return E_POINTER;
     *decoder = nullptr;
     if (!stream) return E_POINTER;
@@ -44,6 +44,8 @@ HRESULT STDMETHODCALLTYPE ImagingFactory::CreateImageDecoder(IStream* stream, UI
     made->AddRef();
     *decoder = made.get();
     return S_OK;
+} catch (const std::exception&) { // there is no memory for so long a stream
+    return E_OUTOFMEMORY;
 }
 
 HRESULT STDMETHODCALLTYPE ImagingClass::CreateInstance(IUnknown* outer, REFIID id, void** out) {

@@ -1,5 +1,6 @@
 #include "native_binding.h"
 #include "jni_proxy.h"
+#include "toolkit.h"
 #include "unix_side.h"
 #include <stdio.h>
 #include <string>
@@ -107,10 +108,13 @@ static std::string mangle(const std::string& name) {
     return mangled;
 }
 
-static void* exportOf(HMODULE library, const std::string& className, const NativeMethod& method) {
-    std::string name = "Java_" + mangle(className) + "_" + mangle(method.name);
-    return reinterpret_cast<void*>(GetProcAddress(library, name.c_str()));
+using FindExport = void* (*)(HMODULE library, const char* name);
+
+static void* findInModule(HMODULE library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(library, name));
 }
+
+static void* findInToolkit(HMODULE, const char* name) { return toolkitExport(name); }
 
 static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* function) {
     if (boundNatives == nativeStubCount || method.words > mostWords) return false;
@@ -123,7 +127,7 @@ static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* fu
     return env->RegisterNatives(owner, &entry, 1) == JNI_OK;
 }
 
-static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className) {
+static bool bindClass(JNIEnv* env, HMODULE library, FindExport find, const std::string& className) {
     jclass owner = env->FindClass(className.c_str());
     if (!owner) { // a program may well do without the widget layer
         env->ExceptionClear();
@@ -139,7 +143,8 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
         bool bound = true;
         if (reflection.isNative(method)) {
             NativeMethod native = reflection.describe(method);
-            void* function = exportOf(library, className, native);
+            std::string name = "Java_" + mangle(className) + "_" + mangle(native.name);
+            void* function = find(library, name.c_str());
             bound = !function || bind(env, owner, native, function);
         }
         env->PopLocalFrame(nullptr);
@@ -152,7 +157,7 @@ void setCompanions(const std::vector<Companion>& list) { companions = list; }
 
 static bool bindCompanion(JNIEnv* env, const Companion& companion) {
     HMODULE library = LoadLibraryA(companion.file.c_str());
-    if (library) return bindClass(env, library, companion.className);
+    if (library) return bindClass(env, library, findInModule, companion.className);
     fprintf(stderr, "zjava: %s cannot be loaded (error %lu)\n", companion.file.c_str(),
             GetLastError());
     return false;
@@ -161,14 +166,15 @@ static bool bindCompanion(JNIEnv* env, const Companion& companion) {
 jint bindLibrary(JNIEnv* env) {
     static HMODULE library;
     if (library) return JNI_VERSION_1_8;
-    library = LoadLibraryW(L"zemvolt11.dll");
+    library = loadToolkit();
     if (!library) {
         fprintf(stderr, "zjava: zemvolt11.dll cannot be loaded (error %lu); is it built?\n",
                 GetLastError());
         return JNI_ERR;
     }
+    tellToolkitOf(env->functions);
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
-        if (!bindClass(env, library, name)) return JNI_ERR;
+        if (!bindClass(env, library, findInToolkit, name)) return JNI_ERR;
     for (const Companion& companion : companions)
         if (!bindCompanion(env, companion)) return JNI_ERR;
     return JNI_VERSION_1_8;

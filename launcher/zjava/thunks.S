@@ -1,30 +1,9 @@
 # Where the two calling conventions of the process meet. The library's side: stdcall functions,
 # variadic ones cdecl, a stack aligned to words. The VM's side: cdecl, a stack aligned to 16 bytes.
-# The library holds a proxy in place of a JNIEnv; its second word is the real one.
+# The library holds a proxy in place of a JNIEnv; its second word is the real one. The functions lie
+# on words: code for the device's processor branches to no other places.
 
 .set proxy_real, 4
-
-# uint64_t callAligned(void* function, const uint32_t* words, uint32_t count)
-.globl _callAligned
-_callAligned:
-    pushl %ebp
-    movl %esp, %ebp
-    pushl %esi
-    pushl %edi
-    movl 16(%ebp), %ecx
-    movl 12(%ebp), %esi
-    leal (,%ecx,4), %eax
-    subl %eax, %esp
-    andl $-16, %esp
-    movl %esp, %edi
-    cld
-    rep movsl
-    call *8(%ebp)
-    leal -8(%ebp), %esp
-    popl %edi
-    popl %esi
-    popl %ebp
-    ret
 
 # Copies the caller's argument words to an aligned frame with room for reserve words, and leaves
 # the source behind the last of them in esi.
@@ -56,6 +35,7 @@ _callAligned:
 .endm
 
 .macro JNI_FUNCTION index, name, words
+.balign 4
 jni_\index:
     ENTER_ALIGNED \words, \words
     CALL_REAL \index
@@ -64,6 +44,7 @@ jni_\index:
 
 # The variable arguments lie behind the fixed ones and are passed on by their address.
 .macro JNI_VARIADIC index, name, words, list_form
+.balign 4
 jni_\index:
     ENTER_ALIGNED \words, \words+1
     movl %esi, (%edi)

@@ -59,7 +59,9 @@ static void attach(ControlRecord* control, const ControlRequest& request) {
     GetClassInfoW(control->display->instance, request.className, &windowClass);
     control->classProc = windowClass.lpfnWndProc;
     WNDPROC proc = request.windowProc ? request.windowProc : _Control_Proc;
-    SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    LONG previous = SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    // A class that cannot be described must still see its windows go.
+    if (!control->classProc) control->classProc = reinterpret_cast<WNDPROC>(previous);
     SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(_Control_GetDefaultFont()),
                  FALSE);
 }

@@ -58,6 +58,7 @@ enum ControlMessage : UINT {
     controlChildMoves = WM_APP + 0xD,     // to the parent; wParam RECT*
     controlGetBackground = WM_APP + 0xF,  // the default background as COLORREF
     controlSetEnabled = WM_APP + 0x10,    // wParam flag, lParam error
+    controlSetListMode = WM_APP + 0x11,   // wParam whether multiple, lParam error
     controlDrawItem = WM_APP + 0x12,      // a child's WM_DRAWITEM as it came
     controlTrackMenu = WM_APP + 0x14,     // wParam menu record, lParam POINT* on the screen
     controlGetContext = WM_APP + 0x16,    // wParam error; the device context

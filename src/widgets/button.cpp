@@ -1,5 +1,15 @@
 #include "widgets/button.h"
+#include "image/image.h"
 #include "widgets/measuring.h"
+
+namespace {
+
+// What a button shows, and how far it stands from its box.
+struct Content {
+    LONG width, height, spacing;
+};
+
+} // namespace
 
 static constexpr DWORD checkOrRadio = BS_CHECKBOX | BS_RADIOBUTTON;
 static constexpr DWORD javaBorder = 0x800;
@@ -51,19 +61,29 @@ static LRESULT background(const ButtonRecord* button, WPARAM wParam, LPARAM lPar
     return SendMessageW(GetParent(button->hwnd), controlGetBackground, wParam, lParam);
 }
 
+static Content contentOf(const ButtonRecord* button) {
+    constexpr LONG leastSpacing = 8;
+    if (button->image) {
+        Content content = {0, 0, leastSpacing};
+        _Image_GetSize(button->image, &content.width, &content.height, nullptr);
+        return content;
+    }
+    TextExtent text = measureText(button->hwnd, DT_CALCRECT | DT_SINGLELINE, {0, 0, 1, 1});
+    if (text.isEmpty) return {0, text.height, 0};
+    bool isNarrow = text.averageWidth < leastSpacing;
+    return {text.width, text.height, isNarrow ? leastSpacing : text.averageWidth};
+}
+
 static POINT minimumSize(const ButtonRecord* button) {
-    constexpr int leastSpacing = 8;
     constexpr int checkMargin = 3;
     constexpr int pushMarginX = 12;
     constexpr int pushMarginY = 10;
-    TextExtent text = measureText(button->hwnd, DT_CALCRECT | DT_SINGLELINE, {0, 0, 1, 1});
-    LONG width = text.width;
-    LONG height = text.height;
+    Content content = contentOf(button);
+    LONG width = content.width;
+    LONG height = content.height;
     if (styleOf(button->hwnd) & checkOrRadio) {
-        LONG spacing = text.isEmpty ? 0 : text.averageWidth;
-        if (!text.isEmpty && spacing < leastSpacing) spacing = leastSpacing;
         LONG least = GetSystemMetrics(SM_CYSMICON) + checkMargin;
-        width += GetSystemMetrics(SM_CXSMICON) + spacing;
+        width += GetSystemMetrics(SM_CXSMICON) + content.spacing;
         if (height < least) height = least;
     } else {
         width += pushMarginX;

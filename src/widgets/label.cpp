@@ -2,6 +2,7 @@
 #include "bridge/memory.h"
 #include "control/painting.h"
 #include "graphics/gdi_guards.h"
+#include "image/image.h"
 #include "widgets/measuring.h"
 
 enum LabelStyle : DWORD { styleCentered = 2, styleWraps = 0x100, styleBorder = 0x800 };
@@ -82,11 +83,20 @@ static LRESULT sized(HWND window, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
+static POINT imageSize(const LabelRecord* label) {
+    POINT size = {};
+    if (label->image) _Image_GetSize(label->image, &size.x, &size.y, nullptr);
+    return size;
+}
+
 static POINT minimumSize(const LabelRecord* label) {
     constexpr LONG textMargin = 2;
     LONG borders = 2 * _Control_GetBorderWidth(label->hwnd);
     DWORD style = styleOf(label->hwnd);
-    if (isImage(style) || isIcon(style)) return {borders, borders};
+    if (isImage(style) || isIcon(style)) {
+        POINT size = imageSize(label);
+        return {size.x + borders, size.y + borders};
+    }
     TextExtent text = measureText(label->hwnd, DT_CALCRECT | DT_EXPANDTABS, {0, 0, 1, 0});
     return {text.width + borders + textMargin, text.height + borders};
 }

@@ -14,15 +14,29 @@ HFONT windowFont(HWND window) {
     return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
 }
 
+static TextExtent extentOfNothing(HDC context) {
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(context, &metrics);
+    return {0, metrics.tmHeight, metrics.tmHeight, metrics.tmAveCharWidth, true};
+}
+
+TextExtent measureFont(HWND window) {
+    WindowContext context(window);
+    SelectedObject selected(context, windowFont(window));
+    return extentOfNothing(context);
+}
+
 TextExtent measureText(HWND window, UINT flags, RECT area) {
     WindowContext context(window);
     SelectedObject selected(context, windowFont(window));
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(context, &metrics);
+    TextExtent extent = extentOfNothing(context);
 
     wchar_t* text = copyWindowText(window);
-    if (!text) return {0, metrics.tmHeight, metrics.tmAveCharWidth, true};
+    if (!text) return extent;
     DrawTextW(context, text, -1, &area, flags);
     freeBlock(text);
-    return {area.right - area.left, area.bottom - area.top, metrics.tmAveCharWidth, false};
+    extent.width = area.right - area.left;
+    extent.height = area.bottom - area.top;
+    extent.isEmpty = false;
+    return extent;
 }

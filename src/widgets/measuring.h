@@ -5,9 +5,13 @@
 
 struct TextExtent {
     LONG width, height; // pixels; an empty text is one line high
+    LONG lineHeight;    // of the font
     LONG averageWidth;  // of the font's characters
     bool isEmpty;
 };
+
+// Of no text, in the window's font.
+TextExtent measureFont(HWND window);
 
 // The flags are DrawTextW's; the area is what the text is laid out from.
 TextExtent measureText(HWND window, UINT flags, RECT area);

@@ -68,6 +68,35 @@ TEST_F(ControlsTest, text_that_is_set_is_a_change) {
     }
 }
 
+TEST_F(ControlsTest, the_border_of_an_edit_is_its_frame) {
+    for (LONG style : {0L, ES_MULTILINE}) {
+        HWND plain = newControl(L"EDIT", style), bordered = newControl(L"EDIT", style | WS_BORDER);
+        EXPECT_FALSE(GetWindowLongW(plain, GWL_STYLE) & WS_BORDER);
+        EXPECT_TRUE(GetWindowLongW(bordered, GWL_STYLE) & WS_BORDER);
+        RECT client;
+        GetClientRect(plain, &client);
+        EXPECT_EQ(client.right, 100);
+        GetClientRect(bordered, &client);
+        EXPECT_EQ(client.right, 100 - 2 * GetSystemMetrics(SM_CXBORDER));
+        EXPECT_EQ(client.bottom, 60 - 2 * GetSystemMetrics(SM_CYBORDER));
+    }
+}
+
+TEST_F(ControlsTest, a_selection_does_not_scroll_lines) {
+    HWND edit = newControl(L"EDIT", ES_MULTILINE | ES_AUTOVSCROLL);
+    std::wstring text;
+    for (int i = 0; i < 100; ++i) text += L"line\r\n";
+    SetWindowTextW(edit, text.c_str());
+    auto firstLine = [&] { return SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0); };
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    EXPECT_EQ(firstLine(), 0);
+    SendMessageW(edit, EM_SCROLLCARET, 0, 0);
+    EXPECT_GT(firstLine(), 90);
+    SendMessageW(edit, EM_SETSEL, 0, 0);
+    EXPECT_GT(firstLine(), 90);
+    EXPECT_EQ(SendMessageW(edit, EM_GETSEL, 0, 0), 0);
+}
+
 TEST_F(ControlsTest, only_an_item_that_is_there_is_scrolled_to_the_top) {
     HWND list = newControl(L"LISTBOX", WS_VSCROLL);
     auto setTop = [&](int index) { return SendMessageW(list, LB_SETTOPINDEX, index, 0); };
@@ -89,4 +118,16 @@ TEST_F(ControlsTest, a_combo_box_tells_of_its_parts) {
     EXPECT_GT(info.rcButton.right, info.rcButton.left);
     info.cbSize = 1;
     EXPECT_FALSE(SendMessageW(combo, getInfo, 0, reinterpret_cast<LPARAM>(&info)));
+}
+
+TEST_F(ControlsTest, a_combo_box_selects_none_where_the_item_is_missing) {
+    HWND combo = newControl(L"COMBOBOX", CBS_DROPDOWNLIST);
+    auto select = [&](int index) { return SendMessageW(combo, CB_SETCURSEL, index, 0); };
+    for (int i = 0; i < 3; ++i) SendMessageW(combo, CB_ADDSTRING, 0, LPARAM(L"item"));
+    for (int missing : {3, 100, -1, -2}) {
+        EXPECT_EQ(select(2), 2);
+        EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 2);
+        EXPECT_EQ(select(missing), CB_ERR);
+        EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), CB_ERR) << missing;
+    }
 }

@@ -1,9 +1,10 @@
 #include "library.h"
+#include "toolkit.h"
 #include <cstdio>
 #include <cstdlib>
 
 HMODULE theLibrary() {
-    static HMODULE library = LoadLibraryW(L"zemvolt11.dll");
+    static HMODULE library = loadToolkit();
     if (!library) {
         std::fprintf(stderr, "zemvolt11.dll cannot be loaded: %lu\n", GetLastError());
         std::exit(1);
@@ -12,7 +13,8 @@ HMODULE theLibrary() {
 }
 
 static void* find(const std::string& name) {
-    return reinterpret_cast<void*>(GetProcAddress(theLibrary(), name.c_str()));
+    theLibrary();
+    return toolkitExport(name.c_str());
 }
 
 static void* require(void* found, const std::string& name) {

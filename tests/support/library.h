@@ -4,6 +4,7 @@
 #include <string>
 #include <windows.h>
 
+// The loaded image, with the headers that it was linked with.
 HMODULE theLibrary();
 
 // An export of the library; fails the test and ends the program when there is none.

@@ -1,4 +1,5 @@
 #include "test_vm.h"
+#include "toolkit.h"
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -475,6 +476,7 @@ static const JNIInvokeInterface_* invocationTable() {
 TestVm::TestVm() : state(new State) {
     current = state;
     state->environment = environmentTable();
+    tellToolkitOf(state->environment);
     state->invocation = invocationTable();
     state->vm = this;
     state->handler.className = "test/Handler";

@@ -3,6 +3,7 @@
 #include "faults.h"
 #include "graphics/font.h"
 #include "leaks.h"
+#include "widgets/button.h"
 #include <algorithm>
 
 class ButtonTest : public DeviceTest {
@@ -180,6 +181,10 @@ TEST_F(ButtonTest, the_label_is_shown_as_given) {
     wchar_t text[40];
     GetWindowTextW(windowOf(button), text, 40);
     EXPECT_STREQ(text, L"line\nbreak & all");
+    setLabel(button, std::u16string(0x10000, u'x'));
+    EXPECT_EQ(windowText(button), std::wstring(0x10000, L'x'));
+    setLabel(button, u"\xD83D\xDE00");
+    EXPECT_EQ(windowText(button), L"\xD83D\xDE00");
 }
 
 TEST_F(ButtonTest, a_null_label_is_the_empty_text) {
@@ -231,6 +236,21 @@ TEST_F(ButtonTest, a_box_stands_apart_from_its_text_by_a_character) {
     EXPECT_GT(minimumSize(big)[0], GetSystemMetrics(SM_CXSMICON) + metrics.tmAveCharWidth);
     call<void(jint, jint)>("Control_SetFont", big, 0);
     call<void(jint)>("Font_Dispose", font);
+}
+
+TEST_F(ButtonTest, a_button_with_an_image_is_its_size) {
+    jint shell = newShell();
+    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 30, 50, 0);
+    jint push = newButton(shell), box = newButton(shell, "Checkbox");
+    for (jint button : {push, box}) {
+        setLabel(button, u"Some text");
+        reinterpret_cast<ButtonRecord*>(button)->image = reinterpret_cast<ImageRecord*>(image);
+    }
+    constexpr jint spacing = 8;
+    EXPECT_EQ(minimumSize(push), (std::vector<jint>{30 + 12, 50 + 10}));
+    EXPECT_EQ(minimumSize(box),
+              (std::vector<jint>{30 + GetSystemMetrics(SM_CXSMICON) + spacing, 50}));
+    call<void(jint)>("Image_Dispose", image);
 }
 
 TEST_F(ButtonTest, a_button_that_cannot_be_made_is_an_error_and_leaves_nothing) {

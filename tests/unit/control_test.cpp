@@ -2,7 +2,7 @@
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
-#include <thread>
+#include "other_thread.h"
 
 using New = jint(jint, jint);
 using SetBounds = void(jint, jint, jint, jint, jint);
@@ -16,20 +16,9 @@ class ControlTest : public DeviceTest {
     std::vector<jint> boundsOf(jint control) {
         return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
     }
-    // Runs the work on a second thread while this one, the display's, dispatches.
     template <class Work>
     void onOtherThread(Work work) {
-        bool done = false;
-        std::thread thread([&] {
-            work();
-            done = true;
-            call<jint(jint)>("Display_Wake", display);
-        });
-        while (!done) {
-            if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-                call<jint(jint)>("Display_Sleep", display);
-        }
-        thread.join();
+        ::onOtherThread(vm, display, work);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "display/accelerators.h"
 #include "faults.h"
 #include "leaks.h"
+#include "toolkit.h"
 #include <thread>
 
 using NewDisplay = jint();
@@ -128,11 +129,7 @@ TEST_F(DisplayTest, a_sudden_quit_message_does_not_end_the_loop) {
 }
 
 TEST_F(DisplayTest, a_later_attachment_of_the_library_keeps_its_instance) {
-    auto* base = reinterpret_cast<char*>(theLibrary());
-    auto* headers = reinterpret_cast<IMAGE_NT_HEADERS32*>(
-        base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    using Entry = BOOL(WINAPI*)(HINSTANCE, DWORD, LPVOID);
-    auto entry = reinterpret_cast<Entry>(base + headers->OptionalHeader.AddressOfEntryPoint);
+    LibraryEntry entry = toolkitEntry();
     EXPECT_TRUE(entry(reinterpret_cast<HINSTANCE>(0x1234), DLL_PROCESS_ATTACH, nullptr));
     EXPECT_TRUE(entry(nullptr, DLL_THREAD_DETACH, nullptr));
     jint second = call<NewDisplay>("Display_New");

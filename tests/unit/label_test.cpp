@@ -137,6 +137,8 @@ TEST_F(LabelTest, stores_texts_of_every_kind) {
         std::u16string expected = text;
         EXPECT_EQ(windowText(label), std::wstring(expected.begin(), expected.end()));
     }
+    setText(label, std::u16string(0x10000, u'x'));
+    EXPECT_EQ(windowText(label), std::wstring(0x10000, L'x'));
     setText(label, u"text");
     call<void(jint, jstring)>("Label_SetText", label, static_cast<jstring>(nullptr));
     EXPECT_EQ(windowText(label), L"");
@@ -305,6 +307,18 @@ TEST_F(LabelTest, an_image_label_without_image_is_its_border) {
         int borders = 2 * GetSystemMetrics(SM_CXBORDER);
         EXPECT_EQ(minimumSize(label), (std::vector<jint>{borders, borders}));
     }
+}
+
+TEST_F(LabelTest, an_image_label_is_its_image_and_border) {
+    jint label = newLabel(0x800);
+    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 30, 50, 0);
+    record(label)->image = reinterpret_cast<ImageRecord*>(image);
+    int borders = 2 * GetSystemMetrics(SM_CXBORDER);
+    for (DWORD type : {SS_BITMAP, SS_ICON}) {
+        setType(label, type);
+        EXPECT_EQ(minimumSize(label), (std::vector<jint>{30 + borders, 50 + borders}));
+    }
+    call<void(jint)>("Image_Dispose", image);
 }
 
 TEST_F(LabelTest, a_label_that_cannot_be_made_is_an_error_and_leaves_nothing) {

@@ -88,6 +88,9 @@ public final class Bench {
         row("native call / empty native", ours, plain, "");
         row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), "1.30");
         row("message through the chain / bare subclass", Natives.message(control), "");
+        int list = com.nuvik.wyx.dovr.OS.List_New(shell, 0x30000);
+        for (int items : new int[] {1000, 10000})
+            row("one of " + items + " list items / list box + measuring", Natives.listItem(list, items), "");
         drawing(display);
         OS.Widget_Dispose(shell);
         OS.Device_Dispose(display);

@@ -10,6 +10,9 @@ final class Natives {
 
     static native int[] message(int control);
 
+    /** For one item of a list that is filled with so many. */
+    static native int[] listItem(int list, int items);
+
     /** Ours and plain, in tenths of a nanosecond; which: see {@link Bench}. */
     static native int[] primitive(int graphics, int which);
 

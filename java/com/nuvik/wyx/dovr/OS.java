@@ -95,6 +95,418 @@ public final class OS {
     public static native void Label_SetText(int label, String text);
 
     /**
+     * Makes a text field: one line of text that scrolls by itself. What a person types, and
+     * {@code AbstractTextComponent_SetText}, fire {@code CB_TEXT_MODIFIED}.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x800 border
+     * @return the field; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int TextField_New(int parent, int style);
+
+    /**
+     * The least size of a text field in its font.
+     *
+     * @param field the field
+     * @param columns the number of characters that find room in it
+     * @return width and height in pixels
+     */
+    public static native int[] TextField_GetMinimumSize(int field, int columns);
+
+    /**
+     * Makes a text area: many lines of text. Where it has no scroll bar it scrolls by itself. It
+     * fires {@code CB_TEXT_MODIFIED} as a text field does.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x100 lines wrap, 0x800 border, 0x10000 and 0x20000 horizontal (not where lines
+     *     wrap) and vertical scroll bar
+     * @return the area; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int TextArea_New(int parent, int style);
+
+    /**
+     * The least size of a text area in its font.
+     *
+     * @param area the area
+     * @param rows the number of lines that find room in it
+     * @param columns the number of characters of a line that do
+     * @return width and height in pixels
+     */
+    public static native int[] TextArea_GetMinimumSize(int area, int rows, int columns);
+
+    /**
+     * The length of a text.
+     *
+     * @param text the text field or text area
+     * @return the number of chars; every line break counts two
+     */
+    public static native int AbstractTextComponent_GetCharCount(int text);
+
+    /**
+     * The selected range of a text. Without selection it is empty and tells where the caret is.
+     *
+     * @param text the text field or text area
+     * @return start and end, in chars
+     */
+    public static native int[] AbstractTextComponent_GetSelection(int text);
+
+    /**
+     * The selected part of a text.
+     *
+     * @param text the text field or text area
+     * @return the part; empty when nothing is selected, null on failure. Errors: "Unable to allocate
+     *     memory for text" (-3), "Unable to allocate memory to substring selection text" (-3)
+     */
+    public static native String AbstractTextComponent_GetSelectionText(int text);
+
+    /**
+     * The whole text.
+     *
+     * @param text the text field or text area
+     * @return the text, lines being broken by CR LF; null on failure. Error: "Unable to allocate
+     *     memory for text" (-3)
+     */
+    public static native String AbstractTextComponent_GetText(int text);
+
+    /**
+     * Replaces a part of a text without firing {@code CB_TEXT_MODIFIED}. The caret comes to stand
+     * behind the new part.
+     *
+     * @param text the text field or text area
+     * @param characters the new part, its lines broken as in {@code AbstractTextComponent_SetText};
+     *     null is the empty text
+     * @param start the start of the old part, in chars
+     * @param end its end; the same as its start to insert. Error: "Unable to allocate memory for
+     *     text" (-3)
+     */
+    public static native void AbstractTextComponent_Replace(
+            int text, String characters, int start, int end);
+
+    /**
+     * Selects the whole text. The view stays where it is.
+     *
+     * @param text the text field or text area
+     */
+    public static native void AbstractTextComponent_SelectAll(int text);
+
+    /**
+     * Moves the caret, and the view to it. Nothing is selected then.
+     *
+     * @param text the text field or text area
+     * @param position in chars; beyond the end it is the end
+     */
+    public static native void AbstractTextComponent_SetCaretPosition(int text, int position);
+
+    /**
+     * Hides a text field's text behind a character. A text area shows its text all the same.
+     *
+     * @param text the text field or text area
+     * @param echo the character that is shown for every other; 0 shows the text
+     */
+    public static native void AbstractTextComponent_SetEchoChar(int text, char echo);
+
+    /**
+     * Sets whether a person may change a text.
+     *
+     * @param text the text field or text area
+     * @param editable false lets the text only be looked at and selected
+     */
+    public static native void AbstractTextComponent_SetEditable(int text, boolean editable);
+
+    /**
+     * Selects a part of a text and moves the view to the caret.
+     *
+     * @param text the text field or text area
+     * @param start in chars; -1 selects nothing
+     * @param end in chars; beyond the end, and -1, it is the end
+     */
+    public static native void AbstractTextComponent_SetSelection(int text, int start, int end);
+
+    /**
+     * Sets the whole text and fires {@code CB_TEXT_MODIFIED}.
+     *
+     * @param text the text field or text area
+     * @param characters the text; null is the empty text. Lines may be broken by LF or by CR LF, but
+     *     by the same throughout. Error: "Unable to allocate memory for text" (-3)
+     */
+    public static native void AbstractTextComponent_SetText(int text, String characters);
+
+    /**
+     * Makes a choice: a field that shows one of several items, and a list of seven of them that
+     * drops from it. What a person selects fires {@code CB_CHOICE_SELECTION} with the item's index.
+     * The room for the dropped list is added to the height that {@code Control_SetBounds} gives.
+     *
+     * @param parent the shell or composite that it lies in
+     * @return the choice; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int Choice_New(int parent);
+
+    /**
+     * Adds an item to a choice.
+     *
+     * @param choice the choice
+     * @param item the item's text; null is the empty text
+     * @param index of the item that it comes to stand before; -1 appends. Errors, with the system's
+     *     text: "Index is out of valid range for combo", "Unable to add item to combo"
+     */
+    public static native void Choice_AddItem(int choice, String item, int index);
+
+    /**
+     * Removes an item from a choice. A negative index, and that right behind the last item, do
+     * nothing.
+     *
+     * @param choice the choice
+     * @param index of the item. Error: "Invalid range of item to remove from combo" (-3)
+     */
+    public static native void Choice_RemoveItem(int choice, int index);
+
+    /**
+     * Removes all items from a choice.
+     *
+     * @param choice the choice
+     */
+    public static native void Choice_RemoveAllItems(int choice);
+
+    /**
+     * Selects an item of a choice without firing an event.
+     *
+     * @param choice the choice
+     * @param index of the item; any other index selects none and is an error: "Unable to select item
+     *     in combo" with the system's text
+     */
+    public static native void Choice_SelectItem(int choice, int index);
+
+    /**
+     * The selected item of a choice.
+     *
+     * @param choice the choice
+     * @return its index; -1 when none is selected
+     */
+    public static native int Choice_GetSelectedItemIndex(int choice);
+
+    /**
+     * Makes a list: items of text of which one, or in multiple mode several, can be selected.
+     *
+     * @param parent the shell or composite that it lies in
+     * @param style 0x800 border, 0x10000 horizontal and 0x20000 vertical scroll bar, 0x800000
+     *     multiple mode
+     * @return the list; 0 when it cannot be made. Error: "Unable to create handle for widget" with
+     *     the system's text
+     */
+    public static native int List_New(int parent, int style);
+
+    /**
+     * Inserts an item into a list.
+     *
+     * @param list the list
+     * @param item null is the empty text
+     * @param index where it comes to stand, from 0; -1 appends it. Errors with the system's text:
+     *     "Index is out of valid range for list" and "Unable to add item to list"
+     */
+    public static native void List_Add(int list, String item, int index);
+
+    /**
+     * Replaces an item of a list. It stays selected if it was, and the list where it is scrolled
+     * to.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list", "Unable to remove item from list" and those of {@link #List_Add}
+     * @param item null is the empty text
+     */
+    public static native void List_SetItem(int list, int index, String item);
+
+    /**
+     * Removes an item of a list. The items in view stay there when it lay above them.
+     *
+     * @param list the list
+     * @param index of the item, from 0. Errors with the system's text: "Invalid index of item to
+     *     remove from list" and "Unable to remove item from list"
+     */
+    public static native void List_Remove(int list, int index);
+
+    /**
+     * Removes all items of a list.
+     *
+     * @param list the list
+     */
+    public static native void List_RemoveAll(int list);
+
+    /**
+     * Selects an item of a list; in multiple mode those selected before stay selected. Fires no
+     * event.
+     *
+     * @param list the list
+     * @param index of the item, from 0; without an item there nothing happens
+     */
+    public static native void List_Select(int list, int index);
+
+    /**
+     * Selects items of a list one after the other, as {@link #List_Select} does. More than one in
+     * single mode is ignored.
+     *
+     * @param list the list
+     * @param indices of the items; null is none
+     * @param count how many of the indices count; below 1 nothing happens
+     */
+    public static native void List_SelectIndices(int list, int[] indices, int count);
+
+    /**
+     * Ends the selection of one item of a list. Fires no event.
+     *
+     * @param list the list
+     * @param index of the item; nothing happens when it is not selected
+     */
+    public static native void List_Deselect(int list, int index);
+
+    /**
+     * Tells whether an item of a list is selected.
+     *
+     * @param list the list
+     * @param index of the item, from 0
+     * @return false also without an item there
+     */
+    public static native boolean List_IsSelected(int list, int index);
+
+    /**
+     * Tells how many items of a list are selected.
+     *
+     * @param list the list
+     * @return their number. Error: "Unable to get selection count from multiple select listbox" with
+     *     the system's text
+     */
+    public static native int List_GetSelectionCount(int list);
+
+    /**
+     * Tells which item of a list is selected.
+     *
+     * @param list the list
+     * @return the first selected item, or -1. Errors with the system's text: "Unable to get selection
+     *     count from multiple-select list box" and "Unable to get selection from multiple select
+     *     listbox", with the result 0
+     */
+    public static native int List_GetSelectionIndex(int list);
+
+    /**
+     * Tells which items of a list are selected.
+     *
+     * @param list the list
+     * @return their indices, ascending; empty without a selection. Errors: "Unable to get selection
+     *     count from list", and "Unable to get selection from list" with the system's text or
+     *     without memory for them, with the result null
+     */
+    public static native int[] List_GetSelectionIndices(int list);
+
+    /**
+     * Switches the selection mode of a list. It keeps its items, font, focus and how far it is
+     * scrolled; in single mode the first of several selected items stays selected.
+     *
+     * @param list the list
+     * @param multiple whether several items can be selected. Errors: "Unable to create handle for
+     *     widget" with the system's text, "Unable to add item to list"
+     */
+    public static native void List_SetMultipleMode(int list, boolean multiple);
+
+    /**
+     * Scrolls an item of a list to the top, as far as the items behind it allow.
+     *
+     * @param list the list
+     * @param index of the item; without an item there the list is scrolled to its end
+     */
+    public static native void List_SetTopItemIndex(int list, int index);
+
+    /**
+     * Tells the least room that a list wants.
+     *
+     * @param list the list
+     * @param rows how many items are to be in view
+     * @return width and height in pixels
+     */
+    public static native int[] List_GetMinimumSize(int list, int rows);
+
+    /**
+     * Tells the text of the clipboard.
+     *
+     * @return null when it holds no text. Errors with the system's text: "Unabled to open clipboard"
+     *     (spelt so), "Unable to copy text from clipboard", "Unable to close the clipboard"; without
+     *     memory for the text: "Cannot create copy of global string"
+     */
+    public static native String Clipboard_GetText();
+
+    /**
+     * Replaces all that the clipboard holds by a text.
+     *
+     * @param text null is the empty text. Errors with the system's text: "Unable to open the
+     *     clipboard", "Unable to empty the clipboard", "Unable to set text in clipboard", "Unable to
+     *     close the clipboard"; without memory for the text: "Unable to allocate global copy of text"
+     */
+    public static native void Clipboard_SetText(String text);
+
+    /**
+     * Makes a dialog that asks for files. It shows nothing before it is opened, and is disposed of
+     * like any widget.
+     *
+     * @param owner the shell or control that takes no input while the dialog is open
+     * @param style 0x2000 asks for a file to save, 0x800000 lets several files be chosen
+     * @return the dialog; 0 without memory for it. Error: "Not enough memory to allocate file dialog",
+     *     as that of the other operations on dialogs
+     */
+    public static native int FileDialog_New(int owner, int style);
+
+    /**
+     * Sets what the caption of a dialog's owner shows while the dialog is open.
+     *
+     * @param dialog the dialog
+     * @param title null or empty leaves the caption as it is
+     */
+    public static native void FileDialog_SetTitle(int dialog, String title);
+
+    /**
+     * Sets the name that a dialog starts with.
+     *
+     * @param dialog the dialog
+     * @param name null is none
+     */
+    public static native void FileDialog_SetFileName(int dialog, String name);
+
+    /**
+     * Sets the folder that a dialog starts in.
+     *
+     * @param dialog the dialog
+     * @param path null is the system's choice
+     */
+    public static native void FileDialog_SetFilterPath(int dialog, String path);
+
+    /**
+     * Opens a dialog and waits until it is closed. Called on a thread that is not the display's, it
+     * runs on a thread of its own.
+     *
+     * @param dialog the dialog
+     * @return whether a file was chosen. Error: "Unable to create thread for file dialog" with the
+     *     system's text
+     */
+    public static native boolean FileDialog_Open(int dialog);
+
+    /**
+     * Tells the folder of what was chosen, or the one that was set.
+     *
+     * @param dialog the dialog
+     * @return null for none; of one chosen file with the backslash at its end
+     */
+    public static native String FileDialog_GetFilterPath(int dialog);
+
+    /**
+     * Hands over the names of the files that were chosen last.
+     *
+     * @param dialog the dialog, which has them no longer then
+     * @return the names without their folder; empty when none were chosen
+     */
+    public static native String[] FileDialog_GetFileNames(int dialog);
+
+    /**
      * Makes a child shell: a window of its own that belongs to another shell.
      *
      * @param parent the shell that it belongs to; must not be 0

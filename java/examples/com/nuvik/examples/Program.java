@@ -40,6 +40,14 @@ final class Program {
         void resized(int width, int height) {}
     }
 
+    /** Ends the program when the person closes its shell. */
+    class MainShell extends Listener {
+        @Override
+        void window(int event) {
+            if (event == CLOSE_REQUESTED) leave();
+        }
+    }
+
     Program() {
         OS.wyxErrorHandler =
                 (function, code, message) -> {
@@ -71,14 +79,7 @@ final class Program {
         final int hasCloseBox = 1;
         int shell = OS.Shell_New(display, hasCloseBox);
         OS.Shell_SetText(shell, title);
-        OS.Widget_SetData(
-                shell,
-                new Listener() {
-                    @Override
-                    void window(int event) {
-                        if (event == CLOSE_REQUESTED) running = false;
-                    }
-                });
+        OS.Widget_SetData(shell, new MainShell());
         return shell;
     }
 
@@ -97,6 +98,42 @@ final class Program {
     void run() {
         while (running) {
             if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
+        }
+    }
+
+    /** Dispatches events until the main shell is closed, and does something at every tick. */
+    void run(int milliseconds, Runnable tick) {
+        Thread clock = new Thread(() -> wakeEvery(milliseconds));
+        clock.setDaemon(true);
+        clock.start();
+        long next = System.currentTimeMillis();
+        while (running) {
+            if (System.currentTimeMillis() >= next) {
+                next = System.currentTimeMillis() + milliseconds;
+                tick.run();
+            }
+            if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
+        }
+        clock.interrupt();
+        join(clock);
+    }
+
+    private void wakeEvery(int milliseconds) {
+        try {
+            while (true) {
+                Thread.sleep(milliseconds);
+                OS.Display_Wake(display);
+            }
+        } catch (InterruptedException leaving) {
+            return;
+        }
+    }
+
+    private static void join(Thread thread) {
+        try {
+            thread.join();
+        } catch (InterruptedException impossible) {
+            throw new IllegalStateException(impossible);
         }
     }
 

@@ -21,6 +21,14 @@ final class Device {
         final List<String> events = new ArrayList<>();
         Thread thread;
 
+        /** What happened to the widget itself; not paints, and nothing of the pointer. */
+        List<String> takeOwn() {
+            List<String> own = new ArrayList<>(events);
+            own.removeIf(event -> event.matches("(paint|pointer|down).*"));
+            events.clear();
+            return own;
+        }
+
         private void record(String event) {
             thread = Thread.currentThread();
             events.add(event);
@@ -161,13 +169,48 @@ final class Device {
         while (OS.Display_ReadAndDispatch(display)) {}
     }
 
-    /** A person's tap on the screen. */
+    /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
     void tap(int x, int y) {
         com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, PRESS, LEFT);
-        dispatchAll();
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, RELEASE, LEFT);
         dispatchAll();
+    }
+
+    /** A key goes down; it is handled with the next dispatch. */
+    void press(int key) {
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, PRESS, key, '\0');
+    }
+
+    void release(int key) {
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, RELEASE, key, '\0');
+    }
+
+    /** Shows a control at its place in its parent. */
+    int show(int control, int x, int y, int width, int height) {
+        OS.Control_SetBounds(control, x, y, width, height);
+        OS.Control_SetVisible(control, true);
+        dispatchAll();
+        return control;
+    }
+
+    /** The key goes down and up; the control with the focus gets it. */
+    void pressKey(int key) {
+        for (int type : new int[] {PRESS, RELEASE}) {
+            com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, type, key, (char) 0);
+            dispatchAll();
+        }
+    }
+
+    /** A person's keys: lower-case letters, digits, spaces. */
+    void type(String characters) {
+        for (char character : characters.toCharArray()) pressKey(character);
+    }
+
+    /** The one error since the last look. */
+    String onlyError() {
+        if (errors.size() != 1) throw new AssertionError("not one error but " + errors);
+        return errors.remove(0);
     }
 
     /** Runs the work on another thread while this one dispatches messages. */

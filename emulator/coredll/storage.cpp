@@ -1,0 +1,72 @@
+#include "storage.h"
+#include "emulator.h"
+#include <vector>
+
+static bool isOfDevice(const std::wstring& path) {
+    return !path.empty() && path[0] == L'\\' && path.compare(0, 2, L"\\\\") != 0;
+}
+
+static std::wstring folderOf(const std::wstring& path) { return path.substr(0, path.rfind(L'\\')); }
+
+// The libraries lie in a folder of the build; the storage is its neighbour.
+static std::wstring makeRoot() {
+    HMODULE library;
+    wchar_t path[MAX_PATH];
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(makeRoot), &library);
+    GetModuleFileNameW(library, path, MAX_PATH);
+    std::wstring root = folderOf(folderOf(path)) + L"\\storage";
+    CreateDirectoryW(root.c_str(), nullptr);
+    CreateDirectoryW((root + documentsFolder).c_str(), nullptr);
+    return root;
+}
+
+static const std::wstring& root() {
+    static const std::wstring made = makeRoot();
+    return made;
+}
+
+std::wstring devicePath(const std::wstring& path) {
+    std::vector<std::wstring> names;
+    for (size_t start = 0; start < path.size();) {
+        size_t end = path.find_first_of(L"\\/", start);
+        if (end == std::wstring::npos) end = path.size();
+        std::wstring name = path.substr(start, end - start);
+        if (name == L"..") {
+            if (!names.empty()) names.pop_back();
+        } else if (!name.empty() && name != L".") {
+            names.push_back(name);
+        }
+        start = end + 1;
+    }
+    std::wstring clean;
+    for (const std::wstring& name : names) clean += L'\\' + name;
+    return clean.empty() ? L"\\" : clean;
+}
+
+std::wstring deskPath(const std::wstring& path) {
+    return isOfDevice(path) ? root() + devicePath(path) : path;
+}
+
+bool isFolder(const std::wstring& path) {
+    DWORD attributes = GetFileAttributesW(deskPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+extern "C" {
+
+HANDLE WINAPI Device_CreateFileW(LPCWSTR path, DWORD access, DWORD share,
+                                 SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
+                                 HANDLE pattern) {
+    return CreateFileW(path ? deskPath(path).c_str() : nullptr, access, share, security,
+                       disposition, flags, pattern);
+}
+
+BOOL WINAPI Emulator_GetDeskPath(LPCWSTR path, LPWSTR onDesk) {
+    std::wstring found = deskPath(path);
+    if (found.size() >= MAX_PATH) return FALSE;
+    lstrcpyW(onDesk, found.c_str());
+    return TRUE;
+}
+}

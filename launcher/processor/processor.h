@@ -1,0 +1,68 @@
+#pragma once
+// An emulated processor of the device, with a stack of its own. Addresses are the process's. It
+// runs the image's code; all else it can read and write but not execute, so that going there ends
+// the run. Used by one thread at a time.
+
+#include "image.h"
+#include "unicorn.h"
+
+enum class Count { nothing, instructions };
+
+class Processor {
+  public:
+    // Null when one cannot be made.
+    static Processor* make(const Image& image, unicorn::Model model, Count count);
+
+    // Runs the function with the words as its arguments (in registers and on the stack) until it
+    // returns; host functions that it calls are called. A flaw of the code ends the process.
+    uint64_t call(uint32_t function, const uint32_t* words);
+
+    // Instructions that this processor has run, when they are counted.
+    uint64_t instructionCount() const { return instructions; }
+
+    // What it is doing, on standard error. Where is exact when the processor itself stopped.
+    void report(const std::string& problem, bool isExact);
+    bool isRunning() const { return running; }
+
+  private:
+    struct Registers;
+
+    explicit Processor(const Image& image) : image(image) {}
+    bool open(unicorn::Model model, Count count);
+    bool mapAll();
+    bool mapPieces(uint32_t start, uint32_t end);
+    void save(Registers* registers);
+    uint64_t leave(const Registers& at, uint32_t target);
+    void check(const Registers& before, const Registers& after);
+    [[noreturn]] void fail(const std::string& problem);
+    std::string describe(unicorn::Result result, const Registers& at) const;
+    static void onAccess(void*, int kind, uint64_t address, int size, int64_t value, void* self);
+    static void onInstruction(void*, uint64_t address, uint32_t size, void* self);
+
+    const Image& image;
+    unicorn::Engine engine = nullptr;
+    uint32_t stackTop = 0;
+    uint32_t depth = 0;       // of calls that have not returned
+    uint32_t lastAddress = 0; // of memory that was accessed
+    uint32_t misaligned = 0;  // the address of a misaligned access
+    uint64_t instructions = 0;
+    bool running = false;
+};
+
+// How processors are made: set before the first is used.
+struct ProcessorSettings {
+    const Image* image;
+    unicorn::Model model;
+    Count count;
+};
+void setProcessors(const ProcessorSettings& settings);
+
+// Functions of this side whose result is a byte, and the rest of whose word means nothing. Noted
+// before they are called.
+void noteByteResults(void* const* functions, uint32_t count);
+
+// The processor on which the calling thread's functions run; null outside of them.
+Processor* currentProcessor();
+
+// Of all processors.
+uint64_t countInstructions();

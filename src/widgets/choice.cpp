@@ -1,0 +1,287 @@
+#include "widgets/choice.h"
+#include "bridge/memory.h"
+#include "control/input.h"
+#include "graphics/gdi_guards.h"
+#include "widgets/measuring.h"
+
+static constexpr int listId = 1000;
+static constexpr int editId = 1001;
+
+// The device's number; the desk's headers have another.
+static constexpr UINT getComboBoxInfo = 0x162;
+
+namespace {
+
+struct Item {
+    LONG length; // characters
+    LONG index;
+};
+
+} // namespace
+
+static ChoiceRecord* choiceOf(HWND window) { return static_cast<ChoiceRecord*>(controlOf(window)); }
+
+static LRESULT send(const ChoiceRecord* choice, UINT message, WPARAM wParam = 0,
+                    LPARAM lParam = 0) {
+    return SendMessageW(choice->hwnd, message, wParam, lParam);
+}
+
+static LRESULT countItems(const ChoiceRecord* choice) { return send(choice, CB_GETCOUNT); }
+
+// The focus only moves between the choice and its own edit field: no change for Java.
+static bool staysWithin(const ChoiceRecord* choice, WPARAM otherWindow) {
+    return otherWindow && controlOf(reinterpret_cast<HWND>(otherWindow)) == choice;
+}
+
+static LRESULT focusChanged(const ChoiceRecord* choice, UINT message, WPARAM wParam,
+                            LPARAM lParam) {
+    if (staysWithin(choice, wParam)) return Control_CallClass(choice, message, wParam, lParam);
+    return _Control_Proc(choice->hwnd, message, wParam, lParam);
+}
+
+// The dropped list has no record: its colours are the choice's.
+static LRESULT colorList(const ChoiceRecord* choice, HDC context) {
+    SetTextColor(context,
+                 choice->foreground ? choice->foreground->color : systemColor(COLOR_WINDOWTEXT));
+    SetBkColor(context, choice->background ? choice->background->color : systemColor(COLOR_WINDOW));
+    HBRUSH brush = choice->background ? Color_GetBrush(choice->background)
+                                      : GetSysColorBrush(COLOR_WINDOW | SYS_COLOR_INDEX_FLAG);
+    return reinterpret_cast<LRESULT>(brush);
+}
+
+static LRESULT colorChild(const ChoiceRecord* choice, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (controlOf(reinterpret_cast<HWND>(lParam)))
+        return _Control_Proc(choice->hwnd, message, wParam, lParam);
+    return colorList(choice, reinterpret_cast<HDC>(wParam));
+}
+
+static void applyOwnBounds(ChoiceRecord* choice) {
+    ErrorRecord error = {};
+    ErrorRecord* errorPointer = &error;
+    Bounds bounds = Control_GetBounds(choice, errorPointer);
+    RECT rect = {bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
+    send(choice, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
+         reinterpret_cast<LPARAM>(&errorPointer));
+    if (error.ownsMessage) freeBlock(const_cast<wchar_t*>(error.message));
+}
+
+// The list tells of a selection first the choice and then, through it, the choice's parent: only
+// the first notice fires the callback.
+static LRESULT command(ChoiceRecord* choice, WPARAM wParam) {
+    constexpr LRESULT notHandled = 1;
+    applyOwnBounds(choice);
+    if (HIWORD(wParam) != CBN_SELCHANGE || LOWORD(wParam) != listId) return notHandled;
+    jint index = send(choice, CB_GETCURSEL);
+    if (index == 0 && countItems(choice) == 0) index = -1;
+    fireChoiceSelection(choice->callbackTarget, index);
+    return notHandled;
+}
+
+// The window's size counts the dropped list.
+static LRESULT setBounds(const ChoiceRecord* choice, WPARAM wParam, LPARAM lParam) {
+    constexpr LONG listBorders = 2;
+    RECT rect = *reinterpret_cast<const RECT*>(wParam);
+    rect.bottom += choice->visibleItems * send(choice, CB_GETITEMHEIGHT, 1) + listBorders;
+    return _Control_Proc(choice->hwnd, controlSetBounds, reinterpret_cast<WPARAM>(&rect), lParam);
+}
+
+// The longest item; the longest but one that stood before it when one item is much longer than all
+// others, so that it alone does not widen the choice.
+static Item itemToMeasure(const ChoiceRecord* choice, LONG count) {
+    constexpr LONG muchLonger = 15;
+    Item longest = {}, before = {};
+    for (LONG i = 0; i < count; ++i) {
+        LONG length = send(choice, CB_GETLBTEXTLEN, i);
+        if (length <= longest.length) continue;
+        before = longest;
+        longest = {length, i};
+    }
+    bool standsOut = before.length && longest.length - before.length > muchLonger;
+    return standsOut ? before : longest;
+}
+
+static wchar_t* copyItem(const ChoiceRecord* choice, const Item& item) {
+    wchar_t* text = allocateArray<wchar_t>(item.length + 1);
+    if (text) send(choice, CB_GETLBTEXT, item.index, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+static LONG widthOf(HWND window, const wchar_t* text) {
+    RECT area = {};
+    WindowContext context(window);
+    SelectedObject font(context, windowFont(window));
+    DrawTextW(context, text, -1, &area, DT_CALCRECT | DT_NOPREFIX);
+    return area.right - area.left;
+}
+
+static LONG textWidth(const ChoiceRecord* choice) {
+    constexpr LONG margin = 10;
+    constexpr LONG columnsWithoutItem = 6;
+    LONG count = countItems(choice);
+    wchar_t* text = count > 0 ? copyItem(choice, itemToMeasure(choice, count)) : nullptr;
+    if (!text) return columnsWithoutItem * measureFont(choice->hwnd).averageWidth;
+    LONG width = widthOf(choice->hwnd, text) + margin;
+    freeBlock(text);
+    return width;
+}
+
+static PixelPair minimumSize(const ChoiceRecord* choice) {
+    constexpr LONG unknown = 64;
+    constexpr LONG heightMargin = 3;
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    static_assert(sizeof(info) == 52);
+    LONG width = textWidth(choice);
+    if (!send(choice, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)))
+        return {unknown, unknown};
+    const RECT& button = info.rcButton;
+    return {width + button.right - button.left + info.rcItem.left,
+            button.bottom - button.top + heightMargin};
+}
+
+static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ChoiceRecord* choice = choiceOf(window);
+    if (!choice) return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        return focusChanged(choice, message, wParam, lParam);
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+        return colorChild(choice, message, wParam, lParam);
+    case controlCommand:
+        return command(choice, wParam);
+    case controlGetMinimumSize:
+        *reinterpret_cast<PixelPair*>(wParam) = minimumSize(choice);
+        return 0;
+    case controlSetBounds:
+        return setBounds(choice, wParam, lParam);
+    default:
+        return _Control_Proc(window, message, wParam, lParam);
+    }
+}
+
+// The choice that an edit field lies in, as long as there is one.
+static ChoiceRecord* choiceAround(HWND edit) { return choiceOf(GetParent(edit)); }
+
+static LRESULT callEdit(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    const ChoiceRecord* choice = choiceAround(edit);
+    if (!choice || !choice->editProc) return DefWindowProcW(edit, message, wParam, lParam);
+    return CallWindowProcW(choice->editProc, edit, message, wParam, lParam);
+}
+
+static bool swallowsEscape(HWND edit) {
+    constexpr DWORD swallowing = WS_CLIPSIBLINGS;
+    if (!(GetWindowLongW(edit, GWL_STYLE) & swallowing)) return false;
+    // It is the field and not the choice that is asked whether a list is dropped; that is meant.
+    return !SendMessageW(edit, CB_GETDROPPEDSTATE, VK_ESCAPE, 0);
+}
+
+static LRESULT editCharacter(HWND edit, const ChoiceRecord* choice, WPARAM wParam, LPARAM lParam) {
+    jint handled = _Control_ProcessWmChar(choice->hwnd, wParam, lParam);
+    if (wParam == VK_TAB) return 0;
+    if (wParam == VK_ESCAPE && swallowsEscape(edit)) return 0;
+    return handled ? handled : callEdit(edit, WM_CHAR, wParam, lParam);
+}
+
+static LRESULT editFocus(HWND edit, const ChoiceRecord* choice, UINT message, WPARAM wParam,
+                         LPARAM lParam) {
+    if (reinterpret_cast<HWND>(wParam) != choice->hwnd)
+        fireFocus(choice->callbackTarget,
+                  message == WM_SETFOCUS ? FocusChange::gained : FocusChange::lost);
+    return callEdit(edit, message, wParam, lParam);
+}
+
+static LRESULT CALLBACK editFieldProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    const ChoiceRecord* choice = choiceAround(edit);
+    if (!choice) return DefWindowProcW(edit, message, wParam, lParam);
+    LRESULT handled = 0;
+    switch (message) {
+    case WM_KEYDOWN:
+        handled = _Control_ProcessWmKeyDown(choice->hwnd, wParam, lParam);
+        break;
+    case WM_KEYUP:
+        handled = Control_ProcessKeyUp(choice->hwnd, wParam, lParam);
+        break;
+    case WM_CHAR:
+        return editCharacter(edit, choice, wParam, lParam);
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        return editFocus(edit, choice, message, wParam, lParam);
+    default:
+        break;
+    }
+    return handled ? handled : callEdit(edit, message, wParam, lParam);
+}
+
+static WNDPROC procOf(HWND window) {
+    return reinterpret_cast<WNDPROC>(GetWindowLongW(window, GWL_WNDPROC));
+}
+
+static void attachChildren(ChoiceRecord* choice) {
+    LONG record = reinterpret_cast<LONG>(choice);
+    if (HWND edit = GetDlgItem(choice->hwnd, editId)) {
+        SetWindowLongW(edit, GWL_USERDATA, record);
+        choice->editProc = procOf(edit);
+        SetWindowLongW(edit, GWL_WNDPROC, reinterpret_cast<LONG>(editFieldProc));
+    }
+    if (HWND list = GetDlgItem(choice->hwnd, listId)) {
+        SetWindowLongW(list, GWL_USERDATA, record);
+        choice->listProc = procOf(list);
+    }
+}
+
+ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    constexpr LONG visibleItems = 7;
+    bool dropDownList = style & styleDropDownList;
+    DWORD windowStyle = _Control_Style() | WS_VSCROLL | CBS_NOINTEGRALHEIGHT | CBS_AUTOHSCROLL |
+                        (dropDownList ? CBS_DROPDOWNLIST : CBS_DROPDOWN);
+    auto* choice = static_cast<ChoiceRecord*>(_Control_New(
+        L"COMBOBOX", sizeof(ChoiceRecord), choiceProc, parent, style, windowStyle, 0, error));
+    if (!choice) return nullptr;
+    choice->ctlColorMessage = WM_CTLCOLOREDIT;
+    choice->dispose = _Dispose_Scrollable;
+    choice->dropDownList = dropDownList;
+    choice->visibleItems = visibleItems;
+    attachChildren(choice);
+    return choice;
+}
+
+ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
+    return Choice_Create(parent, styleDropDownList, error);
+}
+
+void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, ErrorRecord* error) {
+    LRESULT result =
+        send(choice, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
+    if (result != CB_ERR && result != CB_ERRSPACE) return;
+    DWORD code = GetLastError();
+    // Every failure at a positive index counts as out of range; that is meant.
+    bool outOfRange = index > 0 || index >= countItems(choice);
+    Win32Error_SetError(error, code,
+                        outOfRange ? L"Index is out of valid range for combo"
+                                   : L"Unable to add item to combo");
+}
+
+void Choice_RemoveItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+    LRESULT result = send(choice, CB_DELETESTRING, index);
+    LONG count = countItems(choice);
+    // The index right behind the last item is let pass; that is meant.
+    if (result == CB_ERR && index > 0 && index > count)
+        Win32Error_SetError(error, errorFailed, L"Invalid range of item to remove from combo");
+    // The field would go on showing the item that was its last.
+    if (choice->dropDownList && count == 0) InvalidateRect(choice->hwnd, nullptr, FALSE);
+}
+
+void Choice_RemoveAllItems(ChoiceRecord* choice, ErrorRecord*) { send(choice, CB_RESETCONTENT); }
+
+void Choice_SelectItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+    send(choice, CB_GETCOUNT);
+    send(choice, CB_GETCURSEL);
+    if (send(choice, CB_SETCURSEL, index) == CB_ERR)
+        Win32Error_SetError(error, GetLastError(), L"Unable to select item in combo");
+}
+
+jint Choice_GetSelectedItemIndex(ChoiceRecord* choice, ErrorRecord*) {
+    return send(choice, CB_GETCURSEL);
+}

@@ -1,0 +1,229 @@
+#include "widgets/text.h"
+#include "bridge/memory.h"
+#include "control/input.h"
+#include "widgets/line_breaks.h"
+#include "widgets/measuring.h"
+
+enum TextStyle : DWORD { styleWraps = 0x100, styleMultiLine = 0x800000 };
+
+static constexpr wchar_t noMemoryForText[] = L"Unable to allocate memory for text";
+static constexpr wchar_t noMemoryForSelection[] =
+    L"Unable to allocate memory to substring selection text";
+
+static TextRecord* textOf(HWND window) { return static_cast<TextRecord*>(controlOf(window)); }
+
+static LRESULT send(const TextRecord* text, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    return SendMessageW(text->hwnd, message, wParam, lParam);
+}
+
+static bool wraps(DWORD javaStyle) {
+    constexpr DWORD both = styleMultiLine | styleWraps;
+    return (javaStyle & both) == both;
+}
+
+static LONG marginsOf(const TextRecord* text) {
+    LRESULT margins = send(text, EM_GETMARGINS);
+    return LOWORD(margins) + HIWORD(margins);
+}
+
+// What stands around the text. Java's style counts here, even for a bar that the window lacks.
+static PixelPair withSurroundings(const TextRecord* text, PixelPair size, LONG borderGap) {
+    bool hasBorder = text->style & styleBorder;
+    size.x += marginsOf(text);
+    if (text->style & styleVerticalScroll) size.x += GetSystemMetrics(SM_CXVSCROLL);
+    if (text->style & styleHorizontalScroll) {
+        size.y += GetSystemMetrics(SM_CYHSCROLL);
+        if (hasBorder) ++size.x;
+    }
+    if (!hasBorder) return size;
+    LONG borders = 2 * _Control_GetBorderWidth(text->hwnd) + borderGap;
+    return {size.x + borders, size.y + borders};
+}
+
+static PixelPair sizeOfText(const TextRecord* text) {
+    constexpr LONG unknown = 64;
+    TextExtent extent = measureText(text->hwnd, DT_CALCRECT | DT_NOPREFIX, {0, 0, 0, 0});
+    if (extent.isEmpty) return {unknown, unknown};
+    LONG height = extent.lineHeight * send(text, EM_GETLINECOUNT);
+    if (wraps(text->style) && extent.height) height = extent.height;
+    return {extent.width ? extent.width : unknown, height ? height : unknown};
+}
+
+static PixelPair preferredSize(const TextRecord* text) {
+    constexpr LONG borderGap = 2;
+    return withSurroundings(text, sizeOfText(text), borderGap);
+}
+
+// One pixel more than the preferred size leaves; that is meant.
+static PixelPair minimumSize(const TextRecord* text, PixelPair size) {
+    constexpr LONG borderGap = 3;
+    return withSurroundings(text, size, borderGap);
+}
+
+static LRESULT doubleClick(TextRecord* text, WPARAM wParam, LPARAM lParam) {
+    if (text->passDoubleClicks)
+        return _Scrollable_Proc(text->hwnd, WM_LBUTTONDBLCLK, wParam, lParam);
+    Control_FirePointer(text,
+                        Control_BuildPointerEvent(pointerPress, buttonMiddle, wParam, lParam));
+    return 0;
+}
+
+static void command(const TextRecord* text, WPARAM wParam) {
+    if (HIWORD(wParam) == EN_CHANGE && !text->replacing) fireTextModified(text->callbackTarget);
+}
+
+static LRESULT CALLBACK textProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    TextRecord* text = textOf(window);
+    if (!text) return DefWindowProcW(window, message, wParam, lParam);
+    switch (message) {
+    case WM_LBUTTONDBLCLK:
+        return doubleClick(text, wParam, lParam);
+    case controlCommand:
+        command(text, wParam);
+        break;
+    case controlGetMinimumSize:
+        *reinterpret_cast<PixelPair*>(wParam) = preferredSize(text);
+        return 0;
+    default:
+        break;
+    }
+    return _Scrollable_Proc(window, message, wParam, lParam);
+}
+
+static ControlRecord* newText(ControlRecord* parent, DWORD javaStyle, DWORD windowStyle,
+                              ErrorRecord* error) {
+    auto* text = static_cast<TextRecord*>(_Control_New(L"EDIT", sizeof(TextRecord), textProc,
+                                                       parent, javaStyle, windowStyle, 0, error));
+    if (!text) return nullptr;
+    text->dispose = _Dispose_Scrollable;
+    text->ctlColorMessage = WM_CTLCOLOREDIT;
+    text->passDoubleClicks = TRUE;
+    send(text, EM_LIMITTEXT, 0);
+    return text;
+}
+
+ControlRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    DWORD windowStyle = _Control_Style() | ES_AUTOHSCROLL;
+    if (style & styleBorder) windowStyle |= WS_BORDER;
+    return newText(parent, style, windowStyle, error);
+}
+
+// Where there is no bar to scroll with, the text scrolls by itself.
+static DWORD areaStyle(DWORD javaStyle) {
+    DWORD style = _Scrollable_Style(javaStyle) | ES_MULTILINE | ES_NOHIDESEL;
+    if (!(style & WS_VSCROLL)) style |= ES_AUTOVSCROLL;
+    if (javaStyle & styleWraps) return style & ~WS_HSCROLL;
+    return style & WS_HSCROLL ? style : style | ES_AUTOHSCROLL;
+}
+
+ControlRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    return newText(parent, style, areaStyle(style), error);
+}
+
+// A column of a field is 1.4 times as wide as one of an area.
+PixelPair TextField_GetMinimumSize(TextRecord* text, jint columns, ErrorRecord*) {
+    TextExtent extent = measureFont(text->hwnd);
+    jint columnWidth = extent.averageWidth * 7 / 5;
+    return minimumSize(text, {columnWidth * columns, extent.lineHeight});
+}
+
+PixelPair TextArea_GetMinimumSize(TextRecord* text, jint rows, jint columns, ErrorRecord*) {
+    TextExtent extent = measureFont(text->hwnd);
+    return minimumSize(text, {extent.averageWidth * columns, extent.lineHeight * rows});
+}
+
+jint AbstractTextComponent_GetCharCount(TextRecord* text, ErrorRecord*) {
+    return GetWindowTextLengthW(text->hwnd);
+}
+
+NativeString AbstractTextComponent_GetText(TextRecord* text, ErrorRecord* error) {
+    int length = GetWindowTextLengthW(text->hwnd);
+    if (!length) return {L"", false};
+    wchar_t* characters = allocateArray<wchar_t>(length + 2);
+    if (characters)
+        GetWindowTextW(text->hwnd, characters, length + 1);
+    else
+        Win32Error_SetError(error, errorFailed, noMemoryForText);
+    return {characters, true};
+}
+
+// With the control's line breaks; null with the error set when there is no memory for them.
+static const wchar_t* convert(const wchar_t* characters, ErrorRecord* error) {
+    const wchar_t* converted = withControlLineBreaks(characters);
+    if (!converted) Win32Error_SetError(error, errorFailed, noMemoryForText);
+    return converted;
+}
+
+static void freeConverted(const wchar_t* converted, const wchar_t* original) {
+    if (converted != original) freeBlock(const_cast<wchar_t*>(converted));
+}
+
+void AbstractTextComponent_SetText(TextRecord* text, const wchar_t* characters,
+                                   ErrorRecord* error) {
+    if (!characters) characters = L"";
+    const wchar_t* converted = convert(characters, error);
+    if (!converted) return;
+    SetWindowTextW(text->hwnd, converted);
+    freeConverted(converted, characters);
+}
+
+void AbstractTextComponent_Replace(TextRecord* text, const wchar_t* characters, jint start,
+                                   jint end, ErrorRecord* error) {
+    constexpr WPARAM canBeUndone = TRUE;
+    if (!characters) characters = L"";
+    const wchar_t* converted = convert(characters, error);
+    if (!converted) return;
+    AbstractTextComponent_SetSelection(text, start, end, error);
+    HWND window = text->hwnd;
+    text->replacing = TRUE;
+    send(text, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(converted));
+    text = textOf(window);
+    if (text) text->replacing = FALSE;
+    freeConverted(converted, characters);
+}
+
+PixelPair AbstractTextComponent_GetSelection(TextRecord* text, ErrorRecord*) {
+    DWORD start = 0, end = 0;
+    send(text, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return {static_cast<jint>(start), static_cast<jint>(end)};
+}
+
+// The whole text is read for the part; its copy is left behind, and that is meant.
+NativeString AbstractTextComponent_GetSelectionText(TextRecord* text, ErrorRecord* error) {
+    PixelPair selection = AbstractTextComponent_GetSelection(text, error);
+    jint length = selection.y - selection.x;
+    if (length < 1) return {L"", false};
+    const wchar_t* whole = AbstractTextComponent_GetText(text, error).text;
+    if (!whole) return {nullptr, false};
+    wchar_t* part = allocateArray<wchar_t>(length + 1);
+    // Another thread may have shortened the text meanwhile.
+    if (part && wcslen(whole) >= static_cast<UINT>(selection.y))
+        memcpy(part, whole + selection.x, length * sizeof(wchar_t));
+    if (!part) Win32Error_SetError(error, errorFailed, noMemoryForSelection);
+    return {part, true};
+}
+
+void AbstractTextComponent_SetSelection(TextRecord* text, jint start, jint end, ErrorRecord*) {
+    send(text, EM_SETSEL, start, end);
+    send(text, EM_SCROLLCARET);
+}
+
+void AbstractTextComponent_SetCaretPosition(TextRecord* text, jint position, ErrorRecord* error) {
+    AbstractTextComponent_SetSelection(text, position, position, error);
+}
+
+void AbstractTextComponent_SelectAll(TextRecord* text, ErrorRecord*) {
+    send(text, EM_SETSEL, 0, -1);
+}
+
+void AbstractTextComponent_SetEchoChar(TextRecord* text, jchar echo, ErrorRecord* error) {
+    DWORD style = GetWindowLongW(text->hwnd, GWL_STYLE);
+    style = echo ? style | ES_PASSWORD : style & ~ES_PASSWORD;
+    SetWindowLongW(text->hwnd, GWL_STYLE, style);
+    send(text, EM_SETPASSWORDCHAR, echo);
+    Control_Redraw(text, error);
+}
+
+void AbstractTextComponent_SetEditable(TextRecord* text, bool editable, ErrorRecord*) {
+    send(text, EM_SETREADONLY, !editable);
+}

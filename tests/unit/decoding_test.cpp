@@ -1,0 +1,670 @@
+// Images out of files: real ones against another decoder's pixels, damaged ones, and every failure.
+
+#include "emulator.h"
+#include "faults.h"
+#include "image_fixture.h"
+#include "imaging.h"
+#include "leaks.h"
+#include "png.h"
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <thread>
+
+static const char16_t noStream[] = u"Failed to create an IStream from a memory location";
+static const char16_t noCom[] = u"Failed to initialize COM";
+static const char16_t noFactory[] = u"Failed to create IImagingFactory";
+static const char16_t noDecoder[] = u"Failed to create IImageDecoder from IStream";
+static const char16_t notBegun[] = u"Failed to begin decoding";
+static const char16_t notDecoded[] = u"Failed to decode image";
+
+static Bytes readFile(const std::string& name) {
+    std::ifstream file(SUITE_FOLDER "/" + name, std::ios::binary);
+    EXPECT_TRUE(file) << name;
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+static Bytes bytesOf(const Png& png) {
+    std::vector<uint8_t> encoded = encode(png);
+    return {encoded.begin(), encoded.end()};
+}
+
+class DecodingTest : public ImageFixture {
+  protected:
+    ~DecodingTest() override { Emulator_SetImageDelivery(deliverWhole); }
+
+    jint fromData(const Bytes& data) { return fromData(data, static_cast<jint>(data.size())); }
+    jint fromData(const Bytes& data, jint length) {
+        return call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
+                                                  vm.newBytes(data), length);
+    }
+    jint fromFile(const std::u16string& path) {
+        return call<jint(jint, jstring)>("Image_NewFromFile", display, vm.newString(path));
+    }
+    void expectNoImage(const Bytes& data, jint code, const std::u16string& message) {
+        EXPECT_EQ(fromData(data), 0);
+        expectReport("Image_NewFromFileData", code, message);
+    }
+
+    // Red, green, blue and alpha of each pixel; those of a palette have no alpha here.
+    static Bytes componentsOf(jint image) {
+        Pixels pixels = pixelsOf(image);
+        RGBQUAD palette[256] = {};
+        if (pixels.bitCount <= 8) readPalette(image, palette);
+        Bytes components;
+        for (LONG y = 0; y < pixels.height; ++y)
+            for (LONG x = 0; x < pixels.width; ++x) {
+                RGBQUAD color = colorOf(pixels, palette, x, y);
+                for (BYTE component :
+                     {color.rgbRed, color.rgbGreen, color.rgbBlue, color.rgbReserved})
+                    components.push_back(static_cast<jbyte>(component));
+            }
+        return components;
+    }
+
+    static const Png onePixel;
+
+  private:
+    static void readPalette(jint image, RGBQUAD* palette) {
+        HDC context = CreateCompatibleDC(nullptr);
+        HGDIOBJ before = SelectObject(context, recordOf(image)->bitmap);
+        GetDIBColorTable(context, 0, 256, palette);
+        SelectObject(context, before);
+        DeleteDC(context);
+    }
+    static RGBQUAD colorOf(const Pixels& pixels, const RGBQUAD* palette, LONG x, LONG y) {
+        const BYTE* row = pixels.bits + y * pixels.stride;
+        if (pixels.bitCount == 32) return reinterpret_cast<const RGBQUAD*>(row)[x];
+        if (pixels.bitCount == 24) return {row[3 * x], row[3 * x + 1], row[3 * x + 2], 255};
+        int perByte = 8 / pixels.bitCount;
+        int shift = (perByte - 1 - x % perByte) * pixels.bitCount;
+        return palette[row[x / perByte] >> shift & ((1 << pixels.bitCount) - 1)];
+    }
+};
+
+const Png DecodingTest::onePixel = {1, 1, 8, 2, {0x12, 0x34, 0x56}, {}, {}};
+
+// An image of a suite and what another decoder made of it.
+struct Known {
+    std::string name;
+    jint width, height, depth, transparent;
+    int tolerance;
+};
+
+static std::vector<Known> suite() {
+    std::ifstream list(SUITE_FOLDER "/suite.txt");
+    std::vector<Known> images;
+    for (Known known; list >> known.name >> known.width >> known.height >> known.depth >>
+                      known.transparent >> known.tolerance;)
+        images.push_back(known);
+    EXPECT_GT(images.size(), 200u);
+    return images;
+}
+
+static std::vector<std::string> hostileImages() {
+    std::ifstream list(SUITE_FOLDER "/hostile.txt");
+    std::vector<std::string> names{std::istream_iterator<std::string>(list), {}};
+    EXPECT_GT(names.size(), 40u);
+    return names;
+}
+
+// How the pixels differ; empty when they do not, or not more on average than they may.
+static std::string difference(const Bytes& ours, const Bytes& others, const Known& known,
+                              bool withAlpha) {
+    if (ours.size() != others.size()) return "sizes differ";
+    long long sum = 0;
+    size_t count = 0, first = 0;
+    for (size_t i = 0; i < ours.size(); ++i) {
+        if (i % 4 == 3 && !withAlpha) continue;
+        int apart = std::abs(static_cast<BYTE>(ours[i]) - static_cast<BYTE>(others[i]));
+        if (apart && count++ == 0) first = i;
+        sum += apart;
+    }
+    if (sum <= known.tolerance * static_cast<long long>(ours.size())) return {};
+    std::ostringstream said;
+    said << count << " components differ by " << sum << " together, first component " << first % 4
+         << " of " << first / 4 % known.width << ", " << first / 4 / known.width << ": "
+         << static_cast<int>(static_cast<BYTE>(ours[first])) << " and "
+         << static_cast<int>(static_cast<BYTE>(others[first]));
+    return said.str();
+}
+
+TEST_F(DecodingTest, suite_is_decoded_as_by_another_decoder) {
+    for (const Known& known : suite()) {
+        jint image = fromData(readFile(known.name));
+        if (!image) {
+            ADD_FAILURE() << known.name << " is not decoded";
+            vm.reports.clear();
+            continue;
+        }
+        EXPECT_EQ(boundsOf(image), (Ints{0, 0, known.width, known.height})) << known.name;
+        if (known.depth) {
+            EXPECT_EQ(depthOf(image), known.depth) << known.name;
+        }
+        EXPECT_EQ(isDirect(image), depthOf(image) > 8) << known.name;
+        EXPECT_EQ(transparencyOf(image), known.transparent) << known.name;
+        EXPECT_EQ(
+            difference(componentsOf(image), readFile(known.name + ".rgba"), known, isDirect(image)),
+            "")
+            << known.name;
+        disposeImage(image);
+    }
+}
+
+TEST_F(DecodingTest, every_way_of_delivery_gives_the_same_image) {
+    for (const Known& known : suite()) {
+        const Bytes data = readFile(known.name);
+        Emulator_SetImageDelivery(deliverWhole);
+        jint whole = fromData(data);
+        if (!whole) continue; // which the test of the suite complains of
+        for (EmulatorDelivery delivery : {deliverInBands, deliverRows, deliverPasses}) {
+            Emulator_SetImageDelivery(delivery);
+            jint image = fromData(data);
+            ASSERT_NE(image, 0) << known.name;
+            EXPECT_EQ(depthOf(image), depthOf(whole)) << known.name;
+            EXPECT_EQ(componentsOf(image), componentsOf(whole)) << known.name << ", " << delivery;
+            EXPECT_EQ(transparencyOf(image), transparencyOf(whole)) << known.name;
+            disposeImage(image);
+        }
+        disposeImage(whole);
+    }
+}
+
+TEST_F(DecodingTest, file_gives_the_image_of_its_contents) {
+    int count = 0;
+    for (const Known& known : suite()) {
+        if (++count % 10) continue;
+        const std::string path = SUITE_FOLDER "/" + known.name;
+        jint file = fromFile({path.begin(), path.end()});
+        ASSERT_NE(file, 0) << path;
+        jint data = fromData(readFile(known.name));
+        EXPECT_EQ(storedIn(file), storedIn(data)) << path;
+        disposeImage(file);
+        disposeImage(data);
+    }
+    EXPECT_GT(count, 100);
+}
+
+// What is damaged gives an image all the same, or one report that says so.
+class DamageTest : public DecodingTest {
+  protected:
+    void decode(const Bytes& data, const std::string& name) {
+        jint image = fromData(data);
+        if (image) {
+            ++images;
+            EXPECT_TRUE(vm.reports.empty()) << name;
+            EXPECT_GT(pixelsOf(image).width, 0) << name;
+            disposeImage(image);
+            return;
+        }
+        ++errors;
+        TestVm::Report report = onlyReport();
+        bool known = report.code == -6 ? report.message == noDecoder
+                                       : report.code == -8 && report.message == notDecoded;
+        EXPECT_TRUE(known) << name << ", " << report.code;
+    }
+
+    // Small images of every format, so that thousands are decoded soon.
+    std::vector<std::pair<std::string, Bytes>> smallImages() {
+        constexpr size_t small = 6000;
+        std::vector<std::pair<std::string, Bytes>> found;
+        for (const Known& known : suite()) {
+            Bytes data = readFile(known.name);
+            if (data.size() <= small) found.push_back({known.name, data});
+        }
+        EXPECT_GT(found.size(), 100u);
+        return found;
+    }
+    size_t below(size_t end) { return random() % end; }
+
+    int images = 0, errors = 0;
+};
+
+TEST_F(DamageTest, images_made_to_break_decoders) {
+    newShell();
+    NoLeaks noLeaks;
+    for (const std::string& name : hostileImages()) decode(readFile(name), name);
+    EXPECT_GT(errors, 10);
+}
+
+TEST_F(DamageTest, truncated_images) {
+    const auto all = smallImages();
+    newShell();
+    NoLeaks noLeaks;
+    for (int i = 0; i < 3000; ++i) {
+        const auto& [name, data] = all[below(all.size())];
+        decode({data.begin(), data.begin() + below(data.size())}, name);
+        vm.calls.clear();
+    }
+    EXPECT_GT(errors, 500);
+    RecordProperty("images", images);
+}
+
+TEST_F(DamageTest, corrupted_images) {
+    const auto all = smallImages();
+    newShell();
+    NoLeaks noLeaks;
+    for (int i = 0; i < 3000; ++i) {
+        auto [name, data] = all[below(all.size())];
+        for (size_t changes = below(8) + 1; changes > 0; --changes)
+            data[below(data.size())] = static_cast<jbyte>(random());
+        decode(data, name);
+        vm.calls.clear();
+    }
+    EXPECT_GT(errors, 100);
+    EXPECT_GT(images, 100);
+}
+
+TEST_F(DecodingTest, entry_without_opacity_is_the_transparent_one) {
+    Png png = {3, 1, 8, 3, {0, 1, 2}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {255, 0, 255}};
+    jint image = fromData(bytesOf(png));
+    EXPECT_FALSE(isDirect(image));
+    EXPECT_EQ(transparencyOf(image), 1);
+    EXPECT_EQ(recordOf(image)->transparentColor, RGB(4, 5, 6));
+    EXPECT_EQ(paletteOf(image, 3),
+              (std::vector<COLORREF>{RGB(1, 2, 3), RGB(4, 5, 6), RGB(7, 8, 9)}));
+    disposeImage(image);
+}
+
+TEST_F(DecodingTest, last_of_several_entries_without_opacity_counts) {
+    Png png = {3, 1, 8, 3, {0, 1, 2}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {0, 0, 128}};
+    jint image = fromData(bytesOf(png));
+    EXPECT_EQ(transparencyOf(image), 1);
+    disposeImage(image);
+}
+
+TEST_F(DecodingTest, palette_of_opaque_colors_has_no_transparency) {
+    jint image = fromData(bytesOf({2, 1, 8, 3, {0, 1}, {1, 2, 3, 4, 5, 6}, {}}));
+    EXPECT_EQ(transparencyOf(image), -1);
+    EXPECT_EQ(recordOf(image)->transparentIndex, 255u);
+    disposeImage(image);
+}
+
+TEST_F(DecodingTest, indexed_images_keep_their_indices_at_every_depth_and_width) {
+    for (jint bits : {1, 2, 4, 8})
+        for (jint width = 1; width <= 17; ++width) {
+            size_t length = (width * bits + 7) / 8;
+            Bytes rows = randomBytes(length * 2);
+            std::vector<uint8_t> palette((1 << bits) * 3);
+            for (uint8_t& component : palette) component = static_cast<uint8_t>(random());
+            jint image = fromData(bytesOf({static_cast<uint32_t>(width),
+                                           2,
+                                           static_cast<uint8_t>(bits),
+                                           3,
+                                           {rows.begin(), rows.end()},
+                                           palette,
+                                           {}}));
+            ASSERT_NE(image, 0);
+            EXPECT_EQ(depthOf(image), bits == 2 ? 4 : bits);
+            const Bytes components = componentsOf(image);
+            for (jint i = 0; i < width * 2; ++i) {
+                jint x = i % width;
+                BYTE byte = static_cast<BYTE>(rows[i / width * length + x * bits / 8]);
+                int index = byte >> (8 - bits - x * bits % 8) & ((1 << bits) - 1);
+                for (int component = 0; component < 3; ++component)
+                    ASSERT_EQ(static_cast<BYTE>(components[i * 4 + component]),
+                              palette[index * 3 + component])
+                        << bits << " bits, " << width << " wide";
+            }
+            disposeImage(image);
+        }
+}
+
+TEST_F(DecodingTest, more_than_8_bits_a_component_or_alpha_gives_32_bits) {
+    const Png images[] = {
+        {1, 1, 16, 0, {0x12, 0x34}, {}, {}},
+        {1, 1, 16, 2, {0x12, 0, 0x34, 0, 0x56, 0}, {}, {}},
+        {1, 1, 8, 6, {0x12, 0x34, 0x56, 0x78}, {}, {}},
+        {1, 1, 8, 4, {0x12, 0x78}, {}, {}},
+        {1, 1, 16, 6, {0x12, 0, 0x34, 0, 0x56, 0, 0x78, 0}, {}, {}},
+    };
+    const jint expected[] = {jint(0xFF121212), jint(0xFF123456), 0x78123456, 0x78121212,
+                             0x78123456};
+    for (size_t i = 0; i < std::size(images); ++i) {
+        jint image = fromData(bytesOf(images[i]));
+        EXPECT_EQ(depthOf(image), 32);
+        EXPECT_TRUE(isDirect(image));
+        EXPECT_EQ(highColorOf(image), (Ints{expected[i]})) << i;
+        disposeImage(image);
+    }
+}
+
+// A bitmap file with 16 bits a pixel: 5-5-5.
+TEST_F(DecodingTest, source_of_16_bits_gives_32) {
+    const Bytes data = {'B', 'M', 58, 0, 0, 0, 0, 0, 0,  0, 54, 0, 0, 0, 40,   0,    0, 0, 1, 0,
+                        0,   0,   1,  0, 0, 0, 1, 0, 16, 0, 0,  0, 0, 0, 4,    0,    0, 0, 0, 0,
+                        0,   0,   0,  0, 0, 0, 0, 0, 0,  0, 0,  0, 0, 0, 0x1F, 0x7C, 0, 0};
+    jint image = fromData(data);
+    ASSERT_NE(image, 0);
+    EXPECT_EQ(depthOf(image), 32);
+    EXPECT_EQ(highColorOf(image), (Ints{jint(0xFFFF00FF)}));
+    disposeImage(image);
+}
+
+TEST_F(DecodingTest, only_so_many_bytes_are_looked_at) {
+    Bytes data = bytesOf(onePixel);
+    jint length = static_cast<jint>(data.size());
+    data.resize(length + 100, 0x7F);
+    for (jint given : {length, length + 100}) {
+        jint image = fromData(data, given);
+        EXPECT_EQ(highColorOf(image), (Ints{0x123456}));
+        disposeImage(image);
+    }
+    data.resize(length);
+    for (jint given : {length + 1, jint(INT_MAX)}) {
+        jint image = fromData(data, given);
+        EXPECT_EQ(highColorOf(image), (Ints{0x123456})) << "no more than there is";
+        disposeImage(image);
+    }
+    for (jint given : {0, 7, -1, INT_MIN}) {
+        EXPECT_EQ(fromData(data, given), 0);
+        expectReport("Image_NewFromFileData", -6, noDecoder);
+    }
+}
+
+TEST_F(DecodingTest, elements_are_released_with_their_changes) {
+    jint image = fromData(bytesOf(onePixel));
+    EXPECT_EQ(vm.countCalls("GetByteArrayElements"), 1);
+    EXPECT_EQ(vm.countCalls("ReleaseByteArrayElements"), 1);
+    disposeImage(image);
+}
+
+TEST_F(DecodingTest, nothing_gives_no_image) {
+    expectNoImage({}, -6, noDecoder);
+    EXPECT_EQ((call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
+                                                  static_cast<jbyteArray>(nullptr), 10)),
+              0);
+    expectReport("Image_NewFromFileData", -6, noDecoder);
+    EXPECT_EQ(
+        (call<jint(jint, jstring)>("Image_NewFromFile", display, static_cast<jstring>(nullptr))),
+        0);
+    expectReport("Image_NewFromFile", -3, noStream);
+}
+
+TEST_F(DecodingTest, what_is_no_image_has_no_decoder) {
+    expectNoImage(Bytes(1000, 'x'), -6, noDecoder);
+}
+
+TEST_F(DecodingTest, file_that_is_not_there) {
+    EXPECT_EQ(fromFile(u"\\no such folder\\image.png"), 0);
+    expectReport("Image_NewFromFile", -3, noStream);
+}
+
+TEST_F(DecodingTest, without_memory_for_the_stream) {
+    Faults faults;
+    faults.fail("LocalAlloc");
+    expectNoImage(bytesOf(onePixel), -3, noStream);
+}
+
+TEST_F(DecodingTest, without_memory_for_the_stream_the_file_is_closed) {
+    const std::string path = SUITE_FOLDER "/" + suite()[0].name;
+    jstring name = vm.newString({path.begin(), path.end()});
+    Faults faults;
+    faults.fail("LocalAlloc", 2); // the first is the path
+    EXPECT_EQ((call<jint(jint, jstring)>("Image_NewFromFile", display, name)), 0);
+    expectReport("Image_NewFromFile", -3, noStream);
+    EXPECT_EQ(faults.countCalls("CreateFileW"), 1);
+    EXPECT_EQ(faults.countCalls("CloseHandle"), 1);
+}
+
+TEST_F(DecodingTest, without_com) {
+    Faults faults;
+    faults.fail("CoInitializeEx");
+    expectNoImage(bytesOf(onePixel), -3, noCom);
+    EXPECT_EQ(faults.countCalls("CoUninitialize"), 0);
+    EXPECT_EQ(faults.countCalls("CoCreateInstance"), 0);
+}
+
+TEST_F(DecodingTest, on_a_thread_of_an_apartment_of_its_own_there_is_no_com) {
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+    expectNoImage(bytesOf(onePixel), -3, noCom);
+    CoUninitialize();
+}
+
+TEST_F(DecodingTest, on_a_thread_that_uses_com_already) {
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    Faults faults;
+    jint image = fromData(bytesOf(onePixel));
+    EXPECT_NE(image, 0);
+    EXPECT_EQ(faults.countCalls("CoUninitialize"), 1);
+    disposeImage(image);
+    CoUninitialize();
+}
+
+TEST_F(DecodingTest, without_the_component) {
+    Faults faults;
+    faults.fail("CoCreateInstance");
+    expectNoImage(bytesOf(onePixel), -3, noFactory);
+    EXPECT_EQ(faults.countCalls("CoUninitialize"), 1);
+}
+
+TEST_F(DecodingTest, without_memory_for_the_section) {
+    Faults faults;
+    faults.fail("CreateDIBSection");
+    expectNoImage(bytesOf(onePixel), -8, notDecoded);
+}
+
+TEST_F(DecodingTest, without_memory_for_the_sink_or_the_record) {
+    newShell();
+    const Bytes data = bytesOf(onePixel);
+    NoLeaks noLeaks;
+    for (int nth : {2, 3}) {
+        Faults faults;
+        faults.fail("LocalAlloc", nth);
+        EXPECT_EQ(fromData(data), 0);
+        expectReportWithoutMessage("Image_NewFromFileData", -4);
+    }
+}
+
+// A component that answers what the test wants, and what was asked of it.
+namespace {
+
+struct Script {
+    HRESULT createDecoder = S_OK, begin = S_OK, decode = S_OK;
+    bool makesImage = true;
+    Events calls;
+};
+Script* script;
+
+struct ScriptedDecoder : IImageDecoder {
+    IImageSink* sink = nullptr;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        script->calls.push_back("release decoder");
+        return 0;
+    }
+    HRESULT STDMETHODCALLTYPE InitDecoder(IStream*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE TerminateDecoder() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE BeginDecode(IImageSink* target, IUnknown* properties) override {
+        EXPECT_EQ(properties, nullptr);
+        script->calls.push_back("begin");
+        sink = target;
+        return script->begin;
+    }
+    HRESULT STDMETHODCALLTYPE Decode() override {
+        script->calls.push_back("decode");
+        ImageInfo info = {};
+        info.PixelFormat = PixelFormat24bppRGB;
+        info.Width = info.Height = 1;
+        if (script->makesImage) sink->BeginSink(&info, nullptr);
+        return script->decode;
+    }
+    HRESULT STDMETHODCALLTYPE EndDecode(HRESULT status) override {
+        script->calls.push_back("end " + std::to_string(status));
+        return sink->EndSink(status);
+    }
+} scriptedDecoder;
+
+struct ScriptedFactory : IImagingFactory {
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        script->calls.push_back("release factory");
+        return 0;
+    }
+    HRESULT STDMETHODCALLTYPE CreateImageFromStream(IStream*, void**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE CreateImageFromFile(const WCHAR*, void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateImageFromBuffer(const void*, UINT, UINT, void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateNewBitmap(UINT, UINT, UINT, void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateBitmapFromImage(void*, UINT, UINT, UINT, UINT,
+                                                    void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateBitmapFromBuffer(BitmapData*, void**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateImageDecoder(IStream* stream, UINT flags,
+                                                 IImageDecoder** decoder) override {
+        EXPECT_NE(stream, nullptr);
+        EXPECT_EQ(flags, 0u);
+        script->calls.push_back("create decoder");
+        *decoder = SUCCEEDED(script->createDecoder) ? &scriptedDecoder : nullptr;
+        return script->createDecoder;
+    }
+} scriptedFactory;
+
+HRESULT WINAPI createScripted(REFCLSID type, IUnknown* outer, DWORD context, REFIID id,
+                              void** out) {
+    EXPECT_TRUE(type == CLSID_ImagingFactory && id == IID_IImagingFactory);
+    EXPECT_EQ(outer, nullptr);
+    EXPECT_EQ(context, DWORD(CLSCTX_INPROC_SERVER));
+    *out = &scriptedFactory;
+    return S_OK;
+}
+
+} // namespace
+
+class ScriptedDecodingTest : public DecodingTest {
+  protected:
+    ScriptedDecodingTest() {
+        newShell();
+        before = countLive();
+        script = &answers;
+        faults.replace("CoCreateInstance", reinterpret_cast<void*>(createScripted));
+    }
+    ~ScriptedDecodingTest() override {
+        LiveCounts after = countLive();
+        EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+        EXPECT_EQ(after.heapBlocks, before.heapBlocks);
+        EXPECT_EQ(faults.countCalls("CoUninitialize"), 1);
+    }
+    Script answers;
+    Faults faults;
+
+  private:
+    LiveCounts before;
+};
+
+TEST_F(ScriptedDecodingTest, decoder_is_led_through_its_steps) {
+    jint image = fromData({1});
+    EXPECT_EQ(answers.calls, (Events{"create decoder", "begin", "decode", "end 0",
+                                     "release decoder", "release factory"}));
+    EXPECT_EQ(highColorOf(image), (Ints{0}));
+    disposeImage(image);
+}
+
+TEST_F(ScriptedDecodingTest, decoder_that_cannot_be_made) {
+    answers.createDecoder = E_OUTOFMEMORY;
+    expectNoImage({1}, -6, noDecoder);
+    EXPECT_EQ(answers.calls, (Events{"create decoder", "release factory"}));
+}
+
+TEST_F(ScriptedDecodingTest, decoder_that_does_not_begin) {
+    answers.begin = E_FAIL;
+    expectNoImage({1}, -8, notBegun);
+    EXPECT_EQ(answers.calls,
+              (Events{"create decoder", "begin", "release decoder", "release factory"}));
+}
+
+TEST_F(ScriptedDecodingTest, decoder_that_fails_ends_with_its_failure) {
+    answers.decode = E_ABORT;
+    expectNoImage({1}, -8, notDecoded);
+    EXPECT_EQ(answers.calls,
+              (Events{"create decoder", "begin", "decode", "end " + std::to_string(E_ABORT),
+                      "release decoder", "release factory"}));
+}
+
+// Only S_OK is success; the sink's bitmap goes with the sink.
+TEST_F(ScriptedDecodingTest, decoder_that_has_half_succeeded_has_failed) {
+    answers.decode = S_FALSE;
+    expectNoImage({1}, -8, notDecoded);
+    EXPECT_EQ(answers.calls[3], "end 1");
+}
+
+TEST_F(ScriptedDecodingTest, decoder_that_delivers_nothing_has_failed) {
+    answers.makesImage = false;
+    expectNoImage({1}, -8, notDecoded);
+}
+
+TEST_F(DecodingTest, any_failing_call_is_reported_once_and_leaves_nothing) {
+    const Bytes data = bytesOf({3, 1, 8, 3, {0, 1, 2}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {0}});
+    const std::string path = SUITE_FOLDER "/" + suite()[0].name;
+    newShell();
+    jint warm = fromData(data);
+    disposeImage(warm);
+    NoLeaks noLeaks;
+    int failures = forEachFailure([&](Faults&) {
+        for (int i = 0; i < 2; ++i) {
+            jint image = i ? fromFile({path.begin(), path.end()}) : fromData(data);
+            EXPECT_LE(vm.reports.size(), image ? 0u : 1u);
+            EXPECT_TRUE(image || !vm.reports.empty() || !vm.pendingException.empty());
+            vm.reports.clear();
+            vm.clearException();
+            if (image) disposeImage(image);
+        }
+    });
+    EXPECT_GT(failures, 10);
+}
+
+TEST_F(DecodingTest, ten_thousand_decodes_leave_nothing_behind) {
+    const Bytes images[] = {bytesOf(onePixel), bytesOf({1, 1, 8, 3, {0}, {1, 2, 3}, {0}}),
+                            Bytes(40, 'x'), bytesOf({1, 1, 16, 0, {0x12, 0x34}, {}, {}})};
+    jbyteArray arrays[] = {vm.newBytes(images[0]), vm.newBytes(images[1]), vm.newBytes(images[2]),
+                           vm.newBytes(images[3])};
+    newShell();
+    disposeImage(fromData(images[0]));
+    NoLeaks noLeaks;
+    Faults faults;
+    for (int i = 0; i < 10000; ++i) {
+        jint image = call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
+                                                        arrays[i % 4], jint(images[i % 4].size()));
+        EXPECT_EQ(image == 0, i % 4 == 2);
+        if (image) disposeImage(image);
+        vm.reports.clear();
+        vm.calls.clear();
+    }
+    EXPECT_EQ(faults.countCalls("DeleteCriticalSection"), 7500);
+    EXPECT_EQ(faults.countCalls("InitializeCriticalSection"), 7500);
+    EXPECT_EQ(faults.countCalls("CoInitializeEx"), faults.countCalls("CoUninitialize"));
+}
+
+// The library's own code in this program: its natives belong to the VM's threads.
+TEST_F(DecodingTest, threads_decode_side_by_side) {
+    Bytes data = readFile(suite()[0].name);
+    ByteArguments arguments = {data.data(), static_cast<jint>(data.size())};
+    jint expected = fromData(data);
+    const Bytes pixels = storedIn(expected);
+    std::vector<std::thread> threads;
+    std::vector<int> equal(4);
+    for (int& count : equal)
+        threads.emplace_back([&] {
+            for (int i = 0; i < 50; ++i) {
+                ErrorRecord error = {};
+                ImageRecord* image =
+                    Image_NewFromFileData(nullptr, arguments, arguments.count, &error);
+                if (!image) continue;
+                count += storedIn(reinterpret_cast<jint>(image)) == pixels;
+                Image_Dispose(image, &error);
+            }
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(equal, std::vector<int>(4, 50));
+    disposeImage(expected);
+}

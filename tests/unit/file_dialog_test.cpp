@@ -1,0 +1,718 @@
+#include "device.h"
+#include "faults.h"
+#include "leaks.h"
+#include "other_thread.h"
+#include "widgets/file_dialog.h"
+#include <commdlg.h>
+
+static constexpr jint plain = 0, save = 0x2000, several = 0x800000;
+
+// A person at a dialog: each time it has nothing more to do and waits for input, the next step.
+namespace {
+struct Person {
+    std::vector<std::function<void(HWND dialog)>> steps;
+    size_t next = 0;
+    WNDPROC ownerProc = nullptr;
+};
+} // namespace
+static Person person;
+
+static LRESULT CALLBACK watchOwner(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ENTERIDLE && wParam == MSGF_DIALOGBOX) {
+        HWND dialog = reinterpret_cast<HWND>(lParam);
+        if (person.next < person.steps.size()) {
+            person.steps[person.next++](dialog);
+        } else {
+            ADD_FAILURE() << "the dialog is still open";
+            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        }
+    }
+    return CallWindowProcW(person.ownerProc, window, message, wParam, lParam);
+}
+
+static std::wstring textOf(HWND window) {
+    std::wstring text(GetWindowTextLengthW(window) + 1, L'\0');
+    text.resize(GetWindowTextW(window, text.data(), static_cast<int>(text.size())));
+    return text;
+}
+
+class FileDialogTest : public DeviceTest {
+  protected:
+    FileDialogTest() {
+        for (const wchar_t* path : {L"", L"\\sub"}) CreateDirectoryW(onDesk(path).c_str(), nullptr);
+        for (const wchar_t* path : {L"\\a.txt", L"\\b.txt", L"\\x.txt", L"\\sub\\deep.txt"})
+            CloseHandle(CreateFileW(onDesk(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    0, nullptr));
+        SetWindowTextW(windowOf(shell), L"Owner");
+        person = {};
+        person.ownerProc = reinterpret_cast<WNDPROC>(
+            SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(watchOwner)));
+    }
+    ~FileDialogTest() override {
+        EXPECT_EQ(person.next, person.steps.size()) << "steps were left";
+        SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(person.ownerProc));
+        for (const wchar_t* path : {L"\\a.txt", L"\\b.txt", L"\\x.txt", L"\\sub\\deep.txt"})
+            DeleteFileW(onDesk(path).c_str());
+        for (const wchar_t* path : {L"\\sub", L""}) RemoveDirectoryW(onDesk(path).c_str());
+    }
+
+    // Where the desk has the test's files.
+    static std::wstring onDesk(const std::wstring& path) {
+        using GetDeskPath = BOOL(WINAPI*)(LPCWSTR, LPWSTR);
+        theLibrary();
+        auto* getDeskPath = reinterpret_cast<GetDeskPath>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_GetDeskPath")));
+        wchar_t found[MAX_PATH];
+        EXPECT_TRUE(getDeskPath((L"\\My Documents\\dialog test" + path).c_str(), found));
+        return found;
+    }
+    static constexpr char16_t folder[] = u"\\My Documents\\dialog test";
+
+    jint newDialog(jint style = plain, const std::u16string& startFolder = folder) {
+        jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, style);
+        setPath(dialog, startFolder);
+        return dialog;
+    }
+    void set(const char* property, jint dialog, const std::u16string& text) {
+        call<void(jint, jstring)>(std::string("FileDialog_Set") + property, dialog,
+                                  vm.newString(text));
+    }
+    void setPath(jint dialog, const std::u16string& path) { set("FilterPath", dialog, path); }
+    void setName(jint dialog, const std::u16string& name) { set("FileName", dialog, name); }
+    bool openDialog(jint dialog) { return call<jboolean(jint)>("FileDialog_Open", dialog); }
+    bool openWith(jint dialog, std::vector<std::function<void(HWND)>> steps) {
+        person.steps = std::move(steps);
+        person.next = 0;
+        return openDialog(dialog);
+    }
+    std::u16string pathOf(jint dialog) {
+        return vm.text(call<jobject(jint)>("FileDialog_GetFilterPath", dialog));
+    }
+    std::vector<std::u16string> namesOf(jint dialog) {
+        return vm.texts(call<jobject(jint)>("FileDialog_GetFileNames", dialog));
+    }
+    static FileDialogRecord* record(jint dialog) {
+        return reinterpret_cast<FileDialogRecord*>(dialog);
+    }
+
+    // The dialog's parts, as a person sees them.
+    static HWND part(HWND dialog, const wchar_t* className, const wchar_t* text = nullptr) {
+        HWND found = FindWindowExW(dialog, nullptr, className, text);
+        EXPECT_NE(found, nullptr) << "the dialog has no such part";
+        return found;
+    }
+    static HWND nameField(HWND dialog) { return part(dialog, L"Edit"); }
+    static HWND entries(HWND dialog) { return part(dialog, L"ListBox"); }
+    static std::vector<std::wstring> shownEntries(HWND dialog) {
+        HWND list = entries(dialog);
+        std::vector<std::wstring> found;
+        for (int i = 0; i < SendMessageW(list, LB_GETCOUNT, 0, 0); ++i) {
+            wchar_t text[MAX_PATH];
+            SendMessageW(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
+            found.push_back(text);
+        }
+        return found;
+    }
+
+    // What the person does there. Nothing is dispatched: the dialog sees to that.
+    void tapOn(HWND window, POINT point) {
+        ClientToScreen(window, &point);
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        for (jint type : {1, 2})
+            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+    }
+    void tapButton(HWND dialog, const wchar_t* text) {
+        HWND button = part(dialog, L"Button", text);
+        RECT client;
+        GetClientRect(button, &client);
+        tapOn(button, {client.right / 2, client.bottom / 2});
+    }
+    void tapEntry(HWND dialog, const std::wstring& text) {
+        std::vector<std::wstring> shown = shownEntries(dialog);
+        auto index = std::find(shown.begin(), shown.end(), text) - shown.begin();
+        RECT place;
+        SendMessageW(entries(dialog), LB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&place));
+        tapOn(entries(dialog), {20, (place.top + place.bottom) / 2});
+    }
+    static void typeKeys(const std::wstring& text) {
+        auto press = [](WORD key, DWORD flags) {
+            INPUT input = {};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = key;
+            input.ki.dwFlags = flags;
+            SendInput(1, &input, sizeof(input));
+        };
+        for (wchar_t character : text) {
+            SHORT key = VkKeyScanW(character);
+            bool shifted = HIBYTE(key) & 1;
+            if (shifted) press(VK_SHIFT, 0);
+            press(LOBYTE(key), 0);
+            press(LOBYTE(key), KEYEVENTF_KEYUP);
+            if (shifted) press(VK_SHIFT, KEYEVENTF_KEYUP);
+        }
+    }
+    std::function<void(HWND)> tapping(const wchar_t* button) {
+        return [=, this](HWND dialog) { tapButton(dialog, button); };
+    }
+    std::function<void(HWND)> tappingEntry(const wchar_t* entry) {
+        return [=, this](HWND dialog) { tapEntry(dialog, entry); };
+    }
+    static std::function<void(HWND)> typing(const std::wstring& text) {
+        return [=](HWND) { typeKeys(text); };
+    }
+
+    jint shell = newShell();
+};
+
+TEST_F(FileDialogTest, a_new_dialog_has_its_record_filled) {
+    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, save | several);
+    EXPECT_EQ(record(dialog)->display, reinterpret_cast<DisplayRecord*>(display));
+    EXPECT_EQ(record(dialog)->owner, reinterpret_cast<ControlRecord*>(shell));
+    EXPECT_EQ(record(dialog)->style, DWORD(save | several));
+    EXPECT_EQ(record(dialog)->callbackTarget, nullptr);
+    EXPECT_EQ(call<jobject(jint)>("FileDialog_GetFilterPath", dialog), nullptr);
+    EXPECT_TRUE(namesOf(dialog).empty());
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, what_is_set_is_kept_as_a_copy) {
+    jint dialog = newDialog();
+    for (const char16_t* text : {u"first", u"", u"second"}) {
+        for (const char* property : {"Title", "FileName", "FilterPath"})
+            set(property, dialog, text);
+        EXPECT_EQ(pathOf(dialog), text);
+        std::u16string expected = text;
+        std::wstring wide(expected.begin(), expected.end());
+        EXPECT_EQ(record(dialog)->title, wide);
+        EXPECT_EQ(record(dialog)->fileName, wide);
+    }
+    for (const char* property : {"Title", "FileName", "FilterPath"})
+        call<void(jint, jstring)>(std::string("FileDialog_Set") + property, dialog,
+                                  static_cast<jstring>(nullptr));
+    EXPECT_EQ(record(dialog)->title, nullptr);
+    EXPECT_EQ(record(dialog)->fileName, nullptr);
+    EXPECT_EQ(record(dialog)->filterPath, nullptr);
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, without_memory_what_is_set_is_an_error_and_the_old_stays) {
+    jint dialog = newDialog();
+    for (const char* property : {"Title", "FileName", "FilterPath"}) {
+        set(property, dialog, u"old");
+        Faults faults;
+        faults.fail("LocalAlloc", 2);
+        set(property, dialog, u"new");
+        EXPECT_EQ(onlyReport().code, -4);
+    }
+    EXPECT_EQ(record(dialog)->title, std::wstring(L"old"));
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"old"));
+    EXPECT_EQ(pathOf(dialog), u"old");
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_dialog_without_memory_is_an_error) {
+    NoLeaks noLeaks;
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<jint(jint, jint)>("FileDialog_New", shell, 0), 0);
+    expectReport("FileDialog_New", -4, u"Not enough memory to allocate file dialog");
+}
+
+TEST_F(FileDialogTest, a_tapped_file_is_chosen_with_ok) {
+    jint dialog = newDialog();
+    EXPECT_TRUE(openWith(dialog, {tappingEntry(L"x.txt"), tapping(L"OK")}));
+    EXPECT_EQ(pathOf(dialog), u"\\My Documents\\dialog test\\");
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"x.txt"));
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x.txt"});
+    EXPECT_TRUE(vm.reports.empty());
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, two_taps_choose_a_file) {
+    jint dialog = newDialog();
+    EXPECT_TRUE(openWith(dialog, {[&](HWND window) {
+                             tapEntry(window, L"b.txt");
+                             tapEntry(window, L"b.txt");
+                         }}));
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"b.txt"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_typed_name_is_chosen_with_enter) {
+    jint dialog = newDialog(save);
+    EXPECT_TRUE(openWith(dialog, {typing(L"new.txt\r")}));
+    EXPECT_EQ(pathOf(dialog), u"\\My Documents\\dialog test\\");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"new.txt"});
+    EXPECT_TRUE(openWith(dialog, {typing(L"\\plain\r")}));
+    EXPECT_EQ(pathOf(dialog), u"\\");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"plain"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_person_finds_the_way_through_folders) {
+    jint dialog = newDialog();
+    std::vector<std::vector<std::wstring>> shown;
+    auto look = [&](HWND window) { shown.push_back(shownEntries(window)); };
+    EXPECT_TRUE(openWith(dialog, {[&](HWND window) {
+                                      look(window);
+                                      tapEntry(window, L"[sub]");
+                                  },
+                                  tapping(L"OK"),
+                                  [&](HWND window) {
+                                      look(window);
+                                      tapButton(window, L"Up");
+                                  },
+                                  [&](HWND window) {
+                                      look(window);
+                                      tapEntry(window, L"[sub]");
+                                      tapEntry(window, L"[sub]");
+                                  },
+                                  tappingEntry(L"deep.txt"), tapping(L"OK")}));
+    std::vector<std::wstring> all = {L"[sub]", L"a.txt", L"b.txt", L"x.txt"};
+    EXPECT_EQ(shown, (std::vector<std::vector<std::wstring>>{all, {L"deep.txt"}, all}));
+    EXPECT_EQ(pathOf(dialog), u"\\My Documents\\dialog test\\sub\\");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"deep.txt"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, manyfiles_are_chosen) {
+    jint dialog = newDialog(several);
+    EXPECT_TRUE(openWith(dialog, {tappingEntry(L"a.txt"), tappingEntry(L"x.txt"), tapping(L"OK")}));
+    EXPECT_EQ(pathOf(dialog), folder);
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"a.txt"));
+    EXPECT_EQ(namesOf(dialog), (std::vector<std::u16string>{u"a.txt", u"x.txt"}));
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, one_of_manyis_chosen_alone) {
+    jint dialog = newDialog(several);
+    EXPECT_TRUE(openWith(dialog, {tappingEntry(L"a.txt"), tapping(L"OK")}));
+    EXPECT_EQ(pathOf(dialog), u"\\My Documents\\dialog test\\");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"a.txt"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_cancelled_dialog_chooses_nothing) {
+    jint dialog = newDialog();
+    setName(dialog, u"name");
+    EXPECT_FALSE(openWith(dialog, {tappingEntry(L"x.txt"), tapping(L"Cancel")}));
+    EXPECT_TRUE(namesOf(dialog).empty());
+    EXPECT_EQ(pathOf(dialog), folder);
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"name"));
+    EXPECT_FALSE(openWith(dialog, {typing(L"\x1B")}));
+    EXPECT_TRUE(vm.reports.empty());
+    EXPECT_TRUE(IsWindowEnabled(windowOf(shell)));
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_cancelled_dialog_drops_the_names_of_the_one_before) {
+    jint dialog = newDialog();
+    EXPECT_TRUE(openWith(dialog, {tappingEntry(L"x.txt"), tapping(L"OK")}));
+    EXPECT_FALSE(openWith(dialog, {tapping(L"Cancel")}));
+    EXPECT_TRUE(namesOf(dialog).empty());
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"x.txt"));
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, the_name_is_shown_as_it_was_given_and_kept_with_backslashes) {
+    jint dialog = newDialog();
+    setName(dialog, u"a/b.txt");
+    std::wstring shown;
+    EXPECT_FALSE(openWith(dialog, {[&](HWND window) {
+                              shown = textOf(nameField(window));
+                              tapButton(window, L"Cancel");
+                          }}));
+    EXPECT_EQ(shown, L"a/b.txt");
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"a\\b.txt"));
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_name_that_the_dialog_refuses_is_left_out) {
+    jint dialog = newDialog();
+    setName(dialog, u"a<b");
+    std::wstring shown = L"nothing";
+    EXPECT_TRUE(openWith(dialog, {[&](HWND window) {
+                                      shown = textOf(nameField(window));
+                                      tapEntry(window, L"x.txt");
+                                  },
+                                  tapping(L"OK")}));
+    EXPECT_EQ(shown, L"");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x.txt"});
+    EXPECT_TRUE(vm.reports.empty());
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, the_owner_has_the_title_while_the_dialog_is_open) {
+    jint dialog = newDialog();
+    std::vector<std::wstring> captions;
+    auto look = [&](HWND window) {
+        captions.push_back(textOf(windowOf(shell)));
+        EXPECT_FALSE(IsWindowEnabled(windowOf(shell)));
+        tapButton(window, L"Cancel");
+    };
+    openWith(dialog, {look});
+    set("Title", dialog, u"Choose");
+    openWith(dialog, {look});
+    EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
+    set("Title", dialog, u"");
+    openWith(dialog, {look});
+    EXPECT_EQ(captions, (std::vector<std::wstring>{L"Owner", L"Choose", L"Owner"}));
+    EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_caption_of_up_to_100_characters_comes_back) {
+    jint dialog = newDialog();
+    std::wstring longCaption(130, L'm');
+    SetWindowTextW(windowOf(shell), longCaption.c_str());
+    openWith(dialog, {tapping(L"Cancel")});
+    EXPECT_EQ(textOf(windowOf(shell)), longCaption) << "nothing was changed";
+    set("Title", dialog, u"Choose");
+    openWith(dialog, {tapping(L"Cancel")});
+    EXPECT_EQ(textOf(windowOf(shell)), longCaption.substr(0, 100));
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, opens_on_a_thread_of_its_own_for_another_thread) {
+    jint dialog = newDialog();
+    set("Title", dialog, u"Choose");
+    DWORD caller = 0, owner = 0;
+    bool chosen = false;
+    std::wstring caption;
+    person.steps = {[&](HWND window) {
+                        owner = GetWindowThreadProcessId(window, nullptr);
+                        caption = textOf(windowOf(shell));
+                        tapEntry(window, L"x.txt");
+                    },
+                    tapping(L"OK")};
+    onOtherThread(vm, display, [&] {
+        caller = GetCurrentThreadId();
+        vm.attachedThreads.insert(caller);
+        chosen = openDialog(dialog);
+    });
+    EXPECT_TRUE(chosen);
+    EXPECT_NE(owner, caller);
+    EXPECT_NE(owner, GetCurrentThreadId());
+    EXPECT_EQ(caption, L"Choose");
+    EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x.txt"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, a_thread_that_cannot_be_made_is_an_error) {
+    jint dialog = newDialog();
+    onOtherThread(vm, display, [&] {
+        vm.attachedThreads.insert(GetCurrentThreadId());
+        Faults faults;
+        faults.fail("CreateThread", 1, ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_FALSE(openDialog(dialog));
+    });
+    expectReport("FileDialog_Open", -4, u"Unable to create thread for file dialog::");
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, closed_dialogs_leave_nothing_behind) {
+    jint dialog = newDialog(several);
+    openWith(dialog, {tapping(L"Cancel")}); // what the system makes once
+    NoLeaks noLeaks;
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_FALSE(openWith(dialog, {tapping(L"Cancel")}));
+        EXPECT_TRUE(openWith(dialog, {typing(L"x.txt\r")}));
+        if (i % 2) namesOf(dialog);
+        setPath(dialog, folder);
+    }
+    dispatchAll();
+    call<jobject(jint)>("FileDialog_GetFileNames", dialog);
+    call<void(jint, jstring)>("FileDialog_SetFileName", dialog, static_cast<jstring>(nullptr));
+}
+
+// What the system's dialog is asked, and what it answers without a person.
+static struct {
+    int calls;
+    bool saves;
+    OPENFILENAMEW request;
+    std::wstring file, folder;
+    std::wstring answer; // into the file buffer
+    WORD fileOffset;
+    std::vector<DWORD> failures; // last errors of the first calls
+} asked;
+
+// As when it is cancelled.
+static constexpr DWORD lastErrorStays = 0xFFFFFFFF;
+
+static BOOL answerRequest(OPENFILENAMEW* request, bool saves) {
+    asked.saves = saves;
+    asked.request = *request;
+    asked.file = request->lpstrFile;
+    asked.folder = request->lpstrInitialDir;
+    size_t call = asked.calls++;
+    if (call < asked.failures.size()) {
+        if (asked.failures[call] != lastErrorStays) SetLastError(asked.failures[call]);
+        return FALSE;
+    }
+    memcpy(request->lpstrFile, asked.answer.data(), asked.answer.size() * sizeof(wchar_t));
+    request->nFileOffset = asked.fileOffset;
+    return TRUE;
+}
+static BOOL WINAPI answerOpen(OPENFILENAMEW* request) { return answerRequest(request, false); }
+static BOOL WINAPI answerSave(OPENFILENAMEW* request) { return answerRequest(request, true); }
+
+class SystemDialogTest : public FileDialogTest {
+  protected:
+    static void answerWith(const std::wstring& answer, WORD fileOffset,
+                           std::vector<DWORD> failures = {}) {
+        asked = {};
+        asked.answer = answer;
+        asked.fileOffset = fileOffset;
+        asked.failures = std::move(failures);
+    }
+    static void replaceSystem(Faults& faults) {
+        faults.replace("GetOpenFileNameW", reinterpret_cast<void*>(answerOpen));
+        faults.replace("GetSaveFileNameW", reinterpret_cast<void*>(answerSave));
+    }
+    bool openAnswered(jint dialog) {
+        Faults faults;
+        replaceSystem(faults);
+        return openDialog(dialog);
+    }
+};
+
+TEST_F(SystemDialogTest, is_asked_as_the_style_says) {
+    const struct {
+        jint style;
+        bool saves;
+        DWORD flags, capacity;
+    } rows[] = {{plain, false, 0x4, 260},
+                {save, true, 0x4, 260},
+                {several, false, 0x80004, 32768},
+                {save | several, true, 0x80004, 32768}};
+    for (const auto& row : rows) {
+        jint dialog = newDialog(row.style);
+        setName(dialog, u"name");
+        answerWith(L"", 0, {0});
+        EXPECT_FALSE(openAnswered(dialog));
+        const OPENFILENAMEW& request = asked.request;
+        EXPECT_EQ(asked.calls, 1);
+        EXPECT_EQ(asked.saves, row.saves);
+        EXPECT_EQ(request.lStructSize, 76u);
+        EXPECT_EQ(request.hwndOwner, windowOf(shell));
+        EXPECT_EQ(std::wstring(request.lpstrFilter, 9), std::wstring(L"*.*\0*.*\0", 9));
+        EXPECT_EQ(request.nFilterIndex, 0u);
+        EXPECT_EQ(request.nMaxFile, row.capacity);
+        EXPECT_EQ(request.Flags, row.flags);
+        EXPECT_EQ(request.lpstrTitle, nullptr);
+        EXPECT_EQ(request.lpstrDefExt != nullptr, row.saves);
+        if (row.saves) {
+            EXPECT_STREQ(request.lpstrDefExt, L"");
+        }
+        EXPECT_EQ(asked.file, L"name");
+        EXPECT_EQ(asked.folder, L"\\My Documents\\dialog test");
+        dispose(dialog);
+    }
+}
+
+TEST_F(SystemDialogTest, is_asked_with_empty_texts_when_none_are_set) {
+    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, 0);
+    answerWith(L"", 0, {0});
+    asked.file = asked.folder = L"not asked";
+    EXPECT_FALSE(openAnswered(dialog));
+    EXPECT_EQ(asked.file, L"");
+    EXPECT_EQ(asked.folder, L"");
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, texts_beyond_what_it_takes_are_cut) {
+    jint dialog = newDialog(plain, std::u16string(1000, u'p'));
+    setName(dialog, std::u16string(1000, u'n'));
+    answerWith(L"", 0, {0});
+    EXPECT_FALSE(openAnswered(dialog));
+    EXPECT_EQ(asked.file, std::wstring(260, L'n'));
+    EXPECT_EQ(asked.folder, std::wstring(260, L'p'));
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, is_asked_once_more_without_the_name_after_an_invalid_parameter) {
+    jint dialog = newDialog();
+    setName(dialog, u"name");
+    answerWith(L"\\f\\x", 3, {ERROR_INVALID_PARAMETER});
+    EXPECT_TRUE(openAnswered(dialog));
+    EXPECT_EQ(asked.calls, 2);
+    EXPECT_EQ(asked.file, L"");
+    EXPECT_EQ(asked.request.nMaxFile, 260u);
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x"});
+    EXPECT_EQ(pathOf(dialog), u"\\f\\");
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, a_failure_chooses_nothing_and_reports_nothing) {
+    jint dialog = newDialog();
+    answerWith(L"\\f\\x", 3, {ERROR_INVALID_PARAMETER, ERROR_INVALID_PARAMETER});
+    EXPECT_FALSE(openAnswered(dialog));
+    EXPECT_EQ(asked.calls, 2) << "once more only";
+    answerWith(L"\\f\\x", 3, {ERROR_NOT_ENOUGH_MEMORY});
+    EXPECT_FALSE(openAnswered(dialog));
+    EXPECT_EQ(asked.calls, 1);
+    EXPECT_TRUE(namesOf(dialog).empty());
+    EXPECT_EQ(pathOf(dialog), folder);
+    EXPECT_TRUE(vm.reports.empty());
+    dispose(dialog);
+}
+
+static int WINAPI failToReadCaption(HWND, LPWSTR, int) {
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+}
+
+TEST_F(SystemDialogTest, an_error_from_before_does_not_ask_again_after_a_cancellation) {
+    jint dialog = newDialog();
+    set("Title", dialog, u"title");
+    answerWith(L"\\f\\x", 3, {lastErrorStays});
+    Faults faults;
+    replaceSystem(faults);
+    faults.replace("GetWindowTextW", reinterpret_cast<void*>(failToReadCaption));
+    EXPECT_FALSE(openDialog(dialog));
+    EXPECT_EQ(asked.calls, 1);
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, without_an_offset_the_low_bytes_tell_the_folder) {
+    const struct {
+        std::wstring answer;
+        std::u16string path;
+        std::vector<std::u16string> names;
+    } rows[] = {
+        {L"\\f\\g\\x.txt", u"\\f\\g\\", {u"x.txt"}},
+        {L"\\f\x015Cx.txt", u"\\f\x015C", {u"x.txt"}},
+        {L"\\f\x0100g\\x.txt", u"\\", {u"f\x0100g\\x.txt"}},
+        {L"\\f\\", u"\\f\\", {u""}},
+    };
+    for (const auto& row : rows) {
+        jint dialog = newDialog();
+        answerWith(row.answer, 0);
+        EXPECT_TRUE(openAnswered(dialog));
+        EXPECT_EQ(pathOf(dialog), row.path);
+        EXPECT_EQ(namesOf(dialog), row.names);
+        dispose(dialog);
+    }
+}
+
+TEST_F(SystemDialogTest, a_name_without_folder_is_chosen_without_names) {
+    jint dialog = newDialog();
+    setName(dialog, u"before");
+    answerWith(L"x.txt", 0);
+    EXPECT_TRUE(openAnswered(dialog));
+    EXPECT_EQ(pathOf(dialog), u"");
+    EXPECT_TRUE(namesOf(dialog).empty());
+    EXPECT_EQ(record(dialog)->fileName, std::wstring(L"before"));
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, names_are_read_up_to_two_nuls) {
+    const std::wstring answer(L"\\f\0a\0b b\0c.txt\0\0z\0", 18);
+    jint many = newDialog(several);
+    answerWith(answer, 3);
+    EXPECT_TRUE(openAnswered(many));
+    EXPECT_EQ(pathOf(many), u"\\f");
+    EXPECT_EQ(namesOf(many), (std::vector<std::u16string>{u"a", u"b b", u"c.txt"}));
+    jint single = newDialog();
+    answerWith(answer, 3);
+    EXPECT_TRUE(openAnswered(single));
+    EXPECT_EQ(namesOf(single), std::vector<std::u16string>{u"a"});
+    dispose(many);
+    dispose(single);
+}
+
+TEST_F(SystemDialogTest, names_are_read_up_to_the_capacity) {
+    jint dialog = newDialog(several);
+    std::wstring answer(L"\\f\0", 3);
+    size_t count = 0;
+    for (; answer.size() + 4 <= 32768; ++count) answer += std::wstring(L"nam\0", 4);
+    answer.resize(32768, L'm');
+    answerWith(answer, 3);
+    EXPECT_TRUE(openAnswered(dialog));
+    std::vector<std::u16string> names = namesOf(dialog);
+    ASSERT_EQ(names.size(), count + 1);
+    EXPECT_EQ(names[count - 1], u"nam");
+    EXPECT_EQ(names.back(), std::u16string(32768 - 3 - 4 * count, u'm'));
+    jint single = newDialog();
+    answerWith(L"\\" + std::wstring(259, L'm'), 1);
+    EXPECT_TRUE(openAnswered(single));
+    EXPECT_EQ(namesOf(single), std::vector<std::u16string>{std::u16string(259, u'm')});
+    dispose(dialog);
+    dispose(single);
+}
+
+TEST_F(SystemDialogTest, an_offset_beyond_the_buffer_reads_no_further) {
+    jint dialog = newDialog();
+    answerWith(L"\\f\\x", 5000);
+    EXPECT_TRUE(openAnswered(dialog));
+    EXPECT_EQ(pathOf(dialog), u"\\f\\x");
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u""});
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, names_are_handed_over_once) {
+    jint dialog = newDialog();
+    answerWith(L"\\f\\x", 3);
+    EXPECT_TRUE(openAnswered(dialog));
+    EXPECT_EQ(namesOf(dialog).size(), 1u);
+    EXPECT_EQ(record(dialog)->fileNames, nullptr);
+    EXPECT_TRUE(namesOf(dialog).empty());
+    EXPECT_TRUE(openAnswered(dialog));
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, names_that_java_cannot_take_are_not_leaked) {
+    jint dialog = newDialog();
+    answerWith(L"\\f\\x", 3);
+    EXPECT_TRUE(openAnswered(dialog));
+    long blocks = countHeapBlocks();
+    vm.failCall("NewObjectArray");
+    EXPECT_EQ(call<jobject(jint)>("FileDialog_GetFileNames", dialog), nullptr);
+    vm.clearException();
+    EXPECT_EQ(countHeapBlocks(), blocks - 2) << "the list and its name";
+    dispose(dialog);
+}
+
+TEST_F(SystemDialogTest, without_memory_an_error_is_reported_and_the_record_stays) {
+    jint dialog = newDialog(several);
+    setName(dialog, u"before");
+    const std::wstring answer(L"\\f\0a\0b\0\0", 8);
+    NoLeaks noLeaks;
+    constexpr int allocations = 6; // the showing, folder, list, two names, the first name
+    for (int nth = 1; nth <= allocations; ++nth) {
+        Faults faults;
+        replaceSystem(faults);
+        faults.fail("LocalAlloc", nth);
+        answerWith(answer, 3);
+        EXPECT_EQ(call<jint(jint)>("FileDialog_Open", dialog), 0);
+        expectReport("FileDialog_Open", -4, u"Not enough memory to allocate file dialog");
+        EXPECT_EQ(pathOf(dialog), folder);
+        EXPECT_EQ(record(dialog)->fileName, std::wstring(L"before"));
+        EXPECT_TRUE(namesOf(dialog).empty());
+    }
+    Faults faults;
+    replaceSystem(faults);
+    faults.fail("LocalAlloc", allocations + 1);
+    EXPECT_TRUE(openDialog(dialog));
+    namesOf(dialog);
+}
+
+TEST_F(SystemDialogTest, dialogs_leave_nothing_behind) {
+    NoLeaks noLeaks;
+    Faults faults;
+    replaceSystem(faults);
+    const std::wstring answer(L"\\f\0a\0b\0\0", 8);
+    for (int i = 0; i < 10000; ++i) {
+        jint dialog = newDialog(i % 2 ? several : save);
+        set("Title", dialog, u"title");
+        setName(dialog, u"a/b");
+        answerWith(answer, 3);
+        EXPECT_TRUE(openDialog(dialog));
+        if (i % 3 == 0) {
+            EXPECT_TRUE(openDialog(dialog));
+        }
+        if (i % 5 == 0) namesOf(dialog);
+        dispose(dialog);
+    }
+}

@@ -1,0 +1,708 @@
+#include "device.h"
+#include "faults.h"
+#include "graphics/font.h"
+#include "leaks.h"
+#include "widgets/text.h"
+#include <algorithm>
+
+class TextTest : public DeviceTest {
+  protected:
+    TextRecord* record(jint text) { return reinterpret_cast<TextRecord*>(text); }
+    jint newField(jint style = 0) { return newControl("TextField", shell, style); }
+    jint newArea(jint style = 0) { return newControl("TextArea", shell, style, {10, 10, 210, 90}); }
+
+    void setText(jint text, const std::u16string& characters) {
+        call<void(jint, jstring)>("AbstractTextComponent_SetText", text, vm.newString(characters));
+    }
+    void replace(jint text, const std::u16string& characters, jint start, jint end) {
+        call<void(jint, jstring, jint, jint)>("AbstractTextComponent_Replace", text,
+                                              vm.newString(characters), start, end);
+    }
+    std::u16string textIn(jint text) {
+        return vm.text(call<jobject(jint)>("AbstractTextComponent_GetText", text));
+    }
+    jint countChars(jint text) {
+        return call<jint(jint)>("AbstractTextComponent_GetCharCount", text);
+    }
+    void select(jint text, jint start, jint end) {
+        call<void(jint, jint, jint)>("AbstractTextComponent_SetSelection", text, start, end);
+    }
+    void selectAll(jint text) { call<void(jint)>("AbstractTextComponent_SelectAll", text); }
+    std::vector<jint> selection(jint text) {
+        return vm.ints(call<jobject(jint)>("AbstractTextComponent_GetSelection", text));
+    }
+    std::u16string selectionText(jint text) {
+        return vm.text(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", text));
+    }
+    void setEcho(jint text, jchar echo) {
+        call<void(jint, jchar)>("AbstractTextComponent_SetEchoChar", text, echo);
+    }
+    void setEditable(jint text, bool editable) {
+        call<void(jint, jboolean)>("AbstractTextComponent_SetEditable", text, editable);
+    }
+    void focus(jint text) {
+        call<jboolean(jint)>("Control_ForceFocus", text);
+        dispatchAll();
+        vm.takeEvents();
+    }
+    Events eventsButPaints() {
+        Events events = vm.takeEvents();
+        auto isPaint = [](const std::string& event) { return event.rfind("paint", 0) == 0; };
+        events.erase(std::remove_if(events.begin(), events.end(), isPaint), events.end());
+        return events;
+    }
+    long countModified() {
+        Events events = vm.takeEvents();
+        return std::count(events.begin(), events.end(), "modified()");
+    }
+
+    static DWORD styleOf(jint text) {
+        return GetWindowLongW(windowOf(text), GWL_STYLE) & ~WS_VISIBLE;
+    }
+    static LRESULT send(jint text, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+        return SendMessageW(windowOf(text), message, wParam, lParam);
+    }
+    static std::u16string lines(int count) {
+        std::u16string all;
+        for (int i = 0; i < count; ++i) all += u"line\r\n";
+        return all;
+    }
+
+    // Of the default font.
+    TEXTMETRICW metrics() {
+        return reinterpret_cast<FontRecord*>(call<jint(jint)>("Control_GetDefaultFont", shell))
+            ->metrics;
+    }
+    jint marginsOf(jint text) {
+        LRESULT margins = send(text, EM_GETMARGINS);
+        return LOWORD(margins) + HIWORD(margins);
+    }
+
+    jint shell = newShell();
+};
+
+static constexpr jint border = 0x800, horizontalBar = 0x10000, verticalBar = 0x20000, wraps = 0x100,
+                      multiLine = 0x800000;
+
+TEST_F(TextTest, a_field_scrolls_by_itself_and_never_has_bars) {
+    EXPECT_EQ(styleOf(newField()), 0x46010080u);
+    EXPECT_EQ(styleOf(newField(border)), 0x46810080u);
+    EXPECT_EQ(styleOf(newField(horizontalBar | verticalBar | wraps)), 0x46010080u);
+    EXPECT_EQ(GetWindowLongW(windowOf(newField(border)), GWL_EXSTYLE) & WS_EX_CLIENTEDGE, 0);
+}
+
+TEST_F(TextTest, an_area_scrolls_by_itself_where_it_has_no_bar) {
+    const struct {
+        jint java;
+        DWORD window;
+    } rows[] = {
+        {0, 0x1C4},
+        {horizontalBar, 0x100144},
+        {verticalBar, 0x200184},
+        {horizontalBar | verticalBar, 0x300104},
+        {wraps, 0x144},
+        {wraps | horizontalBar, 0x144},
+        {wraps | verticalBar, 0x200104},
+        {wraps | horizontalBar | verticalBar, 0x200104},
+        {border, 0x8001C4},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(styleOf(newArea(row.java)), 0x46010000u | row.window) << std::hex << row.java;
+}
+
+TEST_F(TextTest, is_a_scrollable_with_the_colours_of_text_and_no_limit) {
+    for (jint text : {newField(), newArea()}) {
+        EXPECT_EQ(reinterpret_cast<void*>(record(text)->dispose), exportOf("_Dispose_Scrollable"));
+        EXPECT_EQ(record(text)->ctlColorMessage, static_cast<UINT>(WM_CTLCOLOREDIT));
+        EXPECT_EQ(record(text)->passDoubleClicks, 1);
+        EXPECT_EQ(record(text)->replacing, 0);
+        EXPECT_GT(static_cast<DWORD>(send(text, EM_GETLIMITTEXT)), 0x10000u);
+        COLORREF window = GetSysColor(COLOR_WINDOW);
+        EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", text),
+                  GetRValue(window) << 16 | GetGValue(window) << 8 | GetBValue(window));
+    }
+}
+
+TEST_F(TextTest, insets_count_border_and_bars) {
+    jint one = GetSystemMetrics(SM_CXBORDER);
+    auto insets = [&](jint text) {
+        return vm.ints(call<jobject(jint)>("Scrollable_GetInsets", text));
+    };
+    EXPECT_EQ(insets(newField()), (std::vector<jint>{0, 0, 0, 0}));
+    EXPECT_EQ(insets(newField(border)), (std::vector<jint>{one, one, one, one}));
+    EXPECT_EQ(insets(newArea(border | horizontalBar | verticalBar)),
+              (std::vector<jint>{one, one, one + GetSystemMetrics(SM_CXVSCROLL),
+                                 one + GetSystemMetrics(SM_CYHSCROLL)}));
+}
+
+TEST_F(TextTest, keeps_texts_of_every_kind) {
+    const std::u16string texts[] = {
+        u"text", u"", u"\xD83D\xDE00\xD83D", u"a\tb & c", u"\x3B1\x5D0\x4E2D", u" "};
+    for (jint text : {newField(), newArea()})
+        for (const std::u16string& characters : texts) {
+            setText(text, characters);
+            EXPECT_EQ(textIn(text), characters);
+            EXPECT_EQ(countChars(text), static_cast<jint>(characters.size()));
+        }
+}
+
+TEST_F(TextTest, a_null_text_is_the_empty_one) {
+    jint field = newField();
+    setText(field, u"text");
+    call<void(jint, jstring, jint, jint)>("AbstractTextComponent_Replace", field,
+                                          static_cast<jstring>(nullptr), 1, 3);
+    EXPECT_EQ(textIn(field), u"tt");
+    call<void(jint, jstring)>("AbstractTextComponent_SetText", field,
+                              static_cast<jstring>(nullptr));
+    EXPECT_EQ(textIn(field), u"");
+}
+
+TEST_F(TextTest, an_empty_text_is_read_without_a_copy) {
+    jint field = newField();
+    Faults faults;
+    EXPECT_EQ(textIn(field), u"");
+    EXPECT_EQ(faults.countCalls("LocalAlloc"), 0);
+    EXPECT_EQ(faults.countCalls("LocalFree"), 0);
+}
+
+// Only the first break decides whether the text counts as converted.
+static const struct {
+    const char16_t* given;
+    const char16_t* kept;
+} breaks[] = {
+    {u"x\ny", u"x\r\ny"},
+    {u"x\r\ny\nz", u"x\r\ny\nz"},
+    {u"a\nb\r\nc", u"a\r\nb\r\r\nc"},
+    {u"\n", u"\r\n"},
+    {u"\nx", u"\r\nx"},
+    {u"x\n", u"x\r\n"},
+    {u"\n\n", u"\r\n\r\n"},
+    {u"\r\n", u"\r\n"},
+    {u"x\ry", u"x\ry"},
+    {u"\r\r\n", u"\r\r\n"},
+    {u"\xD83D\xDE00\n\xD83D\xDE00", u"\xD83D\xDE00\r\n\xD83D\xDE00"},
+};
+
+TEST_F(TextTest, line_breaks_become_those_of_the_control) {
+    jint area = newArea();
+    for (const auto& row : breaks) {
+        setText(area, row.given);
+        EXPECT_EQ(textIn(area), row.kept);
+        setText(area, u"");
+        replace(area, row.given, 0, 0);
+        EXPECT_EQ(textIn(area), row.kept);
+    }
+}
+
+TEST_F(TextTest, the_copy_with_other_line_breaks_is_freed) {
+    jint area = newArea();
+    NoLeaks noLeaks;
+    for (const auto& row : breaks) {
+        setText(area, row.given);
+        replace(area, row.given, 0, 1);
+    }
+    setText(area, u"");
+}
+
+TEST_F(TextTest, long_texts_are_kept_whole) {
+    std::u16string given, kept;
+    while (given.size() < 0x10000) {
+        given += u"a line of a long text, \xD83D\xDE00\n";
+        kept += u"a line of a long text, \xD83D\xDE00\r\n";
+    }
+    jint area = newArea(verticalBar);
+    setText(area, given);
+    EXPECT_EQ(textIn(area), kept);
+    jint length = static_cast<jint>(kept.size());
+    EXPECT_EQ(countChars(area), length);
+    selectAll(area);
+    EXPECT_EQ(selection(area), (std::vector<jint>{0, length}));
+    EXPECT_EQ(selectionText(area), kept);
+    replace(area, u"\n", 0x8000, length);
+    EXPECT_EQ(textIn(area), kept.substr(0, 0x8000) + u"\r\n");
+    replace(area, given, 0x8002, 0x8002);
+    EXPECT_EQ(countChars(area), 0x8002 + length);
+}
+
+TEST_F(TextTest, a_text_that_is_set_is_told_as_modified) {
+    for (jint text : {newField(), newArea()}) {
+        listen(text);
+        setText(text, u"text");
+        EXPECT_EQ(countModified(), 1);
+        setText(text, u"text");
+        EXPECT_EQ(countModified(), 1) << "the same again";
+        setText(text, u"");
+        EXPECT_EQ(countModified(), 1);
+    }
+}
+
+TEST_F(TextTest, a_replaced_part_is_not_told_as_modified) {
+    for (jint text : {newField(), newArea()}) {
+        setText(text, u"some text");
+        listen(text);
+        replace(text, u"any", 0, 4);
+        EXPECT_EQ(textIn(text), u"any text");
+        EXPECT_EQ(selection(text), (std::vector<jint>{3, 3})) << "behind the new part";
+        EXPECT_EQ(countModified(), 0);
+        EXPECT_TRUE(send(text, EM_CANUNDO));
+        send(text, EM_UNDO);
+        EXPECT_EQ(textIn(text), u"some text");
+        EXPECT_GT(countModified(), 0) << "what happens later is told again";
+    }
+}
+
+TEST_F(TextTest, other_notices_of_the_control_are_not_told) {
+    jint field = newField();
+    listen(field);
+    for (WORD code : {EN_UPDATE, EN_SETFOCUS, EN_KILLFOCUS, EN_MAXTEXT, EN_HSCROLL})
+        SendMessageW(windowOf(shell), WM_COMMAND, MAKEWPARAM(0, code),
+                     reinterpret_cast<LPARAM>(windowOf(field)));
+    EXPECT_EQ(countModified(), 0);
+}
+
+TEST_F(TextTest, typing_goes_from_the_key_over_the_text_to_the_listener) {
+    for (jint text : {newField(), newArea()}) {
+        listen(text);
+        focus(text);
+        type("a");
+        EXPECT_EQ(eventsButPaints(),
+                  (Events{"key(1, 97, 65, 0)", "modified()", "key(2, 97, 65, 0)"}));
+        EXPECT_EQ(textIn(text), u"a");
+        type("b 1");
+        EXPECT_EQ(textIn(text), u"ab 1");
+        EXPECT_EQ(countModified(), 3);
+        pressKey(keys::backspace);
+        EXPECT_EQ(textIn(text), u"ab ");
+        pressKey(keys::home);
+        pressKey(keys::deleteRight);
+        EXPECT_EQ(textIn(text), u"b ");
+        EXPECT_EQ(countModified(), 2);
+    }
+}
+
+TEST_F(TextTest, a_key_that_java_handles_does_not_reach_the_text) {
+    jint field = newField();
+    listen(field);
+    focus(field);
+    vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
+    type("a");
+    EXPECT_EQ(textIn(field), u"");
+    EXPECT_EQ(countModified(), 0);
+    vm.behavior.clear();
+    type("a");
+    EXPECT_EQ(textIn(field), u"a");
+}
+
+TEST_F(TextTest, the_enter_key_breaks_a_line_of_an_area_only) {
+    jint field = newField(), area = newArea();
+    for (jint text : {field, area}) {
+        focus(text);
+        type("a");
+        pressKey(keys::enter);
+        type("b");
+    }
+    EXPECT_EQ(textIn(field), u"ab");
+    EXPECT_EQ(textIn(area), u"a\r\nb");
+}
+
+TEST_F(TextTest, keys_select_and_typing_replaces_the_selection) {
+    jint field = newField();
+    setText(field, u"text");
+    focus(field);
+    pressKey(keys::end);
+    pressKey(keys::left, true);
+    pressKey(keys::left, true);
+    EXPECT_EQ(selection(field), (std::vector<jint>{2, 4}));
+    EXPECT_EQ(selectionText(field), u"xt");
+    type("n");
+    EXPECT_EQ(textIn(field), u"ten");
+}
+
+TEST_F(TextTest, a_tap_places_the_caret_and_a_drag_selects) {
+    jint field = newField();
+    setText(field, u"text");
+    tapAt(field, 95, 8);
+    EXPECT_EQ(GetFocus(), windowOf(field));
+    EXPECT_EQ(selection(field), (std::vector<jint>{4, 4}));
+    tapAt(field, 1, 8);
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 0}));
+
+    RECT place;
+    GetWindowRect(windowOf(field), &place);
+    auto move = [&](int x) {
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, place.left + x,
+                                         place.top + 8);
+        dispatchAll();
+    };
+    auto post = [&](jint type) {
+        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        dispatchAll();
+    };
+    move(95);
+    post(1);
+    move(1);
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 4}));
+    post(2);
+    move(95);
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 4})) << "the button is up";
+}
+
+TEST_F(TextTest, a_double_click_selects_a_word) {
+    jint field = newField();
+    setText(field, u"some text");
+    listen(field);
+    send(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8));
+    EXPECT_EQ(selection(field)[0], 0);
+    EXPECT_GE(selection(field)[1], 4);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(7, 3, 8, 8, 0)"});
+}
+
+TEST_F(TextTest, a_double_click_that_is_not_passed_on_is_a_press) {
+    jint field = newField();
+    setText(field, u"some text");
+    listen(field);
+    record(field)->passDoubleClicks = 0;
+    EXPECT_EQ(send(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8)), 0);
+    EXPECT_EQ(vm.takeEvents(), Events{"pointer(1, 3, 8, 16, 8)"});
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 0}));
+}
+
+TEST_F(TextTest, selections_are_cut_at_the_end) {
+    jint field = newField();
+    setText(field, u"text");
+    const struct {
+        jint start, end;
+        std::vector<jint> expected;
+    } rows[] = {{1, 3, {1, 3}}, {0, 4, {0, 4}}, {2, 100, {2, 4}}, {100, 200, {4, 4}},
+                {3, 3, {3, 3}}, {3, 1, {1, 3}}, {0, -1, {0, 4}}};
+    for (const auto& row : rows) {
+        select(field, row.start, row.end);
+        EXPECT_EQ(selection(field), row.expected) << row.start << " " << row.end;
+    }
+    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 2);
+    EXPECT_EQ(selection(field), (std::vector<jint>{2, 2}));
+    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 100);
+    EXPECT_EQ(selection(field), (std::vector<jint>{4, 4}));
+    selectAll(field);
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 4}));
+}
+
+TEST_F(TextTest, selecting_scrolls_to_the_caret_and_selecting_all_does_not) {
+    jint area = newArea();
+    setText(area, lines(100));
+    auto firstLine = [&] { return send(area, EM_GETFIRSTVISIBLELINE); };
+    EXPECT_EQ(firstLine(), 0);
+    selectAll(area);
+    EXPECT_EQ(firstLine(), 0);
+    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", area, 600);
+    EXPECT_GT(firstLine(), 90);
+    select(area, 6, 10);
+    EXPECT_LE(firstLine(), 1);
+    replace(area, u"", 594, 600);
+    EXPECT_GT(firstLine(), 90);
+}
+
+TEST_F(TextTest, an_empty_selection_is_the_empty_text_without_a_look_at_the_text) {
+    jint field = newField();
+    setText(field, u"text");
+    select(field, 2, 2);
+    Faults faults;
+    EXPECT_EQ(selectionText(field), u"");
+    EXPECT_EQ(faults.countCalls("GetWindowTextW"), 0);
+    EXPECT_EQ(faults.countCalls("LocalAlloc"), 0);
+}
+
+TEST_F(TextTest, the_selected_text_is_a_part_of_the_text) {
+    jint area = newArea();
+    setText(area, u"\xD83D\xDE00\nsome text");
+    select(area, 2, 8);
+    EXPECT_EQ(selectionText(area), u"\r\nsome");
+    select(area, 0, 1);
+    EXPECT_EQ(selectionText(area), u"\xD83D") << "positions count UTF-16 units";
+    selectAll(area);
+    EXPECT_EQ(selectionText(area), u"\xD83D\xDE00\r\nsome text");
+}
+
+// The copy of the whole text is the one thing that is meant to be left behind.
+TEST_F(TextTest, a_selection_that_is_read_leaves_one_copy_of_the_whole_text) {
+    jint field = newField();
+    setText(field, u"some text");
+    select(field, 0, 4);
+    LiveCounts before = countLive();
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(selectionText(field), u"some");
+    LiveCounts after = countLive();
+    EXPECT_EQ(after.heapBlocks, before.heapBlocks + 10);
+    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+}
+
+TEST_F(TextTest, what_finds_no_memory_is_reported) {
+    jint area = newArea();
+    setText(area, u"some text");
+    select(area, 0, 4);
+    Faults faults;
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetText", area), nullptr);
+    expectReport("AbstractTextComponent_GetText", -3, u"Unable to allocate memory for text");
+    faults.fail("LocalAlloc");
+    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area), nullptr);
+    expectReport("AbstractTextComponent_GetSelectionText", -3,
+                 u"Unable to allocate memory for text");
+    faults.fail("LocalAlloc", 2);
+    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area), nullptr);
+    expectReport("AbstractTextComponent_GetSelectionText", -3,
+                 u"Unable to allocate memory to substring selection text");
+
+    constexpr int conversion = 2; // the first is the argument's copy
+    listen(area);
+    faults.fail("LocalAlloc", conversion);
+    setText(area, u"x\ny");
+    expectReport("AbstractTextComponent_SetText", -3, u"Unable to allocate memory for text");
+    faults.fail("LocalAlloc", conversion);
+    replace(area, u"x\ny", 0, 2);
+    expectReport("AbstractTextComponent_Replace", -3, u"Unable to allocate memory for text");
+    EXPECT_EQ(textIn(area), u"some text") << "nothing was changed";
+    EXPECT_EQ(selection(area), (std::vector<jint>{0, 4}));
+    EXPECT_EQ(countModified(), 0);
+    EXPECT_EQ(record(area)->replacing, 0);
+}
+
+TEST_F(TextTest, whatever_fails_the_texts_leave_nothing) {
+    jint area = newArea(border | multiLine | wraps);
+    const std::function<void()> operations[] = {
+        [&] { setText(area, u"x\ny"); },
+        [&] { replace(area, u"\n", 1, 2); },
+        [&] { call<jobject(jint)>("AbstractTextComponent_GetText", area); },
+        [&] { call<jobject(jint)>("Control_GetMinimumSize", area); },
+        [&] { call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 2, 10); },
+    };
+    setText(area, u"text");
+    for (const auto& operation : operations) {
+        int failures = forEachFailure([&](Faults&) {
+            NoLeaks noLeaks;
+            operation();
+            EXPECT_LE(vm.reports.size(), 1u);
+            vm.reports.clear();
+            vm.clearException();
+        });
+        EXPECT_GT(failures, 0);
+    }
+}
+
+TEST_F(TextTest, an_echo_character_hides_the_text_until_it_is_zero) {
+    jint field = newField();
+    setText(field, u"text");
+    setEcho(field, u'*');
+    EXPECT_EQ(styleOf(field), 0x46010080u | ES_PASSWORD);
+    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), '*');
+    EXPECT_EQ(textIn(field), u"text");
+    setEcho(field, u'\x25CF');
+    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), 0x25CF);
+    ValidateRect(windowOf(field), nullptr);
+    setEcho(field, 0);
+    EXPECT_EQ(styleOf(field), 0x46010080u);
+    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), 0);
+    EXPECT_TRUE(GetUpdateRect(windowOf(field), nullptr, FALSE)) << "it is redrawn";
+}
+
+TEST_F(TextTest, a_hidden_text_looks_the_same_whatever_it_is) {
+    jint field = newField();
+    auto picture = [&](const std::u16string& text) {
+        setText(field, text);
+        call<void(jint, jboolean)>("Control_SetRedraw", field, JNI_TRUE);
+        dispatchAll();
+        std::vector<COLORREF> pixels;
+        for (int x = 0; x < 100; ++x) pixels.push_back(pixelOf(field, x, 8));
+        return pixels;
+    };
+    EXPECT_NE(picture(u"text"), picture(u"more"));
+    setEcho(field, u'*');
+    EXPECT_EQ(picture(u"text"), picture(u"more"));
+}
+
+TEST_F(TextTest, a_text_that_is_not_editable_takes_no_keys) {
+    for (jint text : {newField(), newArea()}) {
+        listen(text);
+        setEditable(text, false);
+        EXPECT_TRUE(styleOf(text) & ES_READONLY);
+        focus(text);
+        type("a");
+        EXPECT_EQ(textIn(text), u"");
+        EXPECT_EQ(countModified(), 0);
+        setText(text, u"text");
+        EXPECT_EQ(textIn(text), u"text") << "programs may change it";
+        setEditable(text, true);
+        EXPECT_FALSE(styleOf(text) & ES_READONLY);
+        send(text, EM_SETSEL, 0, 0);
+        type("a");
+        EXPECT_EQ(textIn(text), u"atext");
+    }
+}
+
+TEST_F(TextTest, a_switch_of_mode_keeps_everything_else) {
+    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 12, 0);
+    jint field = newField(), area = newArea();
+    setText(field, u"some text");
+    setText(area, lines(100));
+    for (jint text : {field, area}) {
+        call<void(jint, jint)>("Control_SetFont", text, font);
+        focus(text);
+        select(text, text == area ? 301 : 2, text == area ? 303 : 6);
+        std::vector<jint> selected = selection(text);
+        std::u16string characters = textIn(text);
+        LRESULT line = send(text, EM_GETFIRSTVISIBLELINE);
+        auto expectKept = [&] {
+            EXPECT_EQ(GetFocus(), windowOf(text));
+            EXPECT_EQ(selection(text), selected);
+            EXPECT_EQ(textIn(text), characters);
+            EXPECT_EQ(send(text, EM_GETFIRSTVISIBLELINE), line);
+            EXPECT_EQ(reinterpret_cast<HFONT>(send(text, WM_GETFONT)),
+                      reinterpret_cast<FontRecord*>(font)->font);
+        };
+        EXPECT_TRUE(text == field || line > 10);
+        for (bool editable : {false, true}) {
+            setEditable(text, editable);
+            expectKept();
+        }
+        for (jchar echo : {u'*', u'\0'}) {
+            setEcho(text, echo);
+            expectKept();
+        }
+        call<void(jint, jint)>("Control_SetFont", text, 0);
+    }
+    call<void(jint)>("Font_Dispose", font);
+}
+
+TEST_F(TextTest, prefers_the_size_of_its_text) {
+    auto preferred = [&](jint text) {
+        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", text));
+    };
+    jint one = GetSystemMetrics(SM_CXBORDER);
+    jint barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    HDC context = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(context, GetStockObject(SYSTEM_FONT));
+    RECT area = {};
+    DrawTextW(context, L"some & text\r\nx", -1, &area, DT_CALCRECT | DT_NOPREFIX);
+    SelectObject(context, before);
+    ReleaseDC(nullptr, context);
+
+    const struct {
+        jint style, width, height;
+    } rows[] = {
+        {0, 0, 0},
+        {border, 2 * one + 2, 2 * one + 2},
+        {verticalBar, barWidth, 0},
+        {horizontalBar, 0, barHeight},
+        {border | horizontalBar | verticalBar, 2 * one + 3 + barWidth, 2 * one + 2 + barHeight},
+        {multiLine | wraps, 0, 0},
+    };
+    for (const auto& row : rows)
+        for (const char* kind : {"TextField", "TextArea"}) {
+            jint text = newControl(kind, shell, row.style);
+            jint margins = marginsOf(text);
+            EXPECT_EQ(preferred(text),
+                      (std::vector<jint>{64 + margins + row.width, 64 + row.height}))
+                << kind << row.style << " empty";
+            setText(text, u"some & text\nx");
+            jint lineCount = send(text, EM_GETLINECOUNT);
+            bool isWrapping = row.style & multiLine;
+            EXPECT_EQ(
+                preferred(text),
+                (std::vector<jint>{area.right + margins + row.width,
+                                   (isWrapping ? area.bottom : lineCount * metrics().tmHeight) +
+                                       row.height}))
+                << kind << row.style;
+            EXPECT_EQ(lineCount, kind == std::string("TextArea") ? 2 : 1);
+        }
+    jint empty = newArea();
+    setText(empty, u"\n\n");
+    EXPECT_EQ(preferred(empty), (std::vector<jint>{64 + marginsOf(empty), 3 * metrics().tmHeight}))
+        << "lines without width";
+}
+
+TEST_F(TextTest, minimum_sizes_count_columns_and_rows) {
+    jint one = GetSystemMetrics(SM_CXBORDER);
+    jint barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    TEXTMETRICW font = metrics();
+    const struct {
+        jint style, width, height;
+    } rows[] = {
+        {0, 0, 0},
+        {border, 2 * one + 3, 2 * one + 3},
+        {verticalBar, barWidth, 0},
+        {horizontalBar, 0, barHeight},
+        {border | horizontalBar | verticalBar, 2 * one + 4 + barWidth, 2 * one + 3 + barHeight},
+    };
+    for (const auto& row : rows) {
+        jint field = newField(row.style), area = newArea(row.style);
+        for (jint columns : {0, 1, 10, 1000}) {
+            EXPECT_EQ(
+                vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, columns)),
+                (std::vector<jint>{font.tmAveCharWidth * 14 / 10 * columns + marginsOf(field) +
+                                       row.width,
+                                   font.tmHeight + row.height}));
+            EXPECT_EQ(
+                vm.ints(
+                    call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 3, columns)),
+                (std::vector<jint>{font.tmAveCharWidth * columns + marginsOf(area) + row.width,
+                                   3 * font.tmHeight + row.height}));
+        }
+        EXPECT_EQ(
+            vm.ints(call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 0, 0))[1],
+            row.height);
+    }
+}
+
+// Answers the metrics of a font whose average width is the one wanted.
+static LONG averageWidth;
+static BOOL WINAPI fontOfWidth(HDC, TEXTMETRICW* metrics) {
+    *metrics = {};
+    metrics->tmAveCharWidth = averageWidth;
+    return TRUE;
+}
+
+TEST_F(TextTest, a_column_of_a_field_is_14_tenths_of_a_character_cut_to_pixels) {
+    jint field = newField();
+    Faults faults;
+    faults.replace("GetTextMetricsW", reinterpret_cast<void*>(fontOfWidth));
+    const struct {
+        LONG average, column;
+    } rows[] = {{1, 1}, {2, 2}, {3, 4}, {4, 5}, {5, 7}, {6, 8}, {7, 9}, {8, 11}, {9, 12}, {10, 14}};
+    for (const auto& row : rows) {
+        averageWidth = row.average;
+        EXPECT_EQ(vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 1))[0],
+                  row.column + marginsOf(field));
+    }
+}
+
+TEST_F(TextTest, sizes_follow_the_font) {
+    jint field = newField();
+    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 40, 0);
+    call<void(jint, jint)>("Control_SetFont", field, font);
+    const TEXTMETRICW& large = reinterpret_cast<FontRecord*>(font)->metrics;
+    EXPECT_EQ(vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 10))[1],
+              large.tmHeight);
+    setText(field, u"x");
+    EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetMinimumSize", field))[1], large.tmHeight);
+    call<void(jint, jint)>("Control_SetFont", field, 0);
+    call<void(jint)>("Font_Dispose", font);
+}
+
+TEST_F(TextTest, a_text_that_cannot_be_made_is_an_error_and_leaves_nothing) {
+    for (const char* kind : {"TextField_New", "TextArea_New"})
+        expectFailedCreationsReported([&] { return call<jint(jint, jint)>(kind, shell, border); });
+}
+
+TEST_F(TextTest, texts_leave_nothing_behind) {
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) {
+        const char* kind = i % 2 ? "TextField_New" : "TextArea_New";
+        jint text = call<jint(jint, jint)>(kind, shell, i % 3 ? border : verticalBar);
+        setText(text, u"some\ntext");
+        replace(text, u"\n", 1, 2);
+        select(text, 2, 1);
+        textIn(text);
+        setEcho(text, u'*');
+        dispose(text);
+    }
+    dispatchAll();
+}
