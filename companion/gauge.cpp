@@ -26,8 +26,9 @@ int widthOf(HWND window) {
     return GetClientRect(window, &client) ? client.right : 0;
 }
 
-COLORREF askColor(HWND window, UINT message) {
-    return static_cast<COLORREF>(SendMessageW(window, message, 0, 0));
+COLORREF colorOf(HWND window, const ColorRecord* own, UINT defaultMessage) {
+    if (own) return own->color;
+    return static_cast<COLORREF>(SendMessageW(window, defaultMessage, 0, 0));
 }
 
 void fill(HDC context, const RECT& area, COLORREF color) {
@@ -44,8 +45,8 @@ LRESULT paint(HWND window, const GaugeRecord* gauge) {
     GetClientRect(window, &area);
     RECT empty = area;
     empty.left = area.right = area.right * gauge->level / fullLevel;
-    fill(context, area, askColor(window, WYX_GET_FOREGROUND));
-    fill(context, empty, askColor(window, WYX_GET_BACKGROUND));
+    fill(context, area, colorOf(window, gauge->control.foreground, WYX_GET_FOREGROUND));
+    fill(context, empty, colorOf(window, gauge->control.background, WYX_GET_BACKGROUND));
     EndPaint(window, &painting);
     return 0;
 }
@@ -97,6 +98,17 @@ void registerClass() {
     RegisterClassW(&description);
 }
 
+ControlRecord* makeGauge(jint parent, jint style, ErrorRecord* error) {
+    if (!parent) {
+        Win32Error_SetError(error, WYX_ERROR_FAILED, L"A gauge needs a parent");
+        return nullptr;
+    }
+    registerClass();
+    return _Control_New(className, sizeof(GaugeRecord), gaugeProc,
+                        reinterpret_cast<ControlRecord*>(parent), style, _Control_Style(), 0,
+                        error);
+}
+
 } // namespace
 
 extern "C" {
@@ -104,10 +116,7 @@ extern "C" {
 JNIEXPORT jint JNICALL Java_com_nuvik_examples_Gauge_Gauge_1New(JNIEnv* env, jclass, jint parent,
                                                                 jint style) {
     ErrorRecord error = {};
-    registerClass();
-    ControlRecord* gauge =
-        _Control_New(className, sizeof(GaugeRecord), gaugeProc,
-                     reinterpret_cast<ControlRecord*>(parent), style, _Control_Style(), 0, &error);
+    ControlRecord* gauge = makeGauge(parent, style, &error);
     if (!error.code) return reinterpret_cast<jint>(gauge);
     WYX_ErrorHandler(env, "Gauge_New", &error);
     return 0;

@@ -37,10 +37,14 @@ typedef struct ErrorRecord {
 #define WYX_ERROR_FAILED (-3)
 #define WYX_ERROR_OUT_OF_MEMORY (-4)
 
+/* A Java colour's handle. What follows is the toolkit's own. */
+typedef struct ColorRecord {
+    COLORREF color;
+} ColorRecord;
+
 typedef struct DisplayRecord DisplayRecord;   /* a display; it owns its thread's windows */
 typedef struct CallbackLookup CallbackLookup; /* the display's registry of callbacks */
 typedef struct CallbackTarget CallbackTarget; /* the Java object that hears a widget's events */
-typedef struct ColorRecord ColorRecord;       /* a Java colour's handle */
 typedef struct FontRecord FontRecord;         /* a Java font's handle */
 typedef struct ImageRecord ImageRecord;       /* a Java image's handle */
 typedef struct ShellRecord ShellRecord;       /* a Java shell's handle */
@@ -60,8 +64,8 @@ struct ControlRecord {
     WNDPROC classProc; /* of the window class: _Control_Proc passes on to it */
     ControlRecord* parent;
     BOOL redraw;             /* drawing is enabled */
-    ColorRecord* background; /* null for the parent's */
-    ColorRecord* foreground; /* null for the system's */
+    ColorRecord* background; /* null: WYX_GET_BACKGROUND tells the colour */
+    ColorRecord* foreground; /* null: WYX_GET_FOREGROUND tells the colour */
 };
 
 /* The size of the toolkit's own part of every control record: yours starts behind it. */
@@ -69,8 +73,8 @@ struct ControlRecord {
 
 /* What a window procedure is asked besides the system's messages. */
 #define WYX_GET_MINIMUM_SIZE (WM_APP + 8)  /* wParam POINT* to fill in, pixels; answer 0 */
-#define WYX_GET_FOREGROUND (WM_APP + 0x18) /* answers the COLORREF to draw in */
-#define WYX_GET_BACKGROUND (WM_APP + 0x0F) /* answers the COLORREF to fill with */
+#define WYX_GET_FOREGROUND (WM_APP + 0x18) /* answers the default COLORREF to draw in */
+#define WYX_GET_BACKGROUND (WM_APP + 0x0F) /* answers the default COLORREF to fill with */
 
 /* Callbacks and their signatures. The display's program says which methods they call. */
 #define WYX_CB_SELECTION 0    /* "()V" */
@@ -128,7 +132,8 @@ DisplayRecord* Control_GetDisplay(ControlRecord* control);
 
 /* -- Controls -------------------------------------------------------------------------------- */
 
-/* Makes a window of the class and its record of recordSize bytes. The window is made on the display
+/* Makes a window of the class in the parent, which may not be null, and its record of recordSize
+   bytes. The window is made on the display
    thread, whichever calls. A null procedure stands for _Control_Proc; another passes to
    _Control_Proc what it does not consume. A class of your own is registered with CS_GLOBALCLASS:
    the toolkit makes the window. windowStyle wants the bits of _Control_Style. The record

@@ -1,21 +1,12 @@
 #!/usr/bin/env python3
-"""check_exports.py LIBRARY JAVA_FOLDER: compares the library's export table with the natives that
-the two OS classes declare, and with the entry points for companion libraries."""
+"""check_exports.py LIBRARY JAVA_FOLDER ENTRY_POINTS.def: compares the library's export table with the
+natives that the two OS classes declare, and with the entry points for companion libraries."""
 import os
 import re
 import subprocess
 import sys
 
-ENTRY_POINTS = set("""
-    getEnv convertToJavaString createJavaRect createJavaPoint WYX_ErrorHandler WYX_GetError
-    Win32Error_SetError getCallbackLookup vaCallback vaCallbackBoolean
-    _Display_GetComCtrlMajorVersion Display_UpdateModalShellVisibility Control_GetDisplay
-    _Control_New _Control_Style _Dispose_Control _Control_Proc _Control_ProcessWmChar
-    _Control_ProcessWmKeyDown _Control_ProcessWmLButtonDown _Control_ProcessWmRButtonDown
-    Control_Redraw _Control_GetBorderWidth _Control_GetDefaultFont _Control_SetBackground
-    _Control_SetFont _Control_SetForeground _Scrollable_Proc _Scrollable_Style _Dispose_Scrollable
-    _Font_FillInFont _Image_GetSize
-""".split())
+NATIVES, ENTRY_POINTS = 210, 32
 
 
 def exports_of(library):
@@ -35,16 +26,22 @@ def natives_of(folder):
     return natives
 
 
+def entry_points_of(definition):
+    with open(definition, encoding="utf-8") as lines:
+        return set(re.findall(r"^ (\w+)(?:@\d+)?$", lines.read(), re.M))
+
+
 def main():
     exports = exports_of(sys.argv[1])
-    expected = natives_of(sys.argv[2]) | ENTRY_POINTS
+    natives, entry_points = natives_of(sys.argv[2]), entry_points_of(sys.argv[3])
+    expected = natives | entry_points
     for name in sorted(expected - exports):
         print(f"not exported: {name}")
     for name in sorted(exports - expected):
         print(f"exported, but not declared: {name}")
-    print(f"{len(exports)} exports: {len(exports & ENTRY_POINTS)} entry points, "
-          f"{len(exports - ENTRY_POINTS)} natives")
-    sys.exit(exports != expected)
+    counts = (len(natives), len(entry_points))
+    print(f"{len(exports)} exports; declared are {counts[0]} natives and {counts[1]} entry points")
+    sys.exit(exports != expected or counts != (NATIVES, ENTRY_POINTS))
 
 
 main()

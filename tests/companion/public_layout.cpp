@@ -1,0 +1,30 @@
+#include "public_layout.h"
+#include "zemvolt11.h"
+
+const PublicLayout publicLayout = {
+    offsetof(ErrorRecord, code),
+    offsetof(ErrorRecord, message),
+    offsetof(ErrorRecord, ownsMessage),
+    offsetof(ControlRecord, display),
+    offsetof(ControlRecord, callbackTarget),
+    offsetof(ControlRecord, style),
+    offsetof(ControlRecord, dispose),
+    offsetof(ControlRecord, hwnd),
+    offsetof(ControlRecord, classProc),
+    offsetof(ControlRecord, parent),
+    offsetof(ControlRecord, redraw),
+    offsetof(ControlRecord, background),
+    offsetof(ControlRecord, foreground),
+    WYX_CONTROL_RECORD_SIZE,
+    offsetof(ColorRecord, color),
+    WYX_GET_MINIMUM_SIZE,
+    WYX_GET_FOREGROUND,
+    WYX_GET_BACKGROUND,
+    WYX_ERROR_NOT_SUPPORTED,
+    WYX_ERROR_FAILED,
+    WYX_ERROR_OUT_OF_MEMORY,
+    WYX_CB_SELECTION,
+    WYX_CB_WINDOW_EVENT,
+    WYX_CB_SCROLL,
+    WYX_CB_PAINT,
+};
