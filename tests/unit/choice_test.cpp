@@ -485,6 +485,18 @@ TEST_F(ChoiceTest, is_64_by_64_when_its_parts_are_not_known) {
     EXPECT_EQ(minimumSize(choice), (std::vector<jint>{64, 64}));
 }
 
+TEST_F(ChoiceTest, sizes_follow_the_font) {
+    jint choice = newChoice(fruit);
+    std::vector<jint> before = minimumSize(choice);
+    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 40, 0);
+    call<void(jint, jint)>("Control_SetFont", choice, font);
+    EXPECT_GT(minimumSize(choice)[0], before[0]);
+    EXPECT_GT(minimumSize(choice)[1], before[1]);
+    call<void(jint, jint)>("Control_SetFont", choice, 0);
+    EXPECT_EQ(minimumSize(choice), before);
+    call<void(jint)>("Font_Dispose", font);
+}
+
 TEST_F(ChoiceTest, measuring_leaves_nothing_whatever_fails) {
     jint choice = newChoice(fruit);
     int failures = forEachFailure([&](Faults&) {

@@ -293,6 +293,33 @@ TEST_F(TextTest, a_key_that_java_handles_does_not_reach_the_text) {
     EXPECT_EQ(textIn(field), u"a");
 }
 
+TEST_F(TextTest, may_be_disposed_of_by_who_hears_of_a_change) {
+    jint field = newField();
+    HWND window = windowOf(field);
+    listen(field);
+    vm.behavior["modified"] = [&](const std::vector<jint>&) {
+        vm.behavior.clear();
+        dispose(field);
+        return 0;
+    };
+    SendMessageW(window, controlCommand, MAKEWPARAM(0, EN_CHANGE),
+                 reinterpret_cast<LPARAM>(window));
+    EXPECT_TRUE(vm.behavior.empty());
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(TextTest, what_is_pasted_is_told_as_modified) {
+    jint field = newField();
+    setText(field, u"text");
+    selectAll(field);
+    send(field, WM_COPY);
+    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 4);
+    listen(field);
+    send(field, WM_PASTE);
+    EXPECT_EQ(textIn(field), u"texttext");
+    EXPECT_EQ(countModified(), 1);
+}
+
 TEST_F(TextTest, the_enter_key_breaks_a_line_of_an_area_only) {
     jint field = newField(), area = newArea();
     for (jint text : {field, area}) {
