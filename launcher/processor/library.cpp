@@ -11,7 +11,7 @@ static LPTOP_LEVEL_EXCEPTION_FILTER nextFilter;
 // A fault of a memory access, which the emulated processor makes in this process's own name.
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
     Processor* processor = currentProcessor();
-    if (processor && processor->isRunning()) processor->report("faults", false);
+    if (processor && processor->isRunning()) processor->report("faults");
     if (nextFilter) return nextFilter(fault);
     if (processor) TerminateProcess(GetCurrentProcess(), 1);
     return EXCEPTION_CONTINUE_SEARCH;

@@ -58,7 +58,10 @@ bool Processor::open(unicorn::Model model, Count count) {
                           this))
         return false;
     return unicorn::addHook(engine, unicorn::everyRead | unicorn::everyWrite,
-                            reinterpret_cast<void*>(onAccess), this);
+                            reinterpret_cast<void*>(onAccess), this) &&
+           unicorn::addHook(engine, unicorn::readOfNothing | unicorn::writeToNothing,
+                            reinterpret_cast<void*>(onMissing), this) &&
+           unicorn::addHook(engine, unicorn::everyBlock, reinterpret_cast<void*>(onBlock), this);
 }
 
 bool Processor::mapPieces(uint32_t start, uint32_t end) {
@@ -86,10 +89,19 @@ void Processor::onInstruction(void*, uint64_t, uint32_t, void* self) {
     ++static_cast<Processor*>(self)->instructions;
 }
 
+void Processor::onBlock(void*, uint64_t address, uint32_t, void* self) {
+    static_cast<Processor*>(self)->block = static_cast<uint32_t>(address);
+}
+
+// There is nothing to be done about it.
+bool Processor::onMissing(void*, int, uint64_t address, int, int64_t, void* self) {
+    static_cast<Processor*>(self)->missing = static_cast<uint32_t>(address);
+    return false;
+}
+
 // The device's processors fault at what lies across words; the emulated one would not.
 void Processor::onAccess(void* engine, int, uint64_t address, int size, int64_t, void* self) {
     auto* processor = static_cast<Processor*>(self);
-    processor->lastAddress = static_cast<uint32_t>(address);
     if ((address & (size - 1)) == 0) return;
     processor->misaligned = static_cast<uint32_t>(address);
     unicorn::stop(engine);
@@ -99,11 +111,11 @@ void Processor::save(Registers* registers) {
     unicorn::read(engine, allRegisters, registers->all, registerCount);
 }
 
-void Processor::report(const std::string& problem, bool isExact) {
+void Processor::report(const std::string& problem) {
     Registers at;
     save(&at);
-    fprintf(stderr, "the device's code %s\n  %s %s, called from %s\n", problem.c_str(),
-            isExact ? "at" : "near", image.describe(at.pc).c_str(), image.describe(at.lr).c_str());
+    fprintf(stderr, "the device's code %s\n  in the block at %s\n  to return to %s\n",
+            problem.c_str(), image.describe(block).c_str(), image.describe(at.lr).c_str());
     for (uint32_t i = 0; i < registerCount; ++i) {
         static const char* const names[] = {"r0",  "r1", "r2", "r3", "r4",  "r5",
                                             "r6",  "r7", "r8", "r9", "r10", "r11",
@@ -116,7 +128,7 @@ void Processor::report(const std::string& problem, bool isExact) {
 
 void Processor::fail(const std::string& problem) {
     running = false;
-    report(problem, true);
+    report(problem);
     RaiseException(codeIsFlawed, EXCEPTION_NONCONTINUABLE, 0, nullptr);
     TerminateProcess(GetCurrentProcess(), 1);
     __builtin_unreachable();
@@ -159,10 +171,10 @@ static std::string hexadecimal(uint32_t value) {
 std::string Processor::describe(unicorn::Result result, const Registers& at) const {
     switch (result) {
     case unicorn::readUnmapped:
-        return "reads address " + hexadecimal(lastAddress);
+        return "reads address " + hexadecimal(missing);
     case unicorn::writeUnmapped:
     case unicorn::writeProtected:
-        return "writes to address " + hexadecimal(lastAddress);
+        return "writes to address " + hexadecimal(missing);
     case unicorn::fetchUnmapped:
     case unicorn::fetchProtected:
         return "jumps to " + hexadecimal(at.target());

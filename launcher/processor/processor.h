@@ -20,8 +20,8 @@ class Processor {
     // Instructions that this processor has run, when they are counted.
     uint64_t instructionCount() const { return instructions; }
 
-    // What it is doing, on standard error. Where is exact when the processor itself stopped.
-    void report(const std::string& problem, bool isExact);
+    // What it is doing, on standard error.
+    void report(const std::string& problem);
     bool isRunning() const { return running; }
 
   private:
@@ -37,14 +37,17 @@ class Processor {
     [[noreturn]] void fail(const std::string& problem);
     std::string describe(unicorn::Result result, const Registers& at) const;
     static void onAccess(void*, int kind, uint64_t address, int size, int64_t value, void* self);
+    static bool onMissing(void*, int kind, uint64_t address, int size, int64_t value, void* self);
     static void onInstruction(void*, uint64_t address, uint32_t size, void* self);
+    static void onBlock(void*, uint64_t address, uint32_t size, void* self);
 
     const Image& image;
     unicorn::Engine engine = nullptr;
     uint32_t stackTop = 0;
-    uint32_t depth = 0;       // of calls that have not returned
-    uint32_t lastAddress = 0; // of memory that was accessed
-    uint32_t misaligned = 0;  // the address of a misaligned access
+    uint32_t depth = 0;      // of calls that have not returned
+    uint32_t block = 0;      // of instructions that run; their own places are not kept
+    uint32_t missing = 0;    // the address of an access to nothing
+    uint32_t misaligned = 0; // the address of a misaligned access
     uint64_t instructions = 0;
     bool running = false;
 };

@@ -22,7 +22,14 @@ enum Result {
     exception = 21,
 };
 enum Permission { readable = 1, writable = 2, executable = 4 };
-enum Hook { everyInstruction = 1 << 2, everyRead = 1 << 10, everyWrite = 1 << 11 };
+enum Hook {
+    everyInstruction = 1 << 2,
+    everyBlock = 1 << 3, // of instructions up to the next branch
+    readOfNothing = 1 << 4,
+    writeToNothing = 1 << 5,
+    everyRead = 1 << 10,
+    everyWrite = 1 << 11,
+};
 enum Model { model925T = 18, modelSA1110 = 20 }; // of architectures 4T and 4
 
 // The library's functions; each answers a Result, or what open says.

@@ -25,9 +25,12 @@ static ULONG widenGreen(ULONG pair) {
 
 void storeHighColor(BYTE* row, const jint* pixels, LONG count) {
     ULONG* words = wordsOf(row);
-    for (; count >= 2; count -= 2, pixels += 2)
-        *words++ = narrowGreen((word(pixels[0]) & 0xFFFF) | word(pixels[1]) << 16);
-    if (count) *reinterpret_cast<WORD*>(words) = static_cast<WORD>(narrowGreen(word(*pixels)));
+    LONG pairs = count >> 1;
+    for (LONG i = 0; i < pairs; ++i)
+        words[i] = narrowGreen((word(pixels[2 * i]) & 0xFFFF) | word(pixels[2 * i + 1]) << 16);
+    if (count & 1)
+        *reinterpret_cast<WORD*>(words + pairs) =
+            static_cast<WORD>(narrowGreen(word(pixels[2 * pairs])));
 }
 
 static void storeTrueColorPixel(BYTE* pixel, ULONG color) {
@@ -61,36 +64,67 @@ void storeWithAlphas(BYTE* row, const jint* pixels, LONG count, const BYTE* alph
         words[i] = (word(pixels[i]) & colorBits) | static_cast<ULONG>(alphas[i]) << alphaShift;
 }
 
-// value * 255 / 31 and value * 255 / 63, truncated, without a division.
-static constexpr ULONG widenFive(ULONG value) { return value * 1053 >> 7; }
-static constexpr ULONG widenSix(ULONG value) { return value * 4145 >> 10; }
+// Two values of 5 or 6 bits in a word's halves to 8 bits: value * 255 / 31 and value * 255 / 63,
+// truncated, without a division.
+static constexpr ULONG widenFives(ULONG pair) {
+    return (pair << 3) + (pair * 29 >> 7 & 0x00070007);
+}
+static constexpr ULONG widenSixes(ULONG pair) {
+    return (pair << 2) + (pair * 49 >> 10 & 0x00030003);
+}
 
 static constexpr bool widensExactly() {
     for (ULONG value = 0; value < 32; ++value)
-        if (widenFive(value) != value * 255 / 31) return false;
+        if (widenFives(value | 31 << 16) != (value * 255 / 31 | 255 << 16)) return false;
     for (ULONG value = 0; value < 64; ++value)
-        if (widenSix(value) != value * 255 / 63) return false;
+        if (widenSixes(value | 63 << 16) != (value * 255 / 63 | 255 << 16)) return false;
     return true;
 }
 static_assert(widensExactly());
 
+static constexpr ULONG fives = 0x001F001F, sixes = 0x003F003F;
+static ULONG pairOf(ULONG first, ULONG second) { return (first & 0xFFFF) | second << 16; }
+
+// Two pixels of 32 bits: alphas and reds in the halves of one word, greens and blues of the other.
+static void storePair(ULONG* words, ULONG high, ULONG low) {
+    words[0] = (low & 0xFFFF) | high << 16;
+    words[1] = low >> 16 | (high & 0xFFFF0000);
+}
+
+static void storeWidened(ULONG* words, ULONG pair, ULONG alphas) {
+    storePair(words, alphas << 8 | widenFives(pair >> 11 & fives),
+              widenSixes(pair >> 5 & sixes) << 8 | widenFives(pair & fives));
+}
+
 void storeWidenedWithAlphas(BYTE* row, const jint* pixels, LONG count, const BYTE* alphas) {
     ULONG* words = wordsOf(row);
-    for (LONG i = 0; i < count; ++i) {
-        ULONG pixel = word(pixels[i]);
-        words[i] = static_cast<ULONG>(alphas[i]) << alphaShift |
-                   widenFive(pixel >> 11 & 0x1F) << 16 | widenSix(pixel >> 5 & 0x3F) << 8 |
-                   widenFive(pixel & 0x1F);
-    }
+    LONG even = count & ~1;
+    for (LONG i = 0; i < even; i += 2)
+        storeWidened(words + i, pairOf(word(pixels[i]), word(pixels[i + 1])),
+                     pairOf(alphas[i], alphas[i + 1]));
+    if (even == count) return;
+    ULONG last[2];
+    storeWidened(last, word(pixels[even]) & 0xFFFF, alphas[even]);
+    words[even] = last[0];
+}
+
+// As narrowGreen does, with the components in bytes of their own.
+static void storeNarrowed(ULONG* words, ULONG pair, ULONG alphas) {
+    ULONG green = pair & 0x07E007E0;
+    green = ((green << 1) - (green >> 5)) << 1 & 0x1F001F00;
+    storePair(words, alphas << 8 | (pair >> 11 & fives), green | (pair & fives));
 }
 
 void storeNarrowedWithAlpha(BYTE* row, const jint* pixels, LONG count, BYTE alpha) {
     ULONG* words = wordsOf(row);
-    ULONG highest = static_cast<ULONG>(alpha) << alphaShift;
-    for (LONG i = 0; i < count; ++i) {
-        ULONG pixel = narrowGreen(word(pixels[i]) & 0xFFFF);
-        words[i] = highest | (pixel >> 10) << 16 | (pixel >> 5 & 0x1F) << 8 | (pixel & 0x1F);
-    }
+    ULONG alphas = pairOf(alpha, alpha);
+    LONG even = count & ~1;
+    for (LONG i = 0; i < even; i += 2)
+        storeNarrowed(words + i, pairOf(word(pixels[i]), word(pixels[i + 1])), alphas);
+    if (even == count) return;
+    ULONG last[2];
+    storeNarrowed(last, word(pixels[even]) & 0xFFFF, alphas);
+    words[even] = last[0];
 }
 
 void fillTrueColor(BYTE* row, LONG count, jint color) {
@@ -114,37 +148,53 @@ static ULONG spreadPairs(ULONG bytes) {
 
 void storeIndexPairs(BYTE* row, const BYTE* data, LONG bytes) {
     ULONG* words = wordsOf(row);
-    for (; bytes >= 2; bytes -= 2, data += 2)
-        *words++ = spreadPairs(data[0] | static_cast<ULONG>(data[1]) << 16);
-    if (bytes) *reinterpret_cast<WORD*>(words) = static_cast<WORD>(spreadPairs(*data));
+    LONG pairs = bytes >> 1;
+    for (LONG i = 0; i < pairs; ++i)
+        words[i] = spreadPairs(data[2 * i] | static_cast<ULONG>(data[2 * i + 1]) << 16);
+    if (bytes & 1)
+        *reinterpret_cast<WORD*>(words + pairs) = static_cast<WORD>(spreadPairs(data[2 * pairs]));
 }
 
 void loadHighColor(jint* pixels, const BYTE* row, LONG count) {
     const ULONG* words = wordsOf(row);
-    for (; count >= 2; count -= 2, pixels += 2) {
-        ULONG pair = widenGreen(*words++);
-        pixels[0] = static_cast<jint>(pair & 0xFFFF);
-        pixels[1] = static_cast<jint>(pair >> 16);
+    LONG pairs = count >> 1;
+    for (LONG i = 0; i < pairs; ++i) {
+        ULONG pair = widenGreen(words[i]);
+        pixels[2 * i] = static_cast<jint>(pair & 0xFFFF);
+        pixels[2 * i + 1] = static_cast<jint>(pair >> 16);
     }
-    if (count) *pixels = static_cast<jint>(widenGreen(*words) & 0xFFFF);
+    if (count & 1) pixels[2 * pairs] = static_cast<jint>(widenGreen(words[pairs]) & 0xFFFF);
 }
 
-static jint loadTrueColorPixel(const BYTE* pixel, ULONG highest) {
-    return static_cast<jint>(highest | static_cast<ULONG>(pixel[2]) << 16 |
-                             static_cast<ULONG>(pixel[1]) << 8 | pixel[0]);
+// What lies above a colour is cleared, or set.
+static jint plain(ULONG color) { return static_cast<jint>(color & colorBits); }
+static jint opaque(ULONG color) { return static_cast<jint>(color | ~colorBits); }
+
+static ULONG loadTrueColorPixel(const BYTE* pixel) {
+    return static_cast<ULONG>(pixel[2]) << 16 | static_cast<ULONG>(pixel[1]) << 8 | pixel[0];
 }
 
 // Three words hold four pixels, from each fourth pixel of the row on.
-void loadTrueColor(jint* pixels, const BYTE* row, LONG first, LONG count, ULONG highest) {
+template <jint (*finish)(ULONG color)>
+static void load(jint* pixels, const BYTE* row, LONG first, LONG count) {
     const BYTE* pixel = row + first * 3;
     for (; count > 0 && first & 3; --count, ++first, pixel += 3)
-        *pixels++ = loadTrueColorPixel(pixel, highest);
+        *pixels++ = finish(loadTrueColorPixel(pixel));
     for (; count >= 4; count -= 4, pixels += 4, pixel += 12) {
         const ULONG* words = wordsOf(pixel);
-        pixels[0] = static_cast<jint>((words[0] & colorBits) | highest);
-        pixels[1] = static_cast<jint>(words[0] >> 24 | (words[1] & 0xFFFF) << 8 | highest);
-        pixels[2] = static_cast<jint>(words[1] >> 16 | (words[2] & 0xFF) << 16 | highest);
-        pixels[3] = static_cast<jint>(words[2] >> 8 | highest);
+        ULONG second = words[1], third = words[2];
+        pixels[0] = finish(words[0]);
+        pixels[1] = finish(words[0] >> 24 | second << 8);
+        pixels[2] = finish(second >> 16 | third << 16);
+        pixels[3] = finish(third >> 8);
     }
-    for (; count > 0; --count, pixel += 3) *pixels++ = loadTrueColorPixel(pixel, highest);
+    for (; count > 0; --count, pixel += 3) *pixels++ = finish(loadTrueColorPixel(pixel));
+}
+
+void loadTrueColor(jint* pixels, const BYTE* row, LONG count) {
+    load<plain>(pixels, row, 0, count);
+}
+
+void loadOpaqueColor(jint* pixels, const BYTE* row, LONG first, LONG count) {
+    load<opaque>(pixels, row, first, count);
 }

@@ -24,6 +24,7 @@ void storeIndexPairs(BYTE* row, const BYTE* data, LONG bytes);
 
 // A section's row to Java's pixels.
 void loadHighColor(jint* pixels, const BYTE* row, LONG count); // 5-5-5 to 5-6-5
+void loadTrueColor(jint* pixels, const BYTE* row, LONG count); // 24 bits to 0xRRGGBB
 
-// 24 bits to 0xRRGGBB with the highest byte given; starts at any pixel of the row.
-void loadTrueColor(jint* pixels, const BYTE* row, LONG first, LONG count, ULONG highest);
+// 24 bits to 0xFFRRGGBB; starts at any pixel of the row.
+void loadOpaqueColor(jint* pixels, const BYTE* row, LONG first, LONG count);

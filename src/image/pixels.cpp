@@ -58,7 +58,7 @@ static void loadRow(jint* pixels, const Section& section, LONG row) {
     if (section.bitCount == highColor)
         loadHighColor(pixels, rowOf(section, row), section.width);
     else if (section.bitCount == trueColor)
-        loadTrueColor(pixels, rowOf(section, row), 0, section.width, 0);
+        loadTrueColor(pixels, rowOf(section, row), section.width);
 }
 
 NativeIntArray Image_GetPixelsHighColor(ImageRecord* image, ErrorRecord* error) {
@@ -117,8 +117,8 @@ void Image_GetRGB(ImageRecord* image, jint x, jint y, jint width, jint height, j
     long long first = static_cast<long long>(rows.skipped) * scanSize + offset + columns.skipped;
     for (jint row = 0; row < rows.count; ++row, first += scanSize) {
         Stretch part = within(first, columns.count, out.count);
-        loadTrueColor(out.values + part.start, rowOf(section, rows.start + row),
-                      columns.start + part.skipped, part.count, opaque);
+        loadOpaqueColor(out.values + part.start, rowOf(section, rows.start + row),
+                        columns.start + part.skipped, part.count);
     }
 }
 

@@ -115,6 +115,20 @@ TEST_F(FontTest, families_are_logical) {
     }
 }
 
+TEST_F(FontTest, families_have_faces_of_their_kind) {
+    auto pitchOf = [&](jint kind) {
+        jint font = newLogical(kind);
+        BYTE pitch = reinterpret_cast<FontRecord*>(font)->metrics.tmPitchAndFamily;
+        disposeFont(font);
+        return pitch;
+    };
+    EXPECT_TRUE(pitchOf(2) & TMPF_FIXED_PITCH) << "the flag means variable pitch";
+    EXPECT_EQ(pitchOf(2) & 0xF0, FF_SWISS);
+    EXPECT_TRUE(pitchOf(3) & TMPF_FIXED_PITCH);
+    EXPECT_EQ(pitchOf(3) & 0xF0, FF_ROMAN);
+    EXPECT_FALSE(pitchOf(4) & TMPF_FIXED_PITCH);
+}
+
 TEST_F(FontTest, metrics_are_those_of_the_chosen_face) {
     jint font = newFont(u"Tahoma", 14);
     const TEXTMETRICW& metrics = reinterpret_cast<FontRecord*>(font)->metrics;

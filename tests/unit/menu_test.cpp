@@ -532,6 +532,26 @@ TEST_F(ItemImageTest, painting_an_item_puts_the_clip_region_back) {
 
 class PopupTest : public MenuTest {
   protected:
+    // How high each item of the menu is while it is shown.
+    std::vector<LONG> heightsOf(jint menu) {
+        looked = menuOf(menu)->menuHandle;
+        heights.clear();
+        SetTimer(windowOf(shell), 1, USER_TIMER_MINIMUM, look);
+        show(menu, 10, 10);
+        return heights;
+    }
+    static void CALLBACK look(HWND window, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(window, timer);
+        for (int i = 0; i < GetMenuItemCount(looked); ++i) {
+            RECT place = {};
+            GetMenuItemRect(nullptr, looked, i, &place);
+            heights.push_back(place.bottom - place.top);
+        }
+        typeKey(VK_ESCAPE);
+    }
+    static inline HMENU looked;
+    static inline std::vector<LONG> heights;
+
     void show(jint menu, jint x, jint y) {
         call<void(jint, jint, jint)>("PopupMenu_Show", menu, x, y);
     }
@@ -561,6 +581,16 @@ TEST_F(PopupTest, appears_in_the_owners_client_area) {
     EXPECT_EQ(shownAt.x, 25);
     EXPECT_EQ(shownAt.y, 36);
     EXPECT_EQ(shownFor, windowOf(button));
+}
+
+TEST_F(PopupTest, a_separator_takes_less_room_than_an_item) {
+    jint menu = newMenu("PopupMenu", shell);
+    setText(newItem("PushMenuItem", menu, 0), u"Open");
+    newItem("SeparatorItem", menu, 1);
+    std::vector<LONG> heights = heightsOf(menu);
+    ASSERT_EQ(heights.size(), 2u);
+    EXPECT_GT(heights[1], 0);
+    EXPECT_LT(heights[1], heights[0]);
 }
 
 TEST_F(PopupTest, the_item_that_is_chosen_by_keys_fires) {

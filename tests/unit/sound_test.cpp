@@ -244,6 +244,9 @@ TEST_F(SoundTest, is_no_longer_than_its_bytes) {
         playBytes(bytes, length);
         expectNothingPlays();
     }
+    FileBytes longer = monoFile(countingBytes(4096));
+    playBytes(javaBytes(FileBytes(longer.begin(), longer.end() - 1)), longer.size());
+    expectNothingPlays();
     playBytes(javaBytes(file + FileBytes(100)), file.size());
     pass(1);
     EXPECT_EQ(waitForEnd(), 0u) << "bytes behind the file";

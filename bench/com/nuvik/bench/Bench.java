@@ -1,6 +1,13 @@
 package com.nuvik.bench;
 
 import com.nuvik.wyx.k4tr.OS;
+import java.io.ByteArrayOutputStream;
+import java.io.DataOutputStream;
+import java.io.IOException;
+import java.nio.charset.StandardCharsets;
+import java.util.Random;
+import java.util.zip.CRC32;
+import java.util.zip.DeflaterOutputStream;
 
 /** Prints what the library adds to the plain way of doing the same, side by side from one run. */
 public final class Bench {
@@ -67,7 +74,70 @@ public final class Bench {
         OS.Image_Dispose(target);
     }
 
-    public static void main(String[] arguments) {
+    private static final String[] CONVERSIONS = {
+        "5-6-5 to a section of 16 bits",
+        "colours to a section of 24 bits",
+        "colours with one alpha to 32 bits",
+        "colours with an alpha each to 32 bits",
+        "5-6-5 with an alpha each to 32 bits",
+        "5-6-5 with one alpha to 32 bits",
+        "indices of 2 bits to a section of 4",
+        "a section of 16 bits to 5-6-5",
+        "a section of 24 bits to colours"
+    };
+
+    /** A PNG file's contents: slopes with noise, as photographs have. */
+    private static byte[] png(int width, int height, boolean hasAlpha) throws IOException {
+        int bytes = hasAlpha ? 4 : 3;
+        ByteArrayOutputStream header = new ByteArrayOutputStream();
+        DataOutputStream fields = new DataOutputStream(header);
+        fields.writeInt(width);
+        fields.writeInt(height);
+        fields.write(new byte[] {8, (byte) (hasAlpha ? 6 : 2), 0, 0, 0});
+        Random random = new Random(5);
+        ByteArrayOutputStream packed = new ByteArrayOutputStream();
+        try (DeflaterOutputStream rows = new DeflaterOutputStream(packed)) {
+            for (int y = 0; y < height; y++) {
+                rows.write(0);
+                for (int x = 0; x < width * bytes; x++)
+                    rows.write((x >> 4) + (y >> 2) + random.nextInt(3));
+            }
+        }
+        ByteArrayOutputStream file = new ByteArrayOutputStream();
+        DataOutputStream out = new DataOutputStream(file);
+        out.write(new byte[] {(byte) 0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'});
+        chunk(out, "IHDR", header.toByteArray());
+        chunk(out, "IDAT", packed.toByteArray());
+        chunk(out, "IEND", new byte[0]);
+        return file.toByteArray();
+    }
+
+    private static void chunk(DataOutputStream out, String type, byte[] data) throws IOException {
+        CRC32 sum = new CRC32();
+        byte[] name = type.getBytes(StandardCharsets.US_ASCII);
+        sum.update(name);
+        sum.update(data);
+        out.writeInt(data.length);
+        out.write(name);
+        out.write(data);
+        out.writeInt((int) sum.getValue());
+    }
+
+    private static void images(int display) throws IOException {
+        for (int i = 0; i < CONVERSIONS.length; i++)
+            row(CONVERSIONS[i] + " / copy", Natives.conversion(i), "3.00");
+        int image = OS.Image_NewFromSize(display, 240, 320, 0x123456);
+        row("pixels read into Java's array / copy", Natives.read(image, new int[240 * 320]), "3.00");
+        OS.Image_Dispose(image);
+        row("640x480 of 24 bits / the system's decoder",
+                Natives.decoding(png(640, 480, false), false), "1.15");
+        row("640x480 of 32 bits / the system's decoder",
+                Natives.decoding(png(640, 480, true), true), "1.15");
+        row("32x32 of 32 bits / the system's decoder",
+                Natives.decoding(png(32, 32, true), true), "");
+    }
+
+    public static void main(String[] arguments) throws IOException {
         OS.wyxErrorHandler = (function, code, message) -> System.out.println(function + message);
         int display = OS.Display_New();
         OS.Display_InitCallbacks(display, "bench");
@@ -92,6 +162,7 @@ public final class Bench {
         for (int items : new int[] {1000, 10000})
             row("one of " + items + " list items / list box + measuring", Natives.listItem(list, items), "");
         drawing(display);
+        images(display);
         OS.Widget_Dispose(shell);
         OS.Device_Dispose(display);
     }

@@ -21,4 +21,13 @@ final class Natives {
 
     /** Its blending alone, and the system's alpha blit. */
     static native int[] blending(int image);
+
+    /** Converting an image of the screen's size, and copying as many bytes; which: see Bench. */
+    static native int[] conversion(int which);
+
+    /** Reading a 24-bit image of the screen's size into Java's array, and copying into it. */
+    static native int[] read(int image, int[] out);
+
+    /** Decoding a file's contents, and the system's decoder alone, to 32 bits a pixel or 24. */
+    static native int[] decoding(byte[] data, boolean toBgra);
 }

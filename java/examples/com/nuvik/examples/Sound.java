@@ -36,7 +36,7 @@ public final class Sound {
         for (int i = 0; i < samples.length; i++) {
             int at = i % SAMPLES_OF_A_NOTE;
             double phase = 2 * Math.PI * NOTES[i / SAMPLES_OF_A_NOTE] * at / RATE;
-            double loudness = 12000 * (1 - (double) at / SAMPLES_OF_A_NOTE);
+            double loudness = 14000 * Math.exp(-4.0 * at / SAMPLES_OF_A_NOTE);
             samples[i] = (short) (loudness * (Math.sin(phase) + Math.sin(2 * phase) / 3));
         }
         return samples;

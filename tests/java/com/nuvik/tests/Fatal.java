@@ -27,6 +27,12 @@ public final class Fatal {
                 OS.Display_New();
                 System.exit(7);
                 break;
+            case "exit-sounding":
+                byte[] file = SoundTest.wave(new byte[80]);
+                com.nuvik.wyx.dovr.OS.Sound_Play(
+                        com.nuvik.wyx.dovr.OS.Sound_New(), file, file.length, -1);
+                System.exit(9);
+                break;
             case "throw":
                 throw new IllegalStateException("uncaught");
             case "threads":

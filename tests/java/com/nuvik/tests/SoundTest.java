@@ -59,7 +59,7 @@ public final class SoundTest {
     }
 
     /** A WAVE file of 8 bytes a millisecond. */
-    private static byte[] wave(byte[] samples) {
+    static byte[] wave(byte[] samples) {
         ByteBuffer file = ByteBuffer.allocate(44 + samples.length).order(ByteOrder.LITTLE_ENDIAN);
         file.put("RIFF".getBytes()).putInt(36 + samples.length).put("WAVEfmt ".getBytes()).putInt(16);
         file.putShort((short) 1).putShort((short) 1).putInt(8000).putInt(8000);

@@ -1,0 +1,78 @@
+package com.nuvik.tests;
+
+import static org.junit.Assert.assertArrayEquals;
+import static org.junit.Assert.assertEquals;
+import static org.junit.Assert.assertFalse;
+import static org.junit.Assert.assertTrue;
+
+import com.nuvik.wyx.dovr.OS;
+import org.junit.After;
+import org.junit.Before;
+import org.junit.Rule;
+import org.junit.Test;
+
+/** File dialogs from Java. A person's keys come as soon as the dialog takes the activation. */
+public final class FileDialogTest {
+    private static final int DEACTIVATED = 206;
+    private static final int ENTER = 1002;
+    private static final int ESCAPE = 1003;
+
+    @Rule public final ShownShell shown = new ShownShell();
+
+    private int dialog;
+
+    @Before
+    public void open() {
+        dialog = OS.FileDialog_New(shown.shell, 0x2000);
+        OS.FileDialog_SetTitle(dialog, "Save it");
+        OS.FileDialog_SetFilterPath(dialog, "\\My Documents");
+    }
+
+    @After
+    public void close() {
+        com.nuvik.wyx.k4tr.OS.Widget_Dispose(dialog);
+    }
+
+    private void typeWhenItOpens(int... keys) {
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                shown.shell,
+                new Device.Recorder() {
+                    private boolean typed;
+
+                    @Override
+                    void window(int event) {
+                        if (event != DEACTIVATED || typed) return;
+                        typed = true;
+                        for (int key : keys) {
+                            shown.device.press(key);
+                            shown.device.release(key);
+                        }
+                    }
+                });
+    }
+
+    @Test
+    public void aTypedNameIsChosen() {
+        typeWhenItOpens('j', 'a', 'v', 'a', ENTER);
+        assertTrue(OS.FileDialog_Open(dialog));
+        assertEquals("\\My Documents\\", OS.FileDialog_GetFilterPath(dialog));
+        assertArrayEquals(new String[] {"java"}, OS.FileDialog_GetFileNames(dialog));
+        assertArrayEquals(new String[0], OS.FileDialog_GetFileNames(dialog));
+    }
+
+    @Test
+    public void aDialogOpensOnAnotherThread() throws Exception {
+        typeWhenItOpens('j', ENTER);
+        assertTrue(shown.device.onOtherThread(() -> OS.FileDialog_Open(dialog)));
+        assertArrayEquals(new String[] {"j"}, OS.FileDialog_GetFileNames(dialog));
+    }
+
+    @Test
+    public void aCancelledDialogChoosesNothing() {
+        OS.FileDialog_SetFileName(dialog, "a/b");
+        typeWhenItOpens(ESCAPE);
+        assertFalse(OS.FileDialog_Open(dialog));
+        assertEquals("\\My Documents", OS.FileDialog_GetFilterPath(dialog));
+        assertArrayEquals(new String[0], OS.FileDialog_GetFileNames(dialog));
+    }
+}
