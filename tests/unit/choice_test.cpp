@@ -512,8 +512,7 @@ TEST_F(ChoiceTest, a_choice_that_cannot_be_made_is_an_error_and_leaves_nothing) 
 }
 
 TEST_F(ChoiceTest, choices_leave_nothing_behind) {
-    NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    auto round = [&] {
         jint choice = call<jint(jint)>("Choice_New", shell);
         add(choice, u"item");
         add(choice, u"another item", 0);
@@ -521,6 +520,9 @@ TEST_F(ChoiceTest, choices_leave_nothing_behind) {
         remove(choice, 0);
         call<jobject(jint)>("Control_GetMinimumSize", choice);
         dispose(choice);
-    }
+    };
+    round(); // what the system keeps from the first one on
+    NoLeaks noLeaks;
+    for (int i = 0; i < 10000; ++i) round();
     dispatchAll();
 }
