@@ -25,7 +25,7 @@ static HBITMAP copySection(ImageRecord* image, DWORD* failure) {
     BYTE* bits = nullptr;
     HBITMAP copy = createSection(info.header, &bits);
     *failure = copy ? 0 : GetLastError();
-    if (copy) memcpy(bits, section.bits, section.stride * section.height);
+    if (copy && section.bits) memcpy(bits, section.bits, section.stride * section.height);
     return copy;
 }
 
