@@ -12,9 +12,10 @@ static LPTOP_LEVEL_EXCEPTION_FILTER nextFilter;
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
     Processor* processor = currentProcessor();
     if (processor && processor->isRunning()) processor->report("faults");
-    if (nextFilter) return nextFilter(fault);
-    if (processor) TerminateProcess(GetCurrentProcess(), 1);
-    return EXCEPTION_CONTINUE_SEARCH;
+    LONG answer = nextFilter ? nextFilter(fault) : EXCEPTION_CONTINUE_SEARCH;
+    // All is said; a debugger, for which the system would wait, is not there.
+    if (processor && answer == EXCEPTION_CONTINUE_SEARCH) TerminateProcess(GetCurrentProcess(), 1);
+    return answer;
 }
 
 static const char* setting(const char* name) {
