@@ -1,6 +1,7 @@
 #include "leaks.h"
 #include "library.h"
 #include <cstdint>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -70,4 +71,9 @@ NoLeaks::~NoLeaks() {
     EXPECT_EQ(after.gdiObjects, before.gdiObjects) << "GDI objects";
     EXPECT_EQ(after.windows, before.windows) << "windows";
     EXPECT_EQ(after.heapBlocks, before.heapBlocks) << "heap blocks";
+}
+
+int leakRounds() {
+    const char* rounds = getenv("ZEMVOLT_LEAK_ROUNDS");
+    return rounds ? atoi(rounds) : 10000;
 }

@@ -8,6 +8,10 @@ struct LiveCounts {
 };
 
 LiveCounts countLive();
+
+// How often a scenario is repeated for what it leaves behind to show: 10,000 times, or as often as
+// ZEMVOLT_LEAK_ROUNDS says where every round is slow.
+int leakRounds();
 long countHeapBlocks();
 
 // Fails the test when the scope leaves more or less behind than it found.

@@ -263,7 +263,7 @@ TEST_F(ButtonTest, a_button_that_cannot_be_made_is_an_error_and_leaves_nothing) 
 TEST_F(ButtonTest, buttons_leave_nothing_behind) {
     jint shell = newShell();
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         const char* kinds[] = {"PushButton_New", "Checkbox_New", "RadioButton_New"};
         jint button = call<jint(jint, jint)>(kinds[i % 3], shell, i % 5);
         setLabel(button, u"text");

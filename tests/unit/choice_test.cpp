@@ -523,6 +523,6 @@ TEST_F(ChoiceTest, choices_leave_nothing_behind) {
     };
     round(); // what the system keeps from the first one on
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) round();
+    for (int i = 0; i < leakRounds(); ++i) round();
     dispatchAll();
 }

@@ -204,7 +204,7 @@ TEST_F(ClipboardTest, a_text_that_java_cannot_take_is_not_leaked) {
 TEST_F(ClipboardTest, texts_leave_nothing_behind) {
     setText(u"before");
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         setText(i % 2 ? u"some text" : u"");
         EXPECT_NE(getText(), nullptr);
     }

@@ -243,7 +243,7 @@ TEST_F(ControlTest, ten_thousand_controls_leave_nothing_behind) {
     jint shell = newShell();
     int references = vm.globalReferences;
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint button = call<New>("PushButton_New", shell, 0);
         listen(button);
         dispose(button);

@@ -703,7 +703,7 @@ TEST_F(SystemDialogTest, dialogs_leave_nothing_behind) {
     Faults faults;
     replaceSystem(faults);
     const std::wstring answer(L"\\f\0a\0b\0\0", 8);
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint dialog = newDialog(i % 2 ? several : save);
         set("Title", dialog, u"title");
         setName(dialog, u"a/b");

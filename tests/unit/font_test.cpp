@@ -248,7 +248,7 @@ TEST_F(FontTest, companions_fill_in_fonts_of_their_own) {
 TEST_F(FontTest, fonts_leave_nothing_behind) {
     newShell();
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) disposeFont(newLogical(i % 5, 8 + i % 10, i % 32));
+    for (int i = 0; i < leakRounds(); ++i) disposeFont(newLogical(i % 5, 8 + i % 10, i % 32));
 }
 
 TEST_F(FontTest, the_default_font_is_the_systems_and_made_once) {

@@ -297,7 +297,7 @@ TEST_F(GraphicsTest, contexts_leave_nothing_behind) {
     jint image = newImage();
     jint color = newColor(9, 8, 7);
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint graphics = i % 2 ? onControl(button) : onImage(image);
         for (jint width = 1; width < 4; ++width) {
             set("Foreground", graphics, color);

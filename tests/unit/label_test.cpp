@@ -328,7 +328,7 @@ TEST_F(LabelTest, a_label_that_cannot_be_made_is_an_error_and_leaves_nothing) {
 
 TEST_F(LabelTest, labels_leave_nothing_behind) {
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint label = call<jint(jint, jint)>("Label_New", shell, i % 2 ? 0x2 : 0x900);
         setText(label, u"text");
         call<void(jint, jint)>("Label_SetAlignment", label, i % 5);

@@ -973,7 +973,7 @@ TEST_F(ListTest, a_list_that_cannot_be_made_is_an_error_and_leaves_nothing) {
 
 TEST_F(ListTest, lists_leave_nothing_behind) {
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint list = call<jint(jint, jint)>("List_New", shell, i % 2 ? withBars : multiple);
         add(list, u"text");
         add(list, u"text", 5);

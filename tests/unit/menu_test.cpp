@@ -833,7 +833,7 @@ TEST_F(MenuTest, menus_with_items_leave_nothing_behind) {
     setAccelerator(first, 'A'); // makes the tables, which stay
     NoLeaks noLeaks;
     int references = vm.globalReferences;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint popup = call<jint(jint)>("PopupMenu_New", shell);
         jint sub = call<jint(jint)>("DropDownMenu_New", shell);
         jint item = call<jint(jint, jint)>("PushMenuItem_New", sub, 0);

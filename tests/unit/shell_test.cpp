@@ -281,7 +281,7 @@ TEST_F(ShellTest, shells_leave_nothing_behind) {
     newShell();
     NoLeaks noLeaks;
     int references = vm.globalReferences;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         jint shell = call<New>("Shell_New", display, 0x30800);
         if (i % 10 == 0) {
             jint child = call<New>("Shell_NewChild", shell, 0x61);

@@ -622,13 +622,13 @@ TEST_F(FailingSoundTest, does_not_touch_an_output_again_that_does_not_close) {
 
 class SoundLeakTest : public SoundTest {};
 
-TEST_F(SoundLeakTest, sounds_leave_nothing_in_10000_rounds) {
+TEST_F(SoundLeakTest, sounds_leave_nothing_behind) {
     Emulator_RecordSounds(nullptr);
     FileBytes file = monoFile(countingBytes(8));
     jbyteArray bytes = javaBytes(file);
     jint old = sound;
     NothingLeft nothingLeft;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         sound = call<jint()>("Sound_New");
         playBytes(bytes, file.size(), i % 3 - 1);
         if (i % 5 == 0) playBytes(bytes, file.size());

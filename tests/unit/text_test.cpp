@@ -721,7 +721,7 @@ TEST_F(TextTest, a_text_that_cannot_be_made_is_an_error_and_leaves_nothing) {
 
 TEST_F(TextTest, texts_leave_nothing_behind) {
     NoLeaks noLeaks;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < leakRounds(); ++i) {
         const char* kind = i % 2 ? "TextField_New" : "TextArea_New";
         jint text = call<jint(jint, jint)>(kind, shell, i % 3 ? border : verticalBar);
         setText(text, u"some\ntext");
