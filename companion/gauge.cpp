@@ -105,8 +105,8 @@ ControlRecord* makeGauge(jint parent, jint style, ErrorRecord* error) {
     }
     registerClass();
     return _Control_New(className, sizeof(GaugeRecord), gaugeProc,
-                        reinterpret_cast<ControlRecord*>(parent), style, _Control_Style(), 0,
-                        error);
+                        reinterpret_cast<ControlRecord*>(parent), style,
+                        _Control_Style() | WS_BORDER, 0, error);
 }
 
 } // namespace

@@ -59,9 +59,9 @@ public final class GaugeTest {
         OS.Control_CopyArea(gauge, picture, 0, 0, 200, 30);
         int[] pixels = new int[200];
         com.nuvik.wyx.k4tr.OS.Image_GetRGB(picture, 0, 15, 200, 1, 0, 200, pixels);
-        assertEquals(0xFF2050C0, pixels[99]);
+        assertEquals(0xFF2050C0, pixels[98]);
         assertEquals(
-                0xFF000000 | OS.Control_GetBackgroundRGB(gauge), pixels[100]);
+                0xFF000000 | OS.Control_GetBackgroundRGB(gauge), pixels[99]);
         com.nuvik.wyx.k4tr.OS.Image_Dispose(picture);
         OS.Control_SetForeground(gauge, 0);
         com.nuvik.wyx.k4tr.OS.Color_Dispose(color);
