@@ -38,6 +38,8 @@ final class Program {
         }
 
         void resized(int width, int height) {}
+
+        void focused(int change) {}
     }
 
     /** Ends the program when the person closes its shell. */
@@ -67,6 +69,7 @@ final class Program {
         register(OS.CB_POINTER, "pointer");
         register(OS.CB_POINTER_DOWN_QUERY, "pointerDown");
         register(OS.CB_RESIZE, "resized");
+        register(OS.CB_FOCUS, "focused");
     }
 
     private void register(int id, String method) {

@@ -1,0 +1,148 @@
+package com.nuvik.examples;
+
+import com.nuvik.wyx.dovr.OS;
+import java.util.ArrayDeque;
+import java.util.ArrayList;
+import java.util.Deque;
+import java.util.List;
+
+/**
+ * A sheet of fields that may be higher than the screen: it scrolls, shows the field that has the
+ * focus, and the Tab key leads from field to field in the order in which they were added.
+ */
+final class Page {
+    private static final int VERTICAL_SCROLL = 0x20000;
+    private static final int PRESSED = 1;
+    private static final int SHIFT = 2;
+    private static final int TAB = 1001;
+    private static final int FOCUS_GAINED = 1;
+    private static final int LINE = 24;
+    private static final int MARGIN = 6;
+
+    /** What the fields are made in. */
+    final int sheet;
+
+    private final Program program;
+    private final int window; // shows a part of the sheet
+    private final int bar;
+    private final List<Field> fields = new ArrayList<>();
+    private final Deque<Integer> controls = new ArrayDeque<>();
+    private Field current;
+    private int width;
+    private int height;
+    private int visible;
+
+    /** The listener of a field; a field overrides what it wants to know. */
+    class Field extends Program.Listener {
+        int control;
+        private int top;
+        private int bottom;
+
+        /** The focus goes to another field. */
+        void left() {}
+
+        @Override
+        void focused(int change) {
+            if (change != FOCUS_GAINED) {
+                left();
+                return;
+            }
+            current = this;
+            reveal(this);
+        }
+
+        @Override
+        boolean key(int kind, char character, int keyCode, int modifiers) {
+            if (kind != PRESSED || keyCode != TAB) return false;
+            moveFocus((modifiers & SHIFT) != 0 ? -1 : 1);
+            return true;
+        }
+    }
+
+    Page(Program program, int shell) {
+        this.program = program;
+        window = OS.Composite_New(shell, VERTICAL_SCROLL);
+        sheet = OS.Composite_New(window, 0);
+        bar = OS.Scrollable_GetVerticalBar(window);
+        OS.Adjustable_SetUnitIncrement(bar, LINE);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                bar,
+                new Program.Listener() {
+                    @Override
+                    void scrolled(int value, int kind) {
+                        scrollTo(value);
+                    }
+                });
+        int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
+        int[] area = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
+        width = area[2] - insets[0] - insets[2];
+    }
+
+    int width() {
+        return width;
+    }
+
+    /** Puts a control that is only looked at on the sheet, which disposes of it in the end. */
+    int add(int control, int font, int x, int y, int controlWidth, int controlHeight) {
+        OS.Control_SetFont(control, font);
+        Program.place(control, x, y, controlWidth, controlHeight);
+        controls.push(control);
+        height = Math.max(height, y + controlHeight + MARGIN);
+        return control;
+    }
+
+    /** Puts a control on the sheet that the Tab key leads to. */
+    void add(Field field, int control, int font, int x, int y, int controlWidth, int controlHeight) {
+        add(control, font, x, y, controlWidth, controlHeight);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(control, field);
+        field.control = control;
+        field.top = y;
+        field.bottom = y + controlHeight;
+        fields.add(field);
+    }
+
+    /** Shows the page in the upper part of its shell. */
+    void show(int visibleHeight) {
+        visible = visibleHeight;
+        OS.Adjustable_SetMaximum(bar, height);
+        OS.Adjustable_SetVisibleAmount(bar, visible);
+        OS.Adjustable_SetBlockIncrement(bar, visible - LINE);
+        int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
+        Program.place(window, 0, 0, width + insets[0] + insets[2], visible);
+        scrollTo(OS.Adjustable_GetValue(bar));
+        com.nuvik.wyx.k4tr.OS.Control_SetVisible(sheet, true);
+    }
+
+    void scrollTo(int wanted) {
+        int top = Math.max(0, Math.min(wanted, height - visible));
+        OS.Adjustable_SetValue(bar, top);
+        com.nuvik.wyx.k4tr.OS.Control_SetBounds(sheet, 0, -top, width, height);
+    }
+
+    private void reveal(Field field) {
+        int top = OS.Adjustable_GetValue(bar);
+        if (field.bottom + MARGIN > top + visible) scrollTo(field.bottom + MARGIN - visible);
+        else if (field.top - MARGIN < top) scrollTo(field.top - MARGIN);
+    }
+
+    /** A field that is disabled does not take the focus; the next one is tried then. */
+    private void moveFocus(int step) {
+        int at = fields.indexOf(current);
+        for (int tries = 1; tries < fields.size(); tries++) {
+            at = Math.floorMod(at + step, fields.size());
+            if (OS.Control_ForceFocus(fields.get(at).control)) return;
+        }
+    }
+
+    /** The control of the field that has the focus, or had it last. */
+    int currentControl() {
+        return current == null ? 0 : current.control;
+    }
+
+    void dispose() {
+        while (!controls.isEmpty()) program.dispose(controls.pop());
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(bar, null);
+        program.dispose(sheet);
+        program.dispose(window);
+    }
+}
