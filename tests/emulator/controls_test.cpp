@@ -108,6 +108,24 @@ TEST_F(ControlsTest, only_an_item_that_is_there_is_scrolled_to_the_top) {
     EXPECT_EQ(SendMessageW(list, LB_GETTOPINDEX, 0, 0), 20);
 }
 
+TEST_F(ControlsTest, the_space_bar_selects_an_item_and_tells_so) {
+    for (DWORD notifies : {DWORD(LBS_NOTIFY), DWORD(0)}) {
+        HWND list = newControl(L"LISTBOX", LBS_MULTIPLESEL | notifies);
+        auto space = [&] {
+            SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
+            return SendMessageW(list, LB_GETSELCOUNT, 0, 0);
+        };
+        const auto told = notifies ? std::vector<int>{LBN_SELCHANGE} : std::vector<int>{};
+        EXPECT_EQ(space(), 0) << "an empty list";
+        EXPECT_TRUE(notices(list).empty());
+        SendMessageW(list, LB_ADDSTRING, 0, LPARAM(L"item"));
+        EXPECT_EQ(space(), 1);
+        EXPECT_EQ(notices(list), told);
+        EXPECT_EQ(space(), 0);
+        EXPECT_EQ(notices(list), told);
+    }
+}
+
 TEST_F(ControlsTest, a_combo_box_tells_of_its_parts) {
     constexpr UINT getInfo = 0x162;
     HWND combo = newControl(L"COMBOBOX", CBS_DROPDOWNLIST);
