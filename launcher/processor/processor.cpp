@@ -14,6 +14,9 @@ constexpr uint32_t pieceSize = 0x1000000;
 constexpr uint32_t stackSize = 256 * 1024;
 constexpr uint32_t registerWords = 4; // of arguments
 constexpr uint32_t stackWords = 12;   // at most, of every function in use
+// The emulator keeps something of every jump that leaves the device's code, and faults when its
+// buffer is full.
+constexpr uint32_t leavesOfOneEngine = 50000;
 constexpr uint32_t thumbBit = 1 << 5;
 constexpr DWORD codeIsFlawed = 0xE0415221; // our exception
 
@@ -45,14 +48,22 @@ Processor* Processor::make(const Image& image, unicorn::Model model, Count count
     return nullptr;
 }
 
-bool Processor::open(unicorn::Model model, Count count) {
-    engine = unicorn::open(model);
+bool Processor::open(unicorn::Model wantedModel, Count wantedCount) {
+    model = wantedModel;
+    count = wantedCount;
     auto* stack = static_cast<char*>(
         VirtualAlloc(nullptr, stackSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
-    if (!engine || !stack || !mapAll()) return false;
+    if (!stack) return false;
     DWORD before;
     VirtualProtect(stack, 0x1000, PAGE_NOACCESS, &before);
     stackTop = reinterpret_cast<uint32_t>(stack) + stackSize;
+    return openEngine();
+}
+
+bool Processor::openEngine() {
+    leaves = 0;
+    engine = unicorn::open(model);
+    if (!engine || !mapAll()) return false;
     if (count == Count::instructions &&
         !unicorn::addHook(engine, unicorn::everyInstruction, reinterpret_cast<void*>(onInstruction),
                           this))
@@ -83,6 +94,14 @@ bool Processor::mapAll() {
            unicorn::map(engine, code, end - code, unicorn::readable | unicorn::executable) ==
                unicorn::succeeded &&
            mapPieces(end, highestAddress);
+}
+
+// Between two runs the registers are all that an engine knows.
+void Processor::renewEngine() {
+    unicorn::close(engine);
+    if (openEngine()) return;
+    fprintf(stderr, "the processor cannot be emulated any longer\n");
+    TerminateProcess(GetCurrentProcess(), 1);
 }
 
 void Processor::onInstruction(void*, uint64_t, uint32_t, void* self) {
@@ -243,6 +262,7 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
         at.r[3] = 0xBAD00003;
         at.r[12] = 0xBAD0000C;
         next = at.lr;
+        if (++leaves == leavesOfOneEngine) renewEngine();
         unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     }
     --depth;

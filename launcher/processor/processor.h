@@ -29,6 +29,8 @@ class Processor {
 
     explicit Processor(const Image& image) : image(image) {}
     bool open(unicorn::Model model, Count count);
+    bool openEngine();
+    void renewEngine();
     bool mapAll();
     bool mapPieces(uint32_t start, uint32_t end);
     void save(Registers* registers);
@@ -42,7 +44,10 @@ class Processor {
     static void onBlock(void*, uint64_t address, uint32_t size, void* self);
 
     const Image& image;
+    unicorn::Model model = {};
+    Count count = Count::nothing;
     unicorn::Engine engine = nullptr;
+    uint32_t leaves = 0; // of the code for the host's functions, since the engine was made
     uint32_t stackTop = 0;
     uint32_t depth = 0;      // of calls that have not returned
     uint32_t block = 0;      // of instructions that run; their own places are not kept

@@ -11,15 +11,11 @@ bool Library::load(const char* path) {
     const struct {
         void** place;
         const char* name;
-    } wanted[] = {{&open, "uc_open"},
-                  {&control, "uc_ctl"},
-                  {&map, "uc_mem_map_ptr"},
-                  {&start, "uc_emu_start"},
-                  {&stop, "uc_emu_stop"},
-                  {&read, "uc_reg_read_batch"},
-                  {&write, "uc_reg_write_batch"},
-                  {&addHook, "uc_hook_add"},
-                  {&error, "uc_strerror"}};
+    } wanted[] = {{&open, "uc_open"},           {&close, "uc_close"},
+                  {&control, "uc_ctl"},         {&map, "uc_mem_map_ptr"},
+                  {&start, "uc_emu_start"},     {&stop, "uc_emu_stop"},
+                  {&read, "uc_reg_read_batch"}, {&write, "uc_reg_write_batch"},
+                  {&addHook, "uc_hook_add"},    {&error, "uc_strerror"}};
     for (const auto& symbol : wanted) {
         *symbol.place = unixSymbol(file, symbol.name);
         if (!*symbol.place) return false;
@@ -34,6 +30,8 @@ Engine open(Model model) {
     if (callUnix(library.control, engine, setModel, uint32_t(model)) != succeeded) return nullptr;
     return engine;
 }
+
+void close(Engine engine) { callUnix(library.close, engine); }
 
 // Addresses cross as 64-bit numbers; all of ours are smaller.
 Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions) {

@@ -34,7 +34,7 @@ enum Model { model925T = 18, modelSA1110 = 20 }; // of architectures 4T and 4
 
 // The library's functions; each answers a Result, or what open says.
 struct Library {
-    void *open, *control, *map, *start, *stop, *read, *write, *addHook, *error;
+    void *open, *close, *control, *map, *start, *stop, *read, *write, *addHook, *error;
 
     // False when the library is not what it should be.
     bool load(const char* path);
@@ -43,6 +43,7 @@ struct Library {
 extern Library library;
 
 Engine open(Model model);
+void close(Engine engine);
 Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions);
 Result run(Engine engine, uint32_t address);
 void stop(Engine engine);
