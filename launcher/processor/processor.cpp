@@ -14,9 +14,9 @@ constexpr uint32_t pieceSize = 0x1000000;
 constexpr uint32_t stackSize = 256 * 1024;
 constexpr uint32_t registerWords = 4; // of arguments
 constexpr uint32_t stackWords = 12;   // at most, of every function in use
-// The emulator keeps something of every jump that leaves the device's code, and faults when its
-// buffer is full.
-constexpr uint32_t leavesOfOneEngine = 50000;
+// Engines that had run some hundred thousand times have been seen to fault at the end of their
+// buffer of translated code. A new one costs little.
+constexpr uint32_t runsOfOneEngine = 50000;
 constexpr uint32_t thumbBit = 1 << 5;
 constexpr DWORD codeIsFlawed = 0xE0415221; // our exception
 
@@ -61,7 +61,7 @@ bool Processor::open(unicorn::Model wantedModel, Count wantedCount) {
 }
 
 bool Processor::openEngine() {
-    leaves = 0;
+    runs = 0;
     engine = unicorn::open(model);
     if (!engine || !mapAll()) return false;
     if (count == Count::instructions &&
@@ -98,10 +98,14 @@ bool Processor::mapAll() {
 
 // Between two runs the registers are all that an engine knows.
 void Processor::renewEngine() {
+    Registers kept;
+    save(&kept);
     unicorn::close(engine);
-    if (openEngine()) return;
-    fprintf(stderr, "the processor cannot be emulated any longer\n");
-    TerminateProcess(GetCurrentProcess(), 1);
+    if (!openEngine()) {
+        fprintf(stderr, "the processor cannot be emulated any longer\n");
+        TerminateProcess(GetCurrentProcess(), 1);
+    }
+    unicorn::write(engine, allRegisters, kept.all, registerCount - 2);
 }
 
 void Processor::onInstruction(void*, uint64_t, uint32_t, void* self) {
@@ -240,6 +244,7 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     for (;;) {
         DWORD lastError = GetLastError();
+        if (++runs > runsOfOneEngine) renewEngine();
         misaligned = 0;
         running = true;
         unicorn::Result result = unicorn::run(engine, next);
@@ -262,7 +267,6 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
         at.r[3] = 0xBAD00003;
         at.r[12] = 0xBAD0000C;
         next = at.lr;
-        if (++leaves == leavesOfOneEngine) renewEngine();
         unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     }
     --depth;

@@ -47,7 +47,7 @@ class Processor {
     unicorn::Model model = {};
     Count count = Count::nothing;
     unicorn::Engine engine = nullptr;
-    uint32_t leaves = 0; // of the code for the host's functions, since the engine was made
+    uint32_t runs = 0; // since the engine was made
     uint32_t stackTop = 0;
     uint32_t depth = 0;      // of calls that have not returned
     uint32_t block = 0;      // of instructions that run; their own places are not kept

@@ -219,6 +219,16 @@ TEST(ProbeTest, calls_this_side_with_the_same_words) {
     EXPECT_EQ(probe<uint64_t (*)(Receiver)>("callBack")(receive), 0x800000008ULL);
 }
 
+static uint32_t calls;
+static uint64_t countCall(int32_t, int64_t, int32_t, int64_t) { return ++calls; }
+
+TEST(ProbeTest, calls_this_side_as_often_as_it_likes) {
+    constexpr uint32_t often = 500000;
+    auto callBack = probe<uint64_t (*)(Receiver)>("callBack");
+    for (uint32_t i = 0; i < often; ++i) callBack(countCall);
+    EXPECT_EQ(calls, often);
+}
+
 TEST(ProbeTest, structures_have_one_layout) {
     ProbeRecord record = {};
     probe<void (*)(ProbeRecord*)>("fillRecord")(&record);
