@@ -88,27 +88,36 @@ GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
     return graphics;
 }
 
-static void giveBackBitmap(const GraphicsRecord* graphics) {
+static void putBackObjects(const GraphicsRecord* graphics) {
+    if (graphics->savedPen) DeleteObject(SelectObject(graphics->dc, graphics->savedPen));
+    if (graphics->savedBrush) DeleteObject(SelectObject(graphics->dc, graphics->savedBrush));
+}
+
+// Until the bitmap is given back another thread may take it out, and a device context serves one
+// thread at a time.
+static void leaveImage(const GraphicsRecord* graphics) {
     ImageRecord* image = graphics->image;
     EnterCriticalSection(&image->lock);
+    putBackObjects(graphics);
     if (image->selectedDC == graphics->dc) {
         SelectObject(graphics->dc, image->placeholderBitmap);
         image->selectedDC = nullptr;
     }
     LeaveCriticalSection(&image->lock);
+    DeleteDC(graphics->dc);
+}
+
+static void leaveControl(const GraphicsRecord* graphics) {
+    putBackObjects(graphics);
+    ReleaseDC(nullptr, graphics->dc);
 }
 
 void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord*) {
-    HDC dc = graphics->dc;
-    if (dc) {
-        if (graphics->savedPen) DeleteObject(SelectObject(dc, graphics->savedPen));
-        if (graphics->savedBrush) DeleteObject(SelectObject(dc, graphics->savedBrush));
-        if (graphics->image) {
-            giveBackBitmap(graphics);
-            DeleteDC(dc);
-        } else {
-            ReleaseDC(nullptr, dc);
-        }
+    if (graphics->dc) {
+        if (graphics->image)
+            leaveImage(graphics);
+        else
+            leaveControl(graphics);
     }
     freeBlock(graphics);
 }

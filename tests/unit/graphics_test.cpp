@@ -98,6 +98,26 @@ TEST_F(GraphicsTest, two_on_one_image_draw_in_turn) {
     disposeColor(blue);
 }
 
+TEST_F(GraphicsTest, contexts_of_an_image_end_while_another_thread_draws_on_it) {
+    jint image = newImage(64, 64);
+    jint red = newColor(255, 0, 0);
+    jint graphics = onImage(image);
+    set("Background", graphics, red);
+    std::thread other([&] {
+        for (int i = 0; i < 500; ++i) {
+            jint brief = onImage(image);
+            set("Background", brief, red);
+            end(brief);
+        }
+    });
+    for (jint i = 0; i < 64 * 64; ++i) fill(graphics, i % 64, i / 64, 1, 1);
+    other.join();
+    end(graphics);
+    for (int i = 0; i < 64 * 64; ++i) ASSERT_EQ(pixelOf(image, i % 64, i / 64), 0xFF0000u) << i;
+    disposeImage(image);
+    disposeColor(red);
+}
+
 TEST_F(GraphicsTest, two_threads_may_draw_on_one_image) {
     jint image = newImage(64, 64);
     jint red = newColor(255, 0, 0);
