@@ -6,8 +6,14 @@
 
 static constexpr UINT abortCode = 134; // as a shell sees SIGABRT
 
+// The thread that ends the process, and the process's exit code; 0 before.
+static volatile DWORD endingThread;
+static volatile DWORD endingCode;
+
 void exitThroughWindows(jint code) {
     fflush(nullptr);
+    endingCode = code;
+    endingThread = GetCurrentThreadId();
     ExitProcess(code);
 }
 
@@ -30,7 +36,14 @@ static void describePlace(const void* address, char* text, size_t size) {
              reinterpret_cast<DWORD>(address) - reinterpret_cast<DWORD>(module));
 }
 
+// Threads that are stopped wherever they are may fault, which is no fault of the program's.
+static void goOnEnding() {
+    if (endingThread == GetCurrentThreadId()) TerminateProcess(GetCurrentProcess(), endingCode);
+    Sleep(INFINITE);
+}
+
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
+    if (endingThread) goOnEnding();
     static LONG reported;
     if (InterlockedExchange(&reported, 1)) return EXCEPTION_EXECUTE_HANDLER;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
