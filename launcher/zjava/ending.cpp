@@ -6,13 +6,10 @@
 
 static constexpr UINT abortCode = 134; // as a shell sees SIGABRT
 
-// The thread that ends the process, and the process's exit code; 0 before.
-static volatile DWORD endingThread;
-static volatile DWORD endingCode;
+static volatile DWORD endingThread; // 0 before
 
 void exitThroughWindows(jint code) {
     fflush(nullptr);
-    endingCode = code;
     endingThread = GetCurrentThreadId();
     ExitProcess(code);
 }
@@ -36,14 +33,9 @@ static void describePlace(const void* address, char* text, size_t size) {
              reinterpret_cast<DWORD>(address) - reinterpret_cast<DWORD>(module));
 }
 
-// Threads that are stopped wherever they are may fault, which is no fault of the program's.
-static void goOnEnding() {
-    if (endingThread == GetCurrentThreadId()) TerminateProcess(GetCurrentProcess(), endingCode);
-    Sleep(INFINITE);
-}
-
 static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
-    if (endingThread) goOnEnding();
+    // Threads that are stopped wherever they are may fault, which is no fault of the program's.
+    if (endingThread && endingThread != GetCurrentThreadId()) Sleep(INFINITE);
     static LONG reported;
     if (InterlockedExchange(&reported, 1)) return EXCEPTION_EXECUTE_HANDLER;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
