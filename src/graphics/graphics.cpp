@@ -40,8 +40,9 @@ GraphicsRecord Graphics_On(HDC dc, const RECT& bounds) {
     return graphics;
 }
 
-GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds,
-                                ErrorRecord* error) {
+// A context that owns the device context from here on, unless there is no memory for it. image is
+// null for a control's.
+static GraphicsRecord* create(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error) {
     auto* graphics = allocate<GraphicsRecord>();
     if (!graphics) {
         Win32Error_SetError(error, errorOutOfMemory,
@@ -64,7 +65,7 @@ GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) 
     RECT bounds = {};
     if (!GetClientRect(control->hwnd, &bounds))
         Win32Error_SetError(error, GetLastError(), L"Unable to get clipping area");
-    GraphicsRecord* graphics = Graphics_Create(dc, nullptr, bounds, error);
+    GraphicsRecord* graphics = create(dc, nullptr, bounds, error);
     if (!graphics) ReleaseDC(control->hwnd, dc);
     return graphics;
 }
@@ -82,8 +83,7 @@ GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
     HDC dc = CreateCompatibleDC(nullptr);
     if (HBITMAP initial = initialBitmapOf(dc)) image->placeholderBitmap = initial;
     Section section = sectionOf(image);
-    GraphicsRecord* graphics =
-        Graphics_Create(dc, image, {0, 0, section.width, section.height}, error);
+    GraphicsRecord* graphics = create(dc, image, {0, 0, section.width, section.height}, error);
     if (!graphics) DeleteDC(dc);
     return graphics;
 }

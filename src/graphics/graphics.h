@@ -31,10 +31,6 @@ ASSERT_OFFSET(GraphicsRecord, pen, 32)
 ASSERT_OFFSET(GraphicsRecord, beginDraw, 48)
 ASSERT_OFFSET(GraphicsRecord, endDraw, 52)
 
-// A context that owns the device context from here on, unless there is no memory for it. image is
-// null for a control's.
-GraphicsRecord* Graphics_Create(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error);
-
 // A context of the caller's, clipped to the bounds, for as long as the device context is at hand.
 // The device context stays its owner's, who puts its clip back.
 GraphicsRecord Graphics_On(HDC dc, const RECT& bounds);
