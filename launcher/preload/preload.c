@@ -5,6 +5,7 @@
      the stack that such a thread really runs on;
    - offers faults to the VM first and to Wine else;
    - hands requests to end the program to the launcher;
+   - lets the process end at once when Wine has ended it;
    - is what System.loadLibrary("zemvolt11") finds, and hands over to the launcher.
    Built without headers and without a start-up: no 32-bit C library need be installed. */
 
@@ -24,6 +25,8 @@ extern char* strdup(const char*);
 extern pthread_t pthread_self(void);
 extern int pthread_attr_getstacksize(const void*, size_t*);
 extern int pthread_attr_setstack(void*, void*, size_t);
+extern void _exit(int) __attribute__((noreturn));
+void exit(int) __attribute__((noreturn));
 
 #define RTLD_NEXT ((void*)-1)
 enum { least_stack = 512 * 1024 };
@@ -59,15 +62,15 @@ struct module_info {
     void* address;
 };
 
-static int is_from_vm(const void* caller) {
+static int is_from(const char* library, const void* caller) {
     struct module_info info;
-    return dladdr(caller, &info) && info.file && strstr(info.file, "libjvm.so");
+    return dladdr(caller, &info) && info.file && strstr(info.file, library);
 }
 
 int pthread_create(pthread_t* id, const void* attributes, thread_main run, void* argument) {
     static int (*real)(pthread_t*, const void*, thread_main, void*);
     if (!real) real = dlsym(RTLD_NEXT, "pthread_create");
-    if (!table.create_thread || !is_from_vm(__builtin_return_address(0)))
+    if (!table.create_thread || !is_from("libjvm.so", __builtin_return_address(0)))
         return real(id, attributes, run, argument);
     size_t stack = 0;
     if (attributes) pthread_attr_getstacksize(attributes, &stack);
@@ -95,6 +98,15 @@ int pthread_getattr_np(pthread_t thread, void* attributes) {
     return 0;
 }
 
+/* Wine has stopped all other threads by then, wherever they were and whatever locks they held, and
+   has left its server, which kills a process that takes long from there. The exit handlers of the
+   Unix libraries could wait forever, and the program's exit code would be lost. */
+void exit(int code) {
+    if (is_from("ntdll.so", __builtin_return_address(0))) _exit(code);
+    void (*real)(int) __attribute__((noreturn)) = dlsym(RTLD_NEXT, "exit");
+    real(code);
+}
+
 int JNI_OnLoad(void* vm, void* reserved) {
     (void)reserved;
     return table.on_load ? table.on_load(vm) : -1;
@@ -111,6 +123,7 @@ extern int sigaction(int, const signal_action*, signal_action*);
 enum {
     signal_hup = 1,
     signal_int = 2,
+    signal_quit = 3,
     signal_ill = 4,
     signal_bus = 7,
     signal_fpe = 8,
@@ -124,6 +137,17 @@ static int (*vm_handles)(int, void*, void*, int abort_if_unrecognized);
 static void dispatch(int number, void* info, void* context) {
     if (vm_handles(number, info, context, 0)) return;
     wine_actions[number].handler(number, info, context);
+}
+
+extern int pthread_sigmask(int, const void*, void*);
+
+/* For a thread that is about to end. When the process ends meanwhile, Wine's server stops its threads
+   by this signal. Wine would count the ending thread as ended twice, and take the program for ended
+   with the thread's code, or look for a thread block that is gone, and crash. */
+void zjava_end_thread_unstopped(void) {
+    enum { block = 0 };
+    unsigned set[32] = {1u << (signal_quit - 1)};
+    pthread_sigmask(block, set, 0);
 }
 
 /* The VM runs with user signal handlers allowed and leaves Wine's alone; this one stays on Wine's

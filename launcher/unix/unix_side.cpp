@@ -31,6 +31,7 @@ static DWORD WINAPI threadMain(void* parameter) {
     start->unixId = callUnix(unixSymbol(nullptr, "pthread_self"));
     SetEvent(start->started); // the creator's frame, and with it start, may go now
     callUnix(run, argument);
+    callUnix(unixSymbol(nullptr, "zjava_end_thread_unstopped"));
     return 0;
 }
 

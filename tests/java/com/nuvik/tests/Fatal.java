@@ -33,6 +33,10 @@ public final class Fatal {
                         com.nuvik.wyx.dovr.OS.Sound_New(), file, file.length, -1);
                 System.exit(9);
                 break;
+            case "exit-slowly":
+                System.load(arguments[1]);
+                System.exit(7);
+                break;
             case "throw":
                 throw new IllegalStateException("uncaught");
             case "threads":
