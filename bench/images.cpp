@@ -11,6 +11,7 @@ extern "C" HRESULT WINAPI WICCreateImagingFactory_Proxy(UINT version, IWICImagin
 
 static constexpr LONG width = 240, height = 320; // of the images that are converted
 static constexpr LONG pixels = width * height;
+static constexpr int conversions = 40; // of an image in one round
 
 namespace {
 
@@ -38,7 +39,7 @@ static jintArray measure(JNIEnv* env, Buffers* buffers, size_t bytesOfRow, Row c
     auto* target = reinterpret_cast<BYTE*>(buffers->copy.data());
     auto* source = reinterpret_cast<const BYTE*>(buffers->colors.data());
     return compare(
-        env, 4,
+        env, conversions,
         [&] {
             for (LONG y = 0; y < height; ++y) convertRow(y);
         },

@@ -15,7 +15,37 @@ struct ArcBox {
     jint x, y, width, height;
 };
 
+struct Direction {
+    double cosine, sine;
+};
+
 } // namespace
+
+// Sines are dear on devices, which have no floating-point unit.
+static Direction knownDirections[fullCircle + 1];
+static volatile bool areDirectionsKnown;
+
+static Direction computedDirection(jint degrees) {
+    double angle = degrees * radiansPerDegree;
+    return {cos(angle), sin(angle)};
+}
+
+// Threads that come here together write the same.
+static void learnDirections() {
+    if (areDirectionsKnown) return;
+    for (jint degrees = 0; degrees <= fullCircle; ++degrees)
+        knownDirections[degrees] = computedDirection(degrees);
+    asm volatile("" ::: "memory"); // the mark is set last: who sees it sees all directions
+    areDirectionsKnown = true;
+}
+
+// Angles of more than a circle are not brought back into it: their points differ by rounding.
+static Direction directionOf(jint degrees) {
+    if (degrees < -fullCircle || degrees > fullCircle) return computedDirection(degrees);
+    if (degrees >= 0) return knownDirections[degrees];
+    Direction mirrored = knownDirections[-degrees];
+    return {mirrored.cosine, -mirrored.sine};
+}
 
 static void normalize(jint* position, jint* size) {
     if (*size >= 0) return;
@@ -31,12 +61,13 @@ static ArcBox normalized(jint x, jint y, jint width, jint height) {
 
 // The centre and the radius keep twice the resolution until the end.
 static POINT pointAt(const ArcBox& box, jint degrees) {
-    double angle = degrees * radiansPerDegree;
-    return {(2 * box.x + box.width + static_cast<jint>(box.width * cos(angle))) >> 1,
-            (2 * box.y + box.height - static_cast<jint>(box.height * sin(angle))) >> 1};
+    Direction direction = directionOf(degrees);
+    return {(2 * box.x + box.width + static_cast<jint>(box.width * direction.cosine)) >> 1,
+            (2 * box.y + box.height - static_cast<jint>(box.height * direction.sine)) >> 1};
 }
 
 static void fillPoints(POINT* points, const ArcBox& box, jint start, jint count) {
+    learnDirections();
     for (jint i = 0; i <= count; ++i) points[i] = pointAt(box, start + i);
 }
 

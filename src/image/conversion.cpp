@@ -64,67 +64,56 @@ void storeWithAlphas(BYTE* row, const jint* pixels, LONG count, const BYTE* alph
         words[i] = (word(pixels[i]) & colorBits) | static_cast<ULONG>(alphas[i]) << alphaShift;
 }
 
-// Two values of 5 or 6 bits in a word's halves to 8 bits: value * 255 / 31 and value * 255 / 63,
-// truncated, without a division.
-static constexpr ULONG widenFives(ULONG pair) {
-    return (pair << 3) + (pair * 29 >> 7 & 0x00070007);
-}
-static constexpr ULONG widenSixes(ULONG pair) {
-    return (pair << 2) + (pair * 49 >> 10 & 0x00030003);
+// Values of 5 and 6 bits to 8: value * 255 / 31 and value * 255 / 63, truncated, without a
+// division. The six bits are taken as they lie in a 5-6-5 pixel.
+static constexpr USHORT widenFive(int five) { return static_cast<USHORT>(five * 2106) >> 8; }
+static constexpr USHORT widenSix(ULONG sixInPlace) {
+    return static_cast<USHORT>(sixInPlace * 8290 >> 16);
 }
 
 static constexpr bool widensExactly() {
-    for (ULONG value = 0; value < 32; ++value)
-        if (widenFives(value | 31 << 16) != (value * 255 / 31 | 255 << 16)) return false;
+    for (int value = 0; value < 32; ++value)
+        if (widenFive(value) != value * 255 / 31) return false;
     for (ULONG value = 0; value < 64; ++value)
-        if (widenSixes(value | 63 << 16) != (value * 255 / 63 | 255 << 16)) return false;
+        if (widenSix(value << 5) != value * 255 / 63) return false;
     return true;
 }
 static_assert(widensExactly());
 
-static constexpr ULONG fives = 0x001F001F, sixes = 0x003F003F;
-static ULONG pairOf(ULONG first, ULONG second) { return (first & 0xFFFF) | second << 16; }
+// The desk's processor takes several 16-bit values at a time, if they lie side by side and their
+// number is known when this is compiled.
+static constexpr LONG blockSize = 48;
 
-// Two pixels of 32 bits: alphas and reds in the halves of one word, greens and blues of the other.
-static void storePair(ULONG* words, ULONG high, ULONG low) {
-    words[0] = (low & 0xFFFF) | high << 16;
-    words[1] = low >> 16 | (high & 0xFFFF0000);
-}
-
-static void storeWidened(ULONG* words, ULONG pair, ULONG alphas) {
-    storePair(words, alphas << 8 | widenFives(pair >> 11 & fives),
-              widenSixes(pair >> 5 & sixes) << 8 | widenFives(pair & fives));
+static void storeWidened(USHORT* halves, const jint* pixels, LONG count, const BYTE* alphas) {
+    alignas(16) USHORT block[blockSize];
+    for (LONG i = 0; i < count; ++i) block[i] = static_cast<USHORT>(pixels[i]);
+    for (LONG i = 0; i < count; ++i) {
+        USHORT pixel = block[i];
+        halves[2 * i] =
+            static_cast<USHORT>(widenSix(pixel & 0x07E0) << 8 | widenFive(pixel & 0x1F));
+        halves[2 * i + 1] = static_cast<USHORT>(alphas[i] << 8 | widenFive(pixel >> 11));
+    }
 }
 
 void storeWidenedWithAlphas(BYTE* row, const jint* pixels, LONG count, const BYTE* alphas) {
-    ULONG* words = wordsOf(row);
-    LONG even = count & ~1;
-    for (LONG i = 0; i < even; i += 2)
-        storeWidened(words + i, pairOf(word(pixels[i]), word(pixels[i + 1])),
-                     pairOf(alphas[i], alphas[i + 1]));
-    if (even == count) return;
-    ULONG last[2];
-    storeWidened(last, word(pixels[even]) & 0xFFFF, alphas[even]);
-    words[even] = last[0];
+    auto* halves = reinterpret_cast<USHORT*>(row);
+    for (; count >= blockSize; count -= blockSize, pixels += blockSize, alphas += blockSize) {
+        storeWidened(halves, pixels, blockSize, alphas);
+        halves += 2 * blockSize;
+    }
+    storeWidened(halves, pixels, count, alphas);
 }
 
-// As narrowGreen does, with the components in bytes of their own.
-static void storeNarrowed(ULONG* words, ULONG pair, ULONG alphas) {
-    ULONG green = pair & 0x07E007E0;
-    green = ((green << 1) - (green >> 5)) << 1 & 0x1F001F00;
-    storePair(words, alphas << 8 | (pair >> 11 & fives), green | (pair & fives));
-}
-
+// Green is narrowed as narrowGreen does it; the components get a byte each.
 void storeNarrowedWithAlpha(BYTE* row, const jint* pixels, LONG count, BYTE alpha) {
     ULONG* words = wordsOf(row);
-    ULONG alphas = pairOf(alpha, alpha);
-    LONG even = count & ~1;
-    for (LONG i = 0; i < even; i += 2)
-        storeNarrowed(words + i, pairOf(word(pixels[i]), word(pixels[i + 1])), alphas);
-    if (even == count) return;
-    ULONG last[2];
-    storeNarrowed(last, word(pixels[even]) & 0xFFFF, alphas);
-    words[even] = last[0];
+    ULONG highest = static_cast<ULONG>(alpha) << alphaShift;
+    for (LONG i = 0; i < count; ++i) {
+        ULONG pixel = word(pixels[i]);
+        ULONG green = pixel & 0x07E0;
+        green = ((green << 1) - (green >> 5)) << 1 & 0x1F00;
+        words[i] = highest | (pixel << 5 & 0x1F0000) | green | (pixel & 0x1F);
+    }
 }
 
 void fillTrueColor(BYTE* row, LONG count, jint color) {
