@@ -167,11 +167,28 @@ static void* withDevicesResult(const char* name) {
     return nullptr;
 }
 
-std::string Image::bindImports() {
+std::string Image::bindToToolkit(const IMAGE_IMPORT_DESCRIPTOR& module, const Image& toolkit) {
+    auto* names = reinterpret_cast<const DWORD*>(memory + module.OriginalFirstThunk);
+    auto** slots = reinterpret_cast<void**>(memory + module.FirstThunk);
+    for (; *names; ++names, ++slots) {
+        if (IMAGE_SNAP_BY_ORDINAL32(*names)) return "the toolkit has no exports by ordinal";
+        const char* name = memory + *names + sizeof(WORD);
+        *slots = toolkit.exportNamed(name);
+        if (!*slots) return std::string("the toolkit does not export ") + name;
+    }
+    return {};
+}
+
+std::string Image::bindImports(const Image* toolkit) {
     auto* module = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(
         memory + directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
     for (; module->Name; ++module) {
         std::string file = memory + module->Name;
+        if (toolkit && file == "zemvolt11.dll") {
+            if (std::string problem = bindToToolkit(*module, *toolkit); !problem.empty())
+                return problem;
+            continue;
+        }
         HMODULE library = LoadLibraryA(file.c_str());
         if (!library) return file + " cannot be loaded";
         auto* names = reinterpret_cast<const DWORD*>(memory + module->OriginalFirstThunk);
@@ -191,7 +208,7 @@ std::string Image::bindImports() {
     return {};
 }
 
-std::string Image::load(const std::string& path, const std::string& symbols) {
+std::string Image::load(const std::string& path, const std::string& symbols, const Image* toolkit) {
     if (std::string problem = readFile(path); !problem.empty()) return problem;
     std::string map = path.substr(0, path.rfind('.')) + ".map";
     if (std::string problem = readMap(map); !problem.empty()) return problem;
@@ -200,7 +217,7 @@ std::string Image::load(const std::string& path, const std::string& symbols) {
         if (argumentBytes.empty()) return symbols + " lists no functions";
     }
     if (std::string problem = relocate(); !problem.empty()) return problem;
-    return bindImports();
+    return bindImports(toolkit);
 }
 
 void* Image::exportNamed(const std::string& name) const {

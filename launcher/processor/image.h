@@ -1,6 +1,6 @@
 #pragma once
-// The library's image for the device, loaded into this process: relocated, its imports leading to
-// the emulated device's own libraries.
+// An image for the device, of the library or of a companion's, loaded into this process: relocated,
+// its imports leading to the emulated device's own libraries.
 
 #include <map>
 #include <stdint.h>
@@ -12,8 +12,9 @@ class Image {
     // An empty string, or one line that says what is wrong. The map of the image's functions lies
     // beside it; symbols lists the names of the desk's build of the same sources, decorated with
     // the bytes of their arguments, and may be missing: then every function leaves its arguments to
-    // the caller.
-    std::string load(const std::string& path, const std::string& symbols);
+    // the caller. A companion's imports from the toolkit lead to the toolkit's image.
+    std::string load(const std::string& path, const std::string& symbols,
+                     const Image* toolkit = nullptr);
 
     char* base() const { return memory; }
     uint32_t size() const { return headers()->OptionalHeader.SizeOfImage; }
@@ -48,7 +49,8 @@ class Image {
     void readSymbols(const std::string& path);
     std::string relocate();
     void relocateWord(uint32_t offset, uint32_t delta);
-    std::string bindImports();
+    std::string bindImports(const Image* toolkit);
+    std::string bindToToolkit(const IMAGE_IMPORT_DESCRIPTOR& module, const Image& toolkit);
     void* entryAt(uint32_t offset) const;
 
     char* memory = nullptr;

@@ -8,8 +8,10 @@ extern "C" void guestReturns();
 
 namespace {
 
-constexpr uint32_t lowestAddress = 0x10000;     // below lie null pointers and their fields
-constexpr uint32_t highestAddress = 0xFFFF0000; // of a 32-bit process, and a bit more
+constexpr uint32_t lowestAddress = 0x10000; // below lie null pointers and their fields
+// Above lies the stack that the process began with, which is not for the device's code. The
+// emulator needs the room: it can keep account of 4 GB, and rounds up what is mapped.
+constexpr uint32_t highestAddress = 0xFF000000;
 constexpr uint32_t pieceSize = 0x1000000;
 constexpr uint32_t stackSize = 256 * 1024;
 constexpr uint32_t registerWords = 4; // of arguments
@@ -25,6 +27,7 @@ const int allRegisters[] = {unicorn::r0,      unicorn::r0 + 1, unicorn::r0 + 2, 
                             unicorn::r0 + 8,  unicorn::r0 + 9, unicorn::r0 + 10, unicorn::r0 + 11,
                             unicorn::r0 + 12, unicorn::sp,     unicorn::lr,      unicorn::pc,
                             unicorn::cpsr};
+const int stackPointer = unicorn::sp;
 constexpr uint32_t registerCount = sizeof(allRegisters) / sizeof(allRegisters[0]);
 constexpr uint32_t firstKept = 4, lastKept = 11; // by functions, for their callers
 
@@ -41,8 +44,18 @@ struct Processor::Registers {
     uint32_t target() const { return pc | (cpsr & thumbBit ? 1 : 0); }
 };
 
-Processor* Processor::make(const Image& image, unicorn::Model model, Count count) {
-    auto* processor = new Processor(image);
+static std::vector<const Image*> images;
+
+void addImage(const Image& image) { images.push_back(&image); }
+
+static std::string describePlace(uint32_t address) {
+    for (const Image* image : images)
+        if (image->contains(address)) return image->describe(address);
+    return images.front()->describe(address);
+}
+
+Processor* Processor::make(unicorn::Model model, Count count) {
+    auto* processor = new Processor;
     if (processor->open(model, count)) return processor;
     delete processor;
     return nullptr;
@@ -62,6 +75,7 @@ bool Processor::open(unicorn::Model wantedModel, Count wantedCount) {
 
 bool Processor::openEngine() {
     runs = 0;
+    knownImages = images.size();
     engine = unicorn::open(model);
     if (!engine || !mapAll()) return false;
     if (count == Count::instructions &&
@@ -88,12 +102,20 @@ bool Processor::mapPieces(uint32_t start, uint32_t end) {
 }
 
 bool Processor::mapAll() {
-    auto code = reinterpret_cast<uint32_t>(image.code());
-    uint32_t end = code + image.codeSize();
-    return mapPieces(lowestAddress, code) &&
-           unicorn::map(engine, code, end - code, unicorn::readable | unicorn::executable) ==
-               unicorn::succeeded &&
-           mapPieces(end, highestAddress);
+    std::map<uint32_t, uint32_t> codes; // where each starts and ends
+    for (const Image* image : images) {
+        auto start = reinterpret_cast<uint32_t>(image->code());
+        codes[start] = start + image->codeSize();
+    }
+    uint32_t mapped = lowestAddress;
+    for (const auto& [start, end] : codes) {
+        if (!mapPieces(mapped, start) ||
+            unicorn::map(engine, start, end - start, unicorn::readable | unicorn::executable) !=
+                unicorn::succeeded)
+            return false;
+        mapped = end;
+    }
+    return mapPieces(mapped, highestAddress);
 }
 
 // Between two runs the registers are all that an engine knows.
@@ -135,10 +157,12 @@ void Processor::save(Registers* registers) {
 }
 
 void Processor::report(const std::string& problem) {
+    if (reported) return;
+    reported = true;
     Registers at;
     save(&at);
     fprintf(stderr, "the device's code %s\n  in the block at %s\n  to return to %s\n",
-            problem.c_str(), image.describe(block).c_str(), image.describe(at.lr).c_str());
+            problem.c_str(), describePlace(block).c_str(), describePlace(at.lr).c_str());
     for (uint32_t i = 0; i < registerCount; ++i) {
         static const char* const names[] = {"r0",  "r1", "r2", "r3", "r4",  "r5",
                                             "r6",  "r7", "r8", "r9", "r10", "r11",
@@ -232,8 +256,8 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     save(&before);
     at = before;
     // Callers promise a stack on words only: it never lies on two.
-    uint32_t top = depth ? before.sp : stackTop - sizeof(uint32_t) * stackWords;
-    at.sp = ((top - sizeof(uint32_t) * stackWords) & ~7u) - sizeof(uint32_t);
+    uint32_t callersStack = depth ? before.sp : stackTop - sizeof(uint32_t) * stackWords;
+    at.sp = ((callersStack - sizeof(uint32_t) * stackWords) & ~7u) - sizeof(uint32_t);
     before.sp = at.sp;
     for (uint32_t i = 0; i < registerWords; ++i) at.r[i] = words[i];
     auto* stack = reinterpret_cast<uint32_t*>(at.sp);
@@ -244,7 +268,7 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     unicorn::write(engine, allRegisters, at.all, registerCount - 2);
     for (;;) {
         DWORD lastError = GetLastError();
-        if (++runs > runsOfOneEngine) renewEngine();
+        if (++runs > runsOfOneEngine || knownImages != images.size()) renewEngine();
         misaligned = 0;
         running = true;
         unicorn::Result result = unicorn::run(engine, next);
@@ -271,6 +295,8 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
     }
     --depth;
     check(before, at);
+    // The function that called this side goes on with its own stack, and may be called back again.
+    unicorn::write(engine, &stackPointer, &callersStack, 1);
     return at.r[0] | uint64_t(at.r[1]) << 32;
 }
 
@@ -300,7 +326,7 @@ static Processor* takeProcessor() {
         processor = idle.back();
         idle.pop_back();
     } else {
-        processor = Processor::make(*settings.image, settings.model, settings.count);
+        processor = Processor::make(settings.model, settings.count);
         if (!processor) {
             fprintf(stderr, "no more processors can be emulated\n");
             TerminateProcess(GetCurrentProcess(), 1);
@@ -333,7 +359,7 @@ extern "C" uint64_t enterGuest(uint32_t number, const uint32_t* words) {
     if (!current) TlsSetValue(slot, processor);
     if (!canBeCalledFromHost(number)) {
         fprintf(stderr, "how many arguments this takes is not known: %s\n",
-                settings.image->describe(functionOfNumber(number)).c_str());
+                describePlace(functionOfNumber(number)).c_str());
         TerminateProcess(GetCurrentProcess(), 1);
     }
     SetLastError(lastError);

@@ -1,6 +1,6 @@
 #pragma once
 // An emulated processor of the device, with a stack of its own. Addresses are the process's. It
-// runs the image's code; all else it can read and write but not execute, so that going there ends
+// runs the images' code; all else it can read and write but not execute, so that going there ends
 // the run. Used by one thread at a time.
 
 #include "image.h"
@@ -11,7 +11,7 @@ enum class Count { nothing, instructions };
 class Processor {
   public:
     // Null when one cannot be made.
-    static Processor* make(const Image& image, unicorn::Model model, Count count);
+    static Processor* make(unicorn::Model model, Count count);
 
     // Runs the function with the words as its arguments (in registers and on the stack) until it
     // returns; host functions that it calls are called. A flaw of the code ends the process.
@@ -20,14 +20,14 @@ class Processor {
     // Instructions that this processor has run, when they are counted.
     uint64_t instructionCount() const { return instructions; }
 
-    // What it is doing, on standard error.
+    // What it is doing, on standard error. Once: what follows a flaw is not its cause.
     void report(const std::string& problem);
     bool isRunning() const { return running; }
 
   private:
     struct Registers;
 
-    explicit Processor(const Image& image) : image(image) {}
+    Processor() = default;
     bool open(unicorn::Model model, Count count);
     bool openEngine();
     void renewEngine();
@@ -43,11 +43,11 @@ class Processor {
     static void onInstruction(void*, uint64_t address, uint32_t size, void* self);
     static void onBlock(void*, uint64_t address, uint32_t size, void* self);
 
-    const Image& image;
     unicorn::Model model = {};
     Count count = Count::nothing;
     unicorn::Engine engine = nullptr;
-    uint32_t runs = 0; // since the engine was made
+    uint32_t runs = 0;      // since the engine was made
+    size_t knownImages = 0; // whose code the engine may run
     uint32_t stackTop = 0;
     uint32_t depth = 0;      // of calls that have not returned
     uint32_t block = 0;      // of instructions that run; their own places are not kept
@@ -55,15 +55,19 @@ class Processor {
     uint32_t misaligned = 0; // the address of a misaligned access
     uint64_t instructions = 0;
     bool running = false;
+    bool reported = false;
 };
 
 // How processors are made: set before the first is used.
 struct ProcessorSettings {
-    const Image* image;
     unicorn::Model model;
     Count count;
 };
 void setProcessors(const ProcessorSettings& settings);
+
+// Code that all processors can run from now on. The image stays; no other thread runs one
+// meanwhile.
+void addImage(const Image& image);
 
 // Functions of this side whose result is a byte, and the rest of whose word means nothing. Noted
 // before they are called.

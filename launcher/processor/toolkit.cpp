@@ -17,9 +17,27 @@ HMODULE loadToolkit() {
     return library = processorFunction<HMODULE (*)()>("Processor_Load")();
 }
 
-void* toolkitExport(const char* name) {
-    if (processor) return processorFunction<void* (*)(const char*)>("Processor_Find")(name);
-    return reinterpret_cast<void*>(GetProcAddress(library, name));
+void* exportOf(HMODULE module, const char* name) {
+    if (processor) {
+        auto find = processorFunction<void* (*)(HMODULE, const char*)>("Processor_Find");
+        if (void* found = find(module, name)) return found;
+    }
+    return reinterpret_cast<void*>(GetProcAddress(module, name));
+}
+
+void* toolkitExport(const char* name) { return exportOf(library, name); }
+
+HMODULE loadCompanion(const char* file) {
+    bool isOfDevice =
+        processor && processorFunction<bool (*)(const char*)>("Processor_HasCompanion")(file);
+    if (isOfDevice)
+        return processorFunction<HMODULE (*)(const char*)>("Processor_LoadCompanion")(file);
+    HMODULE companion = LoadLibraryA(file);
+    if (!companion || !processor || !GetModuleHandleW(L"zemvolt11.dll")) return companion;
+    // It has brought the desk's toolkit, which knows nothing of what the device's code does.
+    FreeLibrary(companion);
+    SetLastError(ERROR_EXE_MACHINE_TYPE_MISMATCH);
+    return nullptr;
 }
 
 LibraryEntry toolkitEntry() {

@@ -11,6 +11,14 @@ HMODULE loadToolkit();
 // An export of it, callable from here; null when there is none. After loadToolkit.
 void* toolkitExport(const char* name);
 
+// A library with further natives. With the device's code goes the device's build of it, from the
+// same folder; only one that does not call the toolkit may be the desk's. Null with the last error
+// set when it cannot be loaded. After loadToolkit, and before other threads use the toolkit.
+HMODULE loadCompanion(const char* file);
+
+// An export of the toolkit or of a companion, callable from here; null when there is none.
+void* exportOf(HMODULE library, const char* name);
+
 // What the system calls when the library comes and goes.
 using LibraryEntry = BOOL(WINAPI*)(HINSTANCE, DWORD, LPVOID);
 LibraryEntry toolkitEntry();

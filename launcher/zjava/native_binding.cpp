@@ -108,14 +108,6 @@ static std::string mangle(const std::string& name) {
     return mangled;
 }
 
-using FindExport = void* (*)(HMODULE library, const char* name);
-
-static void* findInModule(HMODULE library, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(library, name));
-}
-
-static void* findInToolkit(HMODULE, const char* name) { return toolkitExport(name); }
-
 static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* function) {
     if (boundNatives == nativeStubCount || method.words > mostWords) return false;
     natives[boundNatives] = {function, method.words, method.result == "Z"};
@@ -127,7 +119,7 @@ static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* fu
     return env->RegisterNatives(owner, &entry, 1) == JNI_OK;
 }
 
-static bool bindClass(JNIEnv* env, HMODULE library, FindExport find, const std::string& className) {
+static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className) {
     jclass owner = env->FindClass(className.c_str());
     if (!owner) { // a program may well do without the widget layer
         env->ExceptionClear();
@@ -144,7 +136,7 @@ static bool bindClass(JNIEnv* env, HMODULE library, FindExport find, const std::
         if (reflection.isNative(method)) {
             NativeMethod native = reflection.describe(method);
             std::string name = "Java_" + mangle(className) + "_" + mangle(native.name);
-            void* function = find(library, name.c_str());
+            void* function = exportOf(library, name.c_str());
             bound = !function || bind(env, owner, native, function);
         }
         env->PopLocalFrame(nullptr);
@@ -156,8 +148,8 @@ static bool bindClass(JNIEnv* env, HMODULE library, FindExport find, const std::
 void setCompanions(const std::vector<Companion>& list) { companions = list; }
 
 static bool bindCompanion(JNIEnv* env, const Companion& companion) {
-    HMODULE library = LoadLibraryA(companion.file.c_str());
-    if (library) return bindClass(env, library, findInModule, companion.className);
+    HMODULE library = loadCompanion(companion.file.c_str());
+    if (library) return bindClass(env, library, companion.className);
     fprintf(stderr, "zjava: %s cannot be loaded (error %lu)\n", companion.file.c_str(),
             GetLastError());
     return false;
@@ -174,7 +166,7 @@ jint bindLibrary(JNIEnv* env) {
     }
     tellToolkitOf(env->functions);
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
-        if (!bindClass(env, library, findInToolkit, name)) return JNI_ERR;
+        if (!bindClass(env, library, name)) return JNI_ERR;
     for (const Companion& companion : companions)
         if (!bindCompanion(env, companion)) return JNI_ERR;
     return JNI_VERSION_1_8;

@@ -229,6 +229,20 @@ TEST(ProbeTest, calls_this_side_as_often_as_it_likes) {
     EXPECT_EQ(calls, often);
 }
 
+// Calls the device's code back, again and again.
+static uint64_t callBackOften(int32_t, int64_t, int32_t, int64_t) {
+    constexpr int often = 20000;
+    auto throughTable = probe<int (*)(int, int)>("throughTable");
+    int sum = 0;
+    for (int i = 0; i < often; ++i) sum += throughTable(i % 2, 1);
+    return sum;
+}
+
+TEST(ProbeTest, is_called_back_as_often_as_this_side_likes) {
+    auto callBack = probe<uint64_t (*)(Receiver)>("callBack");
+    EXPECT_EQ(callBack(callBackOften), 10000 + 0x100000000ULL);
+}
+
 TEST(ProbeTest, structures_have_one_layout) {
     ProbeRecord record = {};
     probe<void (*)(ProbeRecord*)>("fillRecord")(&record);
