@@ -18,6 +18,7 @@ struct FileDialog {
     bool saves;
     std::wstring folder; // a path of the device
     HWND window;
+    bool delivered;
     DWORD failure; // a system error code
 };
 
@@ -167,6 +168,7 @@ static void deliver(FileDialog* dialog, const std::vector<std::wstring>& names) 
     size_t dot = files.rfind(L'.');
     bool hasExtension = dot != std::wstring::npos && dot > folder;
     request.nFileExtension = hasExtension ? static_cast<WORD>(dot + 1) : 0;
+    dialog->delivered = true;
     EndDialog(dialog->window, TRUE);
 }
 
@@ -296,12 +298,12 @@ static BOOL run(OPENFILENAMEW* request, bool saves) {
         DLGTEMPLATE head;
         WORD menu, windowClass, title;
     } const dialogTemplate = {{WS_POPUP | WS_CAPTION | DS_MODALFRAME, 0, 0, 0, 0, 0, 0}, 0, 0, 0};
-    FileDialog dialog = {request, saves, {}, nullptr, ERROR_SUCCESS};
-    INT_PTR chosen =
-        DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &dialogTemplate.head, request->hwndOwner,
-                                dialogProc, reinterpret_cast<LPARAM>(&dialog));
+    FileDialog dialog = {request, saves, {}, nullptr, false, ERROR_SUCCESS};
+    // Its result says nothing: a dialog that a quit message ends answers as if it were accepted.
+    DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &dialogTemplate.head, request->hwndOwner,
+                            dialogProc, reinterpret_cast<LPARAM>(&dialog));
     SetLastError(dialog.failure);
-    return chosen == TRUE;
+    return dialog.delivered;
 }
 
 extern "C" {

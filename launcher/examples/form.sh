@@ -1,15 +1,27 @@
 # An inspection form: texts, choice, buttons, lists, clipboard, file dialogs, all by keyboard.
 example_class=com.nuvik.examples.Form
 
-# enter TEXT KEY LINE: types a text and a key and waits until the program has said the line.
+# enter TEXT KEY LINE [COUNT]: types a text and a key and waits until the program has said the line,
+# COUNT times so far.
 enter() {
     xdotool type -- "$1"
-    key "$2" && wait_said "^$3\$"
+    key "$2" && wait_said "^$3\$" "${4:-1}"
 }
 
-play() {
-    wait_said '^ready$'
-    key ctrl+s && wait_said '^The site is missing$'
+# choose_file TITLE NAME: in the dialog with the title, when it is there.
+choose_file() {
+    wait_shown "$1"
+    xdotool type -- "$2"
+    key Return
+}
+
+# answer KEYS...: to the question, when it is there.
+answer() {
+    wait_shown Question
+    key "$@"
+}
+
+fill_in() {
     enter 'Mill Lane 4' Tab 'Site: Mill Lane 4'
     enter 'R. Moss' Tab 'Inspector: R. Moss'
     key Down && wait_said '^Kind: Warehouse$'
@@ -26,11 +38,31 @@ play() {
     key ctrl+c && wait_said '^Copied$'
     key ctrl+v && wait_said '^Pasted$'
     key Tab && wait_said '^Notes: Call the owner. / Call the owner. / $'
-    key ctrl+s && wait_said '^Save the form$'
-    enter 'mill lane' Return 'Saved .My Documents.mill lane.txt'
-    key ctrl+n && wait_said '^New form$'
-    key ctrl+o && wait_said '^Open a form$'
-    enter 'mill lane.txt' Return 'Opened .My Documents.mill lane.txt'
+}
+
+play() {
+    local saved='^Saved .My Documents.mill lane.txt$'
+    rm -f "$root/build/desk/storage/My Documents/mill lane.txt"
+    wait_said '^ready$'
+    key ctrl+s && wait_said '^The site is missing$'
+    fill_in
+    key ctrl+s && choose_file 'Save As' 'mill lane' && wait_said "$saved"
+    # What was changed since is saved before the form goes.
+    wait_shown Inspection
+    enter ' East' Tab 'Site: Mill Lane 4 East'
+    key ctrl+n && answer space
+    choose_file 'Save As' 'mill lane' && wait_said "$saved" 2
+    wait_said '^New form$' 2
+    # Another form does not take its place unasked, and is discarded.
+    wait_shown Inspection
+    enter 'Mill Lane 5' Tab 'Site: Mill Lane 5'
+    key ctrl+s && choose_file 'Save As' 'mill lane'
+    answer Tab space
+    wait_shown Inspection
+    key ctrl+n && answer Tab space && wait_said '^New form$' 3
+    wait_shown Inspection
+    key ctrl+o && choose_file Open 'mill lane.txt'
+    wait_said '^Opened .My Documents.mill lane.txt$'
     screenshot
     key ctrl+q
 }

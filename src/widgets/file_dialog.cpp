@@ -143,7 +143,14 @@ static Showing* newShowing(FileDialogRecord* dialog) {
     return showing;
 }
 
+// Every control posts one when it is destroyed. It would end the dialog before it is seen.
+static void takeQuitMessage() {
+    MSG message;
+    PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+}
+
 static BOOL ask(Showing* showing) {
+    takeQuitMessage();
     SetLastError(ERROR_SUCCESS); // a dialog that is cancelled leaves it as it was
     return showing->saves ? GetSaveFileNameW(&showing->request)
                           : GetOpenFileNameW(&showing->request);

@@ -74,6 +74,20 @@ TEST_F(StorageTest, a_file_dialog_refuses_what_it_cannot_use) {
     EXPECT_FALSE(GetOpenFileNameW(nullptr));
 }
 
+TEST_F(StorageTest, a_file_dialog_that_the_end_of_its_thread_closes_has_chosen_nothing) {
+    wchar_t name[MAX_PATH] = L"a";
+    OPENFILENAMEW request = {};
+    request.lStructSize = 76;
+    request.lpstrFile = name;
+    request.nMaxFile = MAX_PATH;
+    PostQuitMessage(0);
+    EXPECT_FALSE(GetOpenFileNameW(&request));
+    EXPECT_STREQ(name, L"a");
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    }
+}
+
 // A person who types a name as soon as the dialog waits for it.
 static LRESULT CALLBACK typeName(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ENTERIDLE)

@@ -305,6 +305,13 @@ TEST_F(FileDialogTest, a_cancelled_dialog_chooses_nothing) {
     dispose(dialog);
 }
 
+TEST_F(FileDialogTest, opens_when_a_control_was_disposed_just_before) {
+    jint dialog = newDialog();
+    dispose(call<jint(jint, jint)>("PushButton_New", shell, 0));
+    EXPECT_FALSE(openWith(dialog, {tapping(L"Cancel")}));
+    dispose(dialog);
+}
+
 TEST_F(FileDialogTest, a_cancelled_dialog_drops_the_names_of_the_one_before) {
     jint dialog = newDialog();
     EXPECT_TRUE(openWith(dialog, {tappingEntry(L"x.txt"), tapping(L"OK")}));

@@ -58,6 +58,8 @@ public final class Form {
     private final List<String> findingTexts = new ArrayList<>();
     private int removeButton;
     private int notes;
+    private Report kept; // as it was opened, saved or begun
+    private String keptPath; // null before the form has a file
 
     /** Tells on standard output, for who plays the person. */
     private static void say(String what) {
@@ -298,9 +300,29 @@ public final class Form {
         page.scrollTo(0);
     }
 
+    private void showKept(Report report, String path) {
+        show(report);
+        kept = read();
+        keptPath = path;
+    }
+
     private void startNew() {
-        show(new Report());
+        showKept(new Report(), null);
         tell("New form");
+    }
+
+    /** Does what takes the form away, unless the person wants to keep what is not saved. */
+    private void unlessLosing(Runnable action) {
+        boolean mayGo = read().isSameAs(kept);
+        if (!mayGo) {
+            int answer = askPerson("Save the form first?", "Save", "Discard", "Go back");
+            mayGo = answer == 0 ? save() : answer == 1;
+        }
+        if (mayGo) action.run();
+    }
+
+    private int askPerson(String text, String... answers) {
+        return Question.ask(program, shell, font, "Question", text, answers);
     }
 
     /** Asks for a file; null when the person does not want one after all. */
@@ -317,31 +339,38 @@ public final class Form {
         return chosen ? folder + names[0] : null;
     }
 
-    private void save() {
+    /** Tells whether the form is in a file now. */
+    private boolean save() {
         Report report = read();
         if (report.site.isEmpty()) {
             OS.Control_SetBackground(site, yellow);
             OS.Control_ForceFocus(site);
             tell("The site is missing");
-            return;
+            return false;
         }
         OS.Control_SetBackground(site, 0);
         String path = ask(shell, SAVES, "Save the form", report.site.replaceAll("\\W+", " ").trim());
-        if (path == null) return;
+        if (path == null) return false;
         if (path.indexOf('.', path.lastIndexOf('\\')) < 0) path += EXTENSION;
+        boolean isOther = Report.exists(path) && !path.equalsIgnoreCase(keptPath);
+        if (isOther && askPerson("Replace the other form?", "Replace", "Go back") != 0) return false;
         try {
             report.save(path);
-            tell("Saved " + path);
         } catch (IOException error) {
             tell("Not saved: " + error.getMessage());
+            return false;
         }
+        kept = report;
+        keptPath = path;
+        tell("Saved " + path);
+        return true;
     }
 
     private void open() {
         String path = ask(shell, 0, "Open a form", null);
         if (path == null) return;
         try {
-            show(Report.open(path, KINDS.length, CONDITIONS.length));
+            showKept(Report.open(path, KINDS.length, CONDITIONS.length), path);
             tell("Opened " + path);
         } catch (IOException error) {
             tell("Not opened: " + error.getMessage());
@@ -406,11 +435,11 @@ public final class Form {
     private void makeMenuBar() {
         int bar = keep(OS.MenuBar_New(shell));
         int file = addMenu(bar, 0, "File");
-        addItem(file, 0, "New", 'N', this::startNew);
-        addItem(file, 1, "Open...", 'O', this::open);
+        addItem(file, 0, "New", 'N', () -> unlessLosing(this::startNew));
+        addItem(file, 1, "Open...", 'O', () -> unlessLosing(this::open));
         addItem(file, 2, "Save...", 'S', this::save);
         keep(OS.SeparatorItem_New(file, 3));
-        addItem(file, 4, "Exit", 'Q', program::leave);
+        addItem(file, 4, "Exit", 'Q', () -> unlessLosing(program::leave));
         int edit = addMenu(bar, 1, "Edit");
         addItem(edit, 0, "Copy", 'C', this::copy);
         addItem(edit, 1, "Paste", 'V', this::paste);
@@ -435,7 +464,12 @@ public final class Form {
         placeParts();
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 shell,
-                program.new MainShell() {
+                new Program.Listener() {
+                    @Override
+                    void window(int event) {
+                        if (event == Program.CLOSE_REQUESTED) unlessLosing(program::leave);
+                    }
+
                     @Override
                     void resized(int width, int height) {
                         placeParts();

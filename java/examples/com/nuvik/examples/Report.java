@@ -20,7 +20,22 @@ final class Report {
     final List<String> findings = new ArrayList<>();
     String notes = "";
 
+    static boolean exists(String path) {
+        return fileAt(path).exists();
+    }
+
     void save(String path) throws IOException {
+        try (OutputStream file = new FileOutputStream(fileAt(path))) {
+            lines().store(file, "Inspection");
+        }
+    }
+
+    /** Whether it would be kept as the other one is. */
+    boolean isSameAs(Report other) {
+        return lines().equals(other.lines());
+    }
+
+    private Properties lines() {
         Properties lines = new Properties();
         lines.setProperty("site", site);
         lines.setProperty("inspector", inspector);
@@ -29,9 +44,7 @@ final class Report {
         lines.setProperty("urgent", String.valueOf(urgent));
         for (int i = 0; i < findings.size(); i++) lines.setProperty("finding." + i, findings.get(i));
         lines.setProperty("notes", notes);
-        try (OutputStream file = new FileOutputStream(fileAt(path))) {
-            lines.store(file, "Inspection");
-        }
+        return lines;
     }
 
     /** Reads a report. A file that something else wrote is an error too, as is a number too high. */
