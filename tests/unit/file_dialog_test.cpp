@@ -2,6 +2,7 @@
 #include "faults.h"
 #include "leaks.h"
 #include "other_thread.h"
+#include "process_leaks.h"
 #include "widgets/file_dialog.h"
 #include <commdlg.h>
 
@@ -403,6 +404,21 @@ TEST_F(FileDialogTest, opens_on_a_thread_of_its_own_for_another_thread) {
     EXPECT_EQ(caption, L"Choose");
     EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
     EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x.txt"});
+    dispose(dialog);
+}
+
+TEST_F(FileDialogTest, threads_of_dialogs_leave_nothing_behind) {
+    jint dialog = newDialog();
+    auto cancel = [&] {
+        person.steps.push_back(tapping(L"Cancel"));
+        openDialog(dialog);
+    };
+    onOtherThread(vm, display, [&] {
+        vm.attachedThreads.insert(GetCurrentThreadId());
+        cancel();
+        NothingLeft nothingLeft;
+        for (int i = 0; i < 5; ++i) cancel();
+    });
     dispose(dialog);
 }
 

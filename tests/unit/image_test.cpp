@@ -202,6 +202,12 @@ TEST_F(ImageTest, what_the_pixels_are_too_few_for_is_0) {
     disposeImage(image);
 }
 
+TEST_F(ImageTest, pixels_beyond_its_size_are_left) {
+    jint image = newDirect(1, 1, Ints(100000, 0x123456), 24);
+    EXPECT_EQ(highColorOf(image), Ints{0x123456});
+    disposeImage(image);
+}
+
 TEST_F(ImageTest, of_colors_takes_the_transparent_color_as_it_is) {
     jint image = newDirect(1, 1, {0}, 24, 0x563412);
     EXPECT_EQ(transparencyOf(image), 0x563412);

@@ -147,6 +147,14 @@ TEST_F(KeyboardTest, a_handled_key_does_not_reach_the_class) {
     EXPECT_EQ(send(WM_KEYUP, VK_LEFT), 1);
 }
 
+// Its code is looked up in the table twice, and lost; that is meant.
+TEST_F(KeyboardTest, cancel_is_a_key_without_code) {
+    send(WM_KEYDOWN, VK_CANCEL);
+    send(WM_CHAR, 3);
+    send(WM_KEYUP, VK_CANCEL);
+    EXPECT_EQ(vm.takeEvents(), (Events{"key(1, 3, 0, 0)", "key(2, 3, 0, 0)"}));
+}
+
 TEST_F(KeyboardTest, system_keys_are_keys) {
     send(WM_SYSKEYDOWN, VK_UP, 1 << 29);
     send(WM_SYSKEYUP, VK_UP, 1 << 29);

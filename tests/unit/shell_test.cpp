@@ -226,23 +226,37 @@ TEST_F(ShellTest, a_child_shell_becomes_resizable_a_top_shell_does_not) {
     dispose(child);
 }
 
-// The person at the device taps the caption's OK button.
-TEST_F(ShellTest, a_tapped_ok_button_asks_to_close) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x21);
+TEST_F(ShellTest, a_frame_that_makes_a_shell_resizable_is_there_at_once) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
     call<SetBounds>("Control_SetBounds", child, 20, 40, 160, 100);
     show(child);
-    POINT corner = {0, 0};
-    ClientToScreen(windowOf(child), &corner);
-    listen(child);
-    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 163,
-                                     (40 + corner.y) / 2 + 1);
-    for (jint type : {1, 2})
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
-    dispatchAll();
-    Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), 1)
-        << testing::PrintToString(events);
+    RECT before, after;
+    GetClientRect(windowOf(child), &before);
+    call<void(jint, jboolean)>("Shell_SetResizable", child, JNI_TRUE);
+    GetClientRect(windowOf(child), &after);
+    EXPECT_LT(after.right, before.right);
     dispose(child);
+}
+
+// The person at the device taps the caption's OK button.
+TEST_F(ShellTest, a_tapped_ok_button_asks_to_close_where_there_is_one) {
+    for (jint closeBox : {0x0, 0x1}) {
+        jint child = call<New>("Shell_NewChild", newShell(), 0x20 | closeBox);
+        call<SetBounds>("Control_SetBounds", child, 20, 40, 160, 100);
+        show(child);
+        POINT corner = {0, 0};
+        ClientToScreen(windowOf(child), &corner);
+        listen(child);
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 163,
+                                         (40 + corner.y) / 2 + 1);
+        for (jint type : {1, 2})
+            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        dispatchAll();
+        Events events = vm.takeEvents();
+        EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), closeBox)
+            << testing::PrintToString(events);
+        dispose(child);
+    }
 }
 
 class ShownInputPanel {
