@@ -12,7 +12,7 @@ static void takeBack() {
 }
 
 static HGLOBAL globalCopy(HLOCAL block) {
-    SIZE_T size = LocalSize(block);
+    SIZE_T size = sizeOfBlock(block);
     HGLOBAL copy = GlobalAlloc(GMEM_MOVEABLE, size);
     if (!copy) return nullptr;
     memcpy(GlobalLock(copy), block, size);

@@ -33,9 +33,30 @@ TEST(HeapTest, counts_the_blocks_that_live) {
     EXPECT_EQ(Emulator_CountHeapBlocks(), before);
 }
 
+static int damageReports;
+static LONG WINAPI countDamage(EXCEPTION_POINTERS* fault) {
+    constexpr DWORD heapIsDamaged = 0xC0000374;
+    if (fault->ExceptionRecord->ExceptionCode != heapIsDamaged) return EXCEPTION_CONTINUE_SEARCH;
+    ++damageReports;
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+TEST(HeapTest, tells_of_a_byte_that_was_written_beyond_a_block) {
+    PVOID handler = AddVectoredExceptionHandler(TRUE, countDamage);
+    for (int beyond : {0, 1}) {
+        damageReports = 0;
+        auto* bytes = static_cast<char*>(LocalAlloc(LMEM_FIXED, 5));
+        memset(bytes, 0, 5 + beyond);
+        LocalFree(bytes);
+        EXPECT_EQ(damageReports, beyond);
+    }
+    RemoveVectoredExceptionHandler(handler);
+}
+
 TEST(HeapTest, counts_no_block_that_could_not_be_had) {
     LONG before = Emulator_CountHeapBlocks();
-    EXPECT_EQ(LocalAlloc(LPTR, 0x7FFFFFF0), nullptr);
+    for (SIZE_T tooMuch : {SIZE_T(0x7FFFFFF0), SIZE_T(0xFFFFFFFF)})
+        EXPECT_EQ(LocalAlloc(LPTR, tooMuch), nullptr);
     EXPECT_EQ(Emulator_CountHeapBlocks(), before);
 }
 
