@@ -55,6 +55,11 @@ TEST_F(KeyboardTest, auto_repeats_of_modifiers_and_locks_are_dropped) {
     EXPECT_TRUE(vm.takeEvents().empty());
 }
 
+TEST_F(KeyboardTest, auto_repeats_of_other_keys_are_reported) {
+    send(WM_KEYDOWN, VK_LEFT, 1 << 30);
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 65535, 1013, 0)"});
+}
+
 TEST_F(KeyboardTest, a_letter_is_reported_with_its_character_and_untranslated_code) {
     press('A');
     EXPECT_EQ(vm.takeEvents(), Events{"key(1, 97, 65, 0)"});

@@ -904,10 +904,14 @@ TEST_F(AcceleratorTest, set_twice_is_one) {
 
 TEST_F(AcceleratorTest, the_11th_and_the_16th_grow_the_table) {
     int count = 0;
-    for (jint item : newItems(16)) {
+    std::vector<jint> items = newItems(16);
+    setAccelerator(items.front(), 'A');
+    long blocks = countHeapBlocks();
+    for (jint item : items) {
         setAccelerator(item, 'A' + count++);
         EXPECT_EQ(accelerators().count, count);
         EXPECT_EQ(accelerators().capacity, count <= 10 ? 10 : count <= 15 ? 15 : 20);
+        EXPECT_EQ(countHeapBlocks(), blocks) << "the smaller table is gone";
     }
     for (int i = 0; i < 16; ++i) EXPECT_EQ(accelerators().entries[i].key, 'A' + i);
 }

@@ -193,6 +193,16 @@ TEST_F(PointerTest, the_shell_recognises_the_gesture_when_java_asks_for_it) {
     send(WM_LBUTTONUP, 0, 12, 13);
 }
 
+TEST_F(PointerTest, a_tap_is_over_when_the_pointer_moves_to_another_control) {
+    jint other = call<jint(jint, jint)>("Composite_New", shell, 0);
+    for (jint moved : {control, other}) {
+        send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
+        SendMessageW(windowOf(moved), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(12, 13));
+        EXPECT_EQ(pointer().tap.control != nullptr, moved == control);
+        send(WM_LBUTTONUP, 0, 12, 13);
+    }
+}
+
 TEST_F(PointerTest, any_other_answer_of_java_recognises_no_gesture) {
     send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
     EXPECT_NE(pointer().tap.control, nullptr);
