@@ -26,70 +26,195 @@ static void filled(HDC dc, BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
     SelectObject(dc, pen);
 }
 
-// What Java's arc of 90 degrees is made of.
-static std::vector<POINT> arcPoints() {
+// What Java's arcs are made of: a point for each degree.
+static std::vector<POINT> arcPoints(const RECT& box, int start, int degrees) {
     std::vector<POINT> points;
-    for (int degrees = 0; degrees <= 90; ++degrees) {
-        double angle = degrees * 0.017453292519943295;
-        points.push_back({(2 * 10 + 100 + static_cast<int>(100 * __builtin_cos(angle))) >> 1,
-                          (2 * 10 + 80 - static_cast<int>(80 * __builtin_sin(angle))) >> 1});
+    LONG width = box.right - box.left, height = box.bottom - box.top;
+    for (int i = 0; i <= degrees; ++i) {
+        double angle = (start + i) * 0.017453292519943295;
+        points.push_back(
+            {(2 * box.left + width + static_cast<int>(width * __builtin_cos(angle))) >> 1,
+             (2 * box.top + height - static_cast<int>(height * __builtin_sin(angle))) >> 1});
     }
     return points;
+}
+
+static void draw(HDC dc, const std::vector<POINT>& points,
+                 BOOL(WINAPI* shape)(HDC, const POINT*, int)) {
+    shape(dc, points.data(), static_cast<int>(points.size()));
+}
+
+static void drawLine(HDC dc, int x1, int y1, int x2, int y2) {
+    MoveToEx(dc, x1, y1, nullptr);
+    LineTo(dc, x2, y2);
+    SetPixel(dc, x2, y2, GetTextColor(dc));
+}
+
+static constexpr int count = 300;
+
+static jintArray measureOutline(JNIEnv* env, GraphicsRecord* graphics, const char* name,
+                                BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
+    auto draw = boxNative(name);
+    return compare(
+        env, count, [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80); },
+        [&] { outlined(graphics->dc, shape); });
+}
+
+static jintArray measureArc(JNIEnv* env, GraphicsRecord* graphics, bool isFilled) {
+    auto draw = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
+        isFilled ? "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillArc"
+                 : "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawArc");
+    std::vector<POINT> points = arcPoints({10, 10, 110, 90}, 0, 90);
+    if (isFilled) {
+        points.insert(points.begin(), {60, 50});
+        points.push_back({60, 50});
+    }
+    return compare(
+        env, count,
+        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 0, 90); },
+        [&] {
+            if (!isFilled) return ::draw(graphics->dc, points, Polyline);
+            HGDIOBJ pen = SelectObject(graphics->dc, GetStockObject(NULL_PEN));
+            ::draw(graphics->dc, points, Polygon);
+            SelectObject(graphics->dc, pen);
+        });
+}
+
+// Four lines and four corners; or the system's own, filled.
+static jintArray measureRoundRectangle(JNIEnv* env, GraphicsRecord* graphics, bool isFilled) {
+    auto draw = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
+        isFilled ? "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillRoundRectangle"
+                 : "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawRoundRectangle");
+    HDC dc = graphics->dc;
+    const std::vector<POINT> corners[] = {
+        arcPoints({10, 10, 30, 30}, 90, 90), arcPoints({89, 10, 109, 30}, 0, 90),
+        arcPoints({89, 69, 109, 89}, -90, 90), arcPoints({10, 69, 30, 89}, 180, 90)};
+    return compare(
+        env, count,
+        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 20); },
+        [&] {
+            if (isFilled) {
+                HGDIOBJ pen = SelectObject(dc, GetStockObject(NULL_PEN));
+                RoundRect(dc, 10, 10, 110, 90, 20, 20);
+                SelectObject(dc, pen);
+                return;
+            }
+            drawLine(dc, 20, 10, 99, 10);
+            drawLine(dc, 20, 89, 99, 89);
+            drawLine(dc, 10, 20, 10, 79);
+            drawLine(dc, 109, 20, 109, 79);
+            for (const auto& corner : corners) ::draw(dc, corner, Polyline);
+        });
+}
+
+// Both ways take the points out of Java's array, as many as it has.
+static jintArray measurePoints(JNIEnv* env, GraphicsRecord* graphics, const char* name,
+                               BOOL(WINAPI* shape)(HDC, const POINT*, int), int without = -1) {
+    const jint star[] = {60, 10, 90, 90, 10, 40, 110, 40, 30, 90};
+    constexpr jint words = 10;
+    auto draw = nativeOf<jint, jintArray, jint>(name);
+    jintArray points = env->NewIntArray(words);
+    env->SetIntArrayRegion(points, 0, words, star);
+    return compare(
+        env, count, [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), points, words); },
+        [&] {
+            jint* elements = env->GetIntArrayElements(points, nullptr);
+            HGDIOBJ before =
+                without < 0 ? nullptr : SelectObject(graphics->dc, GetStockObject(without));
+            shape(graphics->dc, reinterpret_cast<const POINT*>(elements),
+                  std::min(words, env->GetArrayLength(points)) / 2);
+            if (before) SelectObject(graphics->dc, before);
+            env->ReleaseIntArrayElements(points, elements, 0);
+        });
+}
+
+// Both ways take the characters out of Java's string.
+static jintArray measureText(JNIEnv* env, GraphicsRecord* graphics) {
+    constexpr jint lettersOnly = 8;
+    static constexpr wchar_t text[] = L"Needs work at once";
+    auto draw = nativeOf<jint, jstring, jint, jint, jint>(
+        "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawString");
+    jstring string = env->NewString(reinterpret_cast<const jchar*>(text), wcslen(text));
+    return compare(
+        env, count,
+        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), string, 10, 10, lettersOnly); },
+        [&] {
+            RECT layout = {10, 10, 0x6FFFFFF, 0x6FFFFFF};
+            const jchar* characters = env->GetStringChars(string, nullptr);
+            int length = env->GetStringLength(string);
+            int mode = SetBkMode(graphics->dc, TRANSPARENT);
+            DrawTextW(graphics->dc, reinterpret_cast<const wchar_t*>(characters), length, &layout,
+                      DT_SINGLELINE | DT_NOPREFIX);
+            SetBkMode(graphics->dc, mode);
+            env->ReleaseStringChars(string, characters);
+        });
+}
+
+static jintArray measureCopy(JNIEnv* env, GraphicsRecord* graphics) {
+    auto copy = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
+        "Java_com_nuvik_wyx_dovr_OS_Graphics_1CopyArea");
+    HDC dc = graphics->dc;
+    return compare(
+        env, count,
+        [&] { copy(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 30); },
+        [&] { BitBlt(dc, 20, 30, 100, 80, dc, 10, 10, SRCCOPY); });
 }
 
 static jintArray measure(JNIEnv* env, GraphicsRecord* graphics, jint which) {
     jint handle = reinterpret_cast<jint>(graphics);
     HDC dc = graphics->dc;
-    constexpr int count = 300;
     switch (which) {
     case 0: {
         auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawLine");
         return compare(
             env, count, [&] { draw(env, nullptr, handle, 10, 10, 110, 90); },
-            [&] {
-                MoveToEx(dc, 10, 10, nullptr);
-                LineTo(dc, 110, 90);
-                SetPixel(dc, 110, 90, GetTextColor(dc));
-            });
+            [&] { drawLine(dc, 10, 10, 110, 90); });
     }
-    case 1: {
-        auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawRectangle");
-        return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
-            [&] { outlined(dc, Rectangle); });
-    }
-    case 2: {
-        auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawOval");
-        return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
-            [&] { outlined(dc, Ellipse); });
-    }
-    case 3: {
+    case 1:
+        return measureOutline(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawRectangle",
+                              Rectangle);
+    case 2:
+        return measureOutline(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawOval",
+                              Ellipse);
+    case 3:
+        return measureRoundRectangle(env, graphics, false);
+    case 4:
+        return measureArc(env, graphics, false);
+    case 5:
+        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawPolygon",
+                             Polygon, NULL_BRUSH);
+    case 6:
+        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawPolyline",
+                             Polyline);
+    case 7: {
         auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillRectangle");
         return compare(
             env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
             [&] { PatBlt(dc, 10, 10, 100, 80, PATCOPY); });
     }
-    case 4: {
+    case 8: {
         auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillOval");
         return compare(
             env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
             [&] { filled(dc, Ellipse); });
     }
-    default: {
-        auto draw = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
-            "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawArc");
-        std::vector<POINT> points = arcPoints();
-        return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80, 0, 90); },
-            [&] { Polyline(dc, points.data(), static_cast<int>(points.size())); });
-    }
+    case 9:
+        return measureRoundRectangle(env, graphics, true);
+    case 10:
+        return measureArc(env, graphics, true);
+    case 11:
+        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillPolygon",
+                             Polygon, NULL_PEN);
+    case 12:
+        return measureText(env, graphics);
+    default:
+        return measureCopy(env, graphics);
     }
 }
 
 extern "C" {
 
-// which: line, rectangle, oval, filled rectangle, filled oval, arc.
+// which: see Bench.
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_primitive(JNIEnv* env, jclass, jint graphics, jint which) {
     return measure(env, reinterpret_cast<GraphicsRecord*>(graphics), which);

@@ -48,7 +48,20 @@ public final class Bench {
     }
 
     private static final String[] PRIMITIVES = {
-        "line", "rectangle", "oval", "filled rectangle", "filled oval", "arc of 90 degrees"
+        "line",
+        "rectangle",
+        "oval",
+        "round rectangle",
+        "arc of 90 degrees",
+        "polygon",
+        "polyline",
+        "filled rectangle",
+        "filled oval",
+        "filled round rectangle",
+        "filled arc of 90 degrees",
+        "filled polygon",
+        "text",
+        "copy of an area"
     };
 
     private static void drawing(int display) {
