@@ -57,8 +57,7 @@ play() {
     wait_shown Inspection
     enter 'Mill Lane 5' Tab 'Site: Mill Lane 5'
     key ctrl+s && choose_file 'Save As' 'mill lane'
-    answer Tab space
-    wait_shown Inspection
+    answer Tab space && wait_said '^Not saved$'
     key ctrl+n && answer Tab space && wait_said '^New form$' 3
     wait_shown Inspection
     key ctrl+o && choose_file Open 'mill lane.txt'

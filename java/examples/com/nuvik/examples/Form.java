@@ -353,7 +353,10 @@ public final class Form {
         if (path == null) return false;
         if (path.indexOf('.', path.lastIndexOf('\\')) < 0) path += EXTENSION;
         boolean isOther = Report.exists(path) && !path.equalsIgnoreCase(keptPath);
-        if (isOther && askPerson("Replace the other form?", "Replace", "Go back") != 0) return false;
+        if (isOther && askPerson("Replace the other form?", "Replace", "Go back") != 0) {
+            tell("Not saved");
+            return false;
+        }
         try {
             report.save(path);
         } catch (IOException error) {
