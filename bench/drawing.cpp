@@ -2,6 +2,7 @@
 
 #include "compare.h"
 #include "graphics/blending.h"
+#include "graphics/gdi_guards.h"
 #include "graphics/graphics.h"
 #include <vector>
 
@@ -15,15 +16,13 @@ static auto nativeOf(const char* name) {
 static auto boxNative(const char* name) { return nativeOf<jint, jint, jint, jint, jint>(name); }
 
 static void outlined(HDC dc, BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
-    HGDIOBJ brush = SelectObject(dc, GetStockObject(NULL_BRUSH));
+    SelectedObject outlineOnly(dc, GetStockObject(NULL_BRUSH));
     shape(dc, 10, 10, 110, 90);
-    SelectObject(dc, brush);
 }
 
 static void filled(HDC dc, BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
-    HGDIOBJ pen = SelectObject(dc, GetStockObject(NULL_PEN));
+    SelectedObject fillOnly(dc, GetStockObject(NULL_PEN));
     shape(dc, 10, 10, 110, 90);
-    SelectObject(dc, pen);
 }
 
 // What Java's arcs are made of: a point for each degree.
@@ -39,8 +38,8 @@ static std::vector<POINT> arcPoints(const RECT& box, int start, int degrees) {
     return points;
 }
 
-static void draw(HDC dc, const std::vector<POINT>& points,
-                 BOOL(WINAPI* shape)(HDC, const POINT*, int)) {
+static void drawPoints(HDC dc, const std::vector<POINT>& points,
+                       BOOL(WINAPI* shape)(HDC, const POINT*, int)) {
     shape(dc, points.data(), static_cast<int>(points.size()));
 }
 
@@ -73,10 +72,9 @@ static jintArray measureArc(JNIEnv* env, GraphicsRecord* graphics, bool isFilled
         env, count,
         [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 0, 90); },
         [&] {
-            if (!isFilled) return ::draw(graphics->dc, points, Polyline);
-            HGDIOBJ pen = SelectObject(graphics->dc, GetStockObject(NULL_PEN));
-            ::draw(graphics->dc, points, Polygon);
-            SelectObject(graphics->dc, pen);
+            if (!isFilled) return drawPoints(graphics->dc, points, Polyline);
+            SelectedObject fillOnly(graphics->dc, GetStockObject(NULL_PEN));
+            drawPoints(graphics->dc, points, Polygon);
         });
 }
 
@@ -94,16 +92,15 @@ static jintArray measureRoundRectangle(JNIEnv* env, GraphicsRecord* graphics, bo
         [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 20); },
         [&] {
             if (isFilled) {
-                HGDIOBJ pen = SelectObject(dc, GetStockObject(NULL_PEN));
+                SelectedObject fillOnly(dc, GetStockObject(NULL_PEN));
                 RoundRect(dc, 10, 10, 110, 90, 20, 20);
-                SelectObject(dc, pen);
                 return;
             }
             drawLine(dc, 20, 10, 99, 10);
             drawLine(dc, 20, 89, 99, 89);
             drawLine(dc, 10, 20, 10, 79);
             drawLine(dc, 109, 20, 109, 79);
-            for (const auto& corner : corners) ::draw(dc, corner, Polyline);
+            for (const auto& corner : corners) drawPoints(dc, corner, Polyline);
         });
 }
 

@@ -59,8 +59,7 @@ static const Image* imageOf(HMODULE module) {
 }
 
 // A file with a name of its own beside another one.
-static std::string beside(const char* setting, const std::string& name) {
-    std::string path = setting;
+static std::string beside(const std::string& path, const std::string& name) {
     return path.substr(0, path.find_last_of("/\\") + 1) + name;
 }
 
@@ -70,8 +69,7 @@ static bool isFile(const std::string& path) {
 
 static std::string loadCompanion(const std::string& path, const std::string& name, Image* image) {
     std::string symbols = setting("ZEMVOLT_SYMBOLS");
-    if (!symbols.empty())
-        symbols = beside(symbols.c_str(), name.substr(0, name.rfind('.')) + ".symbols");
+    if (!symbols.empty()) symbols = beside(symbols, name.substr(0, name.rfind('.')) + ".symbols");
     if (std::string problem = image->load(path, symbols, &toolkit); !problem.empty())
         return problem;
     return start(*image);

@@ -97,11 +97,14 @@ final class Program {
         OS.Control_SetVisible(control, true);
     }
 
+    /** Dispatches one event, or waits for the next. */
+    void dispatch() {
+        if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
+    }
+
     /** Dispatches events until the main shell is closed. */
     void run() {
-        while (running) {
-            if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
-        }
+        while (running) dispatch();
     }
 
     /** Dispatches events until the main shell is closed, and does something at every tick. */
@@ -115,7 +118,7 @@ final class Program {
                 next = System.currentTimeMillis() + milliseconds;
                 tick.run();
             }
-            if (!OS.Display_ReadAndDispatch(display)) OS.Display_Sleep(display);
+            dispatch();
         }
         clock.interrupt();
         join(clock);

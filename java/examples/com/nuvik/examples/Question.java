@@ -9,7 +9,7 @@ final class Question {
     /** The person has closed the window. */
     static final int UNANSWERED = -1;
 
-    private static final int CLOSE_BOX_TITLE_MODAL = 0x1 | 0x20 | 0x40 | 0x800;
+    private static final int CLOSE_BOX_TITLE_MODAL_BORDER = 0x1 | 0x20 | 0x40 | 0x800;
     private static final int CENTERED = 2;
     private static final int PRESSED = 1;
     private static final int TAB = 1001;
@@ -31,7 +31,7 @@ final class Question {
     private Question(Program program, int owner, int font, String title) {
         this.program = program;
         this.font = font;
-        shell = OS.Shell_NewChild(owner, CLOSE_BOX_TITLE_MODAL);
+        shell = OS.Shell_NewChild(owner, CLOSE_BOX_TITLE_MODAL_BORDER);
         label = OS.Label_New(shell, CENTERED);
         com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, title);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
@@ -96,9 +96,7 @@ final class Question {
     private void run() {
         Program.place(shell, LEFT, TOP, WIDTH, HEIGHT);
         OS.Control_ForceFocus(buttons.get(0));
-        while (isOpen)
-            if (!com.nuvik.wyx.k4tr.OS.Display_ReadAndDispatch(program.display))
-                com.nuvik.wyx.k4tr.OS.Display_Sleep(program.display);
+        while (isOpen) program.dispatch();
         com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, false);
         for (int button : buttons) program.dispose(button);
         program.dispose(label);
