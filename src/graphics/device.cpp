@@ -1,4 +1,5 @@
 #include "graphics/device.h"
+#include "bridge/arithmetic.h"
 #include "graphics/gdi_guards.h"
 
 static constexpr jint deepestPalette = 8; // bits per pixel
@@ -52,8 +53,6 @@ ColorMasks Device_GetDirectPaletteMasks(DeviceRecord*, ErrorRecord* error) {
         return {};
     }
 }
-
-static jint lesser(jint a, jint b) { return a < b ? a : b; }
 
 void Device_GetIndexedPalette(DeviceRecord*, ByteArguments reds, ByteArguments greens,
                               ByteArguments blues, ErrorRecord* error) {

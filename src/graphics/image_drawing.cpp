@@ -1,6 +1,7 @@
 // Images on graphics contexts. The device's system knows neither transparency nor alpha: masks and
 // blending are done here.
 
+#include "bridge/arithmetic.h"
 #include "graphics/blending.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
@@ -105,9 +106,6 @@ static BOOL drawThroughMask(const Copy& copy) {
     transfer(result, whole, copy.source, copy.from, SRCINVERT);
     return transfer(copy.target, copy.to, result, whole, SRCCOPY);
 }
-
-static jint lesser(jint a, jint b) { return a < b ? a : b; }
-static jint greater(jint a, jint b) { return a > b ? a : b; }
 
 // Of the image, which may not reach as far as the area: what it lacks counts as transparent.
 static void blendOnto(BYTE* bits, const Section& image, const Area& from) {

@@ -1,13 +1,12 @@
 // Images made of Java's pixels.
 
+#include "bridge/arithmetic.h"
 #include "bridge/memory.h"
 #include "image/conversion.h"
 #include "image/image.h"
 
 static constexpr WORD highColor = 16, trueColor = 24, trueColorWithAlpha = 32; // bits per pixel
 static constexpr jint noAlpha = -1;
-
-static LONG lesser(LONG a, LONG b) { return a < b ? a : b; }
 
 ImageRecord* Image_NewFromSize(DeviceRecord*, jint width, jint height, jint color,
                                ErrorRecord* error) {

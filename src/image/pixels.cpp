@@ -1,5 +1,6 @@
 // Pixels and palettes of images, read and written.
 
+#include "bridge/arithmetic.h"
 #include "bridge/memory.h"
 #include "image/bitmap_guards.h"
 #include "image/conversion.h"
@@ -8,8 +9,6 @@
 static constexpr WORD highColor = 16, trueColor = 24, trueColorWithAlpha = 32; // bits per pixel
 static constexpr jint bytesOfTrueColor = 3;
 static constexpr ULONG opaque = 0xFF000000;
-
-static jint lesser(jint a, jint b) { return a < b ? a : b; }
 
 ColorMasks Image_GetDirectPaletteMasks(ImageRecord* image, ErrorRecord*) {
     switch (sectionOf(image).bitCount) {

@@ -1,0 +1,23 @@
+#pragma once
+// Sums of positions and sizes, which Java may give as any numbers: one that lies beyond the range
+// becomes its end. Any thread.
+
+#include <jni.h>
+
+constexpr jint greatestInt = 0x7FFFFFFF;
+constexpr jint leastInt = -greatestInt - 1;
+
+constexpr jint lesser(jint a, jint b) { return a < b ? a : b; }
+constexpr jint greater(jint a, jint b) { return a > b ? a : b; }
+
+constexpr jint saturatingAdd(jint a, jint b) {
+    jint sum = 0;
+    if (!__builtin_add_overflow(a, b, &sum)) return sum;
+    return b < 0 ? leastInt : greatestInt;
+}
+
+constexpr jint saturatingSubtract(jint a, jint b) {
+    jint difference = 0;
+    if (!__builtin_sub_overflow(a, b, &difference)) return difference;
+    return b < 0 ? greatestInt : leastInt;
+}
