@@ -102,7 +102,9 @@ class Check:
     def sections(self):
         image = self.image
         names = [section.name for section in image.sections]
-        wanted = [".text", ".rdata", ".data", ".idata", ".edata", ".pdata", ".reloc"]
+        wanted = [".text", ".rdata", ".data", ".idata", ".edata", ".pdata", ".rsrc", ".reloc"]
+        if not image.directories[pe.RESOURCE_TABLE][1]:
+            wanted.remove(".rsrc")
         self.expect(names == wanted, f"the sections are {names}, not {wanted}")
         free, place = 0, 0
         for section in image.sections:
@@ -144,6 +146,16 @@ class Check:
         for _, name, address in ours:
             self.expect(self.image.section_at(address).flags & CODE, f"export {name} is no code")
 
+    def resources(self, desk):
+        ours = list(self.image.resources())
+        if desk:
+            theirs = list(pe.Pe(desk).resources())
+            self.expect(ours == theirs, f"the resources are {ours}, the desk's are {theirs}")
+        table, size = self.image.directories[pe.RESOURCE_TABLE]
+        section = self.image.section_at(table) if size else None
+        self.expect(not section or section.name == ".rsrc" and table == section.address,
+                    "the table of resources is not where the system looks for it")
+
     def constructors(self):
         """Nothing would run them. The linker makes such sections only when there is something in
         them; the compiler names what they would call."""
@@ -166,7 +178,7 @@ class Check:
                 for address in range(start, end, 4)}
         self.expect(not code & fixups.keys(), "instructions are relocated")
         for section in image.sections:
-            if section.name in (".idata", ".edata", ".reloc"):  # these hold no absolute addresses
+            if section.name in (".idata", ".edata", ".rsrc", ".reloc"):  # these hold no absolute addresses
                 continue
             for address in range(section.address, section.address + section.size - 3, 4):
                 if address in fixups or address in code:
@@ -226,6 +238,7 @@ def main():
     check.sections()
     check.imports([definition.read(path) for path in arguments.imports])
     check.exports(definition.read(arguments.exports), arguments.desk)
+    check.resources(arguments.desk)
     check.constructors()
     check.relocations()
     check.exceptions()

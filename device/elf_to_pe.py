@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""elf_to_pe.py [--without-bx] IMAGE.elf EXPORTS.def OUTPUT.dll MAP IMPORTS.def...
+"""elf_to_pe.py [--without-bx] [--resources RESOURCES.res] IMAGE.elf EXPORTS.def OUTPUT.dll MAP IMPORTS.def...
 
 Turns a linked ELF image, whose relocations were kept (ld -q), into a Windows CE DLL for ARM, and
 writes the map of its functions. Stops on everything that it does not know. The same input gives the
@@ -14,6 +14,7 @@ import sys
 
 import definition
 import elf
+import resources
 
 IMAGE_BASE = 0x10000000
 FILE_ALIGNMENT, SECTION_ALIGNMENT = 0x200, 0x1000
@@ -27,7 +28,7 @@ FILE_FLAGS = 0x210E
 CODE, READABLE_DATA, WRITABLE_DATA = 0x60000020, 0x40000040, 0xC0000040
 DISCARDABLE = 0x02000000
 
-EXPORT_TABLE, IMPORT_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 0, 1, 3, 5
+EXPORT_TABLE, IMPORT_TABLE, RESOURCE_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 0, 1, 2, 3, 5
 DIRECTORY_COUNT = 16
 
 # Relocations that are distances within the image, and those that are addresses.
@@ -305,7 +306,7 @@ def write(image):
     return bytes(content)
 
 
-def convert(data, exports, imports, without_bx=False):
+def convert(data, exports, imports, without_bx=False, compiled_resources=None):
     """The DLL's bytes and the lines of its map: address, size and names of each function."""
     source = elf.Elf(data)
     source.code_ranges()  # stops at Thumb code
@@ -318,6 +319,9 @@ def convert(data, exports, imports, without_bx=False):
     image.add(".idata", IMPORT_TABLE, lambda address: build_imports(image, imports, address))
     image.add(".edata", EXPORT_TABLE, lambda address: build_exports(image, exports, address))
     image.add(".pdata", EXCEPTION_TABLE, lambda address: build_exceptions(image, address))
+    if compiled_resources:
+        found = resources.read(compiled_resources)
+        image.add(".rsrc", RESOURCE_TABLE, lambda address: resources.build(found, address))
     image.add(".reloc", RELOCATION_TABLE, lambda address: build_relocations(image, address),
               READABLE_DATA | DISCARDABLE)
     lines = [f"{start - IMAGE_BASE:08x} {size:6x} {' '.join(names)}\n"
@@ -328,17 +332,23 @@ def convert(data, exports, imports, without_bx=False):
 def main():
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--without-bx", action="store_true")
+    parser.add_argument("--resources")
     for name in ("image", "exports", "output", "map"):
         parser.add_argument(name)
     parser.add_argument("imports", nargs="+")
     arguments = parser.parse_args()
     with open(arguments.image, "rb") as file:
         data = file.read()
+    compiled_resources = None
+    if arguments.resources:
+        with open(arguments.resources, "rb") as file:
+            compiled_resources = file.read()
     try:
         dll, lines = convert(data, definition.read(arguments.exports),
                              [definition.read(path) for path in arguments.imports],
-                             arguments.without_bx)
-    except (ConversionError, elf.ElfError, definition.DefinitionError) as problem:
+                             arguments.without_bx, compiled_resources)
+    except (ConversionError, elf.ElfError, definition.DefinitionError,
+            resources.ResourceError) as problem:
         sys.exit(f"elf_to_pe: {arguments.image}: {problem}")
     with open(arguments.output, "wb") as file:
         file.write(dll)

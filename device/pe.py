@@ -2,7 +2,7 @@
 import struct
 from typing import NamedTuple
 
-EXPORT_TABLE, IMPORT_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 0, 1, 3, 5
+EXPORT_TABLE, IMPORT_TABLE, RESOURCE_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 0, 1, 2, 3, 5
 
 
 class PeError(Exception):
@@ -88,6 +88,27 @@ class Pe:
                 yield library, value & 0xFFFF if value >> 31 else self.text(value + 2), slot
                 lookup, slot = lookup + 4, slot + 4
             descriptor += 20
+
+    def resources(self):
+        """(type, name, language, content) of each resource. Those that are known by number only."""
+        root, size = self.directories[RESOURCE_TABLE]
+        if size:
+            yield from self._resources(root, root, ())
+
+    def _resources(self, root, directory, path):
+        named, numbered = struct.unpack("<HH", self.bytes_at(directory + 12, 4))
+        if named:
+            raise PeError("a resource has a name that is a text")
+        for entry in range(directory + 16, directory + 16 + 8 * numbered, 8):
+            number, place = struct.unpack("<II", self.bytes_at(entry, 8))
+            below = (*path, number)
+            if place >> 31:
+                yield from self._resources(root, root + (place & 0x7FFFFFFF), below)
+            elif len(below) != 3:
+                raise PeError("a resource does not lie in the third directory")
+            else:
+                address, size = struct.unpack("<II", self.bytes_at(root + place, 8))
+                yield (*below, self.bytes_at(address, size))
 
     def fixups(self):
         """(address, type) of each base relocation, the padding left out."""

@@ -147,6 +147,16 @@ class Flaws(CheckTest):
         self.build()
         self.tells("export buffer is no code")
 
+    def test_resources_unlike_the_desks(self):
+        resources = self.folder.compile_resources("100 RCDATA BEGIN 1, 2 END")
+        with_them = ["--resources", self.folder.path("sample.res")]
+        data = self.build(options=with_them)
+        self.passes()
+        self.tells("the resources are", bytes(data).replace(resources[-4:], b"\1\0\3\0"))
+        self.build()
+        self.folder.write("desk.dll", bytes(data))
+        self.tells("the resources are []")
+
     def test_static_constructors(self):
         source = """
             extern "C" unsigned __attribute__((noinline)) beep(unsigned a) {

@@ -12,6 +12,7 @@ import definition  # noqa: E402
 import elf  # noqa: E402
 import elf_to_pe  # noqa: E402
 import pe  # noqa: E402
+import resources  # noqa: E402
 
 
 class ConversionTest(unittest.TestCase):
@@ -142,6 +143,62 @@ class CarriesOver(ConversionTest):
         linked = elf.Elf(self.folder.read("image.elf"))
         start = linked.addresses["aaa"] - image.base
         self.assertIn((start, 12, 0), list(image.functions()))
+
+
+class Resources(ConversionTest):
+    SOURCE = """
+        100 RCDATA BEGIN 0, 1, 0xFFFE END
+        LANGUAGE 7, 1
+        7 RCDATA BEGIN "odd" END
+        LANGUAGE 9, 1
+        7 RCDATA BEGIN 5 END
+        2 300 BEGIN 0x1234 END
+    """
+
+    def converted(self, source):
+        return self.sample(compiled_resources=self.folder.compile_resources(source))[0]
+
+    def test_an_image_without_has_no_table(self):
+        image, _ = self.sample()
+        self.assertEqual(image.directories[pe.RESOURCE_TABLE], (0, 0))
+        self.assertEqual(list(image.resources()), [])
+
+    def test_they_are_found_by_type_number_and_language(self):
+        image = self.converted(self.SOURCE)
+        self.assertEqual(list(image.resources()),
+                         [(10, 7, 0x407, b"odd"), (10, 7, 0x409, b"\5\0"),
+                          (10, 100, 0x409, b"\0\0\1\0\xfe\xff"),
+                          (300, 2, 0x409, b"\x34\x12")])
+
+    def test_they_lie_on_words_in_a_section_of_their_own(self):
+        image = self.converted(self.SOURCE)
+        table, size = image.directories[pe.RESOURCE_TABLE]
+        section = image.section_at(table)
+        self.assertEqual((section.name, section.address, section.size), (".rsrc", table, size))
+        self.assertIn(b"odd\0\5\0\0\0", image.bytes_at(table, size))
+
+    def refuses_resources(self, data, words):
+        with self.assertRaises(resources.ResourceError) as caught:
+            self.sample(compiled_resources=data)
+        self.assertIn(words, str(caught.exception))
+
+    def test_names_that_are_texts_are_refused(self):
+        data = self.folder.compile_resources("icons RCDATA BEGIN 1 END")
+        self.refuses_resources(data, "no compiled resources")
+        number = bytearray(self.folder.compile_resources("100 RCDATA BEGIN 1 END"))
+        number[32 + 12:32 + 16] = "a\0".encode("utf-16-le")
+        self.refuses_resources(bytes(number), "a name that is a text")
+
+    def test_a_resource_that_is_there_twice_is_refused(self):
+        data = self.folder.compile_resources("100 RCDATA BEGIN 1 END")
+        self.refuses_resources(data + data[32:], "twice")
+
+    def test_other_files_are_refused(self):
+        data = self.folder.compile_resources("100 RCDATA BEGIN 1, 2 END")
+        self.refuses_resources(b"MZ" + bytes(62), "no compiled resources")
+        self.refuses_resources(data[:-1], "no compiled resources")
+        self.refuses_resources(data[32:], "no compiled resources")
+        self.refuses_resources(data[:32], "no compiled resources")
 
 
 class WithoutExchange(ConversionTest):

@@ -12,6 +12,7 @@ sys.path.insert(0, DEVICE)
 import definition  # noqa: E402
 
 COMPILER, LINKER = "clang++-14", "ld.lld-14"
+RESOURCE_COMPILER = "i686-w64-mingw32-windres"
 FLAGS = ["--target=armv4t-none-eabi", "-marm", "-mfloat-abi=soft", "-mabi=apcs-gnu", "-O2",
          "-fno-exceptions", "-fno-rtti", "-fomit-frame-pointer", "-ffunction-sections",
          "-fno-unwind-tables", "-Wno-unused-command-line-argument"]
@@ -99,6 +100,13 @@ class Folder:
 
     def definitions(self):
         return [definition.read(self.system), definition.read(self.shell)]
+
+    def compile_resources(self, source):
+        """The bytes of the compiled resources."""
+        self.write("sample.rc", source)
+        subprocess.run([RESOURCE_COMPILER, "-O", "res", self.path("sample.rc"),
+                        self.path("sample.res")], check=True)
+        return self.read("sample.res")
 
     def compile(self, source, language="assembler", flags=()):
         name = "source.s" if language == "assembler" else "source.cpp"
