@@ -3,13 +3,13 @@
 
 extern "C" void _Control_SetBackground(ControlRecord* control, ColorRecord* color,
                                        ErrorRecord* error) {
-    control->background = color;
+    Color_Wear(&control->background, color);
     Control_Redraw(control, error);
 }
 
 extern "C" void _Control_SetForeground(ControlRecord* control, ColorRecord* color,
                                        ErrorRecord* error) {
-    control->foreground = color;
+    Color_Wear(&control->foreground, color);
     Control_Redraw(control, error);
 }
 
@@ -48,17 +48,21 @@ void Control_SetForeground(ControlRecord* control, ColorRecord* color, ErrorReco
 }
 
 jint Control_GetBackgroundRGB(ControlRecord* control, ErrorRecord*) {
-    if (control->background) return swapRedAndBlue(control->background->color);
-    return swapRedAndBlue(SendMessageW(control->hwnd, controlGetBackground, 0, 0));
+    COLORREF color;
+    if (!Color_Read(&control->background, &color))
+        color = SendMessageW(control->hwnd, controlGetBackground, 0, 0);
+    return swapRedAndBlue(color);
 }
 
 jint Control_GetForegroundRGB(ControlRecord* control, ErrorRecord*) {
-    if (control->foreground) return swapRedAndBlue(control->foreground->color);
-    return swapRedAndBlue(SendMessageW(control->hwnd, controlGetForeground, 0, 0));
+    COLORREF color;
+    if (!Color_Read(&control->foreground, &color))
+        color = SendMessageW(control->hwnd, controlGetForeground, 0, 0);
+    return swapRedAndBlue(color);
 }
 
 bool Control_InheritsBackground(ControlRecord* control, ErrorRecord*) {
-    return control->inheritsBackground;
+    return static_cast<BYTE>(control->inheritsBackground);
 }
 
 void Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord* error) {

@@ -101,6 +101,8 @@ extern "C" int _Dispose_Control(WidgetRecord* widget, ErrorRecord*) {
     // A window that stays must not lead to a record that goes.
     if (!destroyed && controlOf(control->hwnd) == control)
         SetWindowLongW(control->hwnd, GWL_USERDATA, 0);
+    Color_Wear(&control->background, nullptr);
+    Color_Wear(&control->foreground, nullptr);
     return destroyed;
 }
 

@@ -1,4 +1,5 @@
 #include "graphics/color.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 
 static bool isComponent(jint value) { return value >= 0 && value <= 255; }
@@ -14,12 +15,37 @@ ColorRecord* Color_New(DeviceRecord*, jint red, jint green, jint blue, ErrorReco
         return nullptr;
     }
     color->color = RGB(red, green, blue);
+    color->owners = 1;
     return color;
 }
 
-void Color_Dispose(ColorRecord* color, ErrorRecord*) {
+static bool isLeftByLast(ColorRecord* color) {
+    LeafLock lock;
+    return --color->owners == 0;
+}
+
+static void leave(ColorRecord* color) {
+    if (!color || !isLeftByLast(color)) return;
     if (color->brush) DeleteObject(color->brush);
     freeBlock(color);
+}
+
+static ColorRecord* exchange(ColorRecord** field, ColorRecord* color) {
+    LeafLock lock;
+    if (color) ++color->owners;
+    ColorRecord* previous = *field;
+    *field = color;
+    return previous;
+}
+
+void Color_Wear(ColorRecord** field, ColorRecord* color) { leave(exchange(field, color)); }
+
+void Color_Dispose(ColorRecord* color, ErrorRecord*) { leave(color); }
+
+bool Color_Read(ColorRecord* const* field, COLORREF* color) {
+    LeafLock lock;
+    if (*field) *color = (*field)->color;
+    return *field != nullptr;
 }
 
 jint Color_GetRed(ColorRecord* color, ErrorRecord*) { return GetRValue(color->color); }
@@ -29,6 +55,7 @@ jint Color_GetGreen(ColorRecord* color, ErrorRecord*) { return GetGValue(color->
 jint Color_GetBlue(ColorRecord* color, ErrorRecord*) { return GetBValue(color->color); }
 
 HBRUSH Color_GetBrush(ColorRecord* color) {
+    LeafLock lock;
     if (!color->brush) color->brush = CreateSolidBrush(color->color);
     return color->brush;
 }

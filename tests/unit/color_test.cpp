@@ -58,6 +58,33 @@ TEST_F(ColorTest, takes_its_brush_along) {
     disposeColor(color);
 }
 
+// Java may dispose of a colour before the control that shows it.
+TEST_F(ColorTest, lives_as_long_as_a_control_wears_it) {
+    jint shell = newShell();
+    jint colors[] = {newColor(10, 20, 30), newColor(40, 50, 60)};
+    call<void(jint, jint)>("Control_SetBackground", shell, colors[0]);
+    call<void(jint, jint)>("Control_SetForeground", shell, colors[1]);
+    for (jint color : colors) disposeColor(color);
+    dispatchAll();
+    EXPECT_EQ(pixelOf(shell, 5, 5), 0x1E140Au);
+    EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", shell), 0x0A141E);
+    EXPECT_EQ(call<jint(jint)>("Control_GetForegroundRGB", shell), 0x28323C);
+}
+
+TEST_F(ColorTest, goes_with_the_last_control_that_wears_it) {
+    NoLeaks noLeaks;
+    jint shell = newShell();
+    jint button = newButton(shell);
+    jint color = newColor(10, 20, 30);
+    call<void(jint, jint)>("Control_SetBackground", shell, color);
+    call<void(jint, jint)>("Control_SetBackground", button, color);
+    disposeColor(color);
+    dispatchAll();
+    call<void(jint, jint)>("Control_SetBackground", shell, 0);
+    dispose(button);
+    dispose(shell);
+}
+
 TEST_F(ColorTest, system_colours_have_numbers_of_their_own) {
     const int indices[] = {1, 2,  9,  10, 3,  19, 11, 5,  6,  8,  4, 7,  5,
                            8, 13, 14, 17, 15, 8,  22, 20, 16, 21, 0, 24, 23};

@@ -1,0 +1,18 @@
+#pragma once
+// The lock of what several threads reach: lists of shells and menus, accelerators, command ids,
+// who uses a colour or a display. There is one for the process, and it is a leaf: while it is held
+// no message is sent, nothing of Java's runs and no other lock is taken. What is found under it may
+// be gone as soon as it is left. Any thread.
+
+#include "ce.h"
+
+class LeafLock {
+  public:
+    LeafLock();
+    ~LeafLock();
+    LeafLock(const LeafLock&) = delete;
+    LeafLock& operator=(const LeafLock&) = delete;
+
+    // Once, while the process loads the library.
+    static void Initialize();
+};
