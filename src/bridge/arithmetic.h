@@ -1,6 +1,6 @@
 #pragma once
-// Sums of positions and sizes, which Java may give as any numbers: one that lies beyond the range
-// becomes its end. Any thread.
+// Arithmetic on positions and sizes, which Java may give as any numbers: a result that lies beyond
+// the range becomes its end. Any thread.
 
 #include <jni.h>
 
@@ -20,4 +20,12 @@ constexpr jint saturatingSubtract(jint a, jint b) {
     jint difference = 0;
     if (!__builtin_sub_overflow(a, b, &difference)) return difference;
     return b < 0 ? greatestInt : leastInt;
+}
+
+constexpr jint saturatingNegate(jint a) { return saturatingSubtract(0, a); }
+
+constexpr jint saturatingMultiply(jint a, jint b) {
+    jint product = 0;
+    if (!__builtin_mul_overflow(a, b, &product)) return product;
+    return (a < 0) == (b < 0) ? greatestInt : leastInt;
 }

@@ -1,6 +1,7 @@
 // Arcs, pies and round rectangles, which the device's system does not draw: they are computed as
 // lists of points, one for every degree.
 
+#include "bridge/arithmetic.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
 #include <math.h>
@@ -49,8 +50,8 @@ static Direction directionOf(jint degrees) {
 
 static void normalize(jint* position, jint* size) {
     if (*size >= 0) return;
-    *position += *size;
-    *size = -*size;
+    *position = saturatingAdd(*position, *size);
+    *size = saturatingNegate(*size);
 }
 
 static ArcBox normalized(jint x, jint y, jint width, jint height) {
@@ -59,22 +60,28 @@ static ArcBox normalized(jint x, jint y, jint width, jint height) {
     return {x, y, width, height};
 }
 
+// Half of twice the start, a length and an offset, which alone fits into the range.
+static jint halved(jint start, jint length, jint offset) {
+    long long twice = 2LL * start + length + offset;
+    return twice >> 1 > greatestInt ? greatestInt : static_cast<jint>(twice >> 1);
+}
+
 // The centre and the radius keep twice the resolution until the end.
 static POINT pointAt(const ArcBox& box, jint degrees) {
     Direction direction = directionOf(degrees);
-    return {(2 * box.x + box.width + static_cast<jint>(box.width * direction.cosine)) >> 1,
-            (2 * box.y + box.height - static_cast<jint>(box.height * direction.sine)) >> 1};
+    return {halved(box.x, box.width, static_cast<jint>(box.width * direction.cosine)),
+            halved(box.y, box.height, -static_cast<jint>(box.height * direction.sine))};
 }
 
 static void fillPoints(POINT* points, const ArcBox& box, jint start, jint count) {
     learnDirections();
-    for (jint i = 0; i <= count; ++i) points[i] = pointAt(box, start + i);
+    for (jint i = 0; i <= count; ++i) points[i] = pointAt(box, saturatingAdd(start, i));
 }
 
 static void turnForward(jint* start, jint* arc) {
     if (*arc >= 0) return;
-    *start += *arc;
-    *arc = -*arc;
+    *start = saturatingAdd(*start, *arc);
+    *arc = saturatingNegate(*arc);
 }
 
 void Graphics_DrawArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
@@ -97,7 +104,7 @@ static void fillPie(HDC dc, const ArcBox& box, jint start, jint arc) {
     POINT points[mostPoints];
     fillPoints(isPie ? points + 1 : points, box, start, count);
     if (isPie) {
-        POINT center = {(2 * box.x + box.width) >> 1, (2 * box.y + box.height) >> 1};
+        POINT center = {halved(box.x, box.width, 0), halved(box.y, box.height, 0)};
         points[0] = center;
         points[total - 1] = center;
     }
@@ -119,18 +126,22 @@ void Graphics_FillArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint
 }
 
 static jint limited(jint size, jint limit) {
-    if (size < 0) size = -size;
-    return size < limit ? size : limit;
+    return lesser(size < 0 ? saturatingNegate(size) : size, limit);
 }
 
+// An arc that fails is the last one, so that there is one report.
 static void drawCorners(GraphicsRecord* graphics, jint x, jint y, jint right, jint bottom,
                         jint width, jint height, ErrorRecord* error) {
-    jint farX = x + right - width;
-    jint farY = y + bottom - height;
-    Graphics_DrawArc(graphics, x, y, width, height, 90, 90, error);
-    Graphics_DrawArc(graphics, farX, y, width, height, 0, 90, error);
-    Graphics_DrawArc(graphics, farX, farY, width, height, 0, -90, error);
-    Graphics_DrawArc(graphics, x, farY, width, height, 180, 90, error);
+    jint farX = saturatingSubtract(right, width);
+    jint farY = saturatingSubtract(bottom, height);
+    const struct {
+        jint x, y, start, arc;
+    } corners[] = {{x, y, 90, 90}, {farX, y, 0, 90}, {farX, farY, 0, -90}, {x, farY, 180, 90}};
+    for (const auto& corner : corners) {
+        Graphics_DrawArc(graphics, corner.x, corner.y, width, height, corner.start, corner.arc,
+                         error);
+        if (WYX_GetError(error) != errorNone) return;
+    }
 }
 
 void Graphics_DrawRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
@@ -142,23 +153,25 @@ void Graphics_DrawRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint 
         return;
     }
     // The far edges come from the sizes as they were given, negative ones too; that is meant.
-    jint right = width - 1;
-    jint bottom = height - 1;
+    jint lastColumn = saturatingSubtract(width, 1);
+    jint lastRow = saturatingSubtract(height, 1);
     normalize(&x, &width);
     normalize(&y, &height);
+    jint right = saturatingAdd(x, lastColumn);
+    jint bottom = saturatingAdd(y, lastRow);
     arcWidth = limited(arcWidth, width);
     arcHeight = limited(arcHeight, height);
     if (arcWidth < width) {
-        jint from = x + arcWidth / 2;
-        jint to = x + right - arcWidth / 2;
+        jint from = saturatingAdd(x, arcWidth / 2);
+        jint to = saturatingSubtract(right, arcWidth / 2);
         Graphics_DrawLine(graphics, from, y, to, y, error);
-        Graphics_DrawLine(graphics, from, y + bottom, to, y + bottom, error);
+        Graphics_DrawLine(graphics, from, bottom, to, bottom, error);
     }
     if (arcHeight < height) {
-        jint from = y + arcHeight / 2;
-        jint to = y + bottom - arcHeight / 2;
+        jint from = saturatingAdd(y, arcHeight / 2);
+        jint to = saturatingSubtract(bottom, arcHeight / 2);
         Graphics_DrawLine(graphics, x, from, x, to, error);
-        Graphics_DrawLine(graphics, x + right, from, x + right, to, error);
+        Graphics_DrawLine(graphics, right, from, right, to, error);
     }
     drawCorners(graphics, x, y, right, bottom, arcWidth, arcHeight, error);
 }

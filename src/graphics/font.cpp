@@ -1,4 +1,5 @@
 #include "graphics/font.h"
+#include "bridge/arithmetic.h"
 #include "bridge/memory.h"
 #include "graphics/gdi_guards.h"
 
@@ -7,7 +8,8 @@ static constexpr jint pointsPerInch = 72;
 extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style) {
     WindowContext screen(nullptr);
     // Positive on purpose: the size is the height of the cell, internal leading included.
-    font->lfHeight = GetDeviceCaps(screen, LOGPIXELSY) * points / pointsPerInch;
+    jint dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
+    font->lfHeight = saturatingMultiply(dotsPerInch, points) / pointsPerInch;
     font->lfWeight = style & fontBold ? FW_BOLD : FW_NORMAL;
     font->lfItalic = (style & fontItalic) != 0;
     font->lfUnderline = (style & fontUnderline) != 0;
@@ -102,7 +104,9 @@ jint Font_GetSizeInPoints(FontRecord* font, ErrorRecord* error) {
         Win32Error_SetError(error, GetLastError(), L"Unable to get screen dc");
         return 0;
     }
-    return font->metrics.tmHeight * pointsPerInch / GetDeviceCaps(screen, LOGPIXELSY);
+    jint dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
+    if (dotsPerInch == 0) return 0;
+    return saturatingMultiply(font->metrics.tmHeight, pointsPerInch) / dotsPerInch;
 }
 
 static BOOL measure(HDC context, const wchar_t* text, int length, SIZE* size) {

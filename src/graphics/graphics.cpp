@@ -1,4 +1,5 @@
 #include "graphics/graphics.h"
+#include "bridge/arithmetic.h"
 #include "bridge/memory.h"
 #include "control/control.h"
 
@@ -198,7 +199,7 @@ static void setClip(GraphicsRecord* graphics, const RECT& area, ErrorRecord* err
 
 void Graphics_SetClipping(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
                           ErrorRecord* error) {
-    RECT asked = {x, y, x + width, y + height};
+    RECT asked = {x, y, saturatingAdd(x, width), saturatingAdd(y, height)};
     RECT area;
     IntersectRect(&area, &asked, &graphics->bounds);
     setClip(graphics, area, error);

@@ -1,5 +1,6 @@
 // Lines, rectangles, ovals and polygons.
 
+#include "bridge/arithmetic.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
 
@@ -11,7 +12,7 @@ bool Graphics_MeetsClip(HDC dc, jint x, jint y, jint width, jint height, ErrorRe
         Win32Error_SetError(error, GetLastError(), L"Error getting clipping area");
         return false;
     }
-    RECT shape = {x, y, x + width, y + height};
+    RECT shape = {x, y, saturatingAdd(x, width), saturatingAdd(y, height)};
     RECT common;
     return IntersectRect(&common, &shape, &clip);
 }
@@ -30,14 +31,14 @@ void Graphics_DrawRectangle(GraphicsRecord* graphics, jint x, jint y, jint width
                             ErrorRecord*) {
     Drawing drawing(graphics);
     SelectedObject outlineOnly(drawing, GetStockObject(NULL_BRUSH));
-    Rectangle(drawing, x, y, x + width, y + height);
+    Rectangle(drawing, x, y, saturatingAdd(x, width), saturatingAdd(y, height));
 }
 
 void Graphics_DrawOval(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
                        ErrorRecord*) {
     Drawing drawing(graphics);
     SelectedObject outlineOnly(drawing, GetStockObject(NULL_BRUSH));
-    Ellipse(drawing, x, y, x + width, y + height);
+    Ellipse(drawing, x, y, saturatingAdd(x, width), saturatingAdd(y, height));
 }
 
 static const POINT* pointsOf(const IntArguments& points) {
@@ -46,7 +47,7 @@ static const POINT* pointsOf(const IntArguments& points) {
 
 // Never more points than the array has.
 static int countOf(const IntArguments& points, jint count) {
-    return (count < points.count ? count : points.count) / 2;
+    return greater(lesser(count, points.count), 0) / 2;
 }
 
 void Graphics_DrawPolygon(GraphicsRecord* graphics, IntArguments points, jint count, ErrorRecord*) {
@@ -80,21 +81,22 @@ void Graphics_FillRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint 
                                  jint arcWidth, jint arcHeight, ErrorRecord*) {
     Drawing drawing(graphics);
     SelectedObject fillOnly(drawing, GetStockObject(NULL_PEN));
-    RoundRect(drawing, x, y, x + width, y + height, arcWidth, arcHeight);
+    RoundRect(drawing, x, y, saturatingAdd(x, width), saturatingAdd(y, height), arcWidth,
+              arcHeight);
 }
 
 void Graphics_FillOval(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
                        ErrorRecord*) {
     Drawing drawing(graphics);
     SelectedObject fillOnly(drawing, GetStockObject(NULL_PEN));
-    Ellipse(drawing, x, y, x + width, y + height);
+    Ellipse(drawing, x, y, saturatingAdd(x, width), saturatingAdd(y, height));
 }
 
 void Graphics_FillBackground(GraphicsRecord* graphics, ColorRecord* color, jint x, jint y,
                              jint width, jint height, ErrorRecord*) {
     Drawing drawing(graphics);
     SelectedObject brush(drawing, Color_GetBrush(color));
-    PatBlt(drawing, x, y, width, height, PATCOPY);
+    if (brush) PatBlt(drawing, x, y, width, height, PATCOPY);
 }
 
 void Graphics_CopyArea(GraphicsRecord* graphics, jint sourceX, jint sourceY, jint width,

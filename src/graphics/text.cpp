@@ -1,5 +1,6 @@
 // Text on graphics contexts.
 
+#include "bridge/arithmetic.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
 #include "image/bitmap_guards.h"
@@ -17,6 +18,7 @@ static UINT formatOf(jint flags) {
 
 // Only the first character is drawn in this mode; that is meant.
 static void invertWithBackground(HDC dc, const wchar_t* text, RECT layout, UINT format) {
+    if (!*text) return;
     COLORREF color = GetTextColor(dc);
     SetTextColor(dc, GetBkColor(dc) ^ color);
     DrawTextW(dc, text, 1, &layout, format);
@@ -27,11 +29,10 @@ static void invertWithBackground(HDC dc, const wchar_t* text, RECT layout, UINT 
 static void invertLetters(HDC dc, const wchar_t* text, RECT layout, UINT format) {
     RECT place = layout;
     DrawTextW(dc, text, -1, &place, format | DT_CALCRECT);
-    LONG width = place.right - place.left;
-    LONG height = place.bottom - place.top;
+    LONG width = saturatingSubtract(place.right, place.left);
+    LONG height = saturatingSubtract(place.bottom, place.top);
     HBITMAP bitmap = CreateCompatibleBitmap(dc, width, height);
-    {
-        BitmapContext letters(dc, bitmap);
+    if (BitmapContext letters(dc, bitmap); letters) {
         PatBlt(letters, 0, 0, width, height, BLACKNESS);
         SetBkMode(letters, TRANSPARENT);
         SetTextColor(letters, GetTextColor(dc));

@@ -5,18 +5,20 @@
 #include "image/image.h"
 
 // A memory device context like the given one (null: like the screen) with the bitmap selected.
-// Null when it cannot be made; then nothing is selected.
+// Null when there is no bitmap, or the context cannot be made: nothing is drawn into the bitmap
+// that the system gives to contexts without one. The last error is that of the call that failed.
 class BitmapContext {
   public:
     BitmapContext(HDC like, HBITMAP bitmap)
-        : context(CreateCompatibleDC(like)), previous(SelectObject(context, bitmap)) {}
+        : context(bitmap ? CreateCompatibleDC(like) : nullptr),
+          previous(context ? SelectObject(context, bitmap) : nullptr) {}
     ~BitmapContext() {
         if (previous) SelectObject(context, previous);
         if (context) DeleteDC(context);
     }
     BitmapContext(const BitmapContext&) = delete;
     BitmapContext& operator=(const BitmapContext&) = delete;
-    operator HDC() const { return context; }
+    operator HDC() const { return previous ? context : nullptr; }
 
   private:
     HDC context;

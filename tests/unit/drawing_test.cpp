@@ -1,11 +1,9 @@
 // What the primitives draw: the calls of the system with their points, and the pixels.
 
-#include "device.h"
+#include "drawing_fixture.h"
 #include "faults.h"
-#include "graphics/graphics.h"
 #include "leaks.h"
 #include <cmath>
-#include <thread>
 
 // The points of the last Polyline or Polygon.
 static std::vector<POINT> points;
@@ -17,89 +15,6 @@ static BOOL WINAPI recordPolygon(HDC dc, const POINT* list, int count) {
     points.assign(list, list + count);
     return Polygon(dc, list, count);
 }
-
-class DrawingTest : public DeviceTest {
-  protected:
-    DrawingTest() {
-        image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 40, 30, 0xFFFFFF);
-        graphics = call<jint(jint)>("Image_NewGraphics", image);
-        red = newColor(255, 0, 0);
-        green = newColor(0, 255, 0);
-        setForeground(red);
-        setBackground(green);
-    }
-    ~DrawingTest() override {
-        call<void(jint)>("Graphics_Dispose", graphics);
-        call<void(jint)>("Image_Dispose", image);
-        call<void(jint)>("Color_Dispose", red);
-        call<void(jint)>("Color_Dispose", green);
-    }
-    jint newColor(jint r, jint g, jint b) {
-        return call<jint(jint, jint, jint, jint)>("Color_New", display, r, g, b);
-    }
-    void setForeground(jint color) {
-        call<void(jint, jint)>("Graphics_SetForeground", graphics, color);
-    }
-    void setBackground(jint color) {
-        call<void(jint, jint)>("Graphics_SetBackground", graphics, color);
-    }
-    void setXOR(bool on) { call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, on); }
-    void clip(jint x, jint y, jint width, jint height) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_SetClipping", graphics, x, y, width,
-                                                 height);
-    }
-    template <class... Numbers>
-    void draw(const char* shape, Numbers... numbers) {
-        call<void(jint, Numbers...)>(std::string("Graphics_") + shape, graphics, numbers...);
-    }
-    ImageRecord* record() { return reinterpret_cast<ImageRecord*>(image); }
-    // 0xRRGGBB
-    DWORD at(int x, int y) {
-        BITMAP bitmap = {};
-        GetObjectW(record()->bitmap, sizeof(bitmap), &bitmap);
-        const BYTE* pixel = static_cast<BYTE*>(bitmap.bmBits) + y * bitmap.bmWidthBytes +
-                            x * bitmap.bmBitsPixel / 8;
-        return pixel[2] << 16 | pixel[1] << 8 | pixel[0];
-    }
-    // The image as rows of characters: '.' white, 'r' red, 'g' green, '?' any other.
-    std::vector<std::string> picture(int width, int height) {
-        std::vector<std::string> rows(height, std::string(width, '?'));
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x) {
-                DWORD color = at(x, y);
-                rows[y][x] = color == white        ? '.'
-                             : color == redPixel   ? 'r'
-                             : color == greenPixel ? 'g'
-                                                   : '?';
-            }
-        return rows;
-    }
-    int count(DWORD color) {
-        int found = 0;
-        for (int y = 0; y < 30; ++y)
-            for (int x = 0; x < 40; ++x) found += at(x, y) == color;
-        return found;
-    }
-    // Whether another thread can take the image's lock.
-    bool isUnlocked() {
-        BOOL taken = FALSE;
-        std::thread other([&] {
-            taken = TryEnterCriticalSection(&record()->lock);
-            if (taken) LeaveCriticalSection(&record()->lock);
-        });
-        other.join();
-        return taken;
-    }
-    void expectReport(const char* function, const std::u16string& message) {
-        TestVm::Report report = onlyReport();
-        EXPECT_EQ(report.function, function);
-        EXPECT_EQ(report.code, -3);
-        EXPECT_EQ(report.message.substr(0, message.size()), message);
-    }
-    using Picture = std::vector<std::string>;
-    static constexpr DWORD white = 0xFFFFFF, redPixel = 0xFF0000, greenPixel = 0x00FF00;
-    jint image, graphics, red, green;
-};
 
 TEST_F(DrawingTest, a_line_has_both_its_ends) {
     draw("DrawLine", 1, 1, 4, 1);

@@ -281,3 +281,25 @@ TEST_F(FontTest, is_set_and_taken_back_from_a_control) {
     EXPECT_EQ(fontOf(button), GetStockObject(SYSTEM_FONT));
     disposeFont(font);
 }
+
+static int WINAPI answerNoDots(HDC, int) { return 0; }
+
+TEST_F(FontTest, has_no_size_where_the_screen_tells_no_resolution) {
+    jint font = newLogical(2);
+    Faults faults;
+    faults.replace("GetDeviceCaps", reinterpret_cast<void*>(answerNoDots));
+    EXPECT_EQ(get("SizeInPoints", font), 0);
+    EXPECT_TRUE(vm.reports.empty());
+    disposeFont(font);
+}
+
+TEST_F(FontTest, sizes_beyond_any_font_end_at_the_range) {
+    Faults faults;
+    faults.replace("CreateFontIndirectW", reinterpret_cast<void*>(recordDescription));
+    for (jint points : {0x7FFFFFFF, -0x7FFFFFFF, 0x40000000}) {
+        jint font = newLogical(2, points);
+        EXPECT_EQ(asked.lfHeight > 0, points > 0) << points;
+        vm.reports.clear();
+        if (font) disposeFont(font);
+    }
+}
