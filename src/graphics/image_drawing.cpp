@@ -91,28 +91,43 @@ static void mark(HDC mask, const Copy& copy) {
         markByIndex(mask, copy);
 }
 
-static BOOL drawThroughMask(const Copy& copy) {
+static bool isEmpty(const Area& area) { return area.width <= 0 || area.height <= 0; }
+
+// The system's code of the call that just failed, read before anything is cleaned up.
+static bool failed(DWORD* code) {
+    *code = GetLastError();
+    return false;
+}
+
+static bool drawThroughMask(const Copy& copy, DWORD* code) {
+    if (isEmpty(copy.from) || isEmpty(copy.to)) return true;
     ScratchContext mask(copy.target,
                         CreateBitmap(copy.from.width, copy.from.height, 1, 1, nullptr));
+    if (!mask) return failed(code);
     mark(mask, copy);
-    if (GetDeviceCaps(copy.target, TECHNOLOGY) == DT_RASPRINTER) return FALSE;
+    if (GetDeviceCaps(copy.target, TECHNOLOGY) == DT_RASPRINTER) {
+        *code = ERROR_NOT_SUPPORTED;
+        return false;
+    }
     Area whole = atOrigin(copy.to);
     Area masked = atOrigin(copy.from);
     ScratchContext result(copy.target,
                           CreateCompatibleBitmap(copy.target, whole.width, whole.height));
+    if (!result) return failed(code);
     transfer(result, whole, copy.target, copy.to, SRCCOPY);
     transfer(result, whole, copy.source, copy.from, SRCINVERT);
     transfer(result, whole, mask, masked, SRCAND);
     transfer(result, whole, copy.source, copy.from, SRCINVERT);
-    return transfer(copy.target, copy.to, result, whole, SRCCOPY);
+    return transfer(copy.target, copy.to, result, whole, SRCCOPY) || failed(code);
 }
 
 // Of the image, which may not reach as far as the area: what it lacks counts as transparent.
 static void blendOnto(BYTE* bits, const Section& image, const Area& from) {
     jint left = greater(from.x, 0);
     jint top = greater(from.y, 0);
-    jint right = lesser(from.x + from.width, image.width);
-    jint bottom = lesser(from.y + from.height, image.height);
+    jint right = lesser(saturatingAdd(from.x, from.width), image.width);
+    jint bottom = lesser(saturatingAdd(from.y, from.height), image.height);
+    if (left >= right) return;
     LONG stride = strideOf(from.width, alphaDepth);
     for (jint y = top; y < bottom; ++y) {
         auto* target = reinterpret_cast<DWORD*>(bits + (y - from.y) * stride) + (left - from.x);
@@ -122,24 +137,27 @@ static void blendOnto(BYTE* bits, const Section& image, const Area& from) {
 }
 
 // The background is fetched at the source's size, also when the result is stretched; that is meant.
-static BOOL drawBlended(const Copy& copy) {
+static bool drawBlended(const Copy& copy, DWORD* code) {
+    if (isEmpty(copy.from)) return true;
     BYTE* bits = nullptr;
     ScratchContext result(
         copy.target,
         createSection(sectionHeader(copy.from.width, copy.from.height, alphaDepth), &bits));
     Area whole = atOrigin(copy.from);
     Area background = {copy.to.x, copy.to.y, whole.width, whole.height};
-    if (!bits || !transfer(result, whole, copy.target, background, SRCCOPY)) return FALSE;
+    if (!result || !transfer(result, whole, copy.target, background, SRCCOPY)) return failed(code);
     blendOnto(bits, sectionOf(copy.image), copy.from);
-    return transfer(copy.target, copy.to, result, whole, copy.operation);
+    return transfer(copy.target, copy.to, result, whole, copy.operation) || failed(code);
 }
 
 static bool hasAlpha(const ImageRecord* image) { return sectionOf(image).bitCount == alphaDepth; }
 
-static BOOL draw(const Copy& copy) {
-    if (hasTransparentColor(copy.image)) return drawThroughMask(copy);
-    if (hasAlpha(copy.image)) return drawBlended(copy);
-    return transfer(copy.target, copy.to, copy.source, copy.from, copy.operation);
+// False with the code of the failure.
+static bool draw(const Copy& copy, DWORD* code) {
+    if (!copy.source) return failed(code);
+    if (hasTransparentColor(copy.image)) return drawThroughMask(copy, code);
+    if (hasAlpha(copy.image)) return drawBlended(copy, code);
+    return transfer(copy.target, copy.to, copy.source, copy.from, copy.operation) || failed(code);
 }
 
 static DWORD operationOf(HDC dc) { return isXORMode(dc) ? SRCINVERT : SRCCOPY; }
@@ -153,8 +171,9 @@ void Graphics_DrawImage(GraphicsRecord* graphics, ImageRecord* image, jint x, ji
     ImageSource source(drawing, image);
     // Blended pixels are not inverted here; that is meant.
     DWORD operation = hasAlpha(image) ? SRCCOPY : operationOf(drawing);
-    if (!draw({drawing, to, image, source, atOrigin(to), operation}))
-        Win32Error_SetError(error, GetLastError(), L"Unable to complete blitting operation");
+    DWORD code = 0;
+    if (!draw({drawing, to, image, source, atOrigin(to), operation}, &code))
+        Win32Error_SetError(error, code, L"Unable to complete blitting operation");
 }
 
 void Graphics_DrawImageRegion(GraphicsRecord* graphics, ImageRecord* image, jint sourceX,
@@ -166,10 +185,12 @@ void Graphics_DrawImageRegion(GraphicsRecord* graphics, ImageRecord* image, jint
         return;
     Drawing drawing(graphics);
     ImageSource source(drawing, image);
+    DWORD code = 0; // told to nobody
     draw({drawing,
           {targetX, targetY, targetWidth, targetHeight},
           image,
           source,
           {sourceX, sourceY, sourceWidth, sourceHeight},
-          operationOf(drawing)});
+          operationOf(drawing)},
+         &code);
 }

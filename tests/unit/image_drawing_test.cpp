@@ -5,6 +5,7 @@
 #include "graphics/blending.h"
 #include "graphics/graphics.h"
 #include "leaks.h"
+#include <climits>
 #include <thread>
 
 class ImageDrawingTest : public DeviceTest {
@@ -247,6 +248,22 @@ TEST_F(ImageDrawingTest, failures_are_errors_of_whole_images_alone) {
     }
 }
 
+// The system's words for a code.
+static std::u16string textOf(DWORD code) {
+    wchar_t* text = nullptr;
+    FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0,
+                   reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::u16string out(text, text + wcslen(text));
+    LocalFree(text);
+    return out;
+}
+
+static BOOL WINAPI deleteAndForgetTheError(HDC dc) {
+    BOOL deleted = DeleteDC(dc);
+    SetLastError(ERROR_SUCCESS);
+    return deleted;
+}
+
 static int WINAPI answerRasterPrinter(HDC dc, int index) {
     return index == TECHNOLOGY ? DT_RASPRINTER : GetDeviceCaps(dc, index);
 }
@@ -257,7 +274,90 @@ TEST_F(ImageDrawingTest, a_raster_printer_gets_no_transparent_image) {
     faults.replace("GetDeviceCaps", reinterpret_cast<void*>(answerRasterPrinter));
     drawImage(image, 0, 0);
     EXPECT_EQ(at(0, 0), gray);
-    EXPECT_EQ(onlyReport().message.find(u"Unable to complete blitting operation"), 0u);
+    const std::u16string message = onlyReport().message;
+    EXPECT_EQ(message, u"Unable to complete blitting operation::" + textOf(ERROR_NOT_SUPPORTED));
+}
+
+TEST_F(ImageDrawingTest, a_failure_is_told_by_its_own_call_whatever_is_cleaned_up_after_it) {
+    jint opaque = newDirect(1, {0});
+    jint alpha = newDirect(1, {0}, -1, {55});
+    jint masked = newDirect(1, {0}, 0x030201);
+    const struct {
+        jint image;
+        const char* function;
+        int nth;
+    } rows[] = {
+        {opaque, "BitBlt", 1},
+        {alpha, "BitBlt", 1},
+        {alpha, "BitBlt", 2},
+        {alpha, "CreateDIBSection", 1},
+        {alpha, "CreateCompatibleDC", 2},
+        {masked, "CreateBitmap", 1},
+        {masked, "CreateCompatibleBitmap", 1},
+        {masked, "BitBlt", 6},
+    };
+    for (const auto& row : rows) {
+        Faults faults;
+        faults.replace("DeleteDC", reinterpret_cast<void*>(deleteAndForgetTheError));
+        faults.fail(row.function, row.nth, ERROR_INVALID_PARAMETER);
+        drawImage(row.image, 0, 0);
+        EXPECT_EQ(onlyReport().message,
+                  u"Unable to complete blitting operation::" + textOf(ERROR_INVALID_PARAMETER))
+            << row.function << row.nth;
+    }
+}
+
+TEST_F(ImageDrawingTest, nothing_is_drawn_without_a_bitmap_to_draw_in) {
+    jint alpha = newDirect(2, {0, 1}, -1, {55, 66});
+    jint masked = newDirect(2, {0, 1}, 0x030201);
+    jint nothing = newDirect(8, std::vector<jint>(8, gray));
+    for (jint image : {alpha, masked})
+        for (const char* function :
+             {"CreateBitmap", "CreateCompatibleBitmap", "CreateDIBSection", "CreateCompatibleDC"})
+            for (int nth : {1, 2, 3}) {
+                drawImage(nothing, 0, 1);
+                Faults faults;
+                faults.fail(function, nth, ERROR_NOT_ENOUGH_MEMORY);
+                drawImage(image, 1, 1);
+                if (!faults.hasFailed()) continue;
+                EXPECT_EQ(onlyReport().code, -4) << function << nth;
+                EXPECT_EQ(row(1, 0, 8), Pixels(8, gray)) << function << nth;
+                faults.fail(function, nth, ERROR_NOT_ENOUGH_MEMORY);
+                drawRegion(image, 0, 0, 2, 1, 1, 1, 4, 2);
+                EXPECT_EQ(row(1, 0, 8), Pixels(8, gray)) << function << nth;
+            }
+}
+
+TEST_F(ImageDrawingTest,
+       a_region_of_less_than_no_size_draws_nothing_where_it_goes_through_bitmaps) {
+    jint alpha = newDirect(2, {0, 1}, -1, {jbyte(255), 66});
+    jint masked = newDirect(2, {0, 1}, 0x030201);
+    for (jint image : {alpha, masked})
+        for (jint width : {-3, 0, 2})
+            for (jint height : {-2, 0, 1}) {
+                if (width > 0 && height > 0) continue;
+                drawRegion(image, 0, 0, width, height, 4, 3, 2, 1);
+                if (image == masked) drawRegion(image, 0, 0, 2, 1, 4, 3, width, height);
+                for (int y = 0; y < 6; ++y)
+                    ASSERT_EQ(row(y, 0, 8), Pixels(8, gray)) << width << " " << height;
+            }
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+TEST_F(ImageDrawingTest, a_region_from_far_away_has_nothing_of_the_image) {
+    jint alpha = newDirect(2, {0, 1}, -1, {jbyte(255), jbyte(255)});
+    jint opaque = newDirect(2, {0, 1});
+    jint masked = newDirect(2, {0, 1}, 0x030201);
+    for (jint image : {alpha, opaque, masked})
+        for (jint x : {INT_MIN, INT_MIN + 1, INT_MAX - 3, INT_MAX - 1, INT_MAX})
+            for (jint y : {INT_MIN, 0, INT_MAX - 1, INT_MAX}) {
+                drawRegion(image, x, y, 4, 3, 1, 1, 4, 3);
+                drawRegion(image, y, x, 4, 3, 1, 1, 4, 3);
+                drawImage(image, x, y);
+            }
+    EXPECT_TRUE(isUnlocked(target));
+    drawRegion(alpha, INT_MAX - 1, 0, 2, 1, 0, 5, 2, 1);
+    EXPECT_EQ(row(5, 0, 3), Pixels(3, gray)) << "what an image lacks leaves what is there";
 }
 
 TEST_F(ImageDrawingTest, drawing_leaves_nothing_behind) {
