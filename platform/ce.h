@@ -29,6 +29,13 @@
 // control.
 #define WS_EX_CAPTIONOKBTN 0x80000000
 
+// The last message of a key; the desktop's headers have later ones.
+#undef WM_KEYLAST
+#define WM_KEYLAST 0x0108
+
+// The device's MENUITEMINFOW ends here, with no bitmap behind, and it takes no other size.
+#define MENU_ITEM_INFO_SIZE (offsetof(MENUITEMINFOW, cch) + sizeof(UINT))
+
 // What EventModify does to an event.
 #define EVENT_PULSE 1
 #define EVENT_RESET 2
@@ -54,6 +61,7 @@ static_assert(sizeof(WNDCLASSW) == 40 && offsetof(WNDCLASSW, lpszClassName) == 3
 static_assert(sizeof(PAINTSTRUCT) == 64 && offsetof(PAINTSTRUCT, rcPaint) == 8);
 static_assert(sizeof(DRAWITEMSTRUCT) == 48 && offsetof(DRAWITEMSTRUCT, itemData) == 44);
 static_assert(sizeof(NMHDR) == 12);
+static_assert(MENU_ITEM_INFO_SIZE == 44 && offsetof(MENUITEMINFOW, dwTypeData) == 36);
 static_assert(sizeof(SCROLLINFO) == 28 && offsetof(SCROLLINFO, nTrackPos) == 24);
 static_assert(sizeof(COMBOBOXINFO) == 52 && offsetof(COMBOBOXINFO, rcButton) == 20);
 static_assert(sizeof(ACCEL) == 6 && offsetof(ACCEL, key) == 2 && offsetof(ACCEL, cmd) == 4);

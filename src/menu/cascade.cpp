@@ -1,14 +1,13 @@
 // Items that open a menu.
 
 #include "aygshell.h"
+#include "menu/item_info.h"
 #include "menu/menu_item.h"
 
 static constexpr UINT longestText = 128; // characters, the terminator included
 
 static bool readText(HMENU menu, int position, wchar_t* text) {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_TYPE;
+    MENUITEMINFOW info = menuItemInfo(MIIM_TYPE);
     info.dwTypeData = text;
     info.cch = longestText;
     return GetMenuItemInfoW(menu, position, TRUE, &info);
@@ -22,9 +21,7 @@ static bool insert(HMENU menu, int position, DWORD id, HMENU subMenu, const wcha
 }
 
 static void setData(HMENU menu, int position, DWORD id) {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_DATA;
+    MENUITEMINFOW info = menuItemInfo(MIIM_DATA);
     info.dwItemData = id;
     SetMenuItemInfoW(menu, position, TRUE, &info);
 }

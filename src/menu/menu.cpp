@@ -4,6 +4,7 @@
 #include "control/menu_hooks.h"
 #include "control/shell.h"
 #include "display/requests.h"
+#include "menu/item_info.h"
 #include "menu/menu_item.h"
 
 HMENU Menu_GetHandle(const MenuRecord* menu) { return menu->menuHandle; }
@@ -20,9 +21,7 @@ static void forget(const MenuRecord* menu) {
 
 // Sub-menus have records of their own, which end them.
 static void releaseSubMenus(HMENU menu) {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_SUBMENU;
+    MENUITEMINFOW info = menuItemInfo(MIIM_SUBMENU);
     int position = 0;
     while (GetMenuItemInfoW(menu, position, TRUE, &info)) {
         if (info.hSubMenu)
@@ -106,9 +105,7 @@ void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord*) {
 void Menu_SetFont(MenuRecord*, FontRecord*, ErrorRecord*) {}
 
 int Menu_FindPosition(const MenuRecord* menu, DWORD id) {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_DATA;
+    MENUITEMINFOW info = menuItemInfo(MIIM_DATA);
     for (int position = 0; GetMenuItemInfoW(menu->menuHandle, position, TRUE, &info); ++position)
         if (info.dwItemData == id) return position;
     return -1;

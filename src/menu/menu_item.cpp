@@ -7,6 +7,7 @@
 #include "display/keys.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
+#include "menu/item_info.h"
 #include <commctrl.h>
 
 static constexpr wchar_t creationFailed[] = L"Unable to create new menu item";
@@ -43,9 +44,7 @@ static HMENU menuHandleOf(const MenuItemRecord* item) {
 }
 
 static bool isChecked(const MenuItemRecord* item) {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_STATE;
+    MENUITEMINFOW info = menuItemInfo(MIIM_STATE);
     GetMenuItemInfoW(menuHandleOf(item), item->id, FALSE, &info);
     return (info.fState & MFS_CHECKED) != 0;
 }
@@ -118,9 +117,7 @@ static bool insertIntoBar(HWND bar, jint index, DWORD id, BYTE buttonStyle) {
 
 static bool insertIntoMenu(HMENU menu, jint index, DWORD id, UINT flags) {
     if (!InsertMenuW(menu, index, MF_BYPOSITION | flags, id, L"")) return false;
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_DATA;
+    MENUITEMINFOW info = menuItemInfo(MIIM_DATA);
     info.dwItemData = id;
     if (SetMenuItemInfoW(menu, index, TRUE, &info)) return true;
     DeleteMenu(menu, index, MF_BYPOSITION);

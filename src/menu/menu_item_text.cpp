@@ -1,6 +1,7 @@
 // The labels of menu items.
 
 #include "bridge/memory.h"
+#include "menu/item_info.h"
 #include "menu/menu_item.h"
 #include <commctrl.h>
 
@@ -30,9 +31,7 @@ static void setButtonText(HWND bar, DWORD id, wchar_t* text, ErrorRecord* error)
 static void setMenuText(const MenuItemRecord* item, wchar_t* text, ErrorRecord* error) {
     int position = MenuItem_Locate(item, error);
     if (position < 0) return;
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_TYPE;
+    MENUITEMINFOW info = menuItemInfo(MIIM_TYPE);
     info.fType = MFT_STRING;
     info.dwTypeData = text;
     if (!SetMenuItemInfoW(item->menu->menuHandle, position, TRUE, &info))
