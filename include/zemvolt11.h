@@ -10,8 +10,8 @@
    keep their places. Write only those that are said to be yours.
 
    Errors. A function that may fail takes an ErrorRecord, which the caller has set to zero, and
-   which may be null. It is filled in with the first error. Texts are static unless ownsMessage says
-   otherwise.
+   which may be null. A record is for one call: the last error of it is the one that is told. Texts
+   are static unless ownsMessage says otherwise.
 
    Natives. What Java calls is "extern C", JNICALL, and exported under its JNI name. When its record
    tells of an error it calls WYX_ErrorHandler with the class and method of the native
@@ -96,14 +96,15 @@ jintArray createJavaPoint(JNIEnv* env, jint x, jint y);                         
 /* -- Errors ---------------------------------------------------------------------------------- */
 
 /* A negative code is kept with the message. Any other is a system error: the system's text is put
-   behind the message. The message stays the caller's and must be static. */
+   behind the message. The message stays the caller's and must be static. An earlier error's is
+   freed if the record owns it. */
 void Win32Error_SetError(ErrorRecord* error, LONG code, const wchar_t* message);
 
 /* The code; 0 for null. */
 LONG WYX_GetError(const ErrorRecord* error);
 
 /* Tells Java's error handler, on the calling thread, and frees a message that the record owns. The
-   VM ends when no handler is set. */
+   VM ends when no handler is set. Nothing is told while an exception is pending. */
 void WYX_ErrorHandler(JNIEnv* env, const char* native, ErrorRecord* error);
 
 /* -- Callbacks ------------------------------------------------------------------------------- */

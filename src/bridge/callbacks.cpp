@@ -49,6 +49,7 @@ void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target) 
 }
 
 static bool nameMethod(JNIEnv* env, CallbackEntry* entry, jstring className, jstring methodName) {
+    if (!className || !methodName) return false;
     entry->className = env->GetStringUTFChars(className, nullptr);
     if (!entry->className) return false;
     entry->methodName = env->GetStringUTFChars(methodName, nullptr);
@@ -114,6 +115,7 @@ void Widget_SetData(JNIEnv* env, WidgetRecord* widget, jobject data) {
 }
 
 extern "C" CallbackLookup* getCallbackLookup(CallbackTarget* target) {
+    if (!target) return nullptr;
     if (!target->display) target->display = target->widget->display;
     return Display_GetCallbacks(target->display);
 }
@@ -142,7 +144,7 @@ static jmethodID resolveMethod(JNIEnv* env, CallbackEntry* entry, const char* si
 
 static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target,
                          Invocation* invocation) {
-    CallbackLookup* lookup = target ? getCallbackLookup(target) : nullptr;
+    CallbackLookup* lookup = getCallbackLookup(target);
     if (!lookup) return Readiness::noMethod;
     CallbackEntry* entry = findEntry(lookup, id);
     if (!entry) return Readiness::noMethod;

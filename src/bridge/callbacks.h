@@ -66,7 +66,8 @@ ASSERT_OFFSET(CallbackTarget, display, 8)
 CallbackLookup* Display_GetCallbacks(const DisplayRecord* display);
 void Display_SetCallbacks(DisplayRecord* display, CallbackLookup* lookup);
 
-// The three natives of the registry report by Java exceptions, not by error records.
+// The three natives of the registry report by Java exceptions, not by error records. A method
+// without class or name is not registered.
 void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target);
 void Display_RegisterCallback(JNIEnv* env, DisplayRecord* display, jint id, jstring className,
                               jstring methodName);
@@ -79,7 +80,7 @@ extern "C" {
 // success.
 jint getEnv(CallbackLookup* lookup, JNIEnv** envOut, jint* attachedOut);
 
-// The lookup of the target's display, or null.
+// The lookup of the target's display, or null; null for a null target too.
 CallbackLookup* getCallbackLookup(CallbackTarget* target);
 
 // Call the method registered under the id on the target's object. The signature is the id's own

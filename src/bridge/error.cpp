@@ -8,8 +8,15 @@ static constexpr wchar_t noSystemText[] = L"FormatMessage failed";
 // The separator and the terminator, with room to spare.
 static constexpr UINT extraCharacters = 5 + 1;
 
+// The pointer stays: who reads the record later must not free the message again.
+static void freeMessage(ErrorRecord* record) {
+    if (record->ownsMessage) freeBlock(const_cast<wchar_t*>(record->message));
+    record->ownsMessage = FALSE;
+}
+
 ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, BOOL ownsMessage) {
     if (!record) return record;
+    freeMessage(record);
     record->code = code;
     record->message = message;
     record->ownsMessage = ownsMessage;
@@ -19,6 +26,8 @@ ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, B
 ErrorRecord* Error_SetCode(ErrorRecord* record, LONG code) {
     return Error_Set(record, code, nullptr, FALSE);
 }
+
+void Error_Clear(ErrorRecord* record) { Error_SetCode(record, errorNone); }
 
 static wchar_t* joinMessage(const wchar_t* prefix, const wchar_t* text) {
     wchar_t* joined = allocateArray<wchar_t>(wcslen(prefix) + wcslen(text) + extraCharacters);
@@ -41,6 +50,7 @@ static wchar_t* describeSystemError(DWORD code, const wchar_t* prefix) {
 }
 
 extern "C" void Win32Error_SetError(ErrorRecord* record, LONG code, const wchar_t* message) {
+    if (!record) return;
     if (code < 0) {
         Error_Set(record, code, message, FALSE);
         return;
@@ -70,27 +80,26 @@ static jobject findErrorHandler(JNIEnv* env) {
     return handler;
 }
 
-extern "C" void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record) {
-    jobject handler = findErrorHandler(env);
-    if (!handler) return;
-
-    jstring function = functionName ? env->NewStringUTF(functionName) : nullptr;
-    bool hasMessage = record->message != nullptr;
-    // A name that could not be made has raised an exception; nothing more may be made then.
-    bool raised = functionName && !function;
-    jstring message = raised ? nullptr : convertToJavaString(env, record->message);
-    if (hasMessage && record->ownsMessage) freeBlock(const_cast<wchar_t*>(record->message));
-    if (!function) return;
-    if (hasMessage && !message) return;
-
+static void respond(JNIEnv* env, jobject handler, jstring function, LONG code, jstring message) {
     jclass handlerClass = env->GetObjectClass(handler);
     if (!handlerClass) return;
-    jmethodID respond =
+    jmethodID method =
         env->GetMethodID(handlerClass, "respond", "(Ljava/lang/String;ILjava/lang/String;)V");
-    if (!respond) return;
+    if (!method) return;
     jvalue arguments[3];
     arguments[0].l = function;
-    arguments[1].i = record->code;
+    arguments[1].i = code;
     arguments[2].l = message;
-    env->CallVoidMethodA(handler, respond, arguments);
+    env->CallVoidMethodA(handler, method, arguments);
+}
+
+extern "C" void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record) {
+    // What a listener threw has to surface first, and until then nothing may be made.
+    jobject handler = env->ExceptionCheck() ? nullptr : findErrorHandler(env);
+    jstring function = handler && functionName ? env->NewStringUTF(functionName) : nullptr;
+    jstring message = function ? convertToJavaString(env, record->message) : nullptr;
+    freeMessage(record);
+    if (!function) return;
+    if (record->message && !message) return;
+    respond(env, handler, function, record->code, message);
 }

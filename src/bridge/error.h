@@ -1,6 +1,7 @@
 #pragma once
 // How an operation reports a failure: it fills the error record that its caller passed as the
-// last argument. Any thread; a record belongs to one call.
+// last argument. Any thread; a record belongs to one call, of which the last error is the one that
+// is told.
 
 #include "bridge/layout.h"
 #include "ce.h"
@@ -24,25 +25,29 @@ enum ErrorCode : LONG {
     errorDecodingFailed = -8,
 };
 
-// Stores the three fields and returns the record; a null record is left alone. An earlier message
-// is not freed: the first error of an operation is meant to be its only one.
+// Stores the three fields and returns the record; a null record is left alone. A message that the
+// record owned before is freed: nobody else needs to.
 ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, BOOL ownsMessage);
 
 // Error_Set without a message.
 ErrorRecord* Error_SetCode(ErrorRecord* record, LONG code);
 
+// Leaves no error, for an operation whose failure is not to be told.
+void Error_Clear(ErrorRecord* record);
+
 extern "C" {
 
 // A negative code is an ErrorCode and is stored with the message as it is. Any other is a system
 // error code: the message becomes "message::text of the system", and the code errorOutOfMemory
-// for the system's two out-of-memory codes, errorFailed for the rest. The message is static.
+// for the system's two out-of-memory codes, errorFailed for the rest. The message is static. The
+// error takes the place of an earlier one.
 void Win32Error_SetError(ErrorRecord* record, LONG code, const wchar_t* message);
 
 // The record's code; 0 for a null record.
 LONG WYX_GetError(const ErrorRecord* record);
 
 // Hands the error to the Java error handler under the native's Java name, and frees a message
-// that the record owns. Fatal to the VM when no handler is set; every other failure on the way
-// drops the report and leaves the pending exception to Java.
+// that the record owns. Fatal to the VM when no handler is set; every other failure on the way, and
+// an exception that was pending before, drops the report and is left to Java.
 void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record);
 }

@@ -62,7 +62,7 @@ static void applyOwnBounds(ChoiceRecord* choice) {
     RECT rect = {bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
     send(choice, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
          reinterpret_cast<LPARAM>(&errorPointer));
-    if (error.ownsMessage) freeBlock(const_cast<wchar_t*>(error.message));
+    Error_Clear(&error);
 }
 
 // The list tells of a selection first the choice and then, through it, the choice's parent: only

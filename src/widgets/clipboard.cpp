@@ -12,12 +12,9 @@ static bool open(ErrorRecord* error, const wchar_t* message) {
     return false;
 }
 
-// Takes the place of an error from before, which it may have to free.
 static bool close(ErrorRecord* error) {
     if (CloseClipboard()) return true;
-    DWORD code = GetLastError();
-    if (error->ownsMessage) freeBlock(const_cast<wchar_t*>(error->message));
-    Win32Error_SetError(error, static_cast<LONG>(code), L"Unable to close the clipboard");
+    fail(error, L"Unable to close the clipboard");
     return false;
 }
 

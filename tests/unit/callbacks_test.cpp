@@ -58,6 +58,26 @@ TEST_F(CallbacksTest, registering_with_a_display_without_registry_is_fatal) {
     call<void(jint)>("Device_Dispose", other);
 }
 
+TEST_F(CallbacksTest, a_method_without_a_class_or_a_name_is_not_registered) {
+    const struct {
+        jstring className, methodName;
+    } rows[] = {{nullptr, nullptr},
+                {vm.newString(u"test/Listener"), nullptr},
+                {nullptr, vm.newString(u"selected")}};
+    vm.calls.clear();
+    for (const auto& row : rows) {
+        NoLeaks noLeaks;
+        call<Register>("Display_RegisterCallback", display, 15, row.className, row.methodName);
+    }
+    EXPECT_EQ(vm.countCalls("GetStringUTFChars"), 0);
+    fire()(15, "()V", target);
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(CallbacksTest, nobody_has_no_registry) {
+    EXPECT_EQ(entryPoint<CallbackLookup*(CallbackTarget*)>("getCallbackLookup")(nullptr), nullptr);
+}
+
 TEST_F(CallbacksTest, a_method_is_looked_up_once) {
     fire()(CB_SELECTION, "()V", target);
     fire()(CB_SELECTION, "()V", target);

@@ -96,13 +96,14 @@ TEST_F(ErrorTest, an_error_without_message_is_reported_with_a_null_message) {
 TEST_F(ErrorTest, a_report_calls_the_vm_in_a_fixed_order) {
     record = {-3, L"message", FALSE};
     handle(vm.env(), "X", &record);
-    EXPECT_EQ(vm.calls,
-              (Events{"FindClass", "GetStaticFieldID", "GetStaticObjectField", "NewStringUTF",
-                      "NewString", "GetObjectClass", "GetMethodID", "CallVoidMethodA"}));
+    EXPECT_EQ(vm.calls, (Events{"ExceptionCheck", "FindClass", "GetStaticFieldID",
+                                "GetStaticObjectField", "NewStringUTF", "NewString",
+                                "GetObjectClass", "GetMethodID", "CallVoidMethodA"}));
 }
 
 TEST_F(ErrorTest, an_owned_message_is_freed_once_whether_or_not_the_report_arrives) {
-    for (const char* failing : {"", "NewStringUTF", "NewString", "GetObjectClass", "GetMethodID"}) {
+    for (const char* failing : {"", "FindClass", "GetStaticFieldID", "NewStringUTF", "NewString",
+                                "GetObjectClass", "GetMethodID"}) {
         NoLeaks noLeaks;
         setError(&record, ERROR_ACCESS_DENIED, L"Unable");
         if (*failing) vm.failCall(failing);
@@ -110,6 +111,58 @@ TEST_F(ErrorTest, an_owned_message_is_freed_once_whether_or_not_the_report_arriv
         vm.clearException();
     }
     EXPECT_EQ(vm.reports.size(), 1u);
+}
+
+TEST_F(ErrorTest, an_owned_message_is_freed_when_there_is_no_handler) {
+    NoLeaks noLeaks;
+    vm.hasErrorHandler = false;
+    setError(&record, ERROR_ACCESS_DENIED, L"Unable");
+    handle(vm.env(), "X", &record);
+}
+
+TEST_F(ErrorTest, a_later_error_takes_the_place_of_an_earlier_one_and_frees_its_message) {
+    const struct {
+        LONG first, second;
+        const wchar_t* told;
+    } rows[] = {
+        {ERROR_ACCESS_DENIED, 0x12345678, L"second::FormatMessage failed"},
+        {ERROR_ACCESS_DENIED, -3, L"second"},
+        {-4, 0x12345678, L"second::FormatMessage failed"},
+        {-4, -3, L"second"},
+    };
+    for (const auto& row : rows) {
+        NoLeaks noLeaks;
+        setError(&record, row.first, L"first");
+        setError(&record, row.second, L"second");
+        EXPECT_EQ(record.code, -3);
+        EXPECT_STREQ(record.message, row.told);
+        handle(vm.env(), "X", &record);
+    }
+}
+
+TEST_F(ErrorTest, a_record_that_was_reported_can_be_filled_again) {
+    NoLeaks noLeaks;
+    for (int i = 0; i < 3; ++i) {
+        setError(&record, ERROR_ACCESS_DENIED, L"Unable");
+        handle(vm.env(), "X", &record);
+    }
+    EXPECT_EQ(vm.reports.size(), 3u);
+}
+
+TEST_F(ErrorTest, without_a_record_nothing_is_made) {
+    NoLeaks noLeaks;
+    setError(nullptr, ERROR_ACCESS_DENIED, L"Unable");
+    setError(nullptr, -3, L"Unable");
+}
+
+TEST_F(ErrorTest, a_pending_exception_is_left_to_java_instead_of_the_report) {
+    NoLeaks noLeaks;
+    setError(&record, ERROR_ACCESS_DENIED, L"Unable");
+    vm.pendingException = "java/lang/IllegalStateException";
+    handle(vm.env(), "X", &record);
+    EXPECT_EQ(vm.calls, Events{"ExceptionCheck"});
+    EXPECT_EQ(vm.pendingException, "java/lang/IllegalStateException");
+    EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(ErrorTest, a_missing_handler_is_fatal) {
