@@ -122,6 +122,9 @@ LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wPa
 // The same for a window whose control a callback may have disposed of meanwhile.
 LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+// The same for a message that the class may answer with a modal loop of the system's.
+LRESULT Control_PassOnToLoop(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
 // Relative to the parent for child windows, else to the screen.
 Bounds Control_GetBounds(ControlRecord* control, ErrorRecord* error);
 void Control_SetBounds(ControlRecord* control, jint x, jint y, jint width, jint height,

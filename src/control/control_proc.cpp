@@ -4,6 +4,7 @@
 #include "control/menu_hooks.h"
 #include "control/painting.h"
 #include "display/commands.h"
+#include "display/quit.h"
 #include "graphics/font.h"
 
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
@@ -16,6 +17,12 @@ LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
     const ControlRecord* control = controlOf(window);
     if (!control) return DefWindowProcW(window, message, wParam, lParam);
     return Control_CallClass(control, message, wParam, lParam);
+}
+
+LRESULT Control_PassOnToLoop(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ControlRecord* control = controlOf(window);
+    ModalLoop loop(control ? Control_GetDisplay(control) : nullptr);
+    return Control_PassOn(window, message, wParam, lParam);
 }
 
 static void capture(HWND window) {
@@ -211,7 +218,7 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
     switch (message) {
     case WM_DESTROY:
         // Every control does so, not only the last window; the event loop lives on.
-        PostQuitMessage(0);
+        Quit_Post(Control_GetDisplay(control));
         break;
     case WM_SETFOCUS:
         return focusChanged(control, FocusChange::gained, message, wParam, lParam);
@@ -242,6 +249,11 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
         return mouseMove(window, wParam, lParam);
     case WM_LBUTTONDOWN:
         return leftButtonDown(window, wParam, lParam);
+    case WM_NCLBUTTONDOWN:
+    case WM_NCLBUTTONDBLCLK:
+    case WM_SYSCOMMAND:
+        // The window's own bars and its caption are tracked until the button is released.
+        return Control_PassOnToLoop(window, message, wParam, lParam);
     case WM_LBUTTONUP:
         return Control_ProcessButtonUp(window, buttonLeft, message, wParam, lParam);
     case WM_LBUTTONDBLCLK:

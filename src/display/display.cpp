@@ -2,6 +2,7 @@
 #include "bridge/library.h"
 #include "bridge/memory.h"
 #include "display/accelerators.h"
+#include "display/quit.h"
 #include "display/requests.h"
 #include "graphics/font.h"
 
@@ -66,6 +67,7 @@ static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wPar
 
 static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
     auto* display = reinterpret_cast<DisplayRecord*>(device);
+    Quit_ForgetDisplay(display);
     Font_Dispose(display->systemFont, nullptr);
     DestroyWindow(display->messageWindow);
     // While another display still uses the class, the command table is left allocated; that is

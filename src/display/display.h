@@ -16,6 +16,7 @@ struct ControlRecord;
 struct FontRecord;
 struct MenuItemRecord;
 struct ShellRecord;
+class ModalLoop;
 
 // What a key message leaves for the character message and the release that follow it.
 struct KeyTranslation {
@@ -62,6 +63,7 @@ struct DisplayRecord {
     DWORD comctlMinorVersion;
     KeyTranslation key;
     PointerState pointer;
+    ModalLoop* modalLoop; // the innermost of the system's that runs now; null: none
 };
 ASSERT_OFFSET(DisplayRecord, callbackLookup, 4)
 ASSERT_OFFSET(DisplayRecord, messageWindow, 20)

@@ -1,6 +1,7 @@
 #include "widgets/file_dialog.h"
 #include "control/control.h"
 #include "display/display.h"
+#include "display/quit.h"
 #include <commdlg.h>
 #include <string.h>
 
@@ -90,6 +91,7 @@ namespace {
 struct Showing {
     OPENFILENAMEW request;
     bool saves;
+    DisplayRecord* loopOf; // whose thread runs the dialog; null: a thread of its own
     wchar_t folder[folderCapacity + 1];
     wchar_t caption[captionCapacity + 1]; // the owner's own
     wchar_t files[1];                     // capacity + 1 characters
@@ -143,14 +145,8 @@ static Showing* newShowing(FileDialogRecord* dialog) {
     return showing;
 }
 
-// Every control posts one when it is destroyed. It would end the dialog before it is seen.
-static void takeQuitMessage() {
-    MSG message;
-    PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-}
-
 static BOOL ask(Showing* showing) {
-    takeQuitMessage();
+    ModalLoop loop(showing->loopOf);
     SetLastError(ERROR_SUCCESS); // a dialog that is cancelled leaves it as it was
     return showing->saves ? GetSaveFileNameW(&showing->request)
                           : GetOpenFileNameW(&showing->request);
@@ -187,8 +183,9 @@ static bool showTitled(const FileDialogRecord* dialog, Showing* showing, ErrorRe
         GetWindowTextW(owner, showing->caption, captionCapacity + 1);
         SetWindowTextW(owner, dialog->title);
     }
-    bool chosen =
-        Display_IsCurrentThread(dialog->display) ? show(showing) : showOnOwnThread(showing, error);
+    bool isDisplayThread = Display_IsCurrentThread(dialog->display);
+    showing->loopOf = isDisplayThread ? dialog->display : nullptr;
+    bool chosen = isDisplayThread ? show(showing) : showOnOwnThread(showing, error);
     if (hasTitle) SetWindowTextW(owner, showing->caption);
     return chosen;
 }

@@ -42,10 +42,16 @@ static void fireRelease(HWND window) {
 static LRESULT track(HWND window, WPARAM wParam, LPARAM lParam) {
     _Control_ProcessWmLButtonDown(window, wParam, lParam);
     SetTimer(window, pointerTimer, pointerPeriod, nullptr);
-    Control_PassOn(window, WM_LBUTTONDOWN, wParam, lParam);
+    Control_PassOnToLoop(window, WM_LBUTTONDOWN, wParam, lParam);
     KillTimer(window, pointerTimer);
     fireRelease(window);
     return 0;
+}
+
+// The second of two taps is tracked as well.
+static LRESULT trackAgain(HWND window, WPARAM wParam, LPARAM lParam) {
+    Control_ProcessDoubleClick(window, buttonLeft, wParam, lParam);
+    return Control_PassOnToLoop(window, WM_LBUTTONDBLCLK, wParam, lParam);
 }
 
 static LRESULT reportMove(AdjustableRecord* bar) {
@@ -112,6 +118,8 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
     switch (message) {
     case WM_LBUTTONDOWN:
         return track(window, wParam, lParam);
+    case WM_LBUTTONDBLCLK:
+        return trackAgain(window, wParam, lParam);
     case WM_TIMER:
         if (wParam == pointerTimer) return reportMove(bar);
         break;
