@@ -131,7 +131,7 @@ static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jin
 
 void Control_CopyArea(ControlRecord* control, ImageRecord* image, jint x, jint y, jint width,
                       jint height, ErrorRecord* error) {
-    GraphicsRecord* source = Control_NewGraphics(control, error);
+    GraphicsRecord* source = Graphics_OnControl(control, error);
     if (!source) return;
     if (GraphicsRecord* target = Image_NewGraphics(image, error)) {
         copyPixels(target, source, x, y, width, height, error);

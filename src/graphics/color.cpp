@@ -2,6 +2,10 @@
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 
+static const char mark = 0;
+
+static bool isCounted(const ColorRecord* color) { return color && color->mark == &mark; }
+
 static bool isComponent(jint value) { return value >= 0 && value <= 255; }
 
 ColorRecord* Color_New(DeviceRecord*, jint red, jint green, jint blue, ErrorRecord* error) {
@@ -15,6 +19,7 @@ ColorRecord* Color_New(DeviceRecord*, jint red, jint green, jint blue, ErrorReco
         return nullptr;
     }
     color->color = RGB(red, green, blue);
+    color->mark = &mark;
     color->owners = 1;
     return color;
 }
@@ -25,14 +30,14 @@ static bool isLeftByLast(ColorRecord* color) {
 }
 
 static void leave(ColorRecord* color) {
-    if (!color || !isLeftByLast(color)) return;
+    if (!isCounted(color) || !isLeftByLast(color)) return;
     if (color->brush) DeleteObject(color->brush);
     freeBlock(color);
 }
 
 static ColorRecord* exchange(ColorRecord** field, ColorRecord* color) {
     LeafLock lock;
-    if (color) ++color->owners;
+    if (isCounted(color)) ++color->owners;
     ColorRecord* previous = *field;
     *field = color;
     return previous;

@@ -7,11 +7,13 @@
 
 struct DeviceRecord;
 
-// Owned by the Java colour and by all that wear it: the record goes with the last of them.
+// Owned by the Java colour and by all that wear it: the record goes with the last of them. A
+// companion's own record has the first two fields alone and is not counted.
 struct ColorRecord {
-    COLORREF color; // 0x00BBGGRR
-    HBRUSH brush;   // solid; null until first needed; owned
-    LONG owners;
+    COLORREF color;             // 0x00BBGGRR
+    HBRUSH brush;               // solid; null until first needed; owned
+    const void* mark = nullptr; // of the records that Color_New makes
+    LONG owners = 0;
 };
 ASSERT_OFFSET(ColorRecord, brush, 4)
 

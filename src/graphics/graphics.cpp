@@ -3,6 +3,8 @@
 #include "bridge/memory.h"
 #include "control/control.h"
 
+static constexpr wchar_t noContext[] = L"Unable to allocate enough memory for device context";
+
 static GraphicsRecord* beginOnControl(GraphicsRecord* graphics) { return graphics; }
 
 static GraphicsRecord* endOnControl(GraphicsRecord* graphics) { return graphics; }
@@ -46,19 +48,19 @@ GraphicsRecord Graphics_On(HDC dc, const RECT& bounds) {
 static GraphicsRecord* create(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error) {
     auto* graphics = allocate<GraphicsRecord>();
     if (!graphics) {
-        Win32Error_SetError(error, errorOutOfMemory,
-                            L"Unable to allocate enough memory for device context");
+        Win32Error_SetError(error, errorOutOfMemory, noContext);
         return nullptr;
     }
     *graphics = Graphics_On(dc, bounds);
     if (!image) return graphics;
+    Image_Join(image);
     graphics->image = image;
     graphics->beginDraw = beginOnImage;
     graphics->endDraw = endOnImage;
     return graphics;
 }
 
-GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) {
+GraphicsRecord* Graphics_OnControl(ControlRecord* control, ErrorRecord* error) {
     // The thread that owns the window gets its context.
     HDC dc = reinterpret_cast<HDC>(
         SendMessageW(control->hwnd, controlGetContext, reinterpret_cast<WPARAM>(&error), 0));
@@ -69,6 +71,13 @@ GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) 
     GraphicsRecord* graphics = create(dc, nullptr, bounds, error);
     if (!graphics) ReleaseDC(control->hwnd, dc);
     return graphics;
+}
+
+GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) {
+    GraphicsRecord* graphics = Graphics_OnControl(control, error);
+    if (!graphics || WYX_GetError(error) == errorNone) return graphics;
+    Graphics_Dispose(graphics, nullptr);
+    return nullptr;
 }
 
 // The bitmap that every memory context starts with: it takes the image's place.
@@ -82,6 +91,10 @@ static HBITMAP initialBitmapOf(HDC dc) {
 
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
     HDC dc = CreateCompatibleDC(nullptr);
+    if (!dc) {
+        Win32Error_SetError(error, GetLastError(), noContext);
+        return nullptr;
+    }
     if (HBITMAP initial = initialBitmapOf(dc)) image->placeholderBitmap = initial;
     Section section = sectionOf(image);
     GraphicsRecord* graphics = create(dc, image, {0, 0, section.width, section.height}, error);
@@ -106,6 +119,7 @@ static void leaveImage(const GraphicsRecord* graphics) {
     }
     LeaveCriticalSection(&image->lock);
     DeleteDC(graphics->dc);
+    Image_Leave(image);
 }
 
 static void leaveControl(const GraphicsRecord* graphics) {

@@ -19,7 +19,7 @@ struct GraphicsRecord {
     HDC dc;             // owned
     HPEN savedPen;      // the context's first pen; null while it is still selected
     HBRUSH savedBrush;  // likewise
-    ImageRecord* image; // drawn into; null: a control is
+    ImageRecord* image; // drawn into, and owned with others; null: a control is
     RECT bounds;        // the first clip, and the limit of every later one
     LOGPEN pen;         // the pen that is selected
     DrawHook beginDraw; // around every operation: gets hold of the image's bitmap
@@ -36,6 +36,9 @@ ASSERT_OFFSET(GraphicsRecord, endDraw, 52)
 GraphicsRecord Graphics_On(HDC dc, const RECT& bounds);
 
 // A context whose control does not tell its client area is made all the same, with an error.
+GraphicsRecord* Graphics_OnControl(ControlRecord* control, ErrorRecord* error);
+
+// For Java, which never learns of a context that was made with an error: there is none then.
 GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error);
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error);
 void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord* error);

@@ -160,10 +160,17 @@ static bool draw(const Copy& copy, DWORD* code) {
     return transfer(copy.target, copy.to, copy.source, copy.from, copy.operation) || failed(code);
 }
 
+// Whose lock is entered first. All threads follow one order, that two of them may draw two images
+// into each other.
+static ImageRecord* earlierOf(ImageRecord* target, ImageRecord* source) {
+    return target && target < source ? target : source;
+}
+
 static DWORD operationOf(HDC dc) { return isXORMode(dc) ? SRCINVERT : SRCCOPY; }
 
 void Graphics_DrawImage(GraphicsRecord* graphics, ImageRecord* image, jint x, jint y,
                         ErrorRecord* error) {
+    ImageLock ordered(earlierOf(graphics->image, image));
     Drawing drawing(graphics);
     Section section = sectionOf(image);
     Area to = {x, y, section.width, section.height};
@@ -183,6 +190,7 @@ void Graphics_DrawImageRegion(GraphicsRecord* graphics, ImageRecord* image, jint
     if (targetX == unplaced && targetY == unplaced && targetWidth == unsized &&
         targetHeight == unsized)
         return;
+    ImageLock ordered(earlierOf(graphics->image, image));
     Drawing drawing(graphics);
     ImageSource source(drawing, image);
     DWORD code = 0; // told to nobody

@@ -25,16 +25,22 @@ class BitmapContext {
     HGDIOBJ previous;
 };
 
-// Holds an image's lock.
+// Holds an image's lock. The image stays meanwhile, whoever disposes of it.
 class ImageLock {
   public:
-    explicit ImageLock(ImageRecord* image) : lock(&image->lock) { EnterCriticalSection(lock); }
-    ~ImageLock() { LeaveCriticalSection(lock); }
+    explicit ImageLock(ImageRecord* image) : image(image) {
+        Image_Join(image);
+        EnterCriticalSection(&image->lock);
+    }
+    ~ImageLock() {
+        LeaveCriticalSection(&image->lock);
+        Image_Leave(image);
+    }
     ImageLock(const ImageLock&) = delete;
     ImageLock& operator=(const ImageLock&) = delete;
 
   private:
-    CRITICAL_SECTION* lock;
+    ImageRecord* image;
 };
 
 // Takes an image's bitmap out of the drawing context that holds it, and puts it back there. The

@@ -1,4 +1,5 @@
 #include "image/image.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 
 ImageRecord* Image_FromBitmap(HBITMAP bitmap, bool isDirect, DWORD transparentIndex,
@@ -14,15 +15,29 @@ ImageRecord* Image_FromBitmap(HBITMAP bitmap, bool isDirect, DWORD transparentIn
     image->transparentIndex = transparentIndex;
     image->transparentColor = transparentColor;
     InitializeCriticalSection(&image->lock);
+    image->owners = 1;
     return image;
 }
 
-void Image_Dispose(ImageRecord* image, ErrorRecord*) {
+void Image_Join(ImageRecord* image) {
+    LeafLock lock;
+    ++image->owners;
+}
+
+static bool isLeftByLast(ImageRecord* image) {
+    LeafLock lock;
+    return --image->owners == 0;
+}
+
+void Image_Leave(ImageRecord* image) {
+    if (!isLeftByLast(image)) return;
     HBITMAP bitmap = image->bitmap;
     DeleteCriticalSection(&image->lock);
     freeBlock(image);
     DeleteObject(bitmap);
 }
+
+void Image_Dispose(ImageRecord* image, ErrorRecord*) { Image_Leave(image); }
 
 extern "C" void _Image_GetSize(ImageRecord* image, jint* width, jint* height, ErrorRecord*) {
     Section section = sectionOf(image);

@@ -1,6 +1,7 @@
 #pragma once
 // Images: a device-independent section of pixels with its transparency. Any thread; what selects
-// an image's bitmap into a device context holds the image's lock meanwhile.
+// an image's bitmap into a device context holds the image's lock meanwhile. Only what reads and
+// writes pixels, and Image_Flip, take no lock: they must not run beside drawing on the same image.
 
 #include "bridge/error.h"
 #include "bridge/layout.h"
@@ -12,7 +13,8 @@ struct DeviceRecord;
 
 constexpr COLORREF noTransparentColor = 0xFFFFFFFF;
 
-// Owned by the Java image.
+// Owned by the Java image, by the graphics contexts on it and by what reads it: the record and its
+// bitmap go with the last of them.
 struct ImageRecord {
     HBITMAP bitmap;            // the section; owned
     HDC selectedDC;            // the drawing context that holds the bitmap, or null
@@ -21,6 +23,7 @@ struct ImageRecord {
     DWORD transparentIndex;    // of 0 to 255; indexed images
     COLORREF transparentColor; // 0x00BBGGRR, or noTransparentColor
     CRITICAL_SECTION lock;
+    LONG owners;
 };
 ASSERT_OFFSET(ImageRecord, selectedDC, 4)
 ASSERT_OFFSET(ImageRecord, placeholderBitmap, 8)
@@ -43,6 +46,10 @@ inline Section sectionOf(const ImageRecord* image) { return sectionOf(image->bit
 // A record that takes the bitmap over, also when it cannot be allocated. Null with the error set.
 ImageRecord* Image_FromBitmap(HBITMAP bitmap, bool isDirect, DWORD transparentIndex,
                               COLORREF transparentColor, ErrorRecord* error);
+
+// One more owner, and one less.
+void Image_Join(ImageRecord* image);
+void Image_Leave(ImageRecord* image);
 
 // Every New gives an image that the caller owns, or null with the error set. Images belong to no
 // device.
@@ -69,6 +76,7 @@ ImageRecord* Image_NewFromByteData(DeviceRecord* device, jint width, jint height
 ImageRecord* Image_NewFromHandle(DeviceRecord* device, ImageRecord* image, ErrorRecord* error);
 
 // The rectangle of the image, mirrored or not, with 24 bits per pixel and the same transparency.
+// Takes no lock: a drawing on the image meanwhile, on another thread, may be lost.
 ImageRecord* Image_Flip(ImageRecord* image, bool horizontal, bool vertical, jint x, jint y,
                         jint width, jint height, ErrorRecord* error);
 
@@ -77,6 +85,7 @@ ImageRecord* Image_NewFromFileData(DeviceRecord* device, ByteArguments data, jin
                                    ErrorRecord* error);
 ImageRecord* Image_NewFromFile(DeviceRecord* device, const wchar_t* path, ErrorRecord* error);
 
+// Java has done with the image. Contexts on it may still draw, and end later.
 void Image_Dispose(ImageRecord* image, ErrorRecord* error);
 
 // 0, 0, width, height in pixels.

@@ -2,6 +2,8 @@
 #include "faults.h"
 #include "graphics/color.h"
 #include "leaks.h"
+#include <atomic>
+#include <thread>
 
 class ColorTest : public DeviceTest {
   protected:
@@ -83,6 +85,43 @@ TEST_F(ColorTest, goes_with_the_last_control_that_wears_it) {
     call<void(jint, jint)>("Control_SetBackground", shell, 0);
     dispose(button);
     dispose(shell);
+}
+
+static std::atomic<int> brushesMade;
+static HBRUSH WINAPI makeSlowly(COLORREF color) {
+    ++brushesMade;
+    for (int i = 0; i < 50; ++i) SwitchToThread(); // another thread gets as far
+    return CreateSolidBrush(color);
+}
+
+TEST_F(ColorTest, threads_that_need_its_brush_together_make_one) {
+    jint images[2], graphics[2];
+    for (int i : {0, 1}) {
+        images[i] = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 4, 4, 0);
+        graphics[i] = call<jint(jint)>("Image_NewGraphics", images[i]);
+    }
+    Faults faults;
+    faults.replace("CreateSolidBrush", reinterpret_cast<void*>(makeSlowly));
+    for (int round = 0; round < 20; ++round) {
+        jint color = newColor(10, 20, 30);
+        brushesMade = 0;
+        std::atomic<int> ready = 0;
+        auto fill = [&](int i) {
+            ++ready;
+            while (ready < 2) SwitchToThread();
+            call<void(jint, jint, jint, jint, jint, jint)>("Graphics_FillBackground", graphics[i],
+                                                           color, 0, 0, 4, 4);
+        };
+        std::thread other(fill, 1);
+        fill(0);
+        other.join();
+        EXPECT_EQ(brushesMade, 1);
+        disposeColor(color);
+    }
+    for (int i : {0, 1}) {
+        call<void(jint)>("Graphics_Dispose", graphics[i]);
+        call<void(jint)>("Image_Dispose", images[i]);
+    }
 }
 
 TEST_F(ColorTest, system_colours_have_numbers_of_their_own) {

@@ -306,10 +306,13 @@ TEST_F(GraphicsTest, a_context_that_cannot_be_made_is_an_error_and_leaks_nothing
 
 TEST_F(GraphicsTest, a_control_that_does_not_tell_its_client_area_is_an_error) {
     jint button = newButton(newShell());
+    NoLeaks noLeaks;
     Faults faults;
     faults.fail("GetClientRect", 1, ERROR_INVALID_WINDOW_HANDLE);
     EXPECT_EQ(onControl(button), 0);
     expectReport("Control_NewGraphics", -3, u"Unable to get clipping area::");
+    EXPECT_EQ(faults.countCalls("ReleaseDC"), faults.countCalls("GetDC"))
+        << "Java never learns of the context";
 }
 
 TEST_F(GraphicsTest, contexts_leave_nothing_behind) {
