@@ -1,9 +1,11 @@
 // The device's heap: blocks never move. Fresh and freed memory holds patterns, so that reading what
 // was never written, or is gone, shows; so does a fence behind each block, so that writing beyond
-// its end shows when it is freed.
+// its end shows when it is freed. With a setting the blocks lie on pages of their own, where both
+// show at once.
 
 #include "heap.h"
 #include "emulator.h"
+#include "heap_pages.h"
 #include <algorithm>
 #include <stdint.h>
 #include <stdio.h>
@@ -17,21 +19,46 @@ static constexpr DWORD heapIsDamaged = 0xC0000374; // as the desk's heap says it
 
 static LONG liveBlocks;
 
-SIZE_T sizeOfBlock(HLOCAL block) {
+static constexpr SIZE_T noBlock = static_cast<SIZE_T>(-1);
+
+static SIZE_T fenceFor(SIZE_T size) { return heapUsesPages() ? spareOnPages(size) : fenceSize; }
+
+// -1 for what is no block, or is gone.
+static SIZE_T askedFor(HLOCAL block) {
+    if (heapUsesPages()) return sizeOnPages(block);
     SIZE_T size = LocalSize(block);
-    return size < fenceSize ? 0 : size - fenceSize;
+    return size == noBlock ? noBlock : size - fenceSize;
 }
 
-static BYTE* fenceOf(HLOCAL block) { return static_cast<BYTE*>(block) + sizeOfBlock(block); }
+SIZE_T sizeOfBlock(HLOCAL block) {
+    SIZE_T size = askedFor(block);
+    return size == noBlock ? 0 : size;
+}
 
-static void checkFence(HLOCAL block) {
-    const BYTE* fence = fenceOf(block);
+static BYTE* fenceOf(HLOCAL block, SIZE_T size) { return static_cast<BYTE*>(block) + size; }
+
+static void checkFence(HLOCAL block, SIZE_T size) {
+    const BYTE* fence = fenceOf(block, size);
     auto isWhole = [](BYTE byte) { return byte == fencePattern; };
-    if (std::all_of(fence, fence + fenceSize, isWhole)) return;
+    if (std::all_of(fence, fence + fenceFor(size), isWhole)) return;
     fprintf(stderr, "the heap block at %p was written to beyond its %lu bytes\n", block,
-            static_cast<unsigned long>(sizeOfBlock(block)));
+            static_cast<unsigned long>(size));
     fflush(stderr);
     RaiseException(heapIsDamaged, 0, 0, nullptr);
+}
+
+static HLOCAL take(UINT flags, SIZE_T size) {
+    if (heapUsesPages()) return takePages(size);
+    return LocalAlloc(flags & LMEM_ZEROINIT, size + fenceSize);
+}
+
+static bool giveUp(HLOCAL block, SIZE_T size) {
+    if (heapUsesPages()) {
+        givePagesUp(block);
+        return true;
+    }
+    memset(block, freedPattern, size + fenceSize);
+    return !LocalFree(block);
 }
 
 extern "C" {
@@ -44,9 +71,9 @@ HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    HLOCAL block = LocalAlloc(flags & LMEM_ZEROINIT, size + fenceSize);
+    HLOCAL block = take(flags, size);
     if (!block) return nullptr;
-    memset(fenceOf(block), fencePattern, fenceSize);
+    memset(fenceOf(block, size), fencePattern, fenceFor(size));
     if (!(flags & LMEM_ZEROINIT)) memset(block, freshPattern, size);
     InterlockedIncrement(&liveBlocks);
     return block;
@@ -54,13 +81,12 @@ HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
 
 HLOCAL WINAPI Device_LocalFree(HLOCAL block) {
     if (!block) return nullptr;
-    SIZE_T size = LocalSize(block);
-    if (size == static_cast<SIZE_T>(-1)) return block; // no block, or one that is gone
-    checkFence(block);
-    memset(block, freedPattern, size);
-    HLOCAL left = LocalFree(block);
-    if (!left) InterlockedDecrement(&liveBlocks);
-    return left;
+    SIZE_T size = askedFor(block);
+    if (size == noBlock) return block;
+    checkFence(block, size);
+    if (!giveUp(block, size)) return block;
+    InterlockedDecrement(&liveBlocks);
+    return nullptr;
 }
 
 // The text that it allocates is a block like any other.

@@ -2,11 +2,13 @@
 #include "emulator.h"
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <stdlib.h>
+#include <string.h>
 
 TEST(HeapTest, gives_a_pointer_even_when_movable_memory_is_asked_for) {
-    HLOCAL block = LocalAlloc(LMEM_MOVEABLE, 100);
-    EXPECT_EQ(LocalLock(block), block);
-    EXPECT_EQ(LocalFree(block), nullptr);
+    auto* bytes = static_cast<char*>(LocalAlloc(LMEM_MOVEABLE, 100));
+    EXPECT_EQ(bytes[0], bytes[99]) << "the pattern of fresh memory";
+    EXPECT_EQ(LocalFree(bytes), nullptr);
 }
 
 TEST(HeapTest, clears_memory_when_asked) {
@@ -70,4 +72,69 @@ TEST(HeapTest, counts_the_texts_of_system_errors) {
     EXPECT_EQ(Emulator_CountHeapBlocks(), before + 1);
     LocalFree(text);
     EXPECT_EQ(Emulator_CountHeapBlocks(), before);
+}
+
+// Blocks on pages of their own. This program runs a second time with the setting that asks for
+// them.
+class HeapOfPagesTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        const char* heap = getenv("ZEMVOLT_HEAP");
+        if (!heap || strcmp(heap, "pages") != 0) GTEST_SKIP() << "the heap is the usual one";
+    }
+    static bool canTouch(const void* address) {
+        MEMORY_BASIC_INFORMATION memory;
+        VirtualQuery(address, &memory, sizeof(memory));
+        return memory.State == MEM_COMMIT && memory.Protect == PAGE_READWRITE;
+    }
+};
+
+TEST_F(HeapOfPagesTest, what_lies_behind_a_block_of_words_cannot_be_touched) {
+    for (SIZE_T size : {4, 8, 100, 4096, 4100, 100000}) {
+        auto* bytes = static_cast<char*>(LocalAlloc(LMEM_FIXED, size));
+        memset(bytes, 0, size);
+        EXPECT_TRUE(canTouch(bytes + size - 1)) << size;
+        EXPECT_FALSE(canTouch(bytes + size)) << size;
+        LocalFree(bytes);
+    }
+}
+
+TEST_F(HeapOfPagesTest, blocks_begin_on_a_word) {
+    for (SIZE_T size = 0; size < 10; ++size) {
+        auto* bytes = static_cast<char*>(LocalAlloc(LMEM_FIXED, size));
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(bytes) % 4, 0u);
+        EXPECT_FALSE(canTouch(bytes + (size + 3) / 4 * 4)) << size;
+        EXPECT_EQ(LocalFree(bytes), nullptr);
+    }
+}
+
+TEST_F(HeapOfPagesTest, a_freed_block_can_never_be_touched_again) {
+    auto* freed = static_cast<char*>(LocalAlloc(LPTR, 100));
+    LocalFree(freed);
+    EXPECT_FALSE(canTouch(freed));
+    for (int i = 0; i < 100; ++i) LocalFree(LocalAlloc(LPTR, 100));
+    EXPECT_FALSE(canTouch(freed)) << "blocks that came later lie elsewhere";
+}
+
+TEST_F(HeapOfPagesTest, a_block_is_freed_once) {
+    LONG before = Emulator_CountHeapBlocks();
+    HLOCAL block = LocalAlloc(LPTR, 100);
+    EXPECT_EQ(LocalFree(block), nullptr);
+    EXPECT_EQ(LocalFree(block), block);
+    EXPECT_EQ(Emulator_CountHeapBlocks(), before);
+}
+
+TEST_F(HeapOfPagesTest, pages_are_used_again_in_the_end_but_those_of_live_blocks) {
+    constexpr SIZE_T large = 16 << 20;
+    constexpr int moreThanThereIsRoomFor = 40;
+    auto* kept = static_cast<char*>(LocalAlloc(LMEM_FIXED, 4));
+    memcpy(kept, "kept", 4);
+    for (int i = 0; i < moreThanThereIsRoomFor; ++i) {
+        auto* block = static_cast<char*>(LocalAlloc(LPTR, large));
+        ASSERT_NE(block, nullptr) << i;
+        ASSERT_FALSE(block <= kept && kept < block + large) << i;
+        ASSERT_EQ(LocalFree(block), nullptr) << i;
+    }
+    EXPECT_EQ(memcmp(kept, "kept", 4), 0);
+    LocalFree(kept);
 }
