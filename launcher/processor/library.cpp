@@ -10,14 +10,20 @@ static Image toolkit;
 static std::list<Image> companions;
 static LPTOP_LEVEL_EXCEPTION_FILTER nextFilter;
 
-// A fault of a memory access, which the emulated processor makes in this process's own name.
-static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
+// Whether the device's code runs on this thread.
+static bool reportProcessor() {
     Processor* processor = currentProcessor();
     if (processor)
         processor->report(processor->isRunning() ? "faults" : "called this side, which faults");
+    return processor;
+}
+
+// A fault of a memory access, which the emulated processor makes in this process's own name.
+static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
+    bool runs = reportProcessor();
     LONG answer = nextFilter ? nextFilter(fault) : EXCEPTION_CONTINUE_SEARCH;
     // All is said; a debugger, for which the system would wait, is not there.
-    if (processor && answer == EXCEPTION_CONTINUE_SEARCH) TerminateProcess(GetCurrentProcess(), 1);
+    if (runs && answer == EXCEPTION_CONTINUE_SEARCH) TerminateProcess(GetCurrentProcess(), 1);
     return answer;
 }
 
@@ -121,4 +127,6 @@ __declspec(dllexport) void Processor_NoteByteResults(void* const* functions, uin
 }
 
 __declspec(dllexport) uint64_t Processor_Count() { return countInstructions(); }
+
+__declspec(dllexport) void Processor_Report() { reportProcessor(); }
 }

@@ -69,3 +69,7 @@ unsigned long long toolkitInstructions() {
     if (!processor) return 0;
     return processorFunction<unsigned long long (*)()>("Processor_Count")();
 }
+
+void reportProcessor() {
+    if (processor) processorFunction<void (*)()>("Processor_Report")();
+}

@@ -28,3 +28,7 @@ void tellToolkitOf(const JNINativeInterface_* table);
 
 // Instructions that the emulated processor has run; 0 on the desk's own.
 unsigned long long toolkitInstructions();
+
+// Says on standard error what the device's code does on the calling thread: where a fault was met.
+// Nothing where it does not run.
+void reportProcessor();
