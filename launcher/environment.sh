@@ -8,7 +8,7 @@ jre=$run/jre32/usr/lib/jvm/java-17-openjdk-i386
 wine=/usr/lib/wine/wine
 
 # The recipe of a prefix; a prefix of another recipe, or of a folder that was moved, is made anew.
-prefix_recipe="5 in $root"
+prefix_recipe="6 in $root"
 
 fail() {
     echo "zemvolt: $*" >&2
