@@ -1,9 +1,9 @@
 # Sourced by zemvolt: installs what is missing, unpacks the Java run-time, builds. Says what it will
 # install before it does, and does nothing when everything is there.
 
-host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless
+host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless ecj
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
-device_packages=(clang-14 lld-14)
+device_packages=(clang-14 lld-14 gcab)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
 foreign_packages=(wine32:i386)
 

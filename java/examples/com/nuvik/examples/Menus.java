@@ -1,8 +1,7 @@
 package com.nuvik.examples;
 
 import com.nuvik.wyx.dovr.OS;
-import java.util.ArrayDeque;
-import java.util.Deque;
+import java.util.Vector;
 
 /**
  * A whole application window: a menu bar with drop-down menus, accelerators, a pop-up menu on tap and
@@ -22,7 +21,7 @@ public final class Menus {
     private static final String[] SIZES = {"Small", "Medium", "Large"};
 
     private final Program program = new Program();
-    private final Deque<Integer> widgets = new ArrayDeque<>();
+    private final Vector widgets = new Vector();
     private final int shell = program.newMainShell("Menus");
     private final int[] fonts = new int[SIZES.length];
     private final int[] sizeItems = new int[SIZES.length];
@@ -31,15 +30,14 @@ public final class Menus {
     private int list;
 
     private int keep(int widget) {
-        widgets.push(widget);
+        widgets.addElement(new Integer(widget));
         return widget;
     }
 
-    private void onMenu(int item, Runnable action) {
+    private void onMenu(int item, final Runnable action) {
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 item,
                 new Program.Listener() {
-                    @Override
                     void menu(int code) {
                         action.run();
                     }
@@ -67,7 +65,7 @@ public final class Menus {
 
     private void chooseSize(int size) {
         for (int i = 0; i < SIZES.length; i++) OS.StateMenuItem_SetSelection(sizeItems[i], i == size);
-        for (int row : rows) OS.Control_SetFont(row, fonts[size]);
+        for (int i = 0; i < rows.length; i++) OS.Control_SetFont(rows[i], fonts[size]);
         say(SIZES[size]);
     }
 
@@ -75,12 +73,18 @@ public final class Menus {
         int bar = keep(OS.MenuBar_New(shell));
         int sizes = keep(OS.DropDownMenu_New(shell));
         for (int i = 0; i < SIZES.length; i++) {
-            int size = i;
+            final int size = i;
             fonts[i] = OS.Font_NewLogical(program.display, 2, 7 + 3 * i, i == 2 ? 2 : 0);
             sizeItems[i] = keep(OS.StateMenuItem_New(sizes, i, RADIO));
             OS.LabeledMenuItem_SetText(sizeItems[i], SIZES[i], "Ctrl+" + (i + 1));
             OS.LabeledMenuItem_SetAccelerator(sizeItems[i], CONTROL | ('1' + i));
-            onMenu(sizeItems[i], () -> chooseSize(size));
+            onMenu(
+                    sizeItems[i],
+                    new Runnable() {
+                        public void run() {
+                            chooseSize(size);
+                        }
+                    });
         }
         int view = keep(OS.DropDownMenu_New(shell));
         cascade(view, 0, "Text size", sizes);
@@ -88,35 +92,64 @@ public final class Menus {
         int colored = keep(OS.StateMenuItem_New(view, 2, 0));
         OS.LabeledMenuItem_SetText(colored, "&Colour", "F1");
         OS.LabeledMenuItem_SetAccelerator(colored, F1);
-        onMenu(colored, this::toggleColor);
+        onMenu(
+                colored,
+                new Runnable() {
+                    public void run() {
+                        toggleColor();
+                    }
+                });
         int file = keep(OS.DropDownMenu_New(shell));
-        push(file, 0, "About...", "", 0, this::showAbout);
-        push(file, 1, "Exit", "Ctrl+Shift+X", CONTROL | SHIFT | 'x', program::leave);
+        push(
+                file, 0, "About...", "", 0,
+                new Runnable() {
+                    public void run() {
+                        showAbout();
+                    }
+                });
+        push(
+                file, 1, "Exit", "Ctrl+Shift+X", CONTROL | SHIFT | 'x',
+                new Runnable() {
+                    public void run() {
+                        program.leave();
+                    }
+                });
         cascade(bar, 0, "File", file);
         cascade(bar, 1, "View", view);
-        push(bar, 2, "Top", "", 0, () -> scrollTo(0));
+        push(
+                bar, 2, "Top", "", 0,
+                new Runnable() {
+                    public void run() {
+                        scrollTo(0);
+                    }
+                });
         OS.Shell_SetMenuBar(shell, bar);
     }
 
     private boolean isColored;
 
+    private void colorRows() {
+        for (int i = 0; i < rows.length; i++) {
+            OS.Control_SetBackground(rows[i], isColored ? rowColor : 0);
+        }
+    }
+
     private void toggleColor() {
         isColored = !isColored;
-        for (int row : rows) OS.Control_SetBackground(row, isColored ? rowColor : 0);
+        colorRows();
         say(isColored ? "coloured" : "plain");
     }
 
     private void showAbout() {
         int closeBoxTitleModal = 0x1 | 0x20 | 0x40 | BORDER;
-        int about = OS.Shell_NewChild(shell, closeBoxTitleModal);
+        final int about = OS.Shell_NewChild(shell, closeBoxTitleModal);
         com.nuvik.wyx.k4tr.OS.Shell_SetText(about, "About");
-        int box = OS.Checkbox_New(about, 0);
+        final int box = OS.Checkbox_New(about, 0);
         OS.Button_SetLabel(box, "Show this at start");
         Program.place(box, 20, 20, 150, 24);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 about,
                 new Program.Listener() {
-                    @Override
                     void window(int event) {
                         if (event != Program.CLOSE_REQUESTED) return;
                         com.nuvik.wyx.k4tr.OS.Control_SetVisible(about, false);
@@ -156,7 +189,6 @@ public final class Menus {
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 verticalBar,
                 new Program.Listener() {
-                    @Override
                     void scrolled(int value, int kind) {
                         placeRows(value);
                         say("scrolled to " + value);
@@ -172,11 +204,10 @@ public final class Menus {
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 bar,
                 new Program.Listener() {
-                    @Override
                     void scrolled(int value, int kind) {
                         int old = rowColor;
                         rowColor = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 255 - value, 170);
-                        for (int row : rows) OS.Control_SetBackground(row, isColored ? rowColor : 0);
+                        colorRows();
                         com.nuvik.wyx.k4tr.OS.Color_Dispose(old);
                         say("shade " + value);
                     }
@@ -185,13 +216,24 @@ public final class Menus {
 
     /** A menu where the person taps and holds. */
     private void makePopup() {
-        int popup = keep(OS.PopupMenu_New(list));
-        push(popup, 0, "Mark all", "", 0, () -> markAll(true));
-        push(popup, 1, "Mark none", "", 0, () -> markAll(false));
+        final int popup = keep(OS.PopupMenu_New(list));
+        push(
+                popup, 0, "Mark all", "", 0,
+                new Runnable() {
+                    public void run() {
+                        markAll(true);
+                    }
+                });
+        push(
+                popup, 1, "Mark none", "", 0,
+                new Runnable() {
+                    public void run() {
+                        markAll(false);
+                    }
+                });
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 list,
                 new Program.Listener() {
-                    @Override
                     void pointer(int type, int x, int y, int button, int modifiers) {
                         if (type == RELEASE && (modifiers & CONTEXT_GESTURE) != 0) OS.PopupMenu_Show(popup, x, y);
                     }
@@ -199,7 +241,7 @@ public final class Menus {
     }
 
     private void markAll(boolean marked) {
-        for (int row : rows) OS.Button_SetSelection(row, marked);
+        for (int i = 0; i < rows.length; i++) OS.Button_SetSelection(rows[i], marked);
         say(marked ? "all marked" : "none marked");
     }
 
@@ -214,10 +256,12 @@ public final class Menus {
         say("ready");
         program.run();
         OS.Shell_SetMenuBar(shell, 0);
-        while (!widgets.isEmpty()) program.dispose(widgets.pop());
+        for (int i = widgets.size(); i-- > 0; ) {
+            program.dispose(((Integer) widgets.elementAt(i)).intValue());
+        }
         program.dispose(shell);
         com.nuvik.wyx.k4tr.OS.Color_Dispose(rowColor);
-        for (int font : fonts) com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
+        for (int i = 0; i < fonts.length; i++) com.nuvik.wyx.k4tr.OS.Font_Dispose(fonts[i]);
         program.end();
         say("closed");
     }

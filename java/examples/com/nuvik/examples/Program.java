@@ -1,8 +1,12 @@
 package com.nuvik.examples;
 
+import com.nuvik.wyx.WYXErrorHandler;
 import com.nuvik.wyx.k4tr.OS;
 
-/** The display and event loop that every example needs. */
+/**
+ * The display and event loop that every example needs. As it runs on devices too it is written for
+ * their Java, like the examples that run there.
+ */
 final class Program {
     static final int CLOSE_REQUESTED = 201;
 
@@ -44,7 +48,6 @@ final class Program {
 
     /** Ends the program when the person closes its shell. */
     class MainShell extends Listener {
-        @Override
         void window(int event) {
             if (event == CLOSE_REQUESTED) leave();
         }
@@ -52,8 +55,10 @@ final class Program {
 
     Program() {
         OS.wyxErrorHandler =
-                (function, code, message) -> {
-                    throw new IllegalStateException(function + ": " + message + " (" + code + ")");
+                new WYXErrorHandler() {
+                    public void respond(String function, int code, String message) {
+                        throw new IllegalStateException(function + ": " + message + " (" + code + ")");
+                    }
                 };
         display = OS.Display_New();
         OS.Display_InitCallbacks(display, this);
@@ -108,8 +113,14 @@ final class Program {
     }
 
     /** Dispatches events until the main shell is closed, and does something at every tick. */
-    void run(int milliseconds, Runnable tick) {
-        Thread clock = new Thread(() -> wakeEvery(milliseconds));
+    void run(final int milliseconds, Runnable tick) {
+        Thread clock =
+                new Thread(
+                        new Runnable() {
+                            public void run() {
+                                wakeEvery(milliseconds);
+                            }
+                        });
         clock.setDaemon(true);
         clock.start();
         long next = System.currentTimeMillis();
@@ -139,7 +150,7 @@ final class Program {
         try {
             thread.join();
         } catch (InterruptedException impossible) {
-            throw new IllegalStateException(impossible);
+            throw new IllegalStateException(impossible.toString());
         }
     }
 

@@ -15,12 +15,11 @@ public final class Tap {
     private void run() {
         Program program = new Program();
         int shell = program.newMainShell("Tap");
-        int button = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
+        final int button = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
         com.nuvik.wyx.dovr.OS.Button_SetLabel(button, "Tap me");
         OS.Widget_SetData(
                 button,
                 new Program.Listener() {
-                    @Override
                     void selected() {
                         String label = ++taps == 1 ? "Tapped once" : "Tapped " + taps + " times";
                         com.nuvik.wyx.dovr.OS.Button_SetLabel(button, label);
