@@ -7,7 +7,8 @@ set(ZEMVOLT_VM "\"\\Windows\\java.exe\" -classpath \"{classpath}\" {class}"
     CACHE STRING "The command line of the device's Java virtual machine, in the package's shortcuts")
 
 set(package ${CMAKE_BINARY_DIR}/package)
-set(package_jars ${CMAKE_BINARY_DIR}/java/zemvolt11.jar ${CMAKE_BINARY_DIR}/java/device-examples.jar)
+set(package_jars zemvolt11.jar device-examples.jar selftest.jar)
+list(TRANSFORM package_jars PREPEND ${CMAKE_BINARY_DIR}/java/)
 set(java ${PROJECT_SOURCE_DIR}/java)
 set(guide ${PROJECT_SOURCE_DIR}/docs/device.md)
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/vm.txt CONTENT "@ZEMVOLT_VM@" @ONLY)

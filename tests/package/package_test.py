@@ -16,8 +16,8 @@ import zipfile
 ROOT = pathlib.Path(__file__).parent.parent.parent
 BUILD = pathlib.Path(sys.argv.pop(1))
 PACKAGE = BUILD / "package"
-JARS = ("zemvolt11.jar", "device-examples.jar")
-SHORTCUTS = ("Tap.lnk", "Menus.lnk")
+JARS = ("zemvolt11.jar", "device-examples.jar", "selftest.jar")
+SHORTCUTS = ("Tap.lnk", "Menus.lnk", "Self-test.lnk")
 VM = '"\\Windows\\java.exe" -classpath "{classpath}" {class}'
 
 
