@@ -49,7 +49,6 @@ public final class SelfTest {
         Checks[] groups = groups(alone);
         for (int i = 0; i < groups.length; i++) groups[i].runAll(stage, report);
         report.end();
-        System.out.println(report.done() + " checks, " + report.differences() + " differ");
         if (!alone) showEnd(stage, report);
         stage.end();
     }
@@ -57,7 +56,9 @@ public final class SelfTest {
     private static void showEnd(Stage stage, Report report) {
         final String closed = "window 201";
         Recorder recorder = stage.listen(stage.shell);
-        stage.tell(report.differences() + " of " + report.done() + " differ. Close with ok.");
+        String end = report.differences() + " of " + report.done() + " differ. Close with ok.";
+        stage.tell(end);
+        System.out.println(end);
         stage.awaitPerson(recorder, closed, closed);
     }
 }

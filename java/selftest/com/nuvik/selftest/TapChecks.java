@@ -33,7 +33,8 @@ final class TapChecks extends Checks {
     }
 
     private void ask(String what) {
-        stage.tell(alone ? what + " (alone)" : what);
+        stage.tell(what);
+        if (!alone) System.out.println(what);
     }
 
     private void tap() {
