@@ -26,8 +26,6 @@ as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-is_installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
-
 # Of what is to be unpacked, that which is not there.
 missing_unpacked() {
     local entry folder proof
@@ -37,9 +35,13 @@ missing_unpacked() {
     done
 }
 
+# One answer for all: asking takes longer than looking. What is of one kind for all processors is
+# installed as that of this machine.
 missing_of() {
-    local package
-    for package in "$@"; do is_installed "$package" || echo "$package"; done
+    comm -23 <(printf '%s\n' "$@" | sort) <(
+        dpkg-query -W -f '${db:Status-Status} ${Package}\n${db:Status-Status} ${Package}:${Architecture}\n' \
+            "$@" 2>/dev/null | sed -n 's/^installed //p' | sort
+    )
 }
 
 # The machine's own sources without the ones that carry fixes for some architectures only: lists
@@ -139,12 +141,82 @@ unpack_package() {
     rm -rf "${run:?}/$folder" && mv "$new" "$run/$folder"
 }
 
+for_device=("${device_packages[@]}" "$arm_arithmetic")
+
+# leave_moved FOLDER: what was built in another place can neither be used nor built on.
+leave_moved() {
+    local home
+    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$1/CMakeCache.txt" 2>/dev/null)
+    if [ -z "$home" ] || { [ "$home" = "$root" ] && [ -f "$1/build.ninja" ] &&
+        grep -qxF "# For build in directory: $1" "$1/CMakeCache.txt"; }; then
+        return
+    fi
+    echo "zemvolt: this checkout was copied or moved; building anew"
+    rm -rf "$1"
+}
+
+# Tells how far a build is, now and then.
+tell_progress() {
+    tee "$1" | awk -F'[][/]' '/^\[[0-9]+\/[0-9]+\]/ {
+        if (!parts && $3 > 5) { parts = 4; next_part = 1 }
+        while (parts && $2 >= next_part * $3 / parts && next_part < parts) {
+            if (!told[next_part]++) print "zemvolt: built " $2 " of " $3
+            ++next_part
+        }
+        fflush() }'
+}
+
+# is_current STAMP FOLDER...: nothing of the sources is newer than what was built of them.
+is_current() {
+    [ -f "$1" ] && [ -z "$(find "${@:2}" -newer "$1" -print -quit 2>&1)" ]
+}
+
+# build running|all: what running needs, or the tests and their images too. One at a time.
 build() {
-    local log=$run/logs/build.log
-    mkdir -p "$run/logs"
-    [ -f "$bin/zemvolt11.dll" ] || echo "zemvolt: building, which takes some minutes the first time"
-    (cd "$root" && cmake --preset desk && cmake --build --preset desk) >"$log" 2>&1 || {
-        grep -E 'error|Error|FAILED' "$log" | head -20 >&2
-        fail "the build failed (see $log)"
+    local log=$run/logs/build.log folder=$build/desk stamp tests=OFF
+    local sources=("$root"/{CMakeLists.txt,CMakePresets.json,cmake,companion,emulator,include,java,launcher,platform,src})
+    stamp=$folder/.built-$1
+    if [ "$1" = all ]; then
+        tests=ON
+        sources+=("$root"/{bench,tests})
+    fi
+    is_current "$stamp" "${sources[@]}" && return
+    mkdir -p "$run/logs" 2>/dev/null && [ -w "$run/logs" ] ||
+        fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
+    exec 6>"$run/build.lock"
+    flock -n 6 || {
+        echo "zemvolt: waiting for another build of this checkout"
+        flock 6
     }
+    if ! is_current "$stamp" "${sources[@]}"; then
+        leave_moved "$folder"
+        [ -f "$bin/zemvolt11.dll" ] || echo "zemvolt: building, which takes some minutes the first time"
+        grep -qs '^ZEMVOLT_TESTS:BOOL=ON' "$folder/CMakeCache.txt" && tests=ON
+        mkdir -p "$folder" && touch "$stamp.new"
+        {
+            (cd "$root" && cmake --preset desk -B "$folder" -DZEMVOLT_TESTS=$tests) &&
+                cmake --build "$folder" --target "$1"
+        } 2>&1 6>&- | tell_progress "$log"
+        [ "${PIPESTATUS[0]}" = 0 ] || {
+            grep -E 'error|Error|FAILED' "$log" | head -20 >&2
+            fail "the build failed (see $log)"
+        }
+        mv "$stamp.new" "$stamp"
+    fi
+    exec 6>&-
+}
+
+# build_for_device CMAKE-OPTIONS...
+build_for_device() {
+    install_missing "${host_packages[@]}" "${for_device[@]}"
+    leave_moved "$build/device"
+    (cd "$root" && cmake --preset device -B "$build/device" "$@") && cmake --build "$build/device" -j2
+}
+
+setup_for_running() {
+    local for_processor=()
+    [ -z "$device_code" ] || for_processor=("${for_device[@]}" "$arm_processor")
+    install_missing "${host_packages[@]}" "${for_processor[@]}"
+    build running
+    [ -z "$device_code" ] || build_for_device || fail "the library for the device cannot be built"
 }

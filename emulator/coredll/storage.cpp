@@ -8,15 +8,21 @@ static bool isOfDevice(const std::wstring& path) {
 
 static std::wstring folderOf(const std::wstring& path) { return path.substr(0, path.rfind(L'\\')); }
 
-// The libraries lie in a folder of the build; the storage is its neighbour.
-static std::wstring makeRoot() {
+// Where the environment says. Else beside the folder of the build in which the libraries lie.
+static std::wstring placeOfRoot() {
     HMODULE library;
     wchar_t path[MAX_PATH];
+    DWORD length = GetEnvironmentVariableW(L"ZEMVOLT_STORAGE", path, MAX_PATH);
+    if (length && length < MAX_PATH) return path;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                            GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(makeRoot), &library);
+                       reinterpret_cast<LPCWSTR>(placeOfRoot), &library);
     GetModuleFileNameW(library, path, MAX_PATH);
-    std::wstring root = folderOf(folderOf(path)) + L"\\storage";
+    return folderOf(folderOf(path)) + L"\\storage";
+}
+
+static std::wstring makeRoot() {
+    std::wstring root = placeOfRoot();
     CreateDirectoryW(root.c_str(), nullptr);
     CreateDirectoryW((root + documentsFolder).c_str(), nullptr);
     return root;

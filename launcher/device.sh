@@ -1,0 +1,167 @@
+# Sourced by the launcher's scripts behind environment.sh: emulated devices. A device is a folder with
+# all that its programs change: the state of a Wine prefix, the storage, temporary files and logs. What
+# no program changes is shared with the prefix that make-prefix makes.
+#
+# A device lives as long as somebody holds the lock of its folder: the script that made it, or the
+# program that this script becomes. A keeper waits for that lock and then ends what still runs on the
+# device and removes it, however its owner ended. When the keeper is gone too, the next device's
+# maker does it.
+
+devices=$run/devices
+
+# processes_of FOLDER: the ids of the device's processes, known by their environment.
+processes_of() {
+    grep -lzxF "ZEMVOLT_RUN=$1" /proc/[0-9]*/environ 2>/dev/null | cut -d/ -f3
+}
+
+# await_ends SECONDS PID...: until none of the processes is there, or the time is over.
+await_ends() {
+    local seconds=$1 pid
+    shift
+    for pid in "$@"; do
+        timeout "$seconds" tail -s 0.05 --pid="$pid" -f /dev/null || return 1
+    done
+}
+
+# Asks the processes of the device to end, and ends those that do not within some seconds.
+end_processes() {
+    local pids
+    mapfile -t pids < <(processes_of "$1")
+    [ ${#pids[@]} = 0 ] && return
+    kill -TERM "${pids[@]}" 2>/dev/null
+    await_ends "${2:-2}" "${pids[@]}" && return
+    mapfile -t pids < <(processes_of "$1")
+    [ ${#pids[@]} = 0 ] || kill -KILL "${pids[@]}" 2>/dev/null
+}
+
+# What a display that was killed leaves among the temporary files, unless another has its number now.
+forget_display() {
+    local number pid
+    read -r number pid <"$1/display" 2>/dev/null || return 0
+    [ "$(tr -d ' ' <"/tmp/.X$number-lock" 2>/dev/null)" = "$pid" ] || return 0
+    await_ends 2 "$pid" || return 0
+    rm -f "/tmp/.X$number-lock" "/tmp/.X11-unix/X$number"
+}
+
+# end_device FOLDER: ends what runs on the device and removes it. The Java program first: it may have
+# something to do in the end.
+end_device() {
+    local java
+    if read -r java <"$1/java" 2>/dev/null; then
+        processes_of "$1" | grep -qx "$java" && kill -TERM "$java" 2>/dev/null && await_ends 5 "$java"
+        rm -f "/tmp/.java_pid$java"
+    fi
+    end_processes "$1"
+    forget_display "$1"
+    rm -rf "$1"
+}
+
+# Ends the devices whose owner and keeper are gone.
+end_lost_devices() {
+    local folder
+    for folder in "$devices"/*/; do
+        folder=${folder%/}
+        [ -e "$folder/lock" ] || continue
+        (
+            exec 8<"$folder/lock"
+            flock -n 8 && end_device "$folder"
+        )
+    done
+}
+
+# registry_of KIND: what a device has of its own in the current user's part of the registry, and in
+# the machine's. The imaging component serves every kind of apartment.
+user_registry() {
+    cat <<'REG'
+
+[Software\\Wine\\Explorer] 1
+"Desktop"="device"
+
+[Software\\Wine\\Explorer\\Desktops] 1
+"device"="240x320"
+REG
+    [ "$1" = x11 ] || cat <<'REG'
+
+[Software\\Wine\\Drivers] 1
+"Graphics"="null"
+REG
+}
+machine_registry() {
+    cat <<'REG'
+
+[Software\\Classes\\CLSID\\{327ABDA8-072B-11D3-9D7B-0000F81EF32E}] 1
+@="ImagingFactory"
+
+[Software\\Classes\\CLSID\\{327ABDA8-072B-11D3-9D7B-0000F81EF32E}\\InprocServer32] 1
+@="y:\\imaging.dll"
+"ThreadingModel"="Both"
+REG
+}
+
+# fill_device FOLDER KIND STORAGE: the prefix of a device, from the one that make-prefix made. Its
+# drives: c: as ever, x: the storage, y: the programs and libraries, z: this machine's root.
+fill_device() {
+    local shared
+    mkdir -p "$1"/{dosdevices,drive_c,tmp,logs} "$3" || return 1
+    for shared in "$run"/prefix/drive_c/*; do
+        [ "${shared##*/}" = users ] || ln -s "$shared" "$1/drive_c/"
+    done
+    cp -a "$run/prefix/drive_c/users" "$1/drive_c/" &&
+        ln -s ../drive_c "$1/dosdevices/c:" && ln -s "$bin" "$1/dosdevices/y:" &&
+        ln -s "$3" "$1/dosdevices/x:" && ln -s / "$1/dosdevices/z:" &&
+        cp "$run"/prefix/{system,user,userdef}.reg "$run/prefix/.update-timestamp" "$1/" &&
+        user_registry "$2" >>"$1/user.reg" && machine_registry >>"$1/system.reg"
+}
+
+# new_device null|x11 [STORAGE]: makes a device and leaves its folder in device. A null device has a
+# screen without a display, for tests; the other one shows it. Its storage goes with it unless another
+# folder is named. The lock is on file descriptor 9, which what is started from here must not inherit
+# unless it is the device's owner.
+new_device() {
+    "$root/launcher/make-prefix" || exit 1
+    mkdir -p "$devices" || fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
+    exec 7>"$devices/making"
+    flock 7
+    end_lost_devices 7>&-
+    device=$(mktemp -d "$devices/XXXXXX")
+    exec 9>"$device/lock"
+    flock 9
+    exec 7>&-
+    fill_device "$device" "$1" "${2:-$device/storage}" || fail "the device cannot be made in $device"
+    setsid "$root/launcher/keep-device" "$device" </dev/null >/dev/null 2>&1 9>&- &
+    disown
+}
+
+# shared_device: the one device, without a display, on which the programs of the unit tests run one after
+# the other; starting it for each would take longer than most of them. It stays until its processes
+# are ended. Its folder is left in device.
+shared_device() {
+    "$root/launcher/make-prefix" || exit 1
+    device=$run/device
+    exec 7>"$run/device.lock"
+    flock 7
+    if [ ! "$device/system.reg" -nt "$run/prefix/.recipe" ] ||
+        [ "$(readlink "$device/dosdevices/y:")" != "$bin" ]; then
+        end_device "$device" 7>&-
+        fill_device "$device" null "$device/storage" || fail "the device cannot be made in $device"
+    fi
+    exec 7>&-
+}
+
+# enter_device FOLDER KIND: the environment in which the device's programs run.
+enter_device() {
+    export ZEMVOLT_RUN=$1 ZEMVOLT_STORAGE=x:
+    export WINEPREFIX=$1 WINEARCH=win32 WINESERVER=/usr/lib/wine/wineserver32 TMPDIR=$1/tmp
+    export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe,winemenubuilder.exe=d"
+    export FONTCONFIG_FILE=$run/fontconfig/fonts.conf
+    unset LD_PRELOAD
+    # A test must not reach a screen that happens to be there.
+    if [ "$2" = null ]; then unset DISPLAY WAYLAND_DISPLAY; fi
+}
+
+# The services and the desktop of the device must start without the preloaded library, which their
+# processes could not use.
+open_desk() {
+    "$wine" "$bin/opendesk.exe" >>"$ZEMVOLT_RUN/logs/opendesk.log" 2>&1 </dev/null 9>&- ||
+        fail "the device's screen cannot be opened"
+}

@@ -1,0 +1,277 @@
+# Sourced by zemvolt: runs examples and programs, each on a device of its own.
+
+# A screen of the device's size, of this run's own.
+start_display() {
+    local number xvfb
+    mkfifo "$device/displayfd"
+    ZEMVOLT_RUN=$device Xvfb -displayfd 3 -screen 0 240x320x24 -noreset -nolisten tcp \
+        3<>"$device/displayfd" >"$device/logs/xvfb.log" 2>&1 </dev/null 9>&- &
+    xvfb=$!
+    disown
+    read -r -t 20 number <>"$device/displayfd" ||
+        fail "the display cannot be started: $(tail -n1 "$device/logs/xvfb.log")"
+    echo "$number $xvfb" >"$device/display"
+    export DISPLAY=:$number
+}
+
+display_works() { [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; }
+
+# wait_for_lines COUNT PATTERN FILE PROGRAM: until the program's output has so many of such lines, or
+# it has ended, or hangs.
+wait_for_lines() {
+    local seen
+    seen=$(timeout 60 tail -n +1 -F --pid="$4" "$3" 2>/dev/null | grep -m "$1" -c -E "$2")
+    [ "$seen" = "$1" ]
+}
+
+# What the examples' scripts play the person with. Each waits for what it brings about.
+# wait_said PATTERN [COUNT]
+wait_said() {
+    wait_for_lines "${2:-1}" "$1" "$output" "$program" || { cat "$output" >&2; exit 1; }
+}
+# wait_shown TITLE: until there is a window with that title.
+wait_shown() {
+    timeout 60 xdotool search --sync --onlyvisible --name "^$1\$" >/dev/null 2>&1 ||
+        { cat "$output" >&2; exit 1; }
+}
+tap() { xdotool mousemove "$1" "$2" click 1; }
+tap_and_hold() {
+    xdotool mousemove "$1" "$2" mousedown 1 sleep 1 mouseup 1
+}
+key() { xdotool key "$@"; }
+# A file is there as a whole or not at all: several runs may leave the latest.
+screenshot() {
+    local folder=$build/screenshots file=$device/screenshot.png
+    xdotool mousemove 0 319
+    import -silent -window root "$file" || return 1
+    if [ -z "$screenshot" ]; then
+        screenshot=$folder/$example-$$.png
+        mkdir -p "$folder" && cp "$file" "$device/latest.png" && mv "$device/latest.png" "$build/screenshot.png"
+    fi
+    mv "$file" "$screenshot" && echo "$screenshot" >"$device/screenshot"
+}
+close_window() { xdotool key Alt_L+F4; }
+
+# The program ends with this script, but is asked to, and its own exit code is told.
+start_java() {
+    "$root/launcher/java-on-device" --screen "$device" $device_code "$@" 9>&- &
+    program=$!
+}
+await_program() {
+    local code
+    trap 'kill -TERM $program 2>/dev/null' TERM INT HUP
+    trap 'kill -QUIT $program 2>/dev/null' QUIT
+    wait "$program"
+    code=$?
+    # A trapped signal ends the waiting before the program has ended.
+    while kill -0 "$program" 2>/dev/null; do
+        wait "$program"
+        code=$?
+    done
+    return $code
+}
+
+examples=$root/launcher/examples
+example_names() { basename -s .sh "$examples"/*.sh; }
+example_options=() # of the example itself
+toolkit=$build/desk/java/zemvolt11.jar
+
+start_example() {
+    start_java "${example_options[@]}" "${vm_words[@]}" -cp "$toolkit:$build/desk/java/examples.jar" "$example_class"
+}
+
+# Plays the person that this machine has no display for.
+play_example() {
+    output=$device/output
+    start_display
+    start_example >"$output" 2>&1 </dev/null
+    (
+        exec 9>&-
+        play
+    ) || return 1
+    await_program
+    local code=$?
+    cat "$output"
+    [ $code = 0 ] && read -r screenshot <"$device/screenshot" &&
+        echo "screenshot: ${screenshot#"$root/"}"
+    return $code
+}
+
+run_example() {
+    . "$examples/$1.sh"
+    if ! display_works; then
+        play_example
+        return
+    fi
+    start_example </dev/null
+    await_program
+}
+
+# Adds the toolkit to the program's class path.
+run_program() {
+    local words=()
+    while [ $# -gt 0 ]; do
+        case $1 in
+        -cp | -classpath | --class-path)
+            [ $# -ge 2 ] || fail "$1 wants a value"
+            words+=(-cp "$toolkit:$2")
+            shift
+            ;;
+        --class-path=*) words+=(-cp "$toolkit:${1#*=}") ;;
+        -jar) words+=("-Xbootclasspath/a:$toolkit" "$@") && break ;;
+        -*) words+=("$1") ;;
+        *) words+=("$@") && break ;; # what follows is the program's
+        esac
+        shift
+    done
+    display_works || start_display
+    start_java "${words[@]}" </dev/null
+    await_program
+}
+
+# What the device's sound is asked for: to a file, at another speed, and on this machine's output.
+sound_to_file() {
+    local file
+    file=$(realpath -m -- "$1")
+    [ -w "$file" ] || { [ ! -e "$file" ] && [ -w "$(dirname "$file")" ]; } ||
+        fail "$1 cannot be written"
+    export ZEMVOLT_SOUND_FILE=Z:$file # as the device sees it
+}
+
+sound_at_speed() {
+    [[ $1 =~ ^[0-9]{1,6}$ ]] || fail "--sound-speed wants a number"
+    export ZEMVOLT_SOUND_SPEED=$1
+}
+
+has_sound_output() {
+    [ -n "${PULSE_SERVER:-}" ] || [ -S "${XDG_RUNTIME_DIR:-/run/user/$(id -u)}/pulse/native" ] ||
+        grep -qs '^ *[0-9]' /proc/asound/cards
+}
+
+keep_storage() {
+    storage=$(realpath -m -- "$1")
+    mkdir -p "$storage" 2>/dev/null && [ -w "$storage" ] || fail "$1 cannot be written"
+}
+
+screenshot_to() {
+    screenshot=$(realpath -m -- "$1")
+    [ -d "$(dirname "$screenshot")" ] && [ -w "$(dirname "$screenshot")" ] ||
+        fail "$1 cannot be written"
+}
+
+version() {
+    local revision
+    revision=$(git -C "$root" describe --always --dirty 2>/dev/null) || revision=unknown
+    echo "zemvolt11, revision $revision"
+    [ ! -x "$wine" ] || echo "on Wine $(dpkg-query -W -f '${Version}' wine32:i386 2>/dev/null)"
+    [ ! -f "$jre/release" ] || sed -n 's/^JAVA_VERSION="\(.*\)"/with Java \1/p' "$jre/release"
+}
+
+options=(--device --display --help --screenshot --sound-file --sound-speed --storage --version)
+# The Java VM's own.
+vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --enable-preview
+    --illegal-access --limit-modules --module-path --patch-module --upgrade-module-path)
+
+device_code= # or --device
+display=
+storage=
+screenshot= # by default one of the run's own among the screenshots, and the latest beside them
+vm_words=()
+program_words=()
+
+# set_option NAME [VALUE]
+set_option() {
+    case $1 in
+    --device) device_code=--device ;;
+    --display) display=$2 ;;
+    --screenshot) screenshot_to "$2" ;;
+    --sound-file) sound_to_file "$2" ;;
+    --sound-speed) sound_at_speed "$2" ;;
+    --storage) keep_storage "$2" ;;
+    --version)
+        version
+        exit
+        ;;
+    --help)
+        usage_of_run
+        exit
+        ;;
+    esac
+}
+takes_value() { [[ $1 != --@(device|help|version) ]]; }
+is_one_of() { printf '%s\n' "${@:2}" | grep -qxF -- "$1"; }
+
+# Takes this command's own options out of the words, and leaves the example's name or the words of the
+# program, with the VM's options before. Behind a class or a jar all words are the program's; behind
+# an example options are still this command's.
+read_options() {
+    local name value has_class_path=
+    while [ $# -gt 0 ]; do
+        name=${1%%=*}
+        if is_one_of "$name" "${options[@]}"; then
+            value=()
+            if takes_value "$name"; then
+                [ "$name" = "$1" ] || set -- "$name" "${1#*=}" "${@:2}"
+                [ $# -ge 2 ] || fail "$name wants a value"
+                value=("$2")
+                shift
+            fi
+            shift
+            set_option "$name" "${value[@]}"
+            continue
+        fi
+        case $1 in
+        -cp | -classpath | --class-path)
+            vm_words+=("${@:1:2}")
+            has_class_path=yes
+            shift $(($# < 2 ? $# : 2))
+            continue
+            ;;
+        --class-path=*) has_class_path=yes ;;
+        -jar)
+            program_words=("$@")
+            return
+            ;;
+        --*) is_one_of "$name" "${vm_options[@]}" || refuse_option run "$1" "${options[@]}" ;;
+        -*) ;;
+        *)
+            if [ -n "$has_class_path" ]; then
+                program_words=("$@")
+                return
+            fi
+            [ -z "$example" ] || fail "an example takes no arguments: $1"
+            example=$1
+            shift
+            continue
+            ;;
+        esac
+        vm_words+=("$1")
+        shift
+    done
+    [ -z "$has_class_path" ] || fail "there is no class to run"
+    example=${example:-tap}
+}
+
+must_be_example() {
+    local names
+    [ -f "$examples/$1.sh" ] && return
+    mapfile -t names < <(example_names)
+    tell_near "there is no example $1, and a program wants a class path" "$1" "${names[@]}"
+    exit 2
+}
+
+run_command() {
+    example=
+    has_sound_output && export ZEMVOLT_SOUND_OUTPUT=desk
+    read_options "$@"
+    [ -z "$example" ] || must_be_example "$example"
+    [ -z "$display" ] || export DISPLAY=$display
+    setup_for_running
+    [ -z "$display" ] || display_works || fail "there is no display $DISPLAY"
+    new_device x11 "$storage"
+    if [ -n "$example" ]; then
+        run_example "$example"
+    else
+        run_program "${vm_words[@]}" "${program_words[@]}"
+    fi
+}
