@@ -14,6 +14,14 @@ processes_of() {
     grep -lzxF "ZEMVOLT_RUN=$1" /proc/[0-9]*/environ 2>/dev/null | cut -d/ -f3
 }
 
+server_of() {
+    local pid name
+    for pid in $(processes_of "$1"); do
+        read -r name 2>/dev/null <"/proc/$pid/comm" || continue
+        if [ "$name" = wineserver32 ]; then echo "$pid"; fi
+    done
+}
+
 # await_ends SECONDS PID...: until none of the processes is there, or the time is over.
 await_ends() {
     local seconds=$1 pid
@@ -37,8 +45,8 @@ end_processes() {
 # What a display that was killed leaves among the temporary files, unless another has its number now.
 forget_display() {
     local number pid
-    read -r number pid <"$1/display" 2>/dev/null || return 0
-    [ "$(tr -d ' ' <"/tmp/.X$number-lock" 2>/dev/null)" = "$pid" ] || return 0
+    read -r number pid 2>/dev/null <"$1/display" || return 0
+    [ "$(tr -d ' ' 2>/dev/null <"/tmp/.X$number-lock")" = "$pid" ] || return 0
     await_ends 2 "$pid" || return 0
     rm -f "/tmp/.X$number-lock" "/tmp/.X11-unix/X$number"
 }
@@ -47,7 +55,7 @@ forget_display() {
 # something to do in the end.
 end_device() {
     local java
-    if read -r java <"$1/java" 2>/dev/null; then
+    if read -r java 2>/dev/null <"$1/java"; then
         processes_of "$1" | grep -qx "$java" && kill -TERM "$java" 2>/dev/null && await_ends 5 "$java"
         rm -f "/tmp/.java_pid$java"
     fi
@@ -102,7 +110,7 @@ REG
 # drives: c: as ever, x: the storage, y: the programs and libraries, z: this machine's root.
 fill_device() {
     local shared
-    mkdir -p "$1"/{dosdevices,drive_c,tmp,logs} "$3" || return 1
+    mkdir -p "$1"/{dosdevices,drive_c,tmp,logs} "$3/My Documents" || return 1
     for shared in "$run"/prefix/drive_c/*; do
         [ "${shared##*/}" = users ] || ln -s "$shared" "$1/drive_c/"
     done
@@ -126,10 +134,19 @@ new_device() {
     device=$(mktemp -d "$devices/XXXXXX")
     exec 9>"$device/lock"
     flock 9
+    echo $$ >"$device/owner"
     exec 7>&-
     fill_device "$device" "$1" "${2:-$device/storage}" || fail "the device cannot be made in $device"
     setsid "$root/launcher/keep-device" "$device" </dev/null >/dev/null 2>&1 9>&- &
     disown
+}
+
+# leave_device: ends the device that this script made, unless its keeper has been quicker.
+leave_device() {
+    exec 9>&-
+    { exec 8<"$device/lock"; } 2>/dev/null || return
+    flock 8
+    end_device "$device"
 }
 
 # shared_device: the one device, without a display, on which the programs of the unit tests run one after

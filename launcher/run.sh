@@ -269,6 +269,7 @@ run_command() {
     setup_for_running
     [ -z "$display" ] || display_works || fail "there is no display $DISPLAY"
     new_device x11 "$storage"
+    trap leave_device EXIT
     if [ -n "$example" ]; then
         run_example "$example"
     else

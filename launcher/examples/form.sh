@@ -42,7 +42,7 @@ fill_in() {
 
 play() {
     local saved='^Saved .My Documents.mill lane.txt$'
-    rm -f "$root/build/desk/storage/My Documents/mill lane.txt"
+    rm -f "${storage:-$device/storage}/My Documents/mill lane.txt"
     wait_said '^ready$'
     key ctrl+s && wait_said '^The site is missing$'
     fill_in

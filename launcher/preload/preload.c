@@ -4,7 +4,8 @@
    - makes threads of the Java VM Wine threads, so that they may call Win32, and tells the VM about
      the stack that such a thread really runs on;
    - offers faults to the VM first and to Wine else;
-   - hands requests to end the program to the launcher;
+   - hands requests to end the program, or for a thread dump, to the VM;
+   - ends the program when Wine's server was killed;
    - lets the process end at once when Wine has ended it;
    - is what System.loadLibrary("zemvolt11") finds, and hands over to the launcher.
    Built without headers and without a start-up: no 32-bit C library need be installed. */
@@ -131,7 +132,7 @@ enum {
     signal_term = 15,
     last_signal = 31
 };
-static signal_action wine_actions[last_signal + 1];
+static signal_action wine_actions[last_signal + 1], wine_quit;
 static int (*vm_handles)(int, void*, void*, int abort_if_unrecognized);
 
 static void dispatch(int number, void* info, void* context) {
@@ -156,6 +157,7 @@ void zjava_share_signals(void* libjvm) {
     static const int numbers[] = {signal_segv, signal_bus, signal_fpe, signal_ill};
     vm_handles = dlsym(libjvm, "JVM_handle_linux_signal");
     if (!vm_handles) return;
+    sigaction(signal_quit, 0, &wine_quit); /* the VM will set its own */
     for (unsigned i = 0; i < sizeof(numbers) / sizeof(numbers[0]); ++i) {
         int number = numbers[i];
         if (sigaction(number, 0, &wine_actions[number])) continue;
@@ -167,32 +169,57 @@ void zjava_share_signals(void* libjvm) {
     }
 }
 
-extern int pipe(int*);
-extern int read(int, void*, size_t);
-extern int write(int, const void*, size_t);
-static int requests[2];
+/* Requests to end the program and for a thread dump are the VM's. Wine's server stops threads by the
+   signal that asks for a dump, too, but sends it to one thread of the process. */
+static signal_action vm_actions[signal_term + 1];
 
-static void request_end(int number, void* info, void* context) {
-    (void)info;
-    (void)context;
-    unsigned char signal = (unsigned char)number;
-    (void)!write(requests[1], &signal, 1);
+static void request(int number, void* info, void* context) {
+    enum { code_word = 2, sent_to_thread = -6 };
+    if (number == signal_quit && ((int*)info)[code_word] == sent_to_thread)
+        wine_quit.handler(number, info, context);
+    else
+        vm_actions[number].handler(number, info, context);
 }
 
-/* From here on a request to end the program waits for zjava_wait_for_end. 0 for success. */
-int zjava_watch_for_end(void) {
-    static const int numbers[] = {signal_hup, signal_int, signal_term};
+/* After the VM has set its handlers: they run on Wine's alternate stack, too. */
+void zjava_share_requests(void) {
+    static const int numbers[] = {signal_hup, signal_int, signal_quit, signal_term};
     enum { with_info_on_alternate_stack_restarting = 0x4 | 0x08000000 | 0x10000000 };
-    if (pipe(requests)) return -1;
     for (unsigned i = 0; i < sizeof(numbers) / sizeof(numbers[0]); ++i) {
-        signal_action action = {request_end, {0}, with_info_on_alternate_stack_restarting, 0};
-        if (sigaction(numbers[i], &action, 0)) return -1;
+        int number = numbers[i];
+        if (sigaction(number, 0, &vm_actions[number])) continue;
+        int is_default_or_ignored = (unsigned)vm_actions[number].handler < 2;
+        if (is_default_or_ignored) continue;
+        signal_action shared = wine_quit;
+        shared.handler = request;
+        shared.flags = with_info_on_alternate_stack_restarting;
+        sigaction(number, &shared, 0);
     }
-    return 0;
 }
 
-/* The number of the signal that asked for the end; negative when it cannot be waited for. */
-int zjava_wait_for_end(void) {
-    unsigned char signal;
-    return read(requests[0], &signal, 1) == 1 ? signal : -1;
+extern int atoi(const char*);
+extern char* getenv(const char*);
+extern int poll(void*, unsigned, int);
+extern long syscall(long, ...);
+
+/* Threads that wait for each other never learn that Wine's server was killed, and the one that does
+   ends with success. */
+static void* await_server(void* process) {
+    enum { readable = 1, killed = 137 };
+    struct {
+        int file;
+        short events, found;
+    } end = {(int)process, readable, 0};
+    while (poll(&end, 1, -1) < 0) {}
+    _exit(killed);
+}
+
+void zjava_end_with_server(void) {
+    enum { pidfd_open = 434 };
+    static int (*create)(pthread_t*, const void*, thread_main, void*);
+    const char* server = getenv("ZEMVOLT_SERVER");
+    int process = server ? (int)syscall(pidfd_open, atoi(server), 0) : -1;
+    pthread_t id;
+    create = dlsym(RTLD_NEXT, "pthread_create");
+    if (process >= 0) create(&id, 0, await_server, (void*)process);
 }

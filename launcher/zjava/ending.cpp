@@ -55,22 +55,3 @@ static LONG WINAPI reportFault(EXCEPTION_POINTERS* fault) {
 }
 
 void reportUnhandledFaults() { SetUnhandledExceptionFilter(reportFault); }
-
-static DWORD WINAPI waitForRequest(void*) {
-    constexpr jint endedBySignal = 128;
-    auto signal = static_cast<jint>(callUnix(unixSymbol(nullptr, "zjava_wait_for_end")));
-    void* attached = nullptr;
-    if (signal < 0 || proxyVm()->AttachCurrentThreadAsDaemon(&attached, nullptr) != JNI_OK)
-        return 0;
-    auto* env = static_cast<JNIEnv*>(attached);
-    jclass system = env->FindClass("java/lang/System");
-    jmethodID exit = system ? env->GetStaticMethodID(system, "exit", "(I)V") : nullptr;
-    if (exit) env->CallStaticVoidMethod(system, exit, endedBySignal + signal);
-    return 0;
-}
-
-void endOnRequest() {
-    if (callUnix(unixSymbol(nullptr, "zjava_watch_for_end")) != 0) return;
-    HANDLE thread = CreateThread(nullptr, 0, waitForRequest, nullptr, 0, nullptr);
-    if (thread) CloseHandle(thread);
-}

@@ -10,8 +10,3 @@ void abortThroughWindows();
 // A fault that neither the VM nor the program handles prints the module and offset where it
 // happened and the Java stack, and ends the process.
 void reportUnhandledFaults();
-
-// A signal that asks the program to end (hang-up, interrupt, terminate) ends the VM as it would
-// under the java command: its shutdown hooks run, and the exit code is 128 and the signal's number.
-// Called once, when the VM runs.
-void endOnRequest();

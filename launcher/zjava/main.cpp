@@ -148,6 +148,7 @@ int main() {
     shareThreads();
     unixSide()->onLoad = reinterpret_cast<void*>(onLoad);
     callUnix(unixSymbol(nullptr, "zjava_share_signals"), libjvm);
+    callUnix(unixSymbol(nullptr, "zjava_end_with_server"));
     reportUnhandledFaults();
     setCompanions(commandLine.companions);
 
@@ -155,7 +156,7 @@ int main() {
     words.push_back("-Djava.class.path=" + commandLine.classPath);
     JNIEnv* env = createVm(libjvm, words);
     if (!env) return fail("the Java VM cannot be started");
-    endOnRequest();
+    callUnix(unixSymbol(nullptr, "zjava_share_requests"));
     int code = run(env, commandLine);
     exitThroughWindows(code);
 }

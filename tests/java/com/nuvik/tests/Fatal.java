@@ -50,6 +50,10 @@ public final class Fatal {
             case "arguments":
                 System.out.println(String.join("|", arguments));
                 break;
+            case "store":
+                OS.Display_New();
+                store(new java.io.File(System.getProperty("zemvolt.storage"), "My Documents"));
+                break;
             case "wait":
                 Runtime.getRuntime().addShutdownHook(new Thread(() -> System.out.println("hook")));
                 System.out.println("waiting");
@@ -59,5 +63,15 @@ public final class Fatal {
                 throw new IllegalArgumentException(arguments[0]);
         }
         System.out.println("main ended");
+    }
+
+    private static void store(java.io.File documents) {
+        java.io.File file = new java.io.File(documents, "stored");
+        System.out.println(file.exists() ? "found" : "not found");
+        try {
+            new java.io.FileOutputStream(file).close();
+        } catch (java.io.IOException problem) {
+            throw new IllegalStateException(problem);
+        }
     }
 }
