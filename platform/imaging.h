@@ -67,7 +67,8 @@ struct ColorPalette {
 // either in buffers that the sink hands out or in buffers of the decoder's own, once or in several
 // passes.
 struct IImageSink : IUnknown {
-    // The sink may change the info to what it wants; null: no part of the image is preferred.
+    // The sink may change the info to what it wants, and fills in the part that it wants: the whole
+    // image, or less. A null part is not asked for.
     virtual HRESULT STDMETHODCALLTYPE BeginSink(ImageInfo* info, RECT* subarea) = 0;
     virtual HRESULT STDMETHODCALLTYPE EndSink(HRESULT status) = 0;
     virtual HRESULT STDMETHODCALLTYPE SetPalette(const ColorPalette* palette) = 0;
@@ -77,6 +78,12 @@ struct IImageSink : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE PushRawData(const void* buffer, UINT size) = 0;
     virtual HRESULT STDMETHODCALLTYPE PushPixelData(const RECT* part, const BitmapData* data,
                                                     BOOL lastPass) = 0;
+    // Asked by decoders of pictures with properties. A sink may answer that it has none of it.
+    virtual HRESULT STDMETHODCALLTYPE NeedTransform(UINT* rotation) = 0;
+    virtual HRESULT STDMETHODCALLTYPE NeedRawProperty() = 0;
+    virtual HRESULT STDMETHODCALLTYPE PushRawInfo(void* info) = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetPropertyBuffer(UINT size, void** buffer) = 0;
+    virtual HRESULT STDMETHODCALLTYPE PushPropertyItems(UINT count, UINT size, void* items) = 0;
 };
 
 struct IImageDecoder : IUnknown {

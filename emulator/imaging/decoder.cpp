@@ -28,11 +28,34 @@ HRESULT STDMETHODCALLTYPE Decoder::EndDecode(HRESULT status) {
     return result;
 }
 
+// The part that the sink wants: all that sinks may ask for here is the whole image. Until the sink
+// has filled it in it holds anything.
+HRESULT Decoder::begin() {
+    constexpr LONG anything = 0x55555555;
+    ImageInfo info = image.info();
+    RECT part = {anything, anything, anything, anything};
+    HRESULT result = sink->BeginSink(&info, &part);
+    if (FAILED(result)) return result;
+    pixelFormat = info.PixelFormat;
+    const RECT whole = rows(0, height());
+    return EqualRect(&part, &whole) ? S_OK : E_INVALIDARG;
+}
+
+// As the device's decoders of pictures with properties do. Nothing depends on the answers.
+void Decoder::offerProperties() {
+    constexpr UINT sizeOfProperties = 64;
+    UINT rotation = 0;
+    sink->NeedTransform(&rotation);
+    sink->NeedRawProperty();
+    void* buffer = nullptr;
+    if (SUCCEEDED(sink->GetPropertyBuffer(sizeOfProperties, &buffer)) && buffer)
+        sink->PushPropertyItems(0, sizeOfProperties, buffer);
+}
+
 HRESULT STDMETHODCALLTYPE Decoder::Decode() try {
     if (!sink) return E_FAIL;
-    ImageInfo info = image.info();
-    HRESULT result = sink->BeginSink(&info, nullptr);
-    pixelFormat = info.PixelFormat;
+    offerProperties();
+    HRESULT result = begin();
     if (SUCCEEDED(result)) result = image.choose(pixelFormat);
     if (SUCCEEDED(result) && image.palette()) result = sink->SetPalette(image.palette());
     return SUCCEEDED(result) ? deliver(Emulator_ImageDelivery()) : result;

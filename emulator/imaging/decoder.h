@@ -15,6 +15,8 @@ class Decoder final : public Counted<Decoder, IImageDecoder> {
     HRESULT STDMETHODCALLTYPE EndDecode(HRESULT status) override;
 
   private:
+    HRESULT begin();
+    void offerProperties();
     HRESULT deliver(EmulatorDelivery delivery);
     HRESULT fillBuffer(LONG top, LONG bottom);
     HRESULT push(LONG top, LONG bottom, UINT stride, BYTE* pixels, BOOL lastPass);

@@ -73,16 +73,27 @@ HRESULT EncodedImage::open(IStream* stream) {
     return SUCCEEDED(result) ? describe() : result;
 }
 
+// A decoder of the desk's fails where the bytes of an image do not fit into its numbers. No device
+// has memory for so many.
+static bool isDecodable(const ImageInfo& info, UINT bits) {
+    constexpr unsigned long long mostBytes = 0x7FFFFFFF;
+    unsigned long long stride = (static_cast<unsigned long long>(info.Width) * bits + 31) / 32 * 4;
+    return stride <= mostBytes && stride * info.Height <= mostBytes;
+}
+
 HRESULT EncodedImage::describe() {
     HRESULT result = frame->GetSize(&described.Width, &described.Height);
     if (SUCCEEDED(result)) result = frame->GetPixelFormat(&nativeFormat);
     if (FAILED(result)) return result;
+    constexpr UINT deepest = 64;
     frame->GetResolution(&described.Xdpi, &described.Ydpi);
     described.TileWidth = described.Width;
     described.TileHeight = 1;
     const auto* known =
         std::find_if(std::begin(formats), std::end(formats),
                      [&](const auto& format) { return *format.desk == nativeFormat; });
+    if (!isDecodable(described, known == std::end(formats) ? deepest : bitsOf(known->device)))
+        return E_OUTOFMEMORY;
     if (known == std::end(formats)) {
         described.PixelFormat = PixelFormat32bppARGB;
         return S_OK;

@@ -140,9 +140,8 @@ static void blendOnto(BYTE* bits, const Section& image, const Area& from) {
 static bool drawBlended(const Copy& copy, DWORD* code) {
     if (isEmpty(copy.from)) return true;
     BYTE* bits = nullptr;
-    ScratchContext result(
-        copy.target,
-        createSection(sectionHeader(copy.from.width, copy.from.height, alphaDepth), &bits));
+    ScratchContext result(copy.target,
+                          createSection(copy.from.width, copy.from.height, alphaDepth, &bits));
     Area whole = atOrigin(copy.from);
     Area background = {copy.to.x, copy.to.y, whole.width, whole.height};
     if (!result || !transfer(result, whole, copy.target, background, SRCCOPY)) return failed(code);

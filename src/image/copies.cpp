@@ -19,7 +19,7 @@ static void readPalette(HDC context, const Section& section, RGBQUAD* entries, U
 static HBITMAP copySection(ImageRecord* image, DWORD* failure) {
     ImageSource source(nullptr, image);
     Section section = sectionOf(image);
-    SectionInfo info = {sectionHeader(section.width, section.height, section.bitCount), {}};
+    SectionInfo info = sectionInfo(section.width, section.height, section.bitCount);
     info.header.biClrUsed = paletteLength(image->bitmap);
     if (section.bits) readPalette(source, section, info.palette, info.header.biClrUsed);
     BYTE* bits = nullptr;

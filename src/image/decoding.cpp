@@ -8,7 +8,6 @@
 struct DecodedImage {
     HBITMAP bitmap; // null: the error was set
     bool isDirect;
-    bool hasAlpha;
     LONG transparentIndex;
     COLORREF transparentColor;
 };
@@ -50,8 +49,8 @@ class ComUse {
 
 // The sink's image; its bitmap is the caller's from here on.
 static DecodedImage takeImage(Sink* sink) {
-    DecodedImage image = {sink->bitmap, sink->isDirect != FALSE, sink->hasAlpha != FALSE,
-                          sink->transparentIndex, sink->transparentColor};
+    DecodedImage image = {sink->bitmap, sink->isDirect != FALSE, sink->transparentIndex,
+                          sink->transparentColor};
     sink->bitmap = nullptr;
     return image;
 }

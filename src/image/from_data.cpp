@@ -89,21 +89,21 @@ static COLORREF colorAt(const PaletteArguments& palette, jint index) {
 }
 
 // A header with the palette; freed by the caller. Null when there is no memory.
-static BITMAPINFOHEADER* newHeader(const BITMAPINFOHEADER& described,
-                                   const PaletteArguments& palette, jint length) {
+static BITMAPINFOHEADER* newHeader(const SectionInfo& described, const PaletteArguments& palette,
+                                   jint length) {
     constexpr jint limit = 0x1000000; // no pixel counts further, and no size overflows
     if (length > limit) return nullptr;
     if (length < 0) length = 0;
     // Without a length the system reads as much as the pixels can count.
     UINT room = length > static_cast<jint>(longestPalette) ? length : longestPalette;
-    auto* header = static_cast<BITMAPINFOHEADER*>(
-        allocateBytes(sizeof(BITMAPINFOHEADER) + room * sizeof(RGBQUAD)));
-    if (!header) return nullptr;
-    *header = described;
-    header->biClrUsed = length;
-    auto* entries = reinterpret_cast<RGBQUAD*>(header + 1);
+    auto* info =
+        static_cast<SectionInfo*>(allocateBytes(sizeof(BITMAPINFOHEADER) + room * sizeof(RGBQUAD)));
+    if (!info) return nullptr;
+    *info = described;
+    info->header.biClrUsed = length;
+    RGBQUAD* entries = info->palette;
     for (jint i = 0; i < length; ++i) entries[i] = entryAt(palette, i);
-    return header;
+    return &info->header;
 }
 
 struct IndexedRows {
@@ -139,7 +139,7 @@ ImageRecord* Image_NewFromByteData(DeviceRecord*, jint width, jint height, ByteA
     bool pairs = depth == 2;
     auto bitCount = static_cast<WORD>(pairs ? 4 : depth);
     BITMAPINFOHEADER* header =
-        newHeader(sectionHeader(width, height, bitCount), palette, paletteSize);
+        newHeader(sectionInfo(width, height, bitCount), palette, paletteSize);
     if (!header) {
         Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to create image");
         return nullptr;

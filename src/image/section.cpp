@@ -1,17 +1,46 @@
 #include "image/section.h"
+#include "bridge/arithmetic.h"
 
-BITMAPINFOHEADER sectionHeader(LONG width, LONG height, WORD bitCount) {
-    BITMAPINFOHEADER header = {};
+// The system looks for them behind the header, although it says that the pixels are plain RGB.
+static void addMasks(RGBQUAD* masks, WORD bitCount) {
+    if (bitCount == 16) {
+        masks[0] = {0x00, 0x7C, 0x00, 0};
+        masks[1] = {0xE0, 0x03, 0x00, 0};
+        masks[2] = {0x1F, 0x00, 0x00, 0};
+    } else if (bitCount == 32) {
+        masks[0] = {0x00, 0x00, 0xFF, 0};
+        masks[1] = {0x00, 0xFF, 0x00, 0};
+        masks[2] = {0xFF, 0x00, 0x00, 0};
+    }
+}
+
+SectionInfo sectionInfo(LONG width, LONG height, WORD bitCount) {
+    SectionInfo info = {};
+    BITMAPINFOHEADER& header = info.header;
     header.biSize = sizeof(header);
     header.biWidth = width;
-    header.biHeight = -height; // rows from the top
+    header.biHeight = saturatingNegate(height); // rows from the top
     header.biPlanes = 1;
     header.biBitCount = bitCount;
     header.biCompression = BI_RGB;
-    return header;
+    addMasks(info.palette, bitCount);
+    return info;
+}
+
+// Whether no size of the pixels in bytes runs over.
+static bool isCountable(const BITMAPINFOHEADER& header) {
+    auto bits = static_cast<ULONGLONG>(header.biWidth) * header.biBitCount;
+    if (header.biWidth > 0 && bits > greatestInt) return false;
+    LONG rows = header.biHeight < 0 ? saturatingNegate(header.biHeight) : header.biHeight;
+    return saturatingMultiply(strideOf(header.biWidth, header.biBitCount), rows) < greatestInt;
 }
 
 HBITMAP createSection(const BITMAPINFOHEADER& header, BYTE** bits) {
+    *bits = nullptr;
+    if (!isCountable(header)) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
     void* memory = nullptr;
     HBITMAP bitmap = CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&header),
                                       DIB_RGB_COLORS, &memory, nullptr, 0);
@@ -20,8 +49,7 @@ HBITMAP createSection(const BITMAPINFOHEADER& header, BYTE** bits) {
 }
 
 HBITMAP createSection(LONG width, LONG height, WORD bitCount, BYTE** bits) {
-    SectionInfo info = {sectionHeader(width, height, bitCount), {}};
-    return createSection(info.header, bits);
+    return createSection(sectionInfo(width, height, bitCount).header, bits);
 }
 
 UINT paletteLength(HBITMAP bitmap) {

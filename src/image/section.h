@@ -17,14 +17,14 @@ constexpr UINT longestPalette = 256;
 // What a section is made with. The system reads as much of the palette as the header says.
 struct SectionInfo {
     BITMAPINFOHEADER header;
-    RGBQUAD palette[longestPalette];
+    RGBQUAD palette[longestPalette]; // with 16 and 32 bits: three masks
 };
 
-// The header of a section whose palette, if it has one, is as long as the pixels can count.
-BITMAPINFOHEADER sectionHeader(LONG width, LONG height, WORD bitCount);
+// A section whose palette, if it has one, is black and as long as the pixels can count.
+SectionInfo sectionInfo(LONG width, LONG height, WORD bitCount);
 
-// A section of this header and the palette behind it; every pixel is 0. Null with the last error
-// set.
+// A section of this header and the palette or masks behind it; every pixel is 0. Null with the last
+// error set.
 HBITMAP createSection(const BITMAPINFOHEADER& header, BYTE** bits);
 HBITMAP createSection(LONG width, LONG height, WORD bitCount, BYTE** bits);
 

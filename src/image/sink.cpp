@@ -41,7 +41,7 @@ static WORD acceptFormat(Sink* sink, ImageInfo* info) {
 }
 
 // The result of making the section is not looked at: without one no buffer is handed out.
-static HRESULT STDMETHODCALLTYPE beginSink(Sink* sink, ImageInfo* info, RECT*) {
+static HRESULT STDMETHODCALLTYPE beginSink(Sink* sink, ImageInfo* info, RECT* subarea) {
     info->RawDataFormat = ImageFormatMemoryBMP;
     info->Flags |= SinkFlagsTopDown | SinkFlagsFullWidth;
     WORD bitCount = acceptFormat(sink, info);
@@ -49,6 +49,7 @@ static HRESULT STDMETHODCALLTYPE beginSink(Sink* sink, ImageInfo* info, RECT*) {
     sink->height = static_cast<LONG>(info->Height);
     sink->pixelFormat = info->PixelFormat;
     sink->stride = strideOf(sink->width, bitCount);
+    if (subarea) *subarea = {0, 0, sink->width, sink->height};
     dropBitmap(sink);
     sink->bitmap = createSection(sink->width, sink->height, bitCount, &sink->bits);
     return S_OK;
@@ -125,6 +126,13 @@ static HRESULT STDMETHODCALLTYPE pushPixelData(Sink* sink, const RECT* part, con
     return S_OK;
 }
 
+// Sections keep no properties, and images are taken as they lie.
+static HRESULT STDMETHODCALLTYPE needTransform(Sink*, UINT*) { return E_NOTIMPL; }
+static HRESULT STDMETHODCALLTYPE needRawProperty(Sink*) { return E_NOTIMPL; }
+static HRESULT STDMETHODCALLTYPE pushRawInfo(Sink*, void*) { return E_NOTIMPL; }
+static HRESULT STDMETHODCALLTYPE getPropertyBuffer(Sink*, UINT, void**) { return E_NOTIMPL; }
+static HRESULT STDMETHODCALLTYPE pushPropertyItems(Sink*, UINT, UINT, void*) { return E_NOTIMPL; }
+
 static constexpr SinkTable sinkTable = {
     queryInterface,
     addRef,
@@ -136,6 +144,11 @@ static constexpr SinkTable sinkTable = {
     releasePixelDataBuffer,
     pushRawData,
     pushPixelData,
+    needTransform,
+    needRawProperty,
+    pushRawInfo,
+    getPropertyBuffer,
+    pushPropertyItems,
 };
 
 Sink* createSink() {

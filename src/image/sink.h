@@ -22,9 +22,15 @@ struct SinkTable {
     HRESULT(STDMETHODCALLTYPE* pushRawData)(Sink* sink, const void* buffer, UINT size);
     HRESULT(STDMETHODCALLTYPE* pushPixelData)
     (Sink* sink, const RECT* part, const BitmapData* data, BOOL lastPass);
+    HRESULT(STDMETHODCALLTYPE* needTransform)(Sink* sink, UINT* rotation);
+    HRESULT(STDMETHODCALLTYPE* needRawProperty)(Sink* sink);
+    HRESULT(STDMETHODCALLTYPE* pushRawInfo)(Sink* sink, void* info);
+    HRESULT(STDMETHODCALLTYPE* getPropertyBuffer)(Sink* sink, UINT size, void** buffer);
+    HRESULT(STDMETHODCALLTYPE* pushPropertyItems)(Sink* sink, UINT count, UINT size, void* items);
 };
 ASSERT_OFFSET(SinkTable, beginSink, 12)
 ASSERT_OFFSET(SinkTable, pushPixelData, 36)
+ASSERT_OFFSET(SinkTable, pushPropertyItems, 56)
 
 struct Sink {
     const SinkTable* table;

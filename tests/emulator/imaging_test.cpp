@@ -74,6 +74,10 @@ struct RecordingSink : IImageSink {
     Contents pixels;
     std::vector<DWORD> palette;
     int held = 0;
+    bool asksForPart = true;
+    Events properties; // that it was offered
+    BYTE room[64];
+    bool hasRoom = false;
 
     HRESULT answer(const std::string& event) {
         events.push_back(event);
@@ -82,8 +86,9 @@ struct RecordingSink : IImageSink {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++count; }
     ULONG STDMETHODCALLTYPE Release() override { return --count; }
-    HRESULT STDMETHODCALLTYPE BeginSink(ImageInfo* offered, RECT*) override {
+    HRESULT STDMETHODCALLTYPE BeginSink(ImageInfo* offered, RECT* part) override {
         info = *offered;
+        if (asksForPart) *part = {0, 0, LONG(info.Width), LONG(info.Height)};
         if (wanted) offered->PixelFormat = wanted;
         bits = offered->PixelFormat >> 8 & 0xFF;
         stride = static_cast<LONG>((info.Width * bits + 31) / 32 * 4);
@@ -123,6 +128,26 @@ struct RecordingSink : IImageSink {
             std::copy_n(source, length, pixels.begin() + row * stride);
         return answer((last ? "push " : "coarse ") + std::to_string(part->top) + "-" +
                       std::to_string(part->bottom));
+    }
+    HRESULT STDMETHODCALLTYPE NeedTransform(UINT*) override {
+        properties.push_back("transform");
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE NeedRawProperty() override {
+        properties.push_back("raw");
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE PushRawInfo(void*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetPropertyBuffer(UINT size, void** buffer) override {
+        EXPECT_LE(size, sizeof(room));
+        properties.push_back("buffer");
+        if (hasRoom) *buffer = room;
+        return hasRoom ? S_OK : E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE PushPropertyItems(UINT, UINT, void* items) override {
+        EXPECT_EQ(items, room);
+        properties.push_back("items");
+        return S_OK;
     }
     // The bytes of pixels without the rows' padding.
     Contents packed() const {
@@ -243,6 +268,44 @@ TEST_F(ImagingTest, does_not_believe_in_sizes) {
     RecordingSink sink;
     EXPECT_EQ(decode(&stream, &sink), S_OK);
     EXPECT_EQ(sink.packed(), twentyRowsBlueFirst());
+}
+
+TEST_F(ImagingTest, offers_properties_whatever_the_sink_answers) {
+    RecordingSink without, with;
+    with.hasRoom = true;
+    EXPECT_EQ(decode(encode(twentyRows()), &without), S_OK);
+    EXPECT_EQ(decode(encode(twentyRows()), &with), S_OK);
+    EXPECT_EQ(without.properties, (Events{"transform", "raw", "buffer"}));
+    EXPECT_EQ(with.properties, (Events{"transform", "raw", "buffer", "items"}));
+}
+
+TEST_F(ImagingTest, wants_to_know_which_part_the_sink_takes) {
+    RecordingSink sink;
+    sink.asksForPart = false;
+    EXPECT_EQ(decode(encode(twentyRows()), &sink), E_INVALIDARG);
+    EXPECT_EQ(sink.events, (Events{"begin", "end " + std::to_string(E_INVALIDARG)}));
+}
+
+// The desk's own decoder would run over.
+TEST_F(ImagingTest, takes_no_image_whose_bytes_cannot_be_counted) {
+    BITMAPINFOHEADER header = {};
+    header.biSize = sizeof(header);
+    header.biWidth = 0x10000;
+    header.biHeight = 0x4001;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    BITMAPFILEHEADER start = {};
+    start.bfType = 0x4D42;
+    start.bfOffBits = sizeof(start) + sizeof(header);
+    Contents file(sizeof(start) + sizeof(header) + 64);
+    memcpy(&file[0], &start, sizeof(start));
+    memcpy(&file[sizeof(start)], &header, sizeof(header));
+    for (auto delivery : {deliverWhole, deliverInBands, deliverRows, deliverPasses}) {
+        Emulator_SetImageDelivery(delivery);
+        RecordingSink sink;
+        EXPECT_EQ(decode(file, &sink), E_OUTOFMEMORY);
+        EXPECT_TRUE(sink.events.empty());
+    }
 }
 
 TEST_F(ImagingTest, describes_the_image) {

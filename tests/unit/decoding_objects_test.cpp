@@ -276,6 +276,27 @@ TEST_F(SinkTest, is_nothing_else) {
     EXPECT_EQ(pushed->ReleasePixelDataBuffer(nullptr), S_OK);
 }
 
+TEST_F(SinkTest, has_no_properties_or_transforms) {
+    UINT rotation = 7;
+    void* buffer = this;
+    EXPECT_EQ(pushed->NeedTransform(&rotation), E_NOTIMPL);
+    EXPECT_EQ(pushed->NeedRawProperty(), E_NOTIMPL);
+    EXPECT_EQ(pushed->PushRawInfo(&rotation), E_NOTIMPL);
+    EXPECT_EQ(pushed->GetPropertyBuffer(4, &buffer), E_NOTIMPL);
+    EXPECT_EQ(pushed->PushPropertyItems(1, 4, buffer), E_NOTIMPL);
+}
+
+TEST_F(SinkTest, takes_the_whole_image) {
+    ImageInfo info = {};
+    info.PixelFormat = PixelFormat24bppRGB;
+    info.Width = 5;
+    info.Height = 3;
+    RECT part = {9, 9, 9, 9};
+    EXPECT_EQ(pushed->BeginSink(&info, &part), S_OK);
+    const RECT whole = {0, 0, 5, 3};
+    EXPECT_TRUE(EqualRect(&part, &whole));
+}
+
 TEST_F(SinkTest, takes_every_format_or_asks_for_32_bits) {
     const struct {
         UINT offered, taken;
