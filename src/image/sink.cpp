@@ -127,9 +127,8 @@ static HRESULT STDMETHODCALLTYPE pushPixelData(Sink* sink, const RECT* part, con
 }
 
 // Sections keep no properties, and images are taken as they lie.
-static HRESULT STDMETHODCALLTYPE needTransform(Sink*, UINT*) { return E_NOTIMPL; }
+static HRESULT STDMETHODCALLTYPE notOffered(Sink*, void*) { return E_NOTIMPL; }
 static HRESULT STDMETHODCALLTYPE needRawProperty(Sink*) { return E_NOTIMPL; }
-static HRESULT STDMETHODCALLTYPE pushRawInfo(Sink*, void*) { return E_NOTIMPL; }
 static HRESULT STDMETHODCALLTYPE getPropertyBuffer(Sink*, UINT, void**) { return E_NOTIMPL; }
 static HRESULT STDMETHODCALLTYPE pushPropertyItems(Sink*, UINT, UINT, void*) { return E_NOTIMPL; }
 
@@ -144,9 +143,9 @@ static constexpr SinkTable sinkTable = {
     releasePixelDataBuffer,
     pushRawData,
     pushPixelData,
-    needTransform,
+    notOffered, // a transform
     needRawProperty,
-    pushRawInfo,
+    notOffered, // raw information
     getPropertyBuffer,
     pushPropertyItems,
 };

@@ -22,7 +22,7 @@ struct SinkTable {
     HRESULT(STDMETHODCALLTYPE* pushRawData)(Sink* sink, const void* buffer, UINT size);
     HRESULT(STDMETHODCALLTYPE* pushPixelData)
     (Sink* sink, const RECT* part, const BitmapData* data, BOOL lastPass);
-    HRESULT(STDMETHODCALLTYPE* needTransform)(Sink* sink, UINT* rotation);
+    HRESULT(STDMETHODCALLTYPE* needTransform)(Sink* sink, void* rotation);
     HRESULT(STDMETHODCALLTYPE* needRawProperty)(Sink* sink);
     HRESULT(STDMETHODCALLTYPE* pushRawInfo)(Sink* sink, void* info);
     HRESULT(STDMETHODCALLTYPE* getPropertyBuffer)(Sink* sink, UINT size, void** buffer);
