@@ -78,6 +78,13 @@ class Pe:
             yield (base + position, self.text(self.word(names + 4 * index)),
                    self.word(functions + 4 * position))
 
+    def exported(self):
+        """The names and ordinals of all exports, forwarded ones and those without a name too."""
+        table, _ = self.directories[EXPORT_TABLE]
+        base, count, _, functions = struct.unpack("<IIII", self.bytes_at(table + 16, 16))
+        ordinals = {base + index for index in range(count) if self.word(functions + 4 * index)}
+        return ordinals | {name for _, name, _ in self.exports()}
+
     def imports(self):
         """(DLL, name or ordinal, slot)."""
         descriptor, _ = self.directories[IMPORT_TABLE]

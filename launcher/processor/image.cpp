@@ -1,5 +1,6 @@
 #include "image.h"
 #include "entries.h"
+#include "processor.h"
 #include <cmath>
 #include <cstring>
 #include <cxxabi.h>
@@ -152,6 +153,13 @@ static uint32_t WINAPI registerClass(const WNDCLASSW* description) {
     return real(description);
 }
 
+// Numbers of 64 bits are what the mathematics return, and nothing else that is imported.
+static bool hasWideResult(const char* name) {
+    for (const char* wide : {"cos", "sin", "sqrt"})
+        if (strcmp(wide, name) == 0) return true;
+    return false;
+}
+
 // What stands for a function whose result the desk returns in another way than the device.
 static void* withDevicesResult(const char* name) {
     static const struct {
@@ -203,6 +211,7 @@ std::string Image::bindImports(const Image* toolkit) {
                 return file + " does not export " +
                        (byOrdinal ? std::to_string(IMAGE_ORDINAL32(*names)) : std::string(name));
             *slots = wordAlignedJump(found);
+            if (byOrdinal || !hasWideResult(name)) noteNarrowResult(*slots);
         }
     }
     return {};

@@ -14,12 +14,20 @@ constexpr uint32_t lowestAddress = 0x10000; // below lie null pointers and their
 constexpr uint32_t highestAddress = 0xFF000000;
 constexpr uint32_t pieceSize = 0x1000000;
 constexpr uint32_t stackSize = 256 * 1024;
-constexpr uint32_t registerWords = 4; // of arguments
-constexpr uint32_t stackWords = 12;   // at most, of every function in use
+// The page with what the kernel shows to programs, and where in it the numbers of the running
+// thread and process are.
+constexpr uint32_t kernelPage = 0xFFFFC000;
+constexpr uint32_t pageSize = 0x1000;
+constexpr uint32_t runningThread = 0x808 / sizeof(uint32_t);
+constexpr uint32_t runningProcess = 0x80C / sizeof(uint32_t);
+constexpr uint32_t rubbish = 0xBAD00000; // and a number that tells what it stands in
+constexpr uint32_t registerWords = 4;    // of arguments
+constexpr uint32_t stackWords = 12;      // at most, of every function in use
 // Engines that had run some hundred thousand times have been seen to fault at the end of their
 // buffer of translated code. A new one costs little.
 constexpr uint32_t runsOfOneEngine = 50000;
 constexpr uint32_t thumbBit = 1 << 5;
+constexpr uint32_t flagBits = 0xF0000000;
 constexpr DWORD codeIsFlawed = 0xE0415221; // our exception
 
 const int allRegisters[] = {unicorn::r0,      unicorn::r0 + 1, unicorn::r0 + 2,  unicorn::r0 + 3,
@@ -28,6 +36,7 @@ const int allRegisters[] = {unicorn::r0,      unicorn::r0 + 1, unicorn::r0 + 2, 
                             unicorn::r0 + 12, unicorn::sp,     unicorn::lr,      unicorn::pc,
                             unicorn::cpsr};
 const int stackPointer = unicorn::sp;
+const int statusRegister = unicorn::cpsr;
 constexpr uint32_t registerCount = sizeof(allRegisters) / sizeof(allRegisters[0]);
 constexpr uint32_t firstKept = 4, lastKept = 11; // by functions, for their callers
 
@@ -68,8 +77,12 @@ bool Processor::open(unicorn::Model wantedModel, Count wantedCount) {
         VirtualAlloc(nullptr, stackSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     if (!stack) return false;
     DWORD before;
-    VirtualProtect(stack, 0x1000, PAGE_NOACCESS, &before);
+    VirtualProtect(stack, pageSize, PAGE_NOACCESS, &before);
     stackTop = reinterpret_cast<uint32_t>(stack) + stackSize;
+    kernelData = static_cast<uint32_t*>(
+        VirtualAlloc(nullptr, pageSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    if (!kernelData) return false;
+    for (uint32_t i = 0; i < pageSize / sizeof(uint32_t); ++i) kernelData[i] = rubbish | i;
     return openEngine();
 }
 
@@ -84,8 +97,9 @@ bool Processor::openEngine() {
         return false;
     return unicorn::addHook(engine, unicorn::everyRead | unicorn::everyWrite,
                             reinterpret_cast<void*>(onAccess), this) &&
-           unicorn::addHook(engine, unicorn::readOfNothing | unicorn::writeToNothing,
-                            reinterpret_cast<void*>(onMissing), this) &&
+           unicorn::addHook(
+               engine, unicorn::readOfNothing | unicorn::writeToNothing | unicorn::writeToProtected,
+               reinterpret_cast<void*>(onMissing), this) &&
            unicorn::addHook(engine, unicorn::everyBlock, reinterpret_cast<void*>(onBlock), this);
 }
 
@@ -115,7 +129,14 @@ bool Processor::mapAll() {
             return false;
         mapped = end;
     }
-    return mapPieces(mapped, highestAddress);
+    return mapPieces(mapped, highestAddress) &&
+           unicorn::map(engine, kernelPage, pageSize, unicorn::readable, kernelData) ==
+               unicorn::succeeded;
+}
+
+void Processor::showThread() {
+    kernelData[runningThread] = GetCurrentThreadId();
+    kernelData[runningProcess] = GetCurrentProcessId();
 }
 
 // Between two runs the registers are all that an engine knows.
@@ -202,6 +223,14 @@ static bool isHostFunction(uint32_t address) {
     return isFunction;
 }
 
+static std::set<uint32_t> narrowResults;
+
+void noteNarrowResult(void* function) {
+    narrowResults.insert(reinterpret_cast<uint32_t>(function));
+}
+
+static bool hasNarrowResult(uint32_t target) { return narrowResults.count(target) != 0; }
+
 static std::set<uint32_t> byteResults;
 
 void noteByteResults(void* const* functions, uint32_t count) {
@@ -286,12 +315,13 @@ uint64_t Processor::call(uint32_t function, const uint32_t* words) {
         uint64_t answer = leave(at, target);
         at.r[0] = static_cast<uint32_t>(answer);
         at.r[1] = static_cast<uint32_t>(answer >> 32);
+        if (hasNarrowResult(target)) at.r[1] = rubbish | 1;
         // Nobody may count on what a called function need not keep.
-        at.r[2] = 0xBAD00002;
-        at.r[3] = 0xBAD00003;
-        at.r[12] = 0xBAD0000C;
+        for (uint32_t i : {2u, 3u, 12u}) at.r[i] = rubbish | i;
+        at.cpsr = (at.cpsr ^ flagBits) & ~thumbBit;
         next = at.lr;
         unicorn::write(engine, allRegisters, at.all, registerCount - 2);
+        unicorn::write(engine, &statusRegister, &at.cpsr, 1);
     }
     --depth;
     check(before, at);
@@ -356,7 +386,10 @@ extern "C" uint64_t enterGuest(uint32_t number, const uint32_t* words) {
     DWORD lastError = GetLastError();
     Processor* current = currentProcessor();
     Processor* processor = current ? current : takeProcessor();
-    if (!current) TlsSetValue(slot, processor);
+    if (!current) {
+        processor->showThread();
+        TlsSetValue(slot, processor);
+    }
     if (!canBeCalledFromHost(number)) {
         fprintf(stderr, "how many arguments this takes is not known: %s\n",
                 describePlace(functionOfNumber(number)).c_str());

@@ -13,6 +13,9 @@ class Processor {
     // Null when one cannot be made.
     static Processor* make(unicorn::Model model, Count count);
 
+    // Shows the calling thread in the kernel's page, before it calls functions.
+    void showThread();
+
     // Runs the function with the words as its arguments (in registers and on the stack) until it
     // returns; host functions that it calls are called. A flaw of the code ends the process.
     uint64_t call(uint32_t function, const uint32_t* words);
@@ -49,10 +52,11 @@ class Processor {
     uint32_t runs = 0;      // since the engine was made
     size_t knownImages = 0; // whose code the engine may run
     uint32_t stackTop = 0;
-    uint32_t depth = 0;      // of calls that have not returned
-    uint32_t block = 0;      // of instructions that run; their own places are not kept
-    uint32_t missing = 0;    // the address of an access to nothing
-    uint32_t misaligned = 0; // the address of a misaligned access
+    uint32_t* kernelData = nullptr; // what the kernel shows to programs
+    uint32_t depth = 0;             // of calls that have not returned
+    uint32_t block = 0;             // of instructions that run; their own places are not kept
+    uint32_t missing = 0;           // the address of an access to nothing
+    uint32_t misaligned = 0;        // the address of a misaligned access
     uint64_t instructions = 0;
     bool running = false;
     bool reported = false;
@@ -68,6 +72,10 @@ void setProcessors(const ProcessorSettings& settings);
 // Code that all processors can run from now on. The image stays; no other thread runs one
 // meanwhile.
 void addImage(const Image& image);
+
+// A function of this side whose result is a word at most: the register for the second one holds
+// rubbish after it. Noted before it is called.
+void noteNarrowResult(void* function);
 
 // Functions of this side whose result is a byte, and the rest of whose word means nothing. Noted
 // before they are called.

@@ -34,8 +34,12 @@ Engine open(Model model) {
 void close(Engine engine) { callUnix(library.close, engine); }
 
 // Addresses cross as 64-bit numbers; all of ours are smaller.
+Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions, void* memory) {
+    return Result(callUnix(library.map, engine, address, 0, size, permissions, memory));
+}
+
 Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions) {
-    return Result(callUnix(library.map, engine, address, 0, size, permissions, address));
+    return map(engine, address, size, permissions, reinterpret_cast<void*>(address));
 }
 
 Result run(Engine engine, uint32_t address) {

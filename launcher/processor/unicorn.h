@@ -27,6 +27,7 @@ enum Hook {
     everyBlock = 1 << 3, // of instructions up to the next branch
     readOfNothing = 1 << 4,
     writeToNothing = 1 << 5,
+    writeToProtected = 1 << 8,
     everyRead = 1 << 10,
     everyWrite = 1 << 11,
 };
@@ -44,7 +45,9 @@ extern Library library;
 
 Engine open(Model model);
 void close(Engine engine);
+// The memory of this process that lies at the address, or that lies elsewhere.
 Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions);
+Result map(Engine engine, uint32_t address, uint32_t size, uint32_t permissions, void* memory);
 Result run(Engine engine, uint32_t address);
 void stop(Engine engine);
 void read(Engine engine, const int* registers, uint32_t* values, uint32_t count);

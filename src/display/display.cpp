@@ -102,8 +102,8 @@ static void attachMessageWindow(DisplayRecord* display, HWND window) {
     SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(messageWindowProc));
     SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(display));
     display->messageWindow = window;
-    display->threadId = GetCurrentThreadId();
-    display->processId = GetCurrentProcessId();
+    display->threadId = currentThreadId();
+    display->processId = currentProcessId();
     display->instance = Library_GetInstance();
 }
 

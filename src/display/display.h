@@ -11,6 +11,7 @@
 #include "bridge/widget.h"
 #include "ce.h"
 #include "graphics/device.h"
+#include "kernel_data.h"
 
 struct ControlRecord;
 struct FontRecord;
@@ -90,7 +91,7 @@ jint Display_Wake(DisplayRecord* display, ErrorRecord* error);
 extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRecord* error);
 
 inline bool Display_IsCurrentThread(const DisplayRecord* display) {
-    return GetCurrentThreadId() == display->threadId;
+    return currentThreadId() == display->threadId;
 }
 
 // Destroys the window on the display's thread. Any thread. The result of DestroyWindow.

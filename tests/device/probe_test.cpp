@@ -310,6 +310,47 @@ TEST(ProbeTest, threads_have_stacks_of_their_own) {
     CloseHandle(second);
 }
 
+TEST(ProbeTest, the_running_thread_and_process_are_in_the_kernels_page) {
+    auto thread = probe<DWORD (*)()>("runningThread");
+    EXPECT_EQ(thread(), GetCurrentThreadId());
+    EXPECT_EQ(probe<DWORD (*)()>("runningProcess")(), GetCurrentProcessId());
+    // Two at a time, and one after the other on what the first one left.
+    for (int round = 0; round < 2; ++round) {
+        DWORD seen = 0, own = 0;
+        std::thread([&] {
+            own = GetCurrentThreadId();
+            seen = thread();
+        }).join();
+        EXPECT_EQ(seen, own);
+        EXPECT_NE(seen, GetCurrentThreadId());
+    }
+    EXPECT_EQ(thread(), GetCurrentThreadId());
+}
+
+TEST(ProbeTest, a_call_leaves_nothing_in_the_registers_that_need_not_be_kept) {
+    constexpr uint32_t allFlags = 0xF0000000;
+    for (uint32_t flags : {0u, allFlags, 0x50000000u}) {
+        ScratchRegisters registers = {1, 2, 3, 4, flags};
+        probe<void (*)(ScratchRegisters*)>("callSystem")(&registers);
+        EXPECT_EQ(registers.r1, 0xBAD00001);
+        EXPECT_EQ(registers.r2, 0xBAD00002);
+        EXPECT_EQ(registers.r3, 0xBAD00003);
+        EXPECT_EQ(registers.ip, 0xBAD0000C);
+        EXPECT_EQ(registers.flags & allFlags, ~flags & allFlags);
+    }
+}
+
+static constexpr uint32_t kernelsPage = 0xFFFFC000;
+
+TEST(ProbeTest, DISABLED_writing_to_the_kernels_page) {
+    probe<void (*)(uint32_t*)>("writeWord")(reinterpret_cast<uint32_t*>(kernelsPage + 0x808));
+}
+
+TEST(ProbeTest, DISABLED_reading_behind_the_kernels_page) {
+    probe<uint32_t (*)(const uint32_t*)>("readWord")(
+        reinterpret_cast<const uint32_t*>(kernelsPage + 0x1000));
+}
+
 TEST(ProbeTest, DISABLED_reading_through_null) {
     probe<uint32_t (*)(const uint32_t*)>("readWord")(reinterpret_cast<const uint32_t*>(0x24));
 }

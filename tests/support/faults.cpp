@@ -34,8 +34,6 @@ const struct {
 const char* const infallible[] = {
     "GetLastError",
     "SetLastError",
-    "GetCurrentThreadId",
-    "GetCurrentProcessId",
     "GetTickCount",
     "GetKeyState",
     "SendMessageW",

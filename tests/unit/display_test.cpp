@@ -16,6 +16,16 @@ class DisplayTest : public DeviceTest {
     HWND messageWindow() { return record()->messageWindow; }
 };
 
+TEST_F(DisplayTest, it_keeps_the_thread_and_the_process_that_made_it) {
+    EXPECT_EQ(record()->threadId, GetCurrentThreadId());
+    EXPECT_EQ(record()->processId, GetCurrentProcessId());
+    std::thread([&] {
+        EXPECT_NE(record()->threadId, GetCurrentThreadId());
+        EXPECT_FALSE(Display_IsCurrentThread(record()));
+    }).join();
+    EXPECT_TRUE(Display_IsCurrentThread(record()));
+}
+
 TEST_F(DisplayTest, an_empty_queue_is_told_at_once) {
     dispatchAll();
     EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_FALSE);

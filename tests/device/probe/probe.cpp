@@ -1,5 +1,6 @@
 #include "probe.h"
 #include "ce.h"
+#include "kernel_data.h"
 
 // Neither knows the other's last bit: a union between them.
 union Bits {
@@ -112,8 +113,27 @@ BOOL withLocals(Observer observer, int32_t seed, void* context) {
     return TRUE;
 }
 
+DWORD runningThread() { return currentThreadId(); }
+DWORD runningProcess() { return currentProcessId(); }
+
 uint32_t readWord(const uint32_t* place) { return *place; }
+void writeWord(uint32_t* place) { *place = 1; }
 void jumpTo(void (*place)()) { place(); }
+
+// Calls a function of the system with these in the registers, and tells what it left there.
+__attribute__((naked)) void callSystem(ScratchRegisters*) {
+    asm("push {r4, lr}\n"
+        "mov r4, r0\n"
+        "ldr r0, [r4, #16]\n"
+        "msr cpsr_f, r0\n"
+        "ldmia r4, {r1, r2, r3, ip}\n"
+        "bl GetTickCount\n"
+        "stmia r4, {r1, r2, r3, ip}\n"
+        "mrs r0, cpsr\n"
+        "str r0, [r4, #16]\n"
+        "pop {r4, lr}\n"
+        "bx lr");
+}
 
 __attribute__((naked)) void* stackPointer() { asm("mov r0, sp\n bx lr"); }
 __attribute__((naked)) void spoilRegister() { asm("mov r6, #1\n bx lr"); }

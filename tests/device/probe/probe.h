@@ -44,5 +44,10 @@ struct ProbeRecord {
     wchar_t character;
 };
 
+// What a caller has in the registers that a called function need not keep.
+struct ScratchRegisters {
+    uint32_t r1, r2, r3, ip, flags; // the flags in the highest four bits
+};
+
 using Receiver = uint64_t (*)(int32_t a, int64_t b, int32_t c, int64_t d);
 using Observer = void (*)(const volatile int32_t* locals, int32_t count, void* context);
