@@ -10,6 +10,7 @@ import sys
 
 import definition
 import elf
+import frames
 import pe
 
 LARGEST_FILE = 160 * 1024
@@ -53,19 +54,20 @@ def is_known(word, has_bx):
     return kind in (2, 4, 5)
 
 
-def frame_step(word):
-    """By how many bytes an instruction lowers the stack pointer; None when it cannot be told."""
-    if word & 0x0FFFF000 == 0x024DD000:  # sub sp, sp, #n
-        turn = (word >> 8 & 0xF) * 2
-        value = word & 0xFF
-        return (value >> turn | value << (32 - turn)) & 0xFFFFFFFF if turn else value
-    if word & 0x0FFF0000 == 0x092D0000:  # push {...}
-        return 4 * bin(word & 0xFFFF).count("1")
-    if word & 0x0FFF0FFF == 0x052D0004:  # push {rN}
-        return 4
-    if word & 0x0FEFFFF0 == 0x004DD000:  # sub sp, sp, rN
-        return None
-    return 0
+def frame_problem(address, word, framed, starts):
+    """What is wrong with an instruction beside the exception table. framed: where the prologue ends,
+    for each address of code with a frame, which starts at one of starts."""
+    if address in framed:
+        in_prologue = address < framed[address]
+        if frames.is_prologue(word) if in_prologue else frames.step(word) == 0:
+            return None
+        return "lowers the stack behind its prologue"
+    if frames.step(word) != 0 or frames.changes_link(word):
+        return "has a frame and is in no function of the exception table"
+    target = frames.branch_target(address, word)
+    if target in framed and target not in starts:
+        return "goes on without a frame where there is one"
+    return None
 
 
 class Check:
@@ -187,25 +189,34 @@ class Check:
                 self.expect(not inside, f"the address at {address:#x} is not relocated")
 
     def exceptions(self):
-        """Every instruction belongs to one function of the exception table."""
-        table = list(self.image.functions())
+        """The table has each piece of code that has a frame, from the instruction that makes it, and
+        nothing else: the system returns from all other code by the link register."""
+        code = {address - self.image.base: self.image.word(address - self.image.base)
+                for start, end in self.elf.code_ranges() for address in range(start, end, 4)}
         free = 0
-        covered = set()
-        for start, size, prologue in table:
-            self.expect(start >= free and size and prologue <= size,
+        starts, framed = set(), {}  # to where the prologue ends
+        for start, size, prologue in self.image.functions():
+            self.expect(start >= free and size and 0 < prologue <= size,
                         f"the entry of the function at {start:#x} is wrong")
             free = start + size
-            covered.update(range(start, free, 4))
-        for start, end in self.elf.code_ranges():
-            lost = [address for address in range(start - self.image.base, end - self.image.base, 4)
-                    if address not in covered]
-            self.expect(not lost, f"the code at {lost[0] if lost else 0:#x} is in no function")
+            starts.add(start)
+            framed.update(dict.fromkeys(range(start, free, 4), start + prologue))
+        for address, word in code.items():
+            problem = frame_problem(address, word, framed, starts)
+            if problem:
+                self.problems.append(f"{self.name_at(address)}, at {address:#x}, {problem}")
+
+    def name_at(self, address):
+        for start, size, names in self.elf.functions():
+            if start <= address + self.image.base < start + size:
+                return names[0]
+        return "nobody's code"
 
     def instructions(self):
         image = self.image
         names = {start - image.base: names[0] for start, _, names in self.elf.functions()}
         starts = sorted(names)
-        frames = dict.fromkeys(starts, 0)
+        sizes = dict.fromkeys(starts, 0)
         position = 0
         for start, end in self.elf.code_ranges():
             words = struct.unpack(f"<{(end - start) // 4}I",
@@ -218,12 +229,12 @@ class Check:
                 self.expect(is_known(word, self.has_bx),
                             f"{name} has an instruction that not every processor has: "
                             f"{word:08x} at {address:#x}")
-                step = frame_step(word)
+                step = frames.step(word)
                 self.expect(step is not None, f"{name} has a stack frame of unknown size")
-                frames[starts[position]] += step or 0
-        for start, size in frames.items():
+                sizes[starts[position]] += step or 0
+        for start, size in sizes.items():
             self.expect(size <= LARGEST_FRAME, f"{names[start]} has a stack frame of {size} bytes")
-        return max(frames.values())
+        return max(sizes.values())
 
 
 def main():

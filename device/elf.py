@@ -116,6 +116,11 @@ class Elf:
                 merged.append((address, size, [name]))
         return merged
 
+    def function_starts(self, start, end):
+        """Where functions start in a range of addresses, those inside of others too."""
+        return sorted({symbol.value for symbol in self.symbols if symbol.type == STT_FUNC
+                       and symbol.is_defined and start <= symbol.value < end})
+
     def code_ranges(self):
         """(start, end) of the instructions among the loaded sections, by address: what lies between
         is data that functions keep beside their code."""

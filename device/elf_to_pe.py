@@ -14,6 +14,7 @@ import sys
 
 import definition
 import elf
+import frames
 import resources
 
 IMAGE_BASE = 0x10000000
@@ -38,6 +39,8 @@ ABS32, TARGET1 = 2, 38
 ABSOLUTE = {ABS32, TARGET1}
 NONE, V4BX = 0, 40
 NO_RELOCATION = {NONE, V4BX}
+
+LONGEST_PROLOGUE = 255  # instructions
 
 BX, BX_MASK = 0x012FFF10, 0x0FFFFFF0
 MOV_PC = 0x01A0F000
@@ -228,27 +231,37 @@ def build_exports(image, module, address):
     return content, len(content)
 
 
-def is_prologue(word):
-    """Whether the system's unwinder knows how to undo this instruction at a function's start."""
-    return word >> 28 == 0xE and (
-        word & 0x0FFF0000 == 0x092D0000         # push {...}
-        or word & 0x0FFF0FFF == 0x052D0004      # push {rN}
-        or word & 0x0FFFF000 == 0x024DD000      # sub sp, sp, #n
-        or word & 0x0FFFF000 == 0x028DB000      # add fp, sp, #n
-        or word & 0x0FFFFFFF == 0x01A0B00D)     # mov fp, sp
+def framed_parts(code, start, end):
+    """(start, end, words of the prologue) of what lies behind the first instruction that lowers the
+    stack, in a function's code. What lies before returns without a frame."""
+    lowering = [address for address in range(start, end, 4)
+                if address in code and frames.step(code[address]) != 0]
+    if not lowering:
+        return []
+    first = lowering[0]
+    prologue = 0
+    while frames.is_prologue(code.get(first + 4 * prologue, 0)):
+        prologue += 1
+    if prologue > LONGEST_PROLOGUE or lowering[-1] >= first + 4 * prologue:
+        raise ConversionError(f"the function at {start:#x} makes its frame in several places")
+    return [(first, end, prologue)]
 
 
 def build_exceptions(image, address):
+    """Entries for what has a frame. The system returns from all else by the link register."""
+    code = {place: image.word(place - IMAGE_BASE) for start, end in image.source.code_ranges()
+            for place in range(start, end, 4)}
     content = bytearray()
     for start, size, _ in image.source.functions():
-        words = size // 4
-        prologue = 0
-        while prologue < min(words, 255) and is_prologue(
-                image.word(start - IMAGE_BASE + 4 * prologue)):
-            prologue += 1
-        image.fixups.add(address + len(content))
-        of_32_bit_code = 1 << 30
-        content += struct.pack("<II", start, prologue | words << 8 | of_32_bit_code)
+        starts = [start, *image.source.function_starts(start + 4, start + size), start + size]
+        for part, end in zip(starts, starts[1:]):
+            for first, end, prologue in framed_parts(code, part, end):
+                image.fixups.add(address + len(content))
+                of_32_bit_code = 1 << 30
+                content += struct.pack("<II", first,
+                                       prologue | (end - first) // 4 << 8 | of_32_bit_code)
+    if not content:
+        raise ConversionError("no function has a frame")
     return content, len(content)
 
 

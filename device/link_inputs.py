@@ -15,7 +15,8 @@ STUB = """\
 \t.type {name},%function
 {name}:
 \tldr ip, .L{slot}
-\tldr pc, [ip]
+\tldr ip, [ip]
+\tbx ip
 .L{slot}:
 \t.word {slot}
 \t.size {name}, . - {name}

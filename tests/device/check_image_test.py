@@ -196,8 +196,9 @@ class Flaws(CheckTest):
         self.tells("odd has a stack frame of 4104 bytes")
         self.build(self.function("sub sp, sp, #4096\n"))
         self.passes()
-        self.build(self.function("sub sp, sp, r3\n"))
-        self.tells("odd has a stack frame of unknown size")
+        data = self.build(self.function("sub sp, sp, #16\n"))
+        self.tells("odd has a stack frame of unknown size",
+                   bytes(data).replace(struct.pack("<I", 0xE24DD010), struct.pack("<I", 0xE04DD003)))
 
     def test_instructions_that_not_every_processor_has(self):
         for instruction in ("clz r0, r1", "blx r3", "ldrd r0, [r2]", "strd r0, [r2]", "pld [r0]",
@@ -210,6 +211,7 @@ class Flaws(CheckTest):
 
     def test_instructions_that_every_processor_has(self):
         self.build(self.function("""
+            push {r4, lr}
             adds r0, r1, r2, lsl #3
             movs r0, r1, asr r2
             cmp r0, #3
@@ -243,7 +245,36 @@ class Flaws(CheckTest):
         self.tells("is wrong", swapped)
         short = bytearray(data)
         struct.pack_into("<I", short, HEADER + 24 + 96 + 8 * pe.EXCEPTION_TABLE + 4, size - 8)
-        self.tells("is in no function", short)
+        self.tells("is in no function of the exception table", short)
+
+    def test_a_frame_behind_the_prologue(self):
+        nop, prologue = 0xE1A00000, 0xE24DD008  # what beep makes its frame with
+        for word in (0xE92D0010, 0xE52D4004, 0xE24DD008, 0x024DD008, 0xE04DD003):
+            data = self.build(self.function(f".word {nop}\n .word {nop}\n"))
+            place = data.index(struct.pack("<I", prologue)) + 4
+            struct.pack_into("<I", data, place, word)
+            self.tells("beep, at 0x1010, lowers the stack behind its prologue", data)
+
+    def test_a_call_without_a_frame(self):
+        for call in ("bl beep", "blne beep", "mov lr, pc", "ldr lr, [r0]", "add lr, r0, #4",
+                     "ldmia r0, {r1, lr}"):
+            self.build(self.function(f"{call}\n bx lr\n"))
+            self.tells("has a frame and is in no function of the exception table")
+
+    def test_a_way_around_the_frame(self):
+        self.build(self.function("""
+            cmp r0, #0
+            beq 1f
+            push {r4, lr}
+            bl beep
+            pop {r4, lr}
+            bx lr
+        1:  mov r0, #1
+            bx lr
+        """))
+        self.tells("odd, at 0x1030, goes on without a frame where there is one")
+        self.build(self.function("cmp r0, #0\n bne beep\n bx lr\n"))  # to where it is made
+        self.passes()
 
 
 if __name__ == "__main__":
