@@ -56,7 +56,10 @@ def main():
     on_device = exports_of_device(arguments.device)
     on_desk = {os.path.basename(path).lower(): pe.Pe(path).exported()
                for path in arguments.exporter}
-    sources = {path: listed(path) for path in arguments.lists}
+    try:
+        sources = {path: listed(path) for path in arguments.lists}
+    except definition.DefinitionError as problem:
+        sys.exit(str(problem))
     sources |= {path: imported(path) for path in arguments.libraries}
 
     problems = [f"{source} names nothing" for source, wanted in sources.items() if not wanted]
