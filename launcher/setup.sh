@@ -19,7 +19,7 @@ images_of_go="golang-1.19-src|images-go|./usr/share/go-1.19/src/image/|usr/share
 more_images_of_go="golang-golang-x-image-dev|images-more|./usr/share/gocode/src/golang.org/x/image/testdata/|usr/share/gocode/src/golang.org/x/image/testdata/video-001.bmp"
 images_of_pixbuf="gdk-pixbuf-tests|images-pixbuf|./usr/libexec/installed-tests/gdk-pixbuf/test-images/|usr/libexec/installed-tests/gdk-pixbuf/test-images/fail/hang_114.gif"
 
-test_packages=(googletest junit4 "$other_peoples_sounds"
+test_packages=(googletest junit4 gxemul "$other_peoples_sounds"
     python3-pil "$images_of_go" "$more_images_of_go" "$images_of_pixbuf")
 
 as_root() {
