@@ -46,7 +46,8 @@ static SoundStatus parseWave(const BYTE* file, LONG length, SoundSamples* sample
     constexpr LONG leastFormat = sizeof(PCMWAVEFORMAT);
     LONG formatSize;
     const BYTE* format = findChunk(file, length, "fmt ", &formatSize);
-    if (!format || formatSize < leastFormat) return soundUnsupported;
+    // What is read has to be there, whatever the chunk says of its size.
+    if (!format || file + length - format < leastFormat) return soundUnsupported;
     LONG dataSize;
     const BYTE* data = findChunk(file, length, "data", &dataSize);
     if (!data) return soundUnsupported;

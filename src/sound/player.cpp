@@ -56,8 +56,9 @@ static bool fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
     }
     format->nChannels = static_cast<WORD>(samples.channels);
     format->nSamplesPerSec = samples.sampleRate;
-    format->nBlockAlign = static_cast<WORD>(samples.channels * samples.bitsPerSample / 8);
-    format->nAvgBytesPerSec = format->nBlockAlign * samples.sampleRate;
+    DWORD frameBits = static_cast<DWORD>(samples.channels) * samples.bitsPerSample;
+    format->nBlockAlign = static_cast<WORD>(static_cast<LONG>(frameBits) / 8);
+    format->nAvgBytesPerSec = format->nBlockAlign * static_cast<DWORD>(samples.sampleRate);
     format->wBitsPerSample = static_cast<WORD>(samples.bitsPerSample);
     format->cbSize = 0;
     return true;
@@ -117,11 +118,10 @@ static void closeDevice(SoundPlayer* player) {
     player->device = nullptr;
 }
 
-// What is the sound's belongs to its last player; an earlier one that ends leaves it alone.
+// The samples are those of the last playback: an earlier one that ends leaves them alone.
 static void tellEnd(SoundRecord* sound, const SoundPlayer* player) {
-    if (sound->player != player) return;
     sound->state = soundIdle;
-    sound->samples.sampleData = nullptr;
+    if (sound->player == player) sound->samples.sampleData = nullptr;
 }
 
 static DWORD WINAPI play(LPVOID argument) {
@@ -175,7 +175,8 @@ static void endPlayback(SoundPlayer* player) {
         return;
     }
     EventModify(player->stoppedEvent, EVENT_RESET);
-    waveOutReset(player->device);
+    // A device that does not give the buffer back must not keep its caller waiting.
+    if (waveOutReset(player->device) != MMSYSERR_NOERROR) EventModify(player->doneEvent, EVENT_SET);
     LeaveCriticalSection(&player->lock);
     WaitForSingleObject(player->stoppedEvent, INFINITE);
 }

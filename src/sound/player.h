@@ -34,5 +34,6 @@ bool Player_IsIdle(const SoundPlayer* player);
 // that refuses them then is told by the thread's exit code alone. rounds: how often, from 1.
 SoundStatus Player_Start(SoundRecord* sound, DWORD rounds);
 
-// Returns when the playback, if any, has closed the device, freed its samples and ended its thread.
+// Returns when the playback, if any, has closed the device, freed its samples and ended its thread;
+// also when the device refuses to stop.
 void Player_Stop(SoundPlayer* player);

@@ -84,7 +84,7 @@ static SoundStatus start(SoundRecord* sound, LONG loops) {
     SoundStatus status = copySamples(&sound->samples);
     if (status != soundDone) return status;
     // Any other number is taken as it comes, also one below nothing.
-    status = Player_Start(sound, loops == endless ? endlessRounds : static_cast<DWORD>(loops + 1));
+    status = Player_Start(sound, loops == endless ? endlessRounds : static_cast<DWORD>(loops) + 1);
     if (status == soundDone) return status;
     freeBlock(const_cast<BYTE*>(sound->samples.sampleData));
     sound->samples.sampleData = nullptr;

@@ -11,7 +11,7 @@
 
 enum SoundState : LONG {
     soundUnused = 0, // never played, or disposed of
-    soundIdle = 1,
+    soundIdle = 1,   // a playback has ended, or could not begin; one below it may still sound
     soundPlaying = 2,
 };
 

@@ -134,14 +134,27 @@ TEST(WaveTest, may_have_a_longer_format) {
     EXPECT_EQ(parse(waveFile(format, fourBytes)), (Found{2, 1, 8000, 8, 4, 46}));
 }
 
-TEST(WaveTest, is_refused_when_its_format_has_no_room_for_the_bits) {
+TEST(WaveTest, is_refused_when_its_format_reaches_past_the_file) {
     FileBytes body(cdFormat.begin() + 8, cdFormat.end());
     for (size_t size : {0u, 4u, 14u, 15u}) {
         FileBytes cut(body.begin(), body.begin() + size);
-        EXPECT_EQ(parse(waveFile(waveChunk("fmt ", cut), fourBytes)), nothing) << size;
         EXPECT_EQ(parse(waveFile(waveChunk("data", fourBytes) + waveChunk("fmt ", cut))), nothing)
-            << size << ", at the end";
+            << size;
     }
+}
+
+TEST(WaveTest, has_its_format_in_16_bytes_that_may_go_past_the_size_of_its_chunk) {
+    FileBytes body(cdFormat.begin() + 8, cdFormat.end());
+    for (size_t size : {0u, 4u, 14u, 15u}) {
+        FileBytes cut(body.begin(), body.begin() + size);
+        // What follows the chunk is read as the rest of the format.
+        FileBytes format = waveChunk("fmt ", cut) + waveChunk("data", fourBytes);
+        EXPECT_EQ(parse(waveFile(format)) == nothing, size == 0) << size;
+    }
+    // At the file's end, 16 bytes and a size of nothing.
+    FileBytes data = waveChunk("data", fourBytes);
+    FileBytes format = waveChunk("fmt ", {}) + body;
+    EXPECT_EQ(parse(waveFile(data + format)), parse(waveFile(data + cdFormat)));
 }
 
 TEST(WaveTest, loses_step_behind_an_odd_chunk_that_is_padded) {
@@ -180,8 +193,10 @@ TEST(WaveTest, is_refused_when_a_chunk_is_larger_than_the_file_or_than_nothing) 
         EXPECT_EQ(parse(waveFile(cdFormat + withSize("data", size))), nothing) << size;
         EXPECT_EQ(parse(waveFile(waveChunk("data", fourBytes) + withSize("LIST", size))), nothing)
             << size << ", on the way to the format";
+        uint32_t formatSize = size + 16;
+        if (formatSize <= 16) continue; // all of it is there
         FileBytes format = cdFormat;
-        std::copy_n(littleLong(size + 16).begin(), 4, format.begin() + 4);
+        std::copy_n(littleLong(formatSize).begin(), 4, format.begin() + 4);
         EXPECT_EQ(parse(waveFile(waveChunk("data", {}) + format)), nothing) << size << ", format";
     }
 }
@@ -350,7 +365,7 @@ class Reader {
     std::optional<Found> wave() const {
         auto format = chunk("fmt ");
         auto data = chunk("data");
-        if (!format || !data || little(*format + 4) < 16) return {};
+        if (!format || !data || *format + 8 + 16 > size()) return {};
         const std::map<int64_t, LONG> encodings = {{1, 1}, {7, 2}, {6, 3}};
         auto encoding = encodings.find(word(*format + 8));
         if (encoding == encodings.end()) return {};

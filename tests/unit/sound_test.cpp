@@ -501,13 +501,13 @@ TEST_F(SoundTest, is_played_on_top_of_itself_and_stopped_as_a_whole) {
     sound = old;
 }
 
-TEST_F(SoundTest, tells_the_end_of_its_last_playback_only) {
+TEST_F(SoundTest, tells_the_end_of_each_playback) {
     play(monoFile(countingBytes(8)));
     HANDLE first = record()->player->thread;
     play(monoFile(countingBytes(80)));
     pass(1);
     EXPECT_EQ(WaitForSingleObject(first, INFINITE), WAIT_OBJECT_0);
-    EXPECT_EQ(record()->state, 2);
+    EXPECT_EQ(record()->state, 1);
     EXPECT_NE(record()->samples.sampleData, nullptr);
     pass(9);
     waitForEnd();
@@ -595,6 +595,21 @@ TEST_F(FailingSoundTest, is_not_told_when_the_output_refuses_the_buffer) {
     EXPECT_EQ(Emulator_CountWaveOutputs(), 0);
 }
 
+TEST_F(FailingSoundTest, on_top_of_another_does_not_hide_its_end) {
+    play(monoFile(countingBytes(8)));
+    HANDLE first = record()->player->thread;
+    {
+        Faults faults;
+        faults.fail("waveOutOpen", 2, 0, MMSYSERR_ALLOCATED);
+        play(monoFile(countingBytes(8)));
+        expectFailure("Sound_Play", -3);
+    }
+    EXPECT_EQ(record()->state, 2);
+    pass(1);
+    EXPECT_EQ(WaitForSingleObject(first, INFINITE), WAIT_OBJECT_0);
+    EXPECT_EQ(record()->state, 1);
+}
+
 static HWAVEOUT unclosed;
 
 static MMRESULT WINAPI refuseToClose(HWAVEOUT device) {
@@ -618,6 +633,49 @@ TEST_F(FailingSoundTest, does_not_touch_an_output_again_that_does_not_close) {
     auto close = reinterpret_cast<Close>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"coredll.dll"), "waveOutClose")));
     EXPECT_EQ(close(unclosed), MMSYSERR_NOERROR);
+}
+
+// The functions of the output itself, past what a test lets fail.
+template <class Function>
+static Function output(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"coredll.dll"), name)));
+}
+
+TEST_F(FailingSoundTest, is_stopped_although_the_output_refuses_to_be_reset) {
+    play(monoFile(countingBytes(8)), -1);
+    HWAVEOUT refusing = record()->player->device;
+    {
+        Faults faults;
+        faults.fail("waveOutReset", 1, 0, MMSYSERR_NODRIVER);
+        stop();
+        EXPECT_TRUE(faults.hasFailed());
+    }
+    EXPECT_EQ(record()->state, 1);
+    EXPECT_EQ(WaitForSingleObject(record()->player->thread, 0), WAIT_OBJECT_0);
+    output<decltype(&waveOutReset)>("waveOutReset")(refusing);
+    EXPECT_EQ(output<decltype(&waveOutClose)>("waveOutClose")(refusing), MMSYSERR_NOERROR);
+}
+
+TEST_F(FailingSoundTest, ends_whichever_call_of_the_output_fails) {
+    for (const char* function : {"waveOutOpen", "waveOutPrepareHeader", "waveOutWrite",
+                                 "waveOutReset", "waveOutUnprepareHeader", "waveOutClose"}) {
+        NothingLeft nothingLeft;
+        jint old = sound;
+        Faults faults;
+        faults.fail(function, 0);
+        sound = call<jint()>("Sound_New");
+        play(monoFile(countingBytes(8)), -1);
+        HWAVEOUT opened = record()->player->device;
+        dispose();
+        EXPECT_TRUE(faults.hasFailed()) << function;
+        sound = old;
+        // What refused to stop or to close is left, and is the test's.
+        if (!Emulator_CountWaveOutputs()) continue;
+        output<decltype(&waveOutReset)>("waveOutReset")(opened);
+        output<decltype(&waveOutClose)>("waveOutClose")(opened);
+    }
+    vm.reports.clear();
 }
 
 class SoundLeakTest : public SoundTest {};
