@@ -1204,7 +1204,7 @@ public final class OS {
      * @param device not looked at
      * @param image what is copied
      * @return the copy; 0 when it cannot be made. Errors: "Unable to create device-independent
-     *     image handle" with the system's text, an empty message (-4) without memory
+     *     image handle" with the system's text, no message (-4) without memory
      */
     public static native int Image_NewFromHandle(int device, int image);
 
@@ -1220,7 +1220,7 @@ public final class OS {
      * @param width of the rectangle and the new image
      * @param height of the rectangle and the new image
      * @return the new image; 0 when it cannot be made. Errors: "Unable to create
-     *     device-independent image handle" with the system's text, an empty message (-4) without
+     *     device-independent image handle" with the system's text, no message (-4) without
      *     memory
      */
     public static native int Image_Flip(

@@ -340,7 +340,7 @@ public final class OS {
      * @param height in pixels
      * @param color 0xRRGGBB
      * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
-     *     image handle" with the system's text, an empty message (-4) without memory
+     *     image handle" with the system's text, no message (-4) without memory
      */
     public static native int Image_NewFromSize(int device, int width, int height, int color);
 
@@ -358,7 +358,7 @@ public final class OS {
      * @param alphaData the alpha of each pixel, row by row, which counts before alpha; null for
      *     none. Where the array is too short the pixels are 0
      * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
-     *     image handle" with the system's text, an empty message (-4) without memory
+     *     image handle" with the system's text, no message (-4) without memory
      */
     public static native int Image_NewFromIntData(
             int device,
@@ -385,7 +385,7 @@ public final class OS {
      * @param paletteSize the number of colours; 0 for as many, black, as a pixel can count
      * @param transparentIndex the index whose pixels are not drawn; -1 for none
      * @return the image; 0 when it cannot be made. Errors: "Not enough memory to create image"
-     *     (-4), "Unable to create device-independent image handle" (-3), an empty message (-4)
+     *     (-4), "Unable to create device-independent image handle" (-3), no message (-4)
      *     without memory
      */
     public static native int Image_NewFromByteData(
@@ -412,7 +412,7 @@ public final class OS {
      * @return the image; 0 when it cannot be decoded. Errors: "Failed to create an IStream from a
      *     memory location" (-3), "Failed to initialize COM" (-3), "Failed to create
      *     IImagingFactory" (-3), "Failed to create IImageDecoder from IStream" (-6): no known
-     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), an empty message
+     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), no message
      *     (-4) without memory
      */
     public static native int Image_NewFromFileData(int device, byte[] data, int length);
