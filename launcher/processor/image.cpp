@@ -132,25 +132,35 @@ static uint64_t inIntegers(double argument) {
     return bits;
 }
 
-// The device's functions fill the whole register with a result that is shorter; the desk's leave
-// the rest of theirs as it was.
+// A result that is shorter than the register fills a part of it, and nobody may count on the rest.
+static uint32_t withRubbishAbove(WORD result) { return 0xBAD00000 | result; }
+
 static HMODULE coredll() {
     static HMODULE library = LoadLibraryA("coredll.dll");
     return library;
 }
 
-static int32_t WINAPI getKeyState(int key) {
-    using GetKeyState = SHORT(WINAPI*)(int);
-    static auto real = reinterpret_cast<GetKeyState>(
-        reinterpret_cast<void*>(GetProcAddress(coredll(), "GetKeyState")));
-    return real(key);
+using AskKey = SHORT(WINAPI*)(int);
+
+static AskKey askKey(const char* name) {
+    return reinterpret_cast<AskKey>(reinterpret_cast<void*>(GetProcAddress(coredll(), name)));
+}
+
+static uint32_t WINAPI getKeyState(int key) {
+    static AskKey real = askKey("GetKeyState");
+    return withRubbishAbove(real(key));
+}
+
+static uint32_t WINAPI getAsyncKeyState(int key) {
+    static AskKey real = askKey("GetAsyncKeyState");
+    return withRubbishAbove(real(key));
 }
 
 static uint32_t WINAPI registerClass(const WNDCLASSW* description) {
     using RegisterClass = ATOM(WINAPI*)(const WNDCLASSW*);
     static auto real = reinterpret_cast<RegisterClass>(
         reinterpret_cast<void*>(GetProcAddress(coredll(), "RegisterClassW")));
-    return real(description);
+    return withRubbishAbove(real(description));
 }
 
 // Numbers of 64 bits are what the mathematics return, and nothing else that is imported.
@@ -169,6 +179,7 @@ static void* withDevicesResult(const char* name) {
                  {"sin", reinterpret_cast<void*>(inIntegers<std::sin>)},
                  {"sqrt", reinterpret_cast<void*>(inIntegers<std::sqrt>)},
                  {"GetKeyState", reinterpret_cast<void*>(getKeyState)},
+                 {"GetAsyncKeyState", reinterpret_cast<void*>(getAsyncKeyState)},
                  {"RegisterClassW", reinterpret_cast<void*>(registerClass)}};
     for (const auto& entry : known)
         if (strcmp(entry.name, name) == 0) return entry.function;

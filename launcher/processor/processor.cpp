@@ -277,7 +277,8 @@ uint64_t Processor::leave(const Registers& at, uint32_t target) {
     for (uint32_t i = 0; i < stackWords; ++i) words[registerWords + i] = stack[i];
     uint64_t result =
         callAligned(reinterpret_cast<void*>(target), words, registerWords + stackWords);
-    return byteResults.count(target) ? result & 0xFF : result;
+    constexpr uint32_t aboveByte = 0xBAD0BA00;
+    return byteResults.count(target) ? aboveByte | (result & 0xFF) : result;
 }
 
 uint64_t Processor::call(uint32_t function, const uint32_t* words) {

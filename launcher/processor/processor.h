@@ -77,8 +77,8 @@ void addImage(const Image& image);
 // rubbish after it. Noted before it is called.
 void noteNarrowResult(void* function);
 
-// Functions of this side whose result is a byte, and the rest of whose word means nothing. Noted
-// before they are called.
+// Functions of this side whose result is a byte: the rest of its word means nothing, and is made to
+// look so. Noted before they are called.
 void noteByteResults(void* const* functions, uint32_t count);
 
 // The processor on which the calling thread's functions run; null outside of them.

@@ -48,7 +48,7 @@ LibraryEntry toolkitEntry() {
     return reinterpret_cast<LibraryEntry>(base + headers->OptionalHeader.AddressOfEntryPoint);
 }
 
-// The desk returns a Java boolean in a byte, the device in a word.
+// A Java boolean is a byte. What lies above it is anything.
 void tellToolkitOf(const JNINativeInterface_* table) {
     loadToolkit();
     if (!processor) return;

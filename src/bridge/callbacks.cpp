@@ -1,6 +1,7 @@
 #include "bridge/callbacks.h"
 #include "bridge/java_values.h"
 #include "bridge/memory.h"
+#include "bridge/narrow.h"
 #include "bridge/widget.h"
 
 extern "C" jint getEnv(CallbackLookup* lookup, JNIEnv** envOut, jint* attachedOut) {
@@ -152,7 +153,7 @@ static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target
     if (getEnv(lookup, &invocation->env, &invocation->attached) != JNI_OK)
         return Readiness::noEnvironment;
     // What an earlier listener threw has yet to surface in Java; until then none may be called.
-    if (invocation->env->ExceptionCheck()) return Readiness::noMethod;
+    if (isExceptionPending(invocation->env)) return Readiness::noMethod;
     invocation->method = resolveMethod(invocation->env, entry, signature);
     return invocation->method ? Readiness::ready : Readiness::noMethod;
 }
@@ -179,7 +180,7 @@ extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarge
     if (readiness != Readiness::ready) return 0;
     va_list arguments;
     va_start(arguments, target);
-    jboolean answer = call.env->CallBooleanMethodV(target->object, call.method, arguments);
+    jboolean answer = narrow(call.env->CallBooleanMethodV(target->object, call.method, arguments));
     va_end(arguments);
     finish(call);
     return answer != JNI_FALSE;

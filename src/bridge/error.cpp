@@ -95,7 +95,7 @@ static void respond(JNIEnv* env, jobject handler, jstring function, LONG code, j
 
 extern "C" void WYX_ErrorHandler(JNIEnv* env, const char* functionName, ErrorRecord* record) {
     // What a listener threw has to surface first, and until then nothing may be made.
-    jobject handler = env->ExceptionCheck() ? nullptr : findErrorHandler(env);
+    jobject handler = isExceptionPending(env) ? nullptr : findErrorHandler(env);
     jstring function = handler && functionName ? env->NewStringUTF(functionName) : nullptr;
     jstring message = function ? convertToJavaString(env, record->message) : nullptr;
     freeMessage(record);

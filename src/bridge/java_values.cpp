@@ -1,5 +1,6 @@
 #include "bridge/java_values.h"
 #include "bridge/memory.h"
+#include "bridge/narrow.h"
 #include "bridge/string_list.h"
 #include <string.h>
 
@@ -12,7 +13,7 @@ extern "C" jstring convertToJavaString(JNIEnv* env, const wchar_t* text) {
 
 static jintArray createJavaInts(JNIEnv* env, const jint* values, jint count) {
     jintArray array = env->NewIntArray(count);
-    if (env->ExceptionCheck()) return nullptr;
+    if (isExceptionPending(env)) return nullptr;
     for (jint i = 0; i < count; ++i) env->SetIntArrayRegion(array, i, 1, &values[i]);
     return array;
 }
@@ -56,7 +57,7 @@ jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list) {
     if (!stringClass) return nullptr;
     int count = stringListCount(list);
     jobjectArray array = env->NewObjectArray(count, stringClass, nullptr);
-    if (env->ExceptionCheck()) return nullptr;
+    if (isExceptionPending(env)) return nullptr;
 
     if (env->PushLocalFrame(count) != JNI_OK) return nullptr;
     for (int i = 0; i < count; ++i) {
@@ -83,11 +84,13 @@ wchar_t* toNativeString(const jchar* characters, jint length, BYTE* mustFreeOut)
     return text;
 }
 
+bool isExceptionPending(JNIEnv* env) { return narrow(env->ExceptionCheck()) != JNI_FALSE; }
+
 void throwOutOfMemory(JNIEnv* env, const char* message) {
     jclass error = env->FindClass("java/lang/OutOfMemoryError");
     if (error) {
         env->ThrowNew(error, message);
         return;
     }
-    if (!env->ExceptionCheck()) env->FatalError(message);
+    if (!isExceptionPending(env)) env->FatalError(message);
 }

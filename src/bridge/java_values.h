@@ -37,5 +37,7 @@ jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list);
 // memory for it.
 wchar_t* toNativeString(const jchar* characters, jint length, BYTE* mustFreeOut);
 
+bool isExceptionPending(JNIEnv* env);
+
 // Throws java/lang/OutOfMemoryError; fatal to the VM when not even that class can be found.
 void throwOutOfMemory(JNIEnv* env, const char* message);

@@ -5,11 +5,14 @@
 // Java arguments (a null reference gives a null pointer), calls the operation of the same name with
 // them and a fresh error record last, releases what it took, and then either reports the error
 // under the native's Java name and returns zero, or converts the result. A Java exception that is
-// pending after an argument was taken ends the native before the operation runs.
+// pending after an argument was taken ends the native before the operation runs. A widget or a
+// graphics context that an operation made in spite of an error is disposed of: Java never learns of
+// it, so that nobody else could.
 
 #include "bridge/error.h"
 #include "bridge/java_values.h"
 #include "bridge/memory.h"
+#include "bridge/narrow.h"
 #include "bridge/string_list.h"
 #include "ce.h"
 #include <jni.h>
@@ -84,9 +87,17 @@ struct Argument<jint> {
 template <>
 struct Argument<jboolean> {
     bool value;
-    Argument(JNIEnv*, jboolean java) : value(java != JNI_FALSE) {}
+    Argument(JNIEnv*, jboolean java) : value(narrow(java) != JNI_FALSE) {}
     static bool mayRaise() { return false; }
     operator bool() const { return value; }
+};
+
+template <>
+struct Argument<jchar> {
+    jchar value;
+    Argument(JNIEnv*, jchar java) : value(narrow(java)) {}
+    static bool mayRaise() { return false; }
+    operator jchar() const { return value; }
 };
 
 template <>
@@ -100,7 +111,7 @@ struct Argument<jstring> {
     Argument(JNIEnv* environment, jstring java) : env(environment), string(java) {
         if (!string) return;
         characters = env->GetStringChars(string, nullptr);
-        if (env->ExceptionCheck()) return;
+        if (isExceptionPending(env)) return;
         text = toNativeString(characters, env->GetStringLength(string), &mustFree);
         if (!text) throwOutOfMemory(env, "Failed to allocate space for string");
     }
@@ -123,7 +134,7 @@ struct Argument<jintArray> {
     Argument(JNIEnv* environment, jintArray java) : env(environment), array(java) {
         if (!array) return;
         elements.values = env->GetIntArrayElements(array, nullptr);
-        if (env->ExceptionCheck()) return;
+        if (isExceptionPending(env)) return;
         elements.count = env->GetArrayLength(array);
     }
     ~Argument() {
@@ -144,7 +155,7 @@ struct Argument<jbyteArray> {
     Argument(JNIEnv* environment, jbyteArray java) : env(environment), array(java) {
         if (!array) return;
         elements.values = env->GetByteArrayElements(array, nullptr);
-        if (env->ExceptionCheck()) return;
+        if (isExceptionPending(env)) return;
         elements.count = env->GetArrayLength(array);
     }
     ~Argument() {
@@ -177,7 +188,7 @@ struct Arguments<First, Rest...> {
     Arguments<Rest...> rest;
 
     Arguments(JNIEnv* env, First head, Rest... tail)
-        : first(env, head), taken(!(first.mayRaise() && env->ExceptionCheck())),
+        : first(env, head), taken(!(first.mayRaise() && isExceptionPending(env))),
           rest(env, (taken ? tail : Rest{})...) {
         taken = taken && rest.taken;
     }
@@ -235,6 +246,18 @@ inline void release(const NativeByteArray& array) {
     if (array.mustFree) freeBlock(array.values);
 }
 
+// Ends what a failed operation made all the same.
+template <class Result>
+void discard(Result result) {
+    if constexpr (requires { Widget_Discard(result); }) {
+        Widget_Discard(result);
+    } else if constexpr (requires(ErrorRecord * error) { Graphics_Dispose(result, error); }) {
+        ErrorRecord unheard = {};
+        if (result) Graphics_Dispose(result, &unheard);
+        Error_Clear(&unheard);
+    }
+}
+
 // What an operation left behind, and its way to Java.
 template <class Result>
 struct Outcome {
@@ -244,10 +267,14 @@ struct Outcome {
     void run(ErrorRecord* error, Taken&... arguments) {
         result = Operation(arguments..., error);
     }
-    JavaResult finish(JNIEnv* env, bool failed) {
-        JavaResult java = failed ? JavaResult{} : toJava(env, result);
+    JavaResult finish(JNIEnv* env) {
+        JavaResult java = toJava(env, result);
         release(result);
         return java;
+    }
+    void abandon() {
+        discard(result);
+        release(result);
     }
 };
 
@@ -258,7 +285,8 @@ struct Outcome<void> {
     void run(ErrorRecord* error, Taken&... arguments) {
         Operation(arguments..., error);
     }
-    void finish(JNIEnv*, bool) {}
+    void finish(JNIEnv*) {}
+    void abandon() {}
 };
 
 template <class Result, class... Parameters>
@@ -274,8 +302,11 @@ auto call(JNIEnv* env, const char* name, Java... javaArguments) {
         if (!arguments.taken) return typename Returned::JavaResult();
         arguments.template run<Operation>(outcome, &error);
     }
-    if (error.code != errorNone) WYX_ErrorHandler(env, name, &error);
-    return outcome.finish(env, error.code != errorNone);
+    if (error.code == errorNone) return outcome.finish(env);
+    // Before Java hears: what its error handler throws would keep other widgets' events away.
+    outcome.abandon();
+    WYX_ErrorHandler(env, name, &error);
+    return typename Returned::JavaResult();
 }
 
 } // namespace native

@@ -10,3 +10,10 @@ void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error) {
     }
     freeBlock(widget);
 }
+
+void Widget_Discard(WidgetRecord* widget) {
+    if (!widget) return;
+    ErrorRecord unheard = {};
+    Widget_Dispose(widget, &unheard);
+    Error_Clear(&unheard);
+}

@@ -30,6 +30,9 @@ ASSERT_OFFSET(WidgetRecord, dispose, 12)
 // that is still installed stays alive on purpose: Java detaches its data first.
 void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error);
 
+// Widget_Dispose of a widget that Java was not told of, whose errors nobody hears. Null is allowed.
+void Widget_Discard(WidgetRecord* widget);
+
 // Stores the target in the record on the display's thread and returns the previous one.
 // The display owns the way to its thread.
 CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target);

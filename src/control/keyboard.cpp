@@ -16,17 +16,15 @@ static constexpr wchar_t deleteCharacter = 127;
 static constexpr LPARAM autoRepeat = 1 << 30;
 static constexpr jint unresolvedModifiers = -1;
 
-static bool isDown(int virtualKey) { return GetKeyState(virtualKey) < 0; }
-
 static KeyTranslation& translationOf(ControlRecord* control) {
     return Control_GetDisplay(control)->key;
 }
 
 static jint modifiersOfKey(KeyKind kind, jint keyCode) {
     jint held = 0;
-    if (isDown(VK_MENU)) held |= modifierAlt;
-    if (isDown(VK_SHIFT)) held |= modifierShift;
-    if (isDown(VK_CONTROL)) held |= modifierControl;
+    if (Key_IsDown(VK_MENU)) held |= modifierAlt;
+    if (Key_IsDown(VK_SHIFT)) held |= modifierShift;
+    if (Key_IsDown(VK_CONTROL)) held |= modifierControl;
 
     // A modifier key reports the state from before its own event.
     jint own = 0;
@@ -84,7 +82,7 @@ static jint report(ControlRecord* control, const ResolvedKey& key) {
 // With Ctrl and Shift held a letter stands for its control character. False for the at sign, which
 // is no event.
 static bool makeControlCharacter(KeyTranslation& key, wchar_t character) {
-    if (!isDown(VK_SHIFT)) return true;
+    if (!Key_IsDown(VK_SHIFT)) return true;
     if (character == L'@') return false;
     wchar_t upper = Key_ToUpper(character);
     if (upper >= 64 && upper <= 95) upper &= 0xBF;
@@ -107,7 +105,7 @@ static jint keyDownWithCharacter(ControlRecord* control, KeyTranslation& key, DW
     jint keyCode = Key_ToJava(virtualKey);
     key.pendingKey = keyCode ? keyCode : character;
     if (virtualKey == VK_CANCEL) key.translate = true;
-    if (!isDown(VK_CONTROL)) return 0;
+    if (!Key_IsDown(VK_CONTROL)) return 0;
     if (!makeControlCharacter(key, static_cast<wchar_t>(character))) return 0;
     return report(control, resolve(key, noCharacter));
 }

@@ -1,5 +1,6 @@
 #include "aygshell.h"
 #include "control/input.h"
+#include "display/keys.h"
 #include "display/shells.h"
 
 static constexpr DWORD tapAndHoldTime = 400; // milliseconds
@@ -30,9 +31,9 @@ static RECT tapArea(POINT center) {
 
 static jint modifiersOfPointer(jint button, WPARAM wParam) {
     jint modifiers = 0;
-    if (GetKeyState(VK_MENU) < 0) modifiers |= modifierAlt;
-    if (GetKeyState(VK_SHIFT) < 0) modifiers |= modifierShift;
-    if (GetKeyState(VK_CONTROL) < 0) modifiers |= modifierControl;
+    if (Key_IsDown(VK_MENU)) modifiers |= modifierAlt;
+    if (Key_IsDown(VK_SHIFT)) modifiers |= modifierShift;
+    if (Key_IsDown(VK_CONTROL)) modifiers |= modifierControl;
     if ((wParam & MK_LBUTTON) && button != buttonLeft) modifiers |= modifierLeftButton;
     if ((wParam & MK_MBUTTON) && button != buttonMiddle) modifiers |= modifierMiddleButton;
     if ((wParam & MK_RBUTTON) && button != buttonRight) modifiers |= modifierRightButton;

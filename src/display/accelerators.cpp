@@ -1,5 +1,6 @@
 #include "display/accelerators.h"
 #include "bridge/memory.h"
+#include "display/keys.h"
 
 static constexpr LONG firstCapacity = 10;
 static constexpr LONG growth = 5;
@@ -90,7 +91,7 @@ static const ACCEL* findShifted(const ShellAccelerators& accelerators, WPARAM ke
 static bool dispatchControlShift(const ShellAccelerators& accelerators, const MSG& message) {
     if (message.message != WM_KEYDOWN || !accelerators.shiftDown) return false;
     if (message.wParam == VK_SHIFT || message.wParam == VK_CONTROL) return false;
-    if (GetKeyState(VK_CONTROL) >= 0) return false;
+    if (!Key_IsDown(VK_CONTROL)) return false;
     const ACCEL* entry = findShifted(accelerators, message.wParam);
     if (!entry) return false;
     constexpr WORD fromAccelerator = 1;

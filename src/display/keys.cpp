@@ -1,4 +1,5 @@
 #include "display/keys.h"
+#include "bridge/narrow.h"
 
 namespace {
 
@@ -66,3 +67,5 @@ wchar_t Key_ToUpper(wchar_t character) {
     auto* packed = reinterpret_cast<wchar_t*>(static_cast<UINT_PTR>(character));
     return static_cast<wchar_t>(reinterpret_cast<UINT_PTR>(CharUpperW(packed)));
 }
+
+bool Key_IsDown(int virtualKey) { return narrow(GetKeyState(virtualKey)) < 0; }

@@ -1,4 +1,5 @@
 #include "widgets/scrollbar.h"
+#include "bridge/narrow.h"
 #include "control/bar_hooks.h"
 #include "control/input.h"
 
@@ -22,7 +23,7 @@ static POINT cursorIn(HWND window) {
 
 static LPARAM pack(POINT point) { return MAKELPARAM(point.x, point.y); }
 
-static bool isDown(int virtualKey) { return GetKeyState(virtualKey) < 0; }
+static bool isDown(int virtualKey) { return narrow(GetKeyState(virtualKey)) < 0; }
 
 static WPARAM pressedButton() {
     if (isDown(VK_LBUTTON)) return MK_LBUTTON;

@@ -2,6 +2,7 @@
 // The library under test, as a Java VM and companion libraries see it: by its exports.
 
 #include <string>
+#include <utility>
 #include <windows.h>
 
 // The loaded image, with the headers that it was linked with.
@@ -17,14 +18,27 @@ void* nativeNamed(const std::string& javaName);
 struct _jobject;
 struct JNIEnv_;
 
+// How a VM passes an argument: as a word, above whose own bits lies anything.
+template <class Argument>
+auto asWord(Argument argument) {
+    if constexpr (sizeof(Argument) < sizeof(unsigned)) {
+        constexpr unsigned rubbish = 0xBADBADBA;
+        constexpr unsigned own = (1u << 8 * sizeof(Argument)) - 1;
+        return (rubbish & ~own) | (static_cast<unsigned>(argument) & own);
+    } else {
+        return argument;
+    }
+}
+
 template <class Signature>
 struct Native;
 template <class Result, class... Arguments>
 struct Native<Result(Arguments...)> {
-    using Function = Result(__stdcall*)(JNIEnv_*, void*, Arguments...);
+    using Function = Result(__stdcall*)(JNIEnv_*, void*,
+                                        decltype(asWord(std::declval<Arguments>()))...);
     Function function;
     Result operator()(JNIEnv_* env, Arguments... arguments) const {
-        return function(env, nullptr, arguments...);
+        return function(env, nullptr, asWord(arguments)...);
     }
 };
 

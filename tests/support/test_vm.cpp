@@ -121,9 +121,12 @@ static void JNICALL exceptionDescribe(JNIEnv*) {
     current->vm->clearException();
 }
 
-static jboolean JNICALL exceptionCheck(JNIEnv*) {
+// A VM's boolean is the lowest byte of what it returns.
+static DWORD withRubbishAbove(bool value) { return 0xBAD0BA00 | (value ? JNI_TRUE : JNI_FALSE); }
+
+static DWORD JNICALL exceptionCheck(JNIEnv*) {
     current->enter("ExceptionCheck", true);
-    return !current->vm->pendingException.empty();
+    return withRubbishAbove(!current->vm->pendingException.empty());
 }
 
 // A real VM ends here; the library must be fit to go on for the test's sake.
@@ -197,9 +200,9 @@ static void JNICALL callVoidV(JNIEnv*, jobject receiver, jmethodID id, va_list l
     callMethod(receiver, id, argumentsOf(id, list));
 }
 
-static jboolean JNICALL callBooleanV(JNIEnv*, jobject receiver, jmethodID id, va_list list) {
+static DWORD JNICALL callBooleanV(JNIEnv*, jobject receiver, jmethodID id, va_list list) {
     current->enter("CallBooleanMethodV");
-    return static_cast<jboolean>(callMethod(receiver, id, argumentsOf(id, list)));
+    return withRubbishAbove(callMethod(receiver, id, argumentsOf(id, list)) & 0xFF);
 }
 
 static jint JNICALL callIntV(JNIEnv*, jobject receiver, jmethodID id, va_list list) {
@@ -422,6 +425,12 @@ static std::array<void*, slotCount> unexpectedSlots(std::index_sequence<Slots...
     return {reinterpret_cast<void*>(unexpectedSlot<Slots>)...};
 }
 
+// A function that returns a word in the place of one that returns a part of it.
+template <class Slot, class Function>
+static void setSlot(Slot* slot, Function function) {
+    *slot = reinterpret_cast<Slot>(reinterpret_cast<void*>(function));
+}
+
 static const JNINativeInterface_* environmentTable() {
     static JNINativeInterface_ table;
     auto slots = unexpectedSlots(std::make_index_sequence<slotCount>());
@@ -429,7 +438,7 @@ static const JNINativeInterface_* environmentTable() {
     table.FindClass = findClass;
     table.ThrowNew = throwNew;
     table.ExceptionDescribe = exceptionDescribe;
-    table.ExceptionCheck = exceptionCheck;
+    setSlot(&table.ExceptionCheck, exceptionCheck);
     table.FatalError = fatalError;
     table.PushLocalFrame = pushLocalFrame;
     table.PopLocalFrame = popLocalFrame;
@@ -438,7 +447,7 @@ static const JNINativeInterface_* environmentTable() {
     table.GetObjectClass = getObjectClass;
     table.GetMethodID = getMethodId;
     table.CallVoidMethodV = callVoidV;
-    table.CallBooleanMethodV = callBooleanV;
+    setSlot(&table.CallBooleanMethodV, callBooleanV);
     table.CallIntMethodV = callIntV;
     table.CallVoidMethodA = callVoidA;
     table.GetStaticFieldID = getStaticFieldId;

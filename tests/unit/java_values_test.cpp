@@ -1,5 +1,6 @@
 #include "bridge/callbacks.h"
 #include "device.h"
+#include "faults.h"
 
 using ToString = jstring(JNIEnv*, const wchar_t*);
 using ToRect = jintArray(JNIEnv*, jint, jint, jint, jint);
@@ -80,4 +81,14 @@ TEST_F(JavaValuesTest, a_refusal_to_attach_is_passed_on) {
     JNIEnv* env = nullptr;
     jint attached = 0;
     EXPECT_EQ(entryPoint<GetEnv>("getEnv")(&lookup, &env, &attached), JNI_ERR);
+}
+
+TEST_F(JavaValuesTest, a_string_that_there_is_no_memory_for_is_told_by_an_exception) {
+    Faults faults;
+    faults.fail("LocalAlloc");
+    nativeMethod<void(jstring)>("Clipboard_SetText")(vm.env(), vm.newString(u"text"));
+    EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
+    EXPECT_EQ(vm.pendingMessage, "Failed to allocate space for string");
+    EXPECT_EQ(faults.countCalls("OpenClipboard"), 0);
+    EXPECT_TRUE(vm.reports.empty());
 }

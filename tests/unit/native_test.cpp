@@ -1,6 +1,7 @@
 // The convention of all natives, tried with operations made for it.
 
 #include "bridge/native.h"
+#include "bridge/widget.h"
 #include "leaks.h"
 #include "test_vm.h"
 #include <algorithm>
@@ -84,6 +85,24 @@ static NativeIntArray ownedInts(jint count, bool fails, ErrorRecord* error) {
     jint* values = allocateArray<jint>(count + 1);
     for (jint i = 0; i < count; ++i) values[i] = i * i;
     return {values, count, true};
+}
+
+static TestVm* hearing;
+static int disposals;
+
+static int failingDisposal(WidgetRecord*, ErrorRecord* error) {
+    ++disposals;
+    EXPECT_TRUE(hearing->reports.empty()) << "Java hears after it";
+    Win32Error_SetError(error, ERROR_ACCESS_DENIED, L"nobody hears this");
+    return 0;
+}
+
+static WidgetRecord* madeAndFailed(bool isMade, ErrorRecord* error) {
+    Error_Set(error, errorFailed, L"it failed", FALSE);
+    if (!isMade) return nullptr;
+    auto* widget = allocate<WidgetRecord>();
+    widget->dispose = failingDisposal;
+    return widget;
 }
 
 class NativeTest : public testing::Test {
@@ -244,6 +263,18 @@ TEST_F(NativeTest, a_count_of_0_is_an_empty_array) {
 
 TEST_F(NativeTest, an_int_array_of_a_failed_operation_is_freed) {
     EXPECT_EQ(native::call<ownedInts>(vm.env(), "X", jint(4), jboolean(JNI_TRUE)), nullptr);
+}
+
+TEST_F(NativeTest, a_widget_that_java_never_learns_of_is_disposed_of) {
+    hearing = &vm;
+    for (bool isMade : {true, false}) {
+        disposals = 0;
+        EXPECT_EQ(native::call<madeAndFailed>(vm.env(), "X", jboolean(isMade)), 0);
+        EXPECT_EQ(disposals, isMade);
+        ASSERT_EQ(vm.reports.size(), 1u);
+        EXPECT_EQ(vm.reports[0].message, u"it failed");
+        vm.reports.clear();
+    }
 }
 
 TEST_F(NativeTest, an_int_array_that_cannot_be_made_is_null_and_its_buffer_freed) {

@@ -170,6 +170,7 @@ TEST_F(ShellTest, no_memory_for_a_shell_gives_none_and_no_error) {
 }
 
 TEST_F(ShellTest, a_menu_bar_that_cannot_be_made_is_an_error) {
+    NoLeaks noLeaks;
     Faults faults;
     faults.fail("SHCreateMenuBar");
     call<New>("Shell_New", display, 0);
@@ -179,6 +180,7 @@ TEST_F(ShellTest, a_menu_bar_that_cannot_be_made_is_an_error) {
 }
 
 TEST_F(ShellTest, a_shell_that_cannot_be_listed_is_an_error) {
+    NoLeaks noLeaks;
     Faults faults;
     faults.fail("LocalAlloc", 3);
     call<New>("Shell_New", display, 0);
