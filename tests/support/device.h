@@ -59,8 +59,8 @@ class DeviceTest : public testing::Test {
 
     // The one error that was reported since the last look; fails the test when there is not one.
     TestVm::Report onlyReport();
-    // Fails the test unless it is this one. A message that ends in "::" is followed by the
-    // system's.
+    // Fails the test unless it is this one. A message that ends in "::" is followed by a text of
+    // the system's, and no other is.
     void expectReport(const char* function, jint code, const std::u16string& message);
 
     // Lets one platform call after the other fail while the widget is made. Each time it is made

@@ -64,6 +64,23 @@ const char* const infallible[] = {
 
 // Failure values other than 0.
 const std::map<std::string, uint32_t> failureValues = {
+    {"CheckMenuItem", static_cast<uint32_t>(-1)},
+    {"EnableMenuItem", static_cast<uint32_t>(-1)},
+    {"GetBkColor", CLR_INVALID},
+    {"GetClipRgn", static_cast<uint32_t>(-1)},
+    {"GetPixel", CLR_INVALID},
+    {"GetTextColor", CLR_INVALID},
+    {"SetBkColor", CLR_INVALID},
+    {"SetPixel", CLR_INVALID},
+    {"SetTextColor", CLR_INVALID},
+    {"WaitForMultipleObjects", WAIT_FAILED},
+    {"WaitForSingleObject", WAIT_FAILED},
+    {"waveOutClose", MMSYSERR_ERROR},
+    {"waveOutOpen", MMSYSERR_ERROR},
+    {"waveOutPrepareHeader", MMSYSERR_ERROR},
+    {"waveOutReset", MMSYSERR_ERROR},
+    {"waveOutUnprepareHeader", MMSYSERR_ERROR},
+    {"waveOutWrite", MMSYSERR_ERROR},
     {"CoCreateInstance", static_cast<uint32_t>(E_FAIL)},
     {"CoInitializeEx", static_cast<uint32_t>(E_FAIL)},
     {"CreateFileW", static_cast<uint32_t>(-1)},

@@ -78,10 +78,7 @@ class DrawingTest : public DeviceTest {
         return taken;
     }
     void expectReport(const char* function, const std::u16string& message) {
-        TestVm::Report report = onlyReport();
-        EXPECT_EQ(report.function, function);
-        EXPECT_EQ(report.code, -3);
-        EXPECT_EQ(report.message.substr(0, message.size()), message);
+        DeviceTest::expectReport(function, -3, message);
     }
     using Picture = std::vector<std::string>;
     static constexpr DWORD white = 0xFFFFFF, redPixel = 0xFF0000, greenPixel = 0x00FF00;

@@ -27,12 +27,6 @@ class FontTest : public DeviceTest {
     jint advance(jint font, const std::u16string& text) {
         return call<jint(jint, jstring)>("Font_StringAdvance", font, vm.newString(text));
     }
-    void expectReport(const char* function, jint code, const std::u16string& message) {
-        TestVm::Report report = onlyReport();
-        EXPECT_EQ(report.function, function);
-        EXPECT_EQ(report.code, code);
-        EXPECT_EQ(report.message.substr(0, message.size()), message);
-    }
 };
 
 // What the system was asked to make.

@@ -46,12 +46,6 @@ class GraphicsTest : public DeviceTest {
                             x * (bitmap.bmBitsPixel / 8);
         return pixel[2] << 16 | pixel[1] << 8 | pixel[0];
     }
-    void expectReport(const char* function, jint code, const std::u16string& message) {
-        TestVm::Report report = onlyReport();
-        EXPECT_EQ(report.function, function);
-        EXPECT_EQ(report.code, code);
-        EXPECT_EQ(report.message.substr(0, message.size()), message);
-    }
     static bool equal(const RECT& a, const RECT& b) { return EqualRect(&a, &b); }
 };
 

@@ -120,12 +120,6 @@ class ImageFixture : public DeviceTest {
     }
     static constexpr COLORREF untouchedColor = RGB(0x55, 0x55, 0x55);
 
-    void expectReport(const char* function, jint code, const std::u16string& message) {
-        TestVm::Report report = onlyReport();
-        EXPECT_EQ(report.function, function);
-        EXPECT_EQ(report.code, code);
-        EXPECT_EQ(report.message.substr(0, message.size()), message);
-    }
     void expectReportWithoutMessage(const char* function, jint code) {
         TestVm::Report report = onlyReport();
         EXPECT_EQ(report.function, function);
