@@ -6,6 +6,7 @@ import com.nuvik.wyx.dovr.OS;
 final class ScreenChecks extends Checks {
     private static final int SYSTEM_COLORS = 26;
     private static final int CURSORS = 13;
+    private static final String NO_WORDS = "::FormatMessage failed";
 
     String title() {
         return "screen";
@@ -98,7 +99,7 @@ final class ScreenChecks extends Checks {
                 new com.nuvik.wyx.WYXErrorHandler() {
                     public void respond(String function, int code, String message) {
                         int end = message.indexOf("::");
-                        told[0] = end >= 0 && message.substring(end + 2).trim().length() > 0;
+                        told[0] = end >= 0 && !message.endsWith(NO_WORDS);
                     }
                 };
         OS.List_Add(list, "beyond the end", 7);
