@@ -54,6 +54,14 @@ def is_known(word, has_bx):
     return kind in (2, 4, 5)
 
 
+def goes_without_exchange(word):
+    """Whether an instruction goes to an address, or returns, and stays with instructions of 32 bits
+    whatever lies there. Tables of places in one function are read by an index, and are none."""
+    return (word & 0x0E50F000 == 0x0410F000      # ldr pc, [rN, #n]
+            or word & 0x0E108000 == 0x08108000   # ldm rN, {..., pc}
+            or word & 0x0FFFFFF0 == 0x01A0F000)  # mov pc, rN
+
+
 def frame_problem(address, word, framed, starts):
     """What is wrong with an instruction beside the exception table. framed: where the prologue ends,
     for each address of code with a frame, which starts at one of starts."""
@@ -229,6 +237,8 @@ class Check:
                 self.expect(is_known(word, self.has_bx),
                             f"{name} has an instruction that not every processor has: "
                             f"{word:08x} at {address:#x}")
+                self.expect(not self.has_bx or not goes_without_exchange(word),
+                            f"{name} goes elsewhere without an exchange, at {address:#x}")
                 step = frames.step(word)
                 self.expect(step is not None, f"{name} has a stack frame of unknown size")
                 sizes[starts[position]] += step or 0

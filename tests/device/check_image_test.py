@@ -226,9 +226,17 @@ class Flaws(CheckTest):
             ldrsh r0, [r1, -r2]!
             strb r0, [r1, r2, lsr #1]
             ldmib r0!, {r1, r2}
-            stmda r0, {r1, pc}
+            stmda r0, {r1, r2}
             blne beep
         """))
+        self.passes()
+
+    def test_ways_out_without_an_exchange(self):
+        for way in ("ldr pc, [ip]", "ldr pc, [r0, #8]", "pop {r4, pc}", "ldmia r1, {r0, pc}",
+                    "mov pc, lr", "moveq pc, r3"):
+            self.build(self.function(f"push {{r4, lr}}\n {way}\n"))
+            self.tells("odd goes elsewhere without an exchange")
+        self.build(self.function("ldr pc, [r0, r1, lsl #2]\n ldr r0, [pc, #4]\n ldr ip, [ip]\n"))
         self.passes()
 
     def test_exchange_on_older_processors(self):
