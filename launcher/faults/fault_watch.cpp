@@ -1,4 +1,5 @@
 #include "fault_watch.h"
+#include "symbols.h"
 #include <stdio.h>
 #include <string.h>
 
@@ -85,24 +86,74 @@ static FaultDescription describe(const EXCEPTION_RECORD& record) {
                  : record.ExceptionInformation[0] == 1 ? "writes to"
                                                        : "jumps to",
                  static_cast<unsigned long>(record.ExceptionInformation[1]));
+    DWORD offset =
+        reinterpret_cast<DWORD>(record.ExceptionAddress) - reinterpret_cast<DWORD>(module);
+    char function[sizeof(FaultDescription::text) / 2] = "";
+    if (module) describeFunction(path, offset, function, sizeof(function));
     FaultDescription fault;
-    snprintf(fault.text, sizeof(fault.text), "fault %#lx at %s+%#lx%s", record.ExceptionCode,
-             module ? nameOf(path) : "no module",
-             reinterpret_cast<DWORD>(record.ExceptionAddress) - reinterpret_cast<DWORD>(module),
-             access);
+    snprintf(fault.text, sizeof(fault.text), "fault %#lx at %s+%#lx%s%s", record.ExceptionCode,
+             module ? nameOf(path) : "no module", offset, function, access);
     return fault;
 }
 
-static LONG CALLBACK look(EXCEPTION_POINTERS* exception) {
-    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-    if (!concernsUs(record)) return EXCEPTION_CONTINUE_SEARCH;
-    static LONG told;
-    if (InterlockedExchange(&told, 1)) Sleep(INFINITE); // another thread ends the process
+static void end(const EXCEPTION_RECORD& record) {
+    constexpr UINT faultInTelling = 134;
+    static LONG telling; // the thread that does
+    auto thread = static_cast<LONG>(GetCurrentThreadId());
+    LONG before = InterlockedCompareExchange(&telling, thread, 0);
+    if (before == thread) TerminateProcess(GetCurrentProcess(), faultInTelling);
+    if (before) Sleep(INFINITE); // that thread ends the process
     TerminateProcess(GetCurrentProcess(), tell(describe(record)));
+}
+
+static LONG CALLBACK look(EXCEPTION_POINTERS* exception) {
+    if (concernsUs(*exception->ExceptionRecord)) end(*exception->ExceptionRecord);
     return EXCEPTION_CONTINUE_SEARCH;
+}
+
+static LONG WINAPI lookAtUnhandled(EXCEPTION_POINTERS* exception) {
+    end(*exception->ExceptionRecord);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+extern "C" {
+
+extern void* callbackStubs[]; // of callbacks.S
+extern const DWORD callbackStubCount;
+void* systemCallbacks[64];
+
+// Nobody in the callback has handled it: the next handler is the system's, which goes on.
+EXCEPTION_DISPOSITION __cdecl leaveCallback(EXCEPTION_RECORD* record, void*, CONTEXT*, void*) {
+    constexpr DWORD unwinding = 0x2 | 0x4;
+    constexpr DWORD warningOrError = 0x80000000;
+    if (!(record->ExceptionFlags & unwinding) && (record->ExceptionCode & warningOrError))
+        end(*record);
+    return ExceptionContinueSearch;
+}
+}
+
+// The handlers by which Wine's system enters callbacks, in a table of each process.
+static void standBeforeCallbacks() {
+    constexpr size_t tableInProcessBlock = 0x2C;
+    HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
+    HMODULE user = LoadLibraryW(L"user32.dll");
+    if (!GetProcAddress(ntdll, "wine_get_version")) return;
+    using ProcessBlock = char*(WINAPI*)();
+    auto processBlock = reinterpret_cast<ProcessBlock>(
+        reinterpret_cast<void*>(GetProcAddress(ntdll, "RtlGetCurrentPeb")));
+    auto*** table = reinterpret_cast<void***>(processBlock() + tableInProcessBlock);
+    if (!*table) return;
+    DWORD count = 0;
+    while (count < callbackStubCount && moduleAt((*table)[count]) == user) {
+        systemCallbacks[count] = (*table)[count];
+        ++count;
+    }
+    if (count) *table = callbackStubs;
 }
 
 void watchFaults(FaultReporter reporter) {
     tell = reporter;
     AddVectoredExceptionHandler(TRUE, look);
+    SetUnhandledExceptionFilter(lookAtUnhandled);
+    standBeforeCallbacks();
 }

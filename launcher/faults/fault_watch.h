@@ -5,9 +5,9 @@
 
 #include <windows.h>
 
-// A module, its offset and what went wrong, as one line without its end.
+// A module, its offset, the function there and what went wrong, as one line without its end.
 struct FaultDescription {
-    char text[MAX_PATH + 128];
+    char text[2 * MAX_PATH];
 };
 
 // Told of the fault on the thread that made it; the process ends with this code when it returns.
@@ -15,5 +15,6 @@ using FaultReporter = UINT (*)(const FaultDescription& fault);
 
 // From now on, and on all threads. Ours are the modules that lie in the program's own folder, what
 // lies in no module, and memory that was given up. Faults of other modules are left to those who
-// may expect them. Once.
+// may expect them, and end the process where nobody does: also at the border of a callback that the
+// system has entered. Once.
 void watchFaults(FaultReporter reporter);

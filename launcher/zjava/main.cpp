@@ -149,7 +149,7 @@ int main() {
     unixSide()->onLoad = reinterpret_cast<void*>(onLoad);
     callUnix(unixSymbol(nullptr, "zjava_share_signals"), libjvm);
     callUnix(unixSymbol(nullptr, "zjava_end_with_server"));
-    reportUnhandledFaults();
+    reportFaults();
     setCompanions(commandLine.companions);
 
     std::vector<std::string> words = commandLine.vmOptions;

@@ -23,6 +23,13 @@ public final class Fatal {
             case "crash":
                 OS.Control_GetBounds(1);
                 break;
+            case "crash-in":
+                Faults.during(arguments[1], () -> OS.Control_GetBounds(1));
+                break;
+            case "raise":
+                Faults.during(
+                        arguments[1], () -> Faults.raise(Long.decode(arguments[2]).intValue()));
+                break;
             case "exit":
                 OS.Display_New();
                 System.exit(7);
