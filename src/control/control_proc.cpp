@@ -212,6 +212,19 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
     }
 }
 
+// Null for a class that has no font.
+static HFONT fontOf(const ControlRecord* control) {
+    return reinterpret_cast<HFONT>(Control_CallClass(control, WM_GETFONT, 0, 0));
+}
+
+static LRESULT setFont(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+    HFONT previous = fontOf(control);
+    HWND window = control->hwnd;
+    LRESULT result = Control_CallClass(control, WM_SETFONT, wParam, lParam);
+    if (const ControlRecord* still = controlOf(window)) Font_Wear(previous, fontOf(still));
+    return result;
+}
+
 extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ControlRecord* control = controlOf(window);
     if (!control) return DefWindowProcW(window, message, wParam, lParam);
@@ -219,7 +232,10 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
     case WM_DESTROY:
         // Every control does so, not only the last window; the event loop lives on.
         Quit_Post(Control_GetDisplay(control));
+        Font_Wear(fontOf(control), nullptr);
         break;
+    case WM_SETFONT:
+        return setFont(control, wParam, lParam);
     case WM_SETFOCUS:
         return focusChanged(control, FocusChange::gained, message, wParam, lParam);
     case WM_KILLFOCUS:

@@ -1,9 +1,12 @@
 #include "graphics/font.h"
 #include "bridge/arithmetic.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "graphics/gdi_guards.h"
 
 static constexpr jint pointsPerInch = 72;
+
+static FontRecord* madeFonts; // under the leaf lock
 
 extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style) {
     WindowContext screen(nullptr);
@@ -26,8 +29,17 @@ FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error) {
         return nullptr;
     }
     record->font = font;
+    record->owners = 1;
     SelectedObject selected(screen, font);
     GetTextMetricsW(screen, &record->metrics);
+    return record;
+}
+
+static FontRecord* list(FontRecord* record) {
+    if (!record) return nullptr;
+    LeafLock lock;
+    record->next = madeFonts;
+    madeFonts = record;
     return record;
 }
 
@@ -37,7 +49,7 @@ static FontRecord* create(const LOGFONTW& description, ErrorRecord* error) {
         Win32Error_SetError(error, GetLastError(), L"Unable to createfont");
         return nullptr;
     }
-    return Font_FromHandle(font, error);
+    return list(Font_FromHandle(font, error));
 }
 
 FontRecord* Font_New(DeviceRecord*, const wchar_t* name, jint points, jint style,
@@ -73,11 +85,50 @@ FontRecord* Font_NewLogical(DeviceRecord*, jint family, jint points, jint style,
     return create(description, error);
 }
 
-void Font_Dispose(FontRecord* font, ErrorRecord*) {
-    if (!font) return;
+static FontRecord* madeFontOf(HFONT handle) {
+    FontRecord* font = handle ? madeFonts : nullptr;
+    while (font && font->font != handle) font = font->next;
+    return font;
+}
+
+static void unlist(const FontRecord* font) {
+    FontRecord** link = &madeFonts;
+    while (*link && *link != font) link = &(*link)->next;
+    if (*link) *link = font->next;
+}
+
+// One owner less. Whether it was the last, who ends the font.
+static bool isLeftByLast(FontRecord* font) {
+    if (--font->owners > 0) return false;
+    unlist(font);
+    return true;
+}
+
+static void end(FontRecord* font) {
     DeleteObject(font->font);
     *font = {};
     freeBlock(font);
+}
+
+static FontRecord* exchange(HFONT previous, HFONT next) {
+    LeafLock lock;
+    if (FontRecord* worn = madeFontOf(next)) ++worn->owners;
+    FontRecord* left = madeFontOf(previous);
+    return left && isLeftByLast(left) ? left : nullptr;
+}
+
+void Font_Wear(HFONT previous, HFONT next) {
+    if (previous == next) return;
+    if (FontRecord* last = exchange(previous, next)) end(last);
+}
+
+static bool isLeftByJava(FontRecord* font) {
+    LeafLock lock;
+    return isLeftByLast(font);
+}
+
+void Font_Dispose(FontRecord* font, ErrorRecord*) {
+    if (font && isLeftByJava(font)) end(font);
 }
 
 jint Font_GetAscent(FontRecord* font, ErrorRecord*) {

@@ -8,10 +8,13 @@
 
 struct DeviceRecord;
 
-// Owned by the Java font, or by the display for its default font.
+// Owned by the Java font and by all that wear it, or by the display for its default font: the
+// record and its font go with the last of them.
 struct FontRecord {
     HFONT font; // owned
     TEXTMETRICW metrics;
+    LONG owners;
+    FontRecord* next; // of those that are made for Java
 };
 ASSERT_OFFSET(FontRecord, metrics, 4)
 
@@ -37,7 +40,11 @@ FontRecord* Font_New(DeviceRecord* device, const wchar_t* name, jint points, jin
 FontRecord* Font_NewLogical(DeviceRecord* device, jint family, jint points, jint style,
                             ErrorRecord* error);
 
-// Deletes the font and frees its record. Null is allowed.
+// A window or a graphics context wears the next font (null: none) in the place of the previous one.
+// Fonts that were not made for Java are not counted.
+void Font_Wear(HFONT previous, HFONT next);
+
+// Java has done with the font. Whoever wears it goes on wearing it. Null is allowed.
 void Font_Dispose(FontRecord* font, ErrorRecord* error);
 
 // Pixels, without the internal leading.

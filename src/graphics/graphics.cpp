@@ -133,6 +133,7 @@ void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord*) {
             leaveImage(graphics);
         else
             leaveControl(graphics);
+        Font_Wear(graphics->font, nullptr);
     }
     freeBlock(graphics);
 }
@@ -188,13 +189,21 @@ void Graphics_SetLineWidth(GraphicsRecord* graphics, jint width, ErrorRecord* er
     usePen(graphics, pen, error);
 }
 
+static void wear(GraphicsRecord* graphics, HFONT font) {
+    Font_Wear(graphics->font, font);
+    graphics->font = font;
+}
+
 void Graphics_SetFont(GraphicsRecord* graphics, FontRecord* font, ErrorRecord* error) {
     Drawing drawing(graphics);
     if (!font) {
         SelectObject(drawing, GetStockObject(SYSTEM_FONT));
+        wear(graphics, nullptr);
         return;
     }
-    if (!SelectObject(drawing, font->font))
+    if (SelectObject(drawing, font->font))
+        wear(graphics, font->font);
+    else
         Win32Error_SetError(error, GetLastError(),
                             L"Unable to select new font into device context");
 }

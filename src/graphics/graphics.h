@@ -24,6 +24,7 @@ struct GraphicsRecord {
     LOGPEN pen;         // the pen that is selected
     DrawHook beginDraw; // around every operation: gets hold of the image's bitmap
     DrawHook endDraw;
+    HFONT font; // of Java's, worn; null: the system's
 };
 ASSERT_OFFSET(GraphicsRecord, image, 12)
 ASSERT_OFFSET(GraphicsRecord, bounds, 16)
@@ -48,7 +49,7 @@ void Graphics_SetForeground(GraphicsRecord* graphics, ColorRecord* color, ErrorR
 void Graphics_SetBackground(GraphicsRecord* graphics, ColorRecord* color, ErrorRecord* error);
 void Graphics_SetLineWidth(GraphicsRecord* graphics, jint width, ErrorRecord* error);
 
-// Null stands for the system's font. The font must outlive its use.
+// Null stands for the system's font.
 void Graphics_SetFont(GraphicsRecord* graphics, FontRecord* font, ErrorRecord* error);
 
 // The part of the bounds that drawing is limited to; each replaces the one before.

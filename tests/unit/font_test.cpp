@@ -2,6 +2,7 @@
 #include "device.h"
 #include "faults.h"
 #include "graphics/font.h"
+#include "graphics/graphics.h"
 #include "leaks.h"
 
 class FontTest : public DeviceTest {
@@ -274,6 +275,85 @@ TEST_F(FontTest, is_set_and_taken_back_from_a_control) {
     call<void(jint, jint)>("Control_SetFont", button, 0);
     EXPECT_EQ(fontOf(button), GetStockObject(SYSTEM_FONT));
     disposeFont(font);
+}
+
+static bool isAlive(HFONT font) {
+    LOGFONTW description;
+    return GetObjectW(font, sizeof(description), &description) != 0;
+}
+
+TEST_F(FontTest, lives_as_long_as_a_control_wears_it) {
+    jint shell = newShell();
+    auto wear = [&](const char* kind) {
+        jint control = newControl(kind, shell);
+        jint fonts[] = {newLogical(2), newLogical(3)};
+        HFONT handles[] = {reinterpret_cast<FontRecord*>(fonts[0])->font,
+                           reinterpret_cast<FontRecord*>(fonts[1])->font};
+        for (jint font : fonts) {
+            call<void(jint, jint)>("Control_SetFont", control, font);
+            disposeFont(font);
+        }
+        EXPECT_FALSE(isAlive(handles[0])) << kind << ": nobody wears it";
+        EXPECT_TRUE(isAlive(handles[1])) << kind;
+        dispatchAll();
+        dispose(control);
+        EXPECT_FALSE(isAlive(handles[1])) << kind;
+    };
+    const char* const kinds[] = {"Label", "PushButton", "List", "TextField", "Choice"};
+    for (const char* kind : kinds) wear(kind); // the desk keeps some objects for itself
+    NoLeaks noLeaks;
+    for (const char* kind : kinds) wear(kind);
+}
+
+TEST_F(FontTest, goes_with_the_last_window_that_wears_it) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    jint composite = newControl("Composite", shell);
+    jint buttons[] = {newButton(composite), newButton(composite)};
+    jint font = newLogical(2);
+    HFONT handle = reinterpret_cast<FontRecord*>(font)->font;
+    for (jint control : {composite, buttons[0], buttons[1]})
+        call<void(jint, jint)>("Control_SetFont", control, font);
+    disposeFont(font);
+    call<void(jint, jint)>("Control_SetFont", buttons[0], 0);
+    EXPECT_TRUE(isAlive(handle));
+    dispose(composite); // its children's windows go too
+    EXPECT_FALSE(isAlive(handle));
+    for (jint button : buttons) dispose(button);
+}
+
+static HDC watchedContext;
+static int deletedWhileSelected;
+static BOOL WINAPI watchDeletion(HGDIOBJ object) {
+    deletedWhileSelected += GetCurrentObject(watchedContext, OBJ_FONT) == object;
+    return DeleteObject(object);
+}
+
+// The device would never free it.
+TEST_F(FontTest, lives_as_long_as_a_context_has_it) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    Faults faults;
+    faults.replace("DeleteObject", reinterpret_cast<void*>(watchDeletion));
+    deletedWhileSelected = 0;
+    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 4, 4, 0);
+    for (jint graphics : {call<jint(jint)>("Image_NewGraphics", image),
+                          call<jint(jint)>("Control_NewGraphics", shell)}) {
+        jint fonts[] = {newLogical(2), newLogical(3)};
+        HFONT handles[] = {reinterpret_cast<FontRecord*>(fonts[0])->font,
+                           reinterpret_cast<FontRecord*>(fonts[1])->font};
+        watchedContext = reinterpret_cast<GraphicsRecord*>(graphics)->dc;
+        for (jint font : fonts) {
+            call<void(jint, jint)>("Graphics_SetFont", graphics, font);
+            disposeFont(font);
+        }
+        EXPECT_FALSE(isAlive(handles[0]));
+        EXPECT_TRUE(isAlive(handles[1]));
+        call<void(jint)>("Graphics_Dispose", graphics);
+        EXPECT_FALSE(isAlive(handles[1]));
+    }
+    EXPECT_EQ(deletedWhileSelected, 0);
+    call<void(jint)>("Image_Dispose", image);
 }
 
 static int WINAPI answerNoDots(HDC, int) { return 0; }

@@ -284,7 +284,7 @@ public final class OS {
     public static native int Font_New(int device, String name, int points, int style);
 
     /**
-     * Ends a font. No control may use it any more.
+     * Ends a font. Controls and graphics contexts that have it keep it.
      *
      * @param font the font
      */
@@ -418,7 +418,7 @@ public final class OS {
     public static native int Image_NewFromFileData(int device, byte[] data, int length);
 
     /**
-     * Ends an image. No graphics context may use it any more.
+     * Ends an image. Graphics contexts on it may still draw, and end later.
      *
      * @param image the image
      */
