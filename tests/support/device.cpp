@@ -29,7 +29,15 @@ static const struct {
 
 static std::u16string wide(const std::string& text) { return {text.begin(), text.end()}; }
 
-DeviceTest::DeviceTest() {
+const char* listenerMethod(jint id) {
+    for (const auto& callback : callbacks)
+        if (callback.id == id) return callback.method;
+    return nullptr;
+}
+
+DeviceTest::DeviceTest() { openDisplay(); }
+
+void DeviceTest::openDisplay() {
     display = call<jint()>("Display_New");
     call<void(jint, jobject)>("Display_InitCallbacks", display, vm.newObject("test/Display"));
     std::vector<std::string> methods;
@@ -45,6 +53,7 @@ DeviceTest::DeviceTest() {
 DeviceTest::~DeviceTest() {
     std::reverse(shells.begin(), shells.end());
     for (jint shell : std::vector<jint>(shells)) dispose(shell);
+    if (!display) return;
     call<void(jint)>("Device_Dispose", display);
     dispatchAll();
 }

@@ -8,6 +8,9 @@
 
 using Events = std::vector<std::string>;
 
+// The listener's method that a callback id is registered with; null for none.
+const char* listenerMethod(jint id);
+
 // The toolkit's codes of keys without a character.
 namespace keys {
 constexpr jint backspace = 1000, tab = 1001, enter = 1002, escape = 1003, end = 1008, home = 1007,
@@ -20,7 +23,10 @@ class DeviceTest : public testing::Test {
     ~DeviceTest() override;
 
     TestVm vm;
-    jint display = 0;
+    jint display = 0; // 0 when it was disposed of
+
+    // Makes it, with a method for every callback.
+    void openDisplay();
 
     template <class Signature, class... Arguments>
     auto call(const std::string& nativeName, Arguments... arguments) {

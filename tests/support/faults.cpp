@@ -92,6 +92,7 @@ std::vector<Import> imports;
 std::vector<std::string> called;
 int anyCallNth;
 bool failed;
+std::function<void(const std::string&)> watcher;
 
 } // namespace
 
@@ -125,6 +126,7 @@ static uint32_t decide(Import& import, DWORD lastError) {
 
 extern "C" uint32_t decideFault(uint32_t number) {
     DWORD lastError = GetLastError();
+    if (watcher) watcher(imports[number].name);
     AcquireSRWLockExclusive(&deciding);
     uint32_t target = decide(imports[number], lastError);
     ReleaseSRWLockExclusive(&deciding);
@@ -188,7 +190,10 @@ Faults::Faults() {
 
 Faults::~Faults() {
     for (const Import& import : imports) write(import.slot, import.original);
+    watcher = nullptr;
 }
+
+void Faults::watch(std::function<void(const std::string&)> look) { watcher = std::move(look); }
 
 static std::vector<Import*> importsNamed(const std::string& function) {
     std::vector<Import*> found;

@@ -28,6 +28,9 @@ class Faults {
     std::vector<std::string> calls() const;
     int countCalls(const std::string& function) const;
 
+    // Looks at every call before it is made, on the thread that makes it; may call the library.
+    void watch(std::function<void(const std::string& function)> look);
+
     // Calls another function of the same signature in its place.
     void replace(const std::string& function, void* replacement);
 };
