@@ -42,6 +42,10 @@ bool Combination::isWanted(const std::string& name) {
     return wanted() ? matches(name.c_str(), wanted()) : !isKnownFailure(name);
 }
 
+bool Combination::mayBeWanted(const std::string& beginning) {
+    return wanted() || !isKnownFailure(beginning);
+}
+
 Combination::Combination(const std::string& running) : name(running) { sayWithFault(name.c_str()); }
 
 Combination::~Combination() { sayWithFault(nullptr); }

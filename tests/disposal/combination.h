@@ -14,6 +14,9 @@ class Combination {
     // names, known or not.
     static bool isWanted(const std::string& name);
 
+    // Whether any of the combinations that begin so may be wanted.
+    static bool mayBeWanted(const std::string& beginning);
+
   private:
     std::string name;
 };

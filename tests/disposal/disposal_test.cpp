@@ -86,7 +86,9 @@ static void play(const Kind& kind, const Provocation& provocation, const Events&
 }
 
 static void playAll(const Kind& kind, const Provocation& provocation) {
-    Combination running(std::string(kind.name) + ", " + provocation.name);
+    std::string beginning = std::string(kind.name) + ", " + provocation.name;
+    Combination running(beginning);
+    if (!Combination::mayBeWanted(beginning + ", ")) return;
     Events usual = eventsWithout(kind, provocation);
     std::set<std::string> keys;
     for (const std::string& event : usual) keys.insert(keyOf(event));

@@ -117,7 +117,9 @@ static bool canBe(const Victim& victim, const Kind& kind) {
 }
 
 static void playAll(const Kind& kind, const Provocation& provocation) {
-    Combination running(std::string(kind.name) + ", " + provocation.name);
+    std::string beginning = std::string(kind.name) + ", " + provocation.name;
+    Combination running(beginning);
+    if (!Combination::mayBeWanted(beginning + ", ")) return;
     int calls = countCalls(kind, provocation);
     for (const Victim& victim : victims)
         for (int nth = 1; canBe(victim, kind) && nth <= calls; ++nth)
