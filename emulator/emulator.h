@@ -4,13 +4,23 @@
 
 #include <windows.h>
 
-// Of the device's screen, pixels.
-constexpr int deviceScreenWidth = 240;
-constexpr int deviceScreenHeight = 320;
+// What differs from device to device. ZEMVOLT_DEVICE names what is not as it is first here.
+struct EmulatorVariety {
+    SIZE screen;             // screen=240x320: pixels
+    int dotsPerInch;         // dpi=96
+    int taskBarHeight;       // bar=0: pixels at the top of the screen, with the title in use
+    BOOL hasOnlyWaitCursor;  // cursors=wait: there is no other system cursor
+    BOOL hasNoSystemTexts;   // texts=none: no error code has a text
+    BOOL hasStylusOnly;      // pointer=stylus: the pointer stays where it touched last
+    BOOL choosesOneFileOnly; // files=one: the file dialogs, whatever they are asked for
+};
 
 #ifndef EMULATOR_IMPORT
 #define EMULATOR_IMPORT __declspec(dllimport)
 #endif
+
+// The window class of the task bar.
+constexpr wchar_t taskBarClass[] = L"HHTaskBar";
 
 // How the imaging component's decoders deliver pixels to a sink.
 enum EmulatorDelivery : int {
@@ -21,6 +31,8 @@ enum EmulatorDelivery : int {
 };
 
 extern "C" {
+EMULATOR_IMPORT const EmulatorVariety* WINAPI Emulator_GetVariety();
+
 // Heap blocks that were allocated through the device's API and not freed yet.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountHeapBlocks();
 

@@ -7,13 +7,14 @@
 #include "aygshell.h"
 #include "emulator.h"
 #include "menu_bar_class.h"
-#include <commctrl.h>
+#include "tool_bar_resource.h"
 #include <map>
 
-static constexpr int menuBarHeight = 26;
 static constexpr int panelButtonWidth = 26; // at the right end; shows and hides the input panel
 
 static ATOM menuBarAtom;
+
+static SIZE screen() { return Emulator_GetVariety()->screen; }
 
 namespace {
 
@@ -30,23 +31,27 @@ static HWND makeToolbar(HWND bar, UINT id) {
     constexpr DWORD style = WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN |
                             CCS_NODIVIDER | TBSTYLE_LIST | TBSTYLE_FLAT;
     HWND toolbar = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, deviceScreenWidth - panelButtonWidth,
-        menuBarHeight, bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
+        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, screen().cx - panelButtonWidth, menuBarHeight(),
+        bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
     if (toolbar) SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     return toolbar;
 }
 
-// Every command bar starts with a button of the system's.
-static void addSystemButton(HWND toolbar) {
-    TBBUTTON button = {};
-    button.fsStyle = BTNS_SEP;
-    SendMessageW(toolbar, TB_INSERTBUTTONW, 0, reinterpret_cast<LPARAM>(&button));
+// Without this flag, the bar starts with the buttons of a resource of the program's.
+static constexpr DWORD withoutResource = 1;
+
+static bool addButtons(HWND toolbar, const SHMENUBARINFO& info) {
+    if (info.dwFlags & withoutResource) return true;
+    auto buttons = loadToolBar(info.hInstRes, info.nToolBarId);
+    if (!buttons) return false;
+    SendMessageW(toolbar, TB_ADDBUTTONSW, buttons->size(),
+                 reinterpret_cast<LPARAM>(buttons->data()));
+    return true;
 }
 
 static bool create(HWND window, const SHMENUBARINFO& info) {
     HWND toolbar = makeToolbar(window, info.nToolBarId);
-    if (!toolbar) return false;
-    addSystemButton(toolbar);
+    if (!toolbar || !addButtons(toolbar, info)) return false;
     SetWindowLongW(window, 0, reinterpret_cast<LONG>(new MenuBar{toolbar, {}}));
     return true;
 }
@@ -80,7 +85,7 @@ static LRESULT dropDown(HWND window, const NMTOOLBARW& button) {
 static void paintPanelButton(HWND window) {
     PAINTSTRUCT paint;
     HDC context = BeginPaint(window, &paint);
-    RECT place = {deviceScreenWidth - panelButtonWidth, 0, deviceScreenWidth, menuBarHeight};
+    RECT place = {screen().cx - panelButtonWidth, 0, screen().cx, menuBarHeight()};
     UINT pushed = Emulator_IsInputPanelShown() ? DFCS_PUSHED : 0;
     DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
     InflateRect(&place, -5, -8);
@@ -93,6 +98,16 @@ static void paintPanelButton(HWND window) {
 static void tapPanelButton(HWND window) {
     Emulator_ShowInputPanel(!Emulator_IsInputPanelShown());
     InvalidateRect(window, nullptr, FALSE);
+}
+
+// The desk's takes descriptions of later systems' sizes too.
+static LRESULT askToolbar(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam) {
+    bool reads = message == TB_GETBUTTONINFOW;
+    bool describes = reads || message == TB_SETBUTTONINFOW;
+    if (describes &&
+        reinterpret_cast<const TBBUTTONINFOW*>(lParam)->cbSize != sizeof(TBBUTTONINFOW))
+        return reads ? -1 : FALSE;
+    return SendMessageW(toolbar, message, wParam, lParam);
 }
 
 static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -127,7 +142,7 @@ static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LP
         return 0;
     }
     if (message >= WM_USER && message < WM_APP)
-        return SendMessageW(barOf(window)->toolbar, message, wParam, lParam);
+        return askToolbar(barOf(window)->toolbar, message, wParam, lParam);
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -176,8 +191,8 @@ BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info) {
     }
     info->hwndMB =
         CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, menuBarClass, nullptr,
-                        WS_POPUP | WS_CLIPCHILDREN, 0, deviceScreenHeight - menuBarHeight,
-                        deviceScreenWidth, menuBarHeight, info->hwndParent, nullptr, nullptr, info);
+                        WS_POPUP | WS_CLIPCHILDREN, 0, screen().cy - menuBarHeight(), screen().cx,
+                        menuBarHeight(), info->hwndParent, nullptr, nullptr, info);
     return info->hwndMB != nullptr;
 }
 

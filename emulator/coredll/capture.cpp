@@ -7,8 +7,6 @@
 namespace {
 
 constexpr int bytesPerPixel = 3;
-constexpr int stride = (deviceScreenWidth * bytesPerPixel + 3) & ~3;
-constexpr DWORD imageBytes = stride * deviceScreenHeight;
 
 struct Picture {
     BITMAPINFO info;
@@ -20,11 +18,18 @@ struct Picture {
 
 } // namespace
 
+static SIZE screenSize() { return Emulator_GetVariety()->screen; }
+
+static DWORD imageBytes() {
+    DWORD stride = (screenSize().cx * bytesPerPixel + 3) & ~3;
+    return stride * screenSize().cy;
+}
+
 static bool makePicture(Picture* picture) {
     BITMAPINFOHEADER& header = picture->info.bmiHeader;
     header.biSize = sizeof(header);
-    header.biWidth = deviceScreenWidth;
-    header.biHeight = deviceScreenHeight;
+    header.biWidth = screenSize().cx;
+    header.biHeight = screenSize().cy;
     header.biPlanes = 1;
     header.biBitCount = bytesPerPixel * 8;
     picture->bitmap =
@@ -64,7 +69,7 @@ static void paintWindow(HDC picture, HWND window) {
 }
 
 static void paintScreen(HDC picture) {
-    RECT screen = {0, 0, deviceScreenWidth, deviceScreenHeight};
+    RECT screen = {0, 0, screenSize().cx, screenSize().cy};
     FillRect(picture, &screen, GetSysColorBrush(COLOR_BACKGROUND));
     std::vector<HWND> windows; // the topmost first
     EnumWindows(collectShown, reinterpret_cast<LPARAM>(&windows));
@@ -84,10 +89,10 @@ static bool writeBitmap(LPCWSTR path, const Picture& picture) {
     if (file == INVALID_HANDLE_VALUE) return false;
     constexpr uint16_t bitmapFile = 'B' | 'M' << 8;
     constexpr DWORD pixelsAt = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
-    BITMAPFILEHEADER header = {bitmapFile, pixelsAt + imageBytes, 0, 0, pixelsAt};
+    BITMAPFILEHEADER header = {bitmapFile, pixelsAt + imageBytes(), 0, 0, pixelsAt};
     bool written = writeAll(file, &header, sizeof(header)) &&
                    writeAll(file, &picture.info.bmiHeader, sizeof(BITMAPINFOHEADER)) &&
-                   writeAll(file, picture.pixels, imageBytes);
+                   writeAll(file, picture.pixels, imageBytes());
     CloseHandle(file);
     return written;
 }

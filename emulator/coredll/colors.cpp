@@ -1,9 +1,12 @@
 // The device's system colours: their indices come marked, and two of them the desk does not have.
 
-#include <windows.h>
+#include "refusal.h"
+
+static constexpr int systemColorFlag = 0x40000000;
+
+static bool isSystemColor(int index) { return isAllowed(index & systemColorFlag); }
 
 static int deskColor(int index) {
-    constexpr int systemColorFlag = 0x40000000;
     constexpr int staticBackground = 25; // other colours on the desk
     constexpr int staticText = 26;
     index &= ~systemColorFlag;
@@ -14,7 +17,11 @@ static int deskColor(int index) {
 
 extern "C" {
 
-DWORD WINAPI Device_GetSysColor(int index) { return GetSysColor(deskColor(index)); }
+DWORD WINAPI Device_GetSysColor(int index) {
+    return isSystemColor(index) ? GetSysColor(deskColor(index)) : 0;
+}
 
-HBRUSH WINAPI Device_GetSysColorBrush(int index) { return GetSysColorBrush(deskColor(index)); }
+HBRUSH WINAPI Device_GetSysColorBrush(int index) {
+    return isSystemColor(index) ? GetSysColorBrush(deskColor(index)) : nullptr;
+}
 }

@@ -18,6 +18,7 @@ static LRESULT selectItem(HWND window, WPARAM index) {
 static LRESULT CALLBACK comboProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case deviceGetComboBoxInfo:
+        if (reinterpret_cast<const COMBOBOXINFO*>(lParam)->cbSize != sizeof(COMBOBOXINFO)) return 0;
         return callDesk(window, CB_GETCOMBOBOXINFO, wParam, lParam);
     case CB_SETCURSEL:
         return selectItem(window, wParam);

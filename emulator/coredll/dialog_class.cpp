@@ -1,6 +1,7 @@
 #include "dialog_class.h"
 #include "menu_bar_class.h"
 #include "ok_button.h"
+#include "task_bar.h"
 
 // Behind what the desk keeps for dialogs, aligned.
 static constexpr int okButtonField = (DLGWINDOWEXTRA + 3) & ~3;
@@ -34,6 +35,12 @@ static LRESULT CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPA
     case WM_SETTEXT:
         result = DefDlgProcW(window, message, wParam, lParam);
         drawOkButton(window, false);
+        if (message == WM_NCACTIVATE && wParam) showTitleOf(window);
+        if (message == WM_SETTEXT) titleHasChanged(window);
+        return result;
+    case WM_NCDESTROY:
+        result = DefDlgProcW(window, message, wParam, lParam);
+        titleHasChanged(window);
         return result;
     case WM_NCHITTEST:
         if (isOnOkButton(window, POINT{static_cast<short>(LOWORD(lParam)),

@@ -1,6 +1,7 @@
 // The device's dialogs that ask for a file to open or to save: as large as the work area, with the
 // entries of one folder. A tap on a folder's entry and OK, or two taps, lead into it.
 
+#include "emulator.h"
 #include "screen.h"
 #include "storage.h"
 #include <algorithm>
@@ -35,9 +36,10 @@ struct Entry {
 
 static HWND childOf(const FileDialog& dialog, int id) { return GetDlgItem(dialog.window, id); }
 
-// In the explorer's style several files can be chosen.
+// In the explorer's style several files can be chosen, unless the device has no such style. The
+// desk's flag for several means nothing here.
 static bool takesSeveral(const OPENFILENAMEW& request) {
-    return request.Flags & (OFN_EXPLORER | OFN_ALLOWMULTISELECT);
+    return (request.Flags & OFN_EXPLORER) && !Emulator_GetVariety()->choosesOneFileOnly;
 }
 
 static std::wstring inside(const std::wstring& folder, const std::wstring& name) {
@@ -285,7 +287,7 @@ static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPA
 
 static bool isValid(const OPENFILENAMEW& request) {
     const DWORD deviceSize = OPENFILENAME_SIZE_VERSION_400;
-    return request.lStructSize >= deviceSize && request.lpstrFile && request.nMaxFile &&
+    return request.lStructSize == deviceSize && request.lpstrFile && request.nMaxFile &&
            std::wstring(request.lpstrFile).find_first_of(refusedCharacters) == std::wstring::npos;
 }
 

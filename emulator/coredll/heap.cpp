@@ -67,6 +67,10 @@ LONG WINAPI Emulator_CountHeapBlocks() { return liveBlocks; }
 
 // The flags for movable memory mean nothing: what the device allocates is always a pointer.
 HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
+    if (flags != LMEM_FIXED && flags != LMEM_MOVEABLE && flags != LMEM_ZEROINIT) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
     if (size > SIZE_MAX - fenceSize) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
@@ -92,6 +96,10 @@ HLOCAL WINAPI Device_LocalFree(HLOCAL block) {
 // The text that it allocates is a block like any other.
 DWORD WINAPI Device_FormatMessageW(DWORD flags, LPCVOID source, DWORD message, DWORD language,
                                    LPWSTR buffer, DWORD size, va_list* arguments) {
+    if ((flags & FORMAT_MESSAGE_FROM_SYSTEM) && Emulator_GetVariety()->hasNoSystemTexts) {
+        SetLastError(ERROR_MR_MID_NOT_FOUND);
+        return 0;
+    }
     DWORD length = FormatMessageW(flags, source, message, language, buffer, size, arguments);
     if (!length || !(flags & FORMAT_MESSAGE_ALLOCATE_BUFFER)) return length;
     auto** allocated = reinterpret_cast<HLOCAL*>(buffer);

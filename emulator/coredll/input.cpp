@@ -1,6 +1,7 @@
 // Pointer input on the device's scale. The pointer stays on the device's screen.
 
 #include "emulator.h"
+#include "refusal.h"
 
 static constexpr LONG fullScale = 65535;
 
@@ -19,12 +20,12 @@ static LONG deskPosition(LONG pixel, LONG deskSize) {
 }
 
 static POINT target(const MOUSEINPUT& pointer) {
+    SIZE screen = Emulator_GetVariety()->screen;
     if (pointer.dwFlags & MOUSEEVENTF_ABSOLUTE)
-        return {pixelOf(pointer.dx, deviceScreenWidth), pixelOf(pointer.dy, deviceScreenHeight)};
+        return {pixelOf(pointer.dx, screen.cx), pixelOf(pointer.dy, screen.cy)};
     POINT now;
     GetCursorPos(&now);
-    return {clamp(now.x + pointer.dx, deviceScreenWidth),
-            clamp(now.y + pointer.dy, deviceScreenHeight)};
+    return {clamp(now.x + pointer.dx, screen.cx), clamp(now.y + pointer.dy, screen.cy)};
 }
 
 static void moveOnDesk(MOUSEINPUT* pointer) {
@@ -35,11 +36,29 @@ static void moveOnDesk(MOUSEINPUT* pointer) {
     pointer->dwFlags |= MOUSEEVENTF_ABSOLUTE;
 }
 
-extern "C" UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
+extern "C" {
+
+UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
+    if (!isAllowed(size == sizeof(INPUT))) return 0;
     for (UINT i = 0; i < count; ++i) {
         INPUT input = inputs[i];
         if (input.type == INPUT_MOUSE) moveOnDesk(&input.mi);
         if (!SendInput(1, &input, size)) return i;
     }
     return count;
+}
+
+// Of the keys that change what others mean, and no others.
+SHORT WINAPI Device_GetKeyState(int key) {
+    switch (key) {
+    case VK_SHIFT:
+    case VK_CONTROL:
+    case VK_MENU:
+    case VK_CAPITAL:
+    case VK_NUMLOCK:
+        return GetKeyState(key);
+    default:
+        return key >= VK_LSHIFT && key <= VK_RMENU ? GetKeyState(key) : 0;
+    }
+}
 }

@@ -1,21 +1,23 @@
 // The device's input panel: a keyboard at the bottom of the work area, above the menu bars. It
 // takes its room from the work area while it shows, and the activation from nobody.
 
-#include "emulator.h"
+#include "menu_bar_class.h"
 #include "screen.h"
 
 static constexpr wchar_t panelClass[] = L"SipWndClass";
-static constexpr int keyWidth = 24;
 static constexpr int keyHeight = 20;
 static constexpr int rows = 4;
-static constexpr int columns = deviceScreenWidth / keyWidth;
+static constexpr int columns = 10;
 static constexpr int panelHeight = rows * keyHeight;
-static constexpr int menuBarHeight = 26;
 
 static constexpr wchar_t keys[rows][columns + 1] = {L"1234567890", L"qwertyuiop", L"asdfghjkl\b",
                                                     L"zxcvbnm. \r"};
 
 static HWND panel;
+
+static SIZE screen() { return Emulator_GetVariety()->screen; }
+
+static int keyWidth() { return screen().cx / columns; }
 
 static const wchar_t* labelOf(const wchar_t* key) {
     switch (*key) {
@@ -31,7 +33,7 @@ static const wchar_t* labelOf(const wchar_t* key) {
 }
 
 static void drawKey(HDC context, int row, int column) {
-    RECT place = {column * keyWidth, row * keyHeight, (column + 1) * keyWidth,
+    RECT place = {column * keyWidth(), row * keyHeight, (column + 1) * keyWidth(),
                   (row + 1) * keyHeight};
     DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH);
     const wchar_t* key = &keys[row][column];
@@ -52,8 +54,8 @@ static void paint(HWND window) {
 }
 
 static void type(int x, int y) {
-    if (x < 0 || x >= columns * keyWidth || y < 0 || y >= panelHeight) return;
-    BYTE key = LOBYTE(VkKeyScanW(keys[y / keyHeight][x / keyWidth]));
+    if (x < 0 || x >= columns * keyWidth() || y < 0 || y >= panelHeight) return;
+    BYTE key = LOBYTE(VkKeyScanW(keys[y / keyHeight][x / keyWidth()]));
     keybd_event(key, 0, 0, 0);
     keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
 }
@@ -83,8 +85,8 @@ static HWND makePanel() {
     windowClass.lpszClassName = panelClass;
     RegisterClassW(&windowClass);
     return CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, panelClass, nullptr,
-                           WS_POPUP, 0, deviceScreenHeight - menuBarHeight - panelHeight,
-                           deviceScreenWidth, panelHeight, nullptr, nullptr, nullptr, nullptr);
+                           WS_POPUP, 0, screen().cy - menuBarHeight() - panelHeight, screen().cx,
+                           panelHeight, nullptr, nullptr, nullptr, nullptr);
 }
 
 extern "C" {
@@ -99,7 +101,8 @@ void WINAPI Emulator_ShowInputPanel(BOOL shown) {
     } else {
         DestroyWindow(panel);
     }
-    RECT area = {0, 0, deviceScreenWidth, deviceScreenHeight - (shown ? panelHeight : 0)};
+    RECT area = wholeWorkArea();
+    if (shown) area.bottom -= panelHeight;
     changeWorkArea(area);
 }
 }

@@ -1,4 +1,4 @@
-#include <windows.h>
+#include "refusal.h"
 
 static constexpr DWORD eventPulse = 1;
 static constexpr DWORD eventReset = 2;
@@ -18,6 +18,20 @@ BOOL WINAPI Device_EventModify(HANDLE event, DWORD action) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
+}
+
+// The device waits for the first of several, never for all.
+DWORD WINAPI Device_WaitForMultipleObjects(DWORD count, const HANDLE* objects, BOOL forAll,
+                                           DWORD milliseconds) {
+    if (!isAllowed(!forAll)) return WAIT_FAILED;
+    return WaitForMultipleObjects(count, objects, FALSE, milliseconds);
+}
+
+DWORD WINAPI Device_MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* objects,
+                                                DWORD milliseconds, DWORD input, DWORD flags) {
+    constexpr DWORD anyInput = 0x7F; // later systems know more kinds
+    if (!isAllowed(!(input & ~anyInput) && !(flags & MWMO_WAITALL))) return WAIT_FAILED;
+    return MsgWaitForMultipleObjectsEx(count, objects, milliseconds, input, flags);
 }
 
 // Export names are plain ASCII.

@@ -1,7 +1,9 @@
 #include "control_classes.h"
 #include "dialog_class.h"
+#include "emulator.h"
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     return reason != DLL_PROCESS_ATTACH ||
-           (registerDialogClass(instance) && registerControlClasses(instance));
+           (Emulator_GetVariety() && registerDialogClass(instance) &&
+            registerControlClasses(instance));
 }

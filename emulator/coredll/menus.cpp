@@ -1,16 +1,14 @@
 // What menu items tell and are told. The device's description of an item ends before the bitmap,
 // and has no part of its own for text, kind or bitmap.
 
+#include "refusal.h"
 #include <stddef.h>
-#include <windows.h>
 
 static bool isOfDevice(const MENUITEMINFOW* info) {
     constexpr UINT size = offsetof(MENUITEMINFOW, cch) + sizeof(info->cch);
     constexpr UINT parts =
         MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_CHECKMARKS | MIIM_TYPE | MIIM_DATA;
-    if (info && info->cbSize == size && !(info->fMask & ~parts)) return true;
-    SetLastError(ERROR_INVALID_PARAMETER);
-    return false;
+    return isAllowed(info && info->cbSize == size && !(info->fMask & ~parts));
 }
 
 extern "C" {

@@ -1,8 +1,12 @@
 #include "screen.h"
 #include "emulator.h"
 
-// No bar of the system's takes from the screen: menu bars belong to their top-level windows.
-static RECT usable = {0, 0, deviceScreenWidth, deviceScreenHeight};
+static SIZE screen() { return Emulator_GetVariety()->screen; }
+
+// Menu bars take nothing from it: they belong to their top-level windows.
+RECT wholeWorkArea() { return {0, Emulator_GetVariety()->taskBarHeight, screen().cx, screen().cy}; }
+
+static RECT usable = wholeWorkArea();
 
 // How long a busy window may keep the others from hearing of a change, milliseconds.
 static constexpr UINT answerTime = 1000;
@@ -44,10 +48,10 @@ int WINAPI Device_GetSystemMetrics(int index) {
     switch (index) {
     case SM_CXSCREEN:
     case SM_CXVIRTUALSCREEN:
-        return deviceScreenWidth;
+        return screen().cx;
     case SM_CYSCREEN:
     case SM_CYVIRTUALSCREEN:
-        return deviceScreenHeight;
+        return screen().cy;
     default:
         return GetSystemMetrics(index);
     }
@@ -56,9 +60,12 @@ int WINAPI Device_GetSystemMetrics(int index) {
 int WINAPI Device_GetDeviceCaps(HDC context, int index) {
     switch (index) {
     case HORZRES:
-        return deviceScreenWidth;
+        return screen().cx;
     case VERTRES:
-        return deviceScreenHeight;
+        return screen().cy;
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+        return Emulator_GetVariety()->dotsPerInch;
     default:
         return GetDeviceCaps(context, index);
     }

@@ -6,5 +6,8 @@
 // The part of the screen that top-level windows may fill. Any thread.
 RECT workArea();
 
+// Without the input panel.
+RECT wholeWorkArea();
+
 // Sets it and tells every window of the process.
 void changeWorkArea(const RECT& area);

@@ -107,7 +107,7 @@ static DeskOutput* openDesk(const WAVEFORMATEX& format) {
 }
 
 static bool isHeader(const WAVEHDR* header, UINT size) {
-    return header && size >= sizeof(*header) && header->lpData;
+    return header && size == sizeof(*header) && header->lpData;
 }
 
 // A loop of more than one buffer is more than this device can do.

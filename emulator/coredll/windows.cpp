@@ -2,9 +2,13 @@
 
 #include "control_classes.h"
 #include "dialog_class.h"
+#include "pointer_place.h"
+#include "refusal.h"
 #include "screen.h"
+#include "task_bar.h"
 
 static constexpr DWORD captionOkButton = 0x80000000;
+static constexpr DWORD alwaysOn = WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
 
 // A top-level window of default size fills the device's work area.
 static void placeByDefault(DWORD style, int* x, int* y, int* width, int* height) {
@@ -28,12 +32,23 @@ static void changeOkButton(HWND window, bool has) {
 
 extern "C" {
 
+ATOM WINAPI Device_RegisterClassW(const WNDCLASSW* description) {
+    constexpr UINT styles =
+        CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW | CS_NOCLOSE | CS_PARENTDC | CS_GLOBALCLASS;
+    if (!isAllowed(!(description->style & ~styles) && !description->hIcon)) return 0;
+    return RegisterClassW(description);
+}
+
 HWND WINAPI Device_CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR title,
                                    DWORD style, int x, int y, int width, int height, HWND parent,
                                    HMENU menu, HINSTANCE instance, LPVOID data) {
+    if (!isAllowed(!menu || (style & WS_CHILD))) return nullptr; // no window has a menu of its own
+    startTaskBar();
+    watchStylus();
     placeByDefault(style, &x, &y, &width, &height);
-    HWND window = CreateWindowExW(extendedStyle & ~captionOkButton, deskClassName(className), title,
-                                  style, x, y, width, height, parent, menu, instance, data);
+    HWND window =
+        CreateWindowExW(extendedStyle & ~captionOkButton, deskClassName(className), title,
+                        style | alwaysOn, x, y, width, height, parent, menu, instance, data);
     if (window && (extendedStyle & captionOkButton) && isDialog(window))
         changeOkButton(window, true);
     return window;
@@ -46,6 +61,7 @@ LONG WINAPI Device_GetWindowLongW(HWND window, int index) {
 }
 
 LONG WINAPI Device_SetWindowLongW(HWND window, int index, LONG value) {
+    if (index == GWL_STYLE) value |= alwaysOn;
     if (index != GWL_EXSTYLE || !isDialog(window)) return SetWindowLongW(window, index, value);
     LONG old = Device_GetWindowLongW(window, index);
     SetWindowLongW(window, index, value & ~captionOkButton);

@@ -19,37 +19,37 @@ constexpr DWORD red = 0xFF0000;
 constexpr DWORD blue = 0x0000FF;
 
 TEST_F(CaptureTest, shows_a_window_where_it_stands) {
-    newPaintedWindow({10, 20, 50, 60}, RGB(255, 0, 0));
-    EXPECT_EQ(pixel(10, 20), red);
-    EXPECT_EQ(pixel(49, 59), red);
-    EXPECT_NE(pixel(9, 20), red);
-    EXPECT_NE(pixel(50, 59), red);
-    EXPECT_NE(pixel(10, 60), red);
+    newPaintedWindow({10, 120, 50, 160}, RGB(255, 0, 0));
+    EXPECT_EQ(pixel(10, 120), red);
+    EXPECT_EQ(pixel(49, 159), red);
+    EXPECT_NE(pixel(9, 120), red);
+    EXPECT_NE(pixel(50, 159), red);
+    EXPECT_NE(pixel(10, 160), red);
 }
 
 TEST_F(CaptureTest, shows_the_upper_of_two_windows) {
-    HWND lower = newPaintedWindow({10, 20, 50, 60}, RGB(255, 0, 0));
-    newPaintedWindow({30, 40, 90, 90}, RGB(0, 0, 255));
-    EXPECT_EQ(pixel(35, 45), blue);
-    EXPECT_EQ(pixel(15, 25), red);
+    HWND lower = newPaintedWindow({10, 120, 50, 160}, RGB(255, 0, 0));
+    newPaintedWindow({30, 140, 90, 190}, RGB(0, 0, 255));
+    EXPECT_EQ(pixel(35, 145), blue);
+    EXPECT_EQ(pixel(15, 125), red);
     SetWindowPos(lower, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     newPaintedWindow({200, 200, 201, 201}, 0); // repaints nothing of the others
-    EXPECT_EQ(pixel(15, 25), red);
+    EXPECT_EQ(pixel(15, 125), red);
 }
 
 TEST_F(CaptureTest, shows_what_a_child_draws) {
-    HWND window = newPaintedWindow({10, 20, 110, 120}, RGB(255, 0, 0));
+    HWND window = newPaintedWindow({10, 120, 110, 220}, RGB(255, 0, 0));
     HWND child = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD | WS_VISIBLE | SS_WHITERECT, 20,
                                  20, 30, 30, window, nullptr, nullptr, nullptr);
     UpdateWindow(child);
     dispatchAll();
-    EXPECT_EQ(pixel(40, 50), 0xFFFFFFu);
+    EXPECT_EQ(pixel(40, 150), 0xFFFFFFu);
 }
 
 TEST_F(CaptureTest, shows_no_hidden_window) {
-    HWND window = newPaintedWindow({10, 20, 50, 60}, RGB(255, 0, 0));
+    HWND window = newPaintedWindow({10, 120, 50, 160}, RGB(255, 0, 0));
     ShowWindow(window, SW_HIDE);
-    EXPECT_NE(pixel(20, 30), red);
+    EXPECT_NE(pixel(20, 130), red);
 }
 
 TEST_F(CaptureTest, writes_a_bitmap_of_the_whole_screen) {
@@ -57,7 +57,7 @@ TEST_F(CaptureTest, writes_a_bitmap_of_the_whole_screen) {
     EXPECT_TRUE(Emulator_SaveScreen(L"emulator_test_screen.bmp"));
     WIN32_FILE_ATTRIBUTE_DATA file;
     EXPECT_TRUE(GetFileAttributesExW(L"emulator_test_screen.bmp", GetFileExInfoStandard, &file));
-    EXPECT_EQ(file.nFileSizeLow, DWORD(54 + 240 * 320 * 3));
+    EXPECT_EQ(file.nFileSizeLow, DWORD(54 + screen().cx * screen().cy * 3));
     EXPECT_TRUE(DeleteFileW(L"emulator_test_screen.bmp"));
 }
 

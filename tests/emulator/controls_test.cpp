@@ -49,7 +49,7 @@ TEST_F(ControlsTest, a_radio_button_takes_the_focus_for_a_click) {
 
 TEST_F(ControlsTest, a_tapped_radio_button_is_clicked_once) {
     HWND radio = newControl(L"BUTTON", BS_RADIOBUTTON);
-    tap(40, 50);
+    tap(40, 70);
     EXPECT_EQ(GetFocus(), radio);
     EXPECT_EQ(notices(radio), std::vector<int>{BN_CLICKED});
 }

@@ -90,10 +90,12 @@ TEST_F(DialogTest, has_no_button_without_a_caption) {
 TEST_F(DialogTest, shows_the_button_in_its_caption) {
     HWND window = newShownWindow(place, captioned, WS_EX_CAPTIONOKBTN);
     int edge = buttonX - 8; // left of the text
-    EXPECT_EQ(pixel(edge, buttonY(window)), 0xFFFFFF & GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(pixel(edge, buttonY(window)),
+              0xFFFFFF & GetSysColor(COLOR_BTNFACE | SYS_COLOR_INDEX_FLAG));
     SetWindowLongW(window, GWL_EXSTYLE, 0);
     dispatchAll();
-    EXPECT_NE(pixel(edge, buttonY(window)), 0xFFFFFF & GetSysColor(COLOR_BTNFACE));
+    EXPECT_NE(pixel(edge, buttonY(window)),
+              0xFFFFFF & GetSysColor(COLOR_BTNFACE | SYS_COLOR_INDEX_FLAG));
 }
 
 TEST_F(DialogTest, of_another_class_has_no_ok_button) {

@@ -29,6 +29,57 @@ TEST_F(EventTest, refuses_another_action) {
     EXPECT_FALSE(isSet());
 }
 
+class WaitTest : public testing::Test {
+  protected:
+    ~WaitTest() override {
+        for (HANDLE event : events) CloseHandle(event);
+    }
+    static void expectRefused(DWORD result) {
+        EXPECT_EQ(result, DWORD(WAIT_FAILED));
+        EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_PARAMETER));
+    }
+
+    HANDLE events[2] = {CreateEventW(nullptr, TRUE, TRUE, nullptr),
+                        CreateEventW(nullptr, TRUE, TRUE, nullptr)};
+};
+
+TEST_F(WaitTest, ends_with_the_first_of_several) {
+    EXPECT_EQ(WaitForMultipleObjects(2, events, FALSE, 0), DWORD(WAIT_OBJECT_0));
+    EXPECT_EQ(MsgWaitForMultipleObjectsEx(2, events, 0, 0x7F, MWMO_INPUTAVAILABLE),
+              DWORD(WAIT_OBJECT_0));
+}
+
+TEST_F(WaitTest, is_never_for_all_of_several) {
+    SetLastError(0);
+    expectRefused(WaitForMultipleObjects(2, events, TRUE, 0));
+    SetLastError(0);
+    expectRefused(MsgWaitForMultipleObjectsEx(2, events, 0, 0x7F, MWMO_WAITALL));
+}
+
+TEST_F(WaitTest, is_for_the_devices_kinds_of_input_only) {
+    for (DWORD kind = 1; kind; kind <<= 1) {
+        SetLastError(0);
+        DWORD result = MsgWaitForMultipleObjectsEx(2, events, 0, kind, 0);
+        if (kind > QS_SENDMESSAGE) {
+            expectRefused(result);
+            continue;
+        }
+        EXPECT_EQ(result, DWORD(WAIT_OBJECT_0)) << kind;
+    }
+}
+
+TEST(AllocationTest, takes_the_devices_flags_only) {
+    for (UINT flag = 1; flag; flag <<= 1) {
+        SetLastError(0);
+        HLOCAL block = LocalAlloc(flag, 10);
+        bool known = flag == LMEM_MOVEABLE || flag == LMEM_ZEROINIT;
+        EXPECT_EQ(block != nullptr, known) << flag;
+        EXPECT_EQ(GetLastError(), known ? ERROR_SUCCESS : DWORD(ERROR_INVALID_PARAMETER)) << flag;
+        LocalFree(block);
+    }
+    EXPECT_EQ(LocalAlloc(LHND, 10), nullptr);
+}
+
 TEST(ExportTest, is_found_by_its_wide_name) {
     HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
     EXPECT_EQ(GetProcAddressW(kernel, L"GetTickCount"), GetProcAddress(kernel, "GetTickCount"));

@@ -1,16 +1,32 @@
+#include "menu_bar_class.h"
 #include "recorder.h"
 #include <commctrl.h>
 
+// The test's own resources.
+enum ToolBar : UINT { oneButton = 100, twoButtons, cutOffToolBar, noToolBar };
+
 class MenuBarTest : public RecorderTest {
   protected:
-    static HWND newBar(HWND owner) {
+    static SHMENUBARINFO describe(HWND owner, UINT toolBar = oneButton, DWORD flags = 0) {
         SHMENUBARINFO info = {};
         info.cbSize = sizeof(info);
         info.hwndParent = owner;
-        info.dwFlags = SHCMBF_EMPTYBAR;
-        info.nToolBarId = 100;
+        info.dwFlags = SHCMBF_EMPTYBAR | flags;
+        info.nToolBarId = toolBar;
+        info.hInstRes = GetModuleHandleW(nullptr);
+        return info;
+    }
+    static HWND newBar(HWND owner) {
+        SHMENUBARINFO info = describe(owner);
         EXPECT_TRUE(SHCreateMenuBar(&info));
         return info.hwndMB;
+    }
+    static bool isRefused(SHMENUBARINFO info, DWORD error) {
+        info.hwndMB = info.hwndParent;
+        SetLastError(ERROR_SUCCESS);
+        bool refused = !SHCreateMenuBar(&info) && !info.hwndMB;
+        EXPECT_EQ(GetLastError(), error);
+        return refused;
     }
 
     static HWND newShownBar(HWND owner) {
@@ -59,16 +75,34 @@ TEST_F(MenuBarTest, stands_at_the_bottom_of_the_screen_when_it_is_shown) {
     ShowWindow(bar, SW_SHOW);
     RECT place;
     GetWindowRect(bar, &place);
-    RECT expected = {0, 294, 240, 320};
+    RECT expected = {0, screen().cy - menuBarHeight(), screen().cx, screen().cy};
     EXPECT_TRUE(EqualRect(&place, &expected));
     EXPECT_EQ(GetWindow(bar, GW_OWNER), window);
 }
 
-TEST_F(MenuBarTest, comes_with_one_button_of_the_system) {
-    HWND bar = newBar(window);
-    EXPECT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 1);
-    EXPECT_TRUE(SendMessageW(bar, TB_DELETEBUTTON, 0, 0));
-    EXPECT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 0);
+TEST_F(MenuBarTest, comes_with_the_buttons_of_its_resource) {
+    SHMENUBARINFO info = describe(window, twoButtons);
+    ASSERT_TRUE(SHCreateMenuBar(&info));
+    EXPECT_EQ(SendMessageW(info.hwndMB, TB_BUTTONCOUNT, 0, 0), 2);
+    EXPECT_EQ(SendMessageW(info.hwndMB, TB_COMMANDTOINDEX, 7, 0), 1);
+    EXPECT_TRUE(SendMessageW(info.hwndMB, TB_DELETEBUTTON, 0, 0));
+    EXPECT_EQ(SendMessageW(info.hwndMB, TB_COMMANDTOINDEX, 7, 0), 0);
+}
+
+TEST_F(MenuBarTest, comes_without_buttons_when_it_is_to_have_no_resource) {
+    constexpr DWORD withoutResource = 1;
+    SHMENUBARINFO info = describe(window, noToolBar, withoutResource);
+    ASSERT_TRUE(SHCreateMenuBar(&info));
+    EXPECT_EQ(SendMessageW(info.hwndMB, TB_BUTTONCOUNT, 0, 0), 0);
+}
+
+TEST_F(MenuBarTest, is_refused_without_its_resource) {
+    EXPECT_TRUE(isRefused(describe(window, noToolBar), ERROR_RESOURCE_NAME_NOT_FOUND));
+    EXPECT_TRUE(isRefused(describe(window, cutOffToolBar), ERROR_INVALID_DATA));
+    SHMENUBARINFO withOther = describe(window);
+    withOther.hInstRes = GetModuleHandleW(L"kernel32.dll");
+    EXPECT_FALSE(SHCreateMenuBar(&withOther));
+    EXPECT_EQ(SHFindMenuBar(window), nullptr) << "nothing is left of it";
 }
 
 TEST_F(MenuBarTest, takes_the_activation_from_nobody) {
@@ -157,12 +191,8 @@ TEST_F(MenuBarTest, ends_with_its_owner) {
 }
 
 TEST_F(MenuBarTest, is_refused_without_an_owner_or_with_a_record_of_another_size) {
-    SHMENUBARINFO info = {};
-    info.cbSize = sizeof(info);
-    EXPECT_FALSE(SHCreateMenuBar(&info));
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_PARAMETER));
-    info.hwndParent = window;
-    info.cbSize = sizeof(info) - 4;
-    EXPECT_FALSE(SHCreateMenuBar(&info));
-    EXPECT_EQ(info.hwndMB, nullptr);
+    EXPECT_TRUE(isRefused(describe(nullptr), ERROR_INVALID_PARAMETER));
+    SHMENUBARINFO shorter = describe(window);
+    shorter.cbSize -= 4;
+    EXPECT_TRUE(isRefused(shorter, ERROR_INVALID_PARAMETER));
 }

@@ -67,8 +67,8 @@ static void sendPointer(DWORD flags, LONG x = 0, LONG y = 0) {
 
 void RecorderTest::movePointer(int x, int y) {
     constexpr LONG fullScale = 65535;
-    sendPointer(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, x * fullScale / (deviceScreenWidth - 1),
-                y * fullScale / (deviceScreenHeight - 1));
+    sendPointer(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, x * fullScale / (screen().cx - 1),
+                y * fullScale / (screen().cy - 1));
 }
 
 void RecorderTest::press() { sendPointer(MOUSEEVENTF_LEFTDOWN); }
@@ -82,18 +82,27 @@ void RecorderTest::tap(int x, int y) {
     dispatchAll();
 }
 
-DWORD RecorderTest::pixel(int x, int y) {
+std::vector<DWORD> RecorderTest::pixels(RECT place) {
     constexpr const char* name = "emulator_test_screen.bmp";
-    constexpr int rowBytes = deviceScreenWidth * 3;
+    const int rowBytes = (screen().cx * 3 + 3) & ~3;
     EXPECT_TRUE(Emulator_SaveScreen(L"emulator_test_screen.bmp"));
+    std::vector<DWORD> found;
     FILE* file = std::fopen(name, "rb");
-    if (!file) return 0xFFFFFFFF;
-    unsigned char header[54];
-    unsigned char colors[3] = {};
-    EXPECT_EQ(std::fread(header, 1, sizeof(header), file), sizeof(header));
-    std::fseek(file, 54 + (deviceScreenHeight - 1 - y) * rowBytes + x * 3, SEEK_SET);
-    EXPECT_EQ(std::fread(colors, 1, sizeof(colors), file), sizeof(colors));
+    if (!file) return found;
+    for (LONG y = place.top; y < place.bottom; ++y) {
+        std::fseek(file, 54 + (screen().cy - 1 - y) * rowBytes + place.left * 3, SEEK_SET);
+        for (LONG x = place.left; x < place.right; ++x) {
+            unsigned char colors[3] = {};
+            EXPECT_EQ(std::fread(colors, 1, sizeof(colors), file), sizeof(colors));
+            found.push_back(colors[2] << 16 | colors[1] << 8 | colors[0]);
+        }
+    }
     std::fclose(file);
     std::remove(name);
-    return colors[2] << 16 | colors[1] << 8 | colors[0];
+    return found;
+}
+
+DWORD RecorderTest::pixel(int x, int y) {
+    std::vector<DWORD> found = pixels({x, y, x + 1, y + 1});
+    return found.empty() ? 0xFFFFFFFF : found[0];
 }

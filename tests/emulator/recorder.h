@@ -37,6 +37,9 @@ class RecorderTest : public testing::Test {
 
     // Of the screen, as 0xRRGGBB.
     static DWORD pixel(int x, int y);
+    static std::vector<DWORD> pixels(RECT place); // row by row
 };
 
-constexpr RECT wholeScreen = {0, 0, deviceScreenWidth, deviceScreenHeight};
+inline SIZE screen() { return Emulator_GetVariety()->screen; }
+
+const RECT wholeScreen = {0, 0, screen().cx, screen().cy};

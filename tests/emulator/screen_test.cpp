@@ -2,31 +2,33 @@
 
 class ScreenTest : public RecorderTest {
   protected:
-    ~ScreenTest() override {
-        RECT all = wholeScreen;
-        SystemParametersInfoW(SPI_SETWORKAREA, 0, &all, 0);
-    }
+    ~ScreenTest() override { SystemParametersInfoW(SPI_SETWORKAREA, 0, &before, 0); }
 
     static RECT workArea() {
         RECT area = {};
         EXPECT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0));
         return area;
     }
+
+    RECT before = workArea();
 };
 
-TEST_F(ScreenTest, is_240_by_320) {
-    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), 240);
-    EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), 320);
+TEST_F(ScreenTest, is_that_of_the_variety) {
+    const EmulatorVariety& device = *Emulator_GetVariety();
+    EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), device.screen.cx);
+    EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), device.screen.cy);
     HDC context = GetDC(nullptr);
-    EXPECT_EQ(GetDeviceCaps(context, HORZRES), 240);
-    EXPECT_EQ(GetDeviceCaps(context, VERTRES), 320);
-    EXPECT_EQ(GetDeviceCaps(context, LOGPIXELSX), 96);
+    EXPECT_EQ(GetDeviceCaps(context, HORZRES), device.screen.cx);
+    EXPECT_EQ(GetDeviceCaps(context, VERTRES), device.screen.cy);
+    for (int index : {LOGPIXELSX, LOGPIXELSY})
+        EXPECT_EQ(GetDeviceCaps(context, index), device.dotsPerInch);
     ReleaseDC(nullptr, context);
 }
 
-TEST_F(ScreenTest, is_all_work_area) {
+TEST_F(ScreenTest, is_all_work_area_below_the_task_bar) {
     RECT area = workArea();
-    EXPECT_TRUE(EqualRect(&area, &wholeScreen));
+    RECT expected = {0, Emulator_GetVariety()->taskBarHeight, screen().cx, screen().cy};
+    EXPECT_TRUE(EqualRect(&area, &expected));
 }
 
 TEST_F(ScreenTest, tells_every_window_of_a_new_work_area) {
