@@ -1,6 +1,7 @@
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
+#include "variety.h"
 
 // What the replaced system tells about the screen.
 static int bitsPerPixel;
@@ -33,8 +34,10 @@ class ScreenDeviceTest : public DeviceTest {
 
 TEST_F(ScreenDeviceTest, bounds_and_resolution_are_the_screens) {
     EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
-              (std::vector<jint>{0, 0, 240, 320}));
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetDPI", display)), (std::vector<jint>{96, 96}));
+              (std::vector<jint>{0, 0, theDevice().screen.cx, theDevice().screen.cy}));
+    jint dpi = theDevice().dotsPerInch;
+    EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetDPI", display)),
+              (std::vector<jint>{dpi, dpi}));
 }
 
 TEST_F(ScreenDeviceTest, depth_counts_the_bits_of_all_planes) {

@@ -4,6 +4,10 @@
 #include "graphics/font.h"
 #include "graphics/graphics.h"
 #include "leaks.h"
+#include "variety.h"
+
+// A size in points as pixels of the device's screen, truncated.
+static LONG pixelsOf(LONG points) { return theDevice().dotsPerInch * points / 72; }
 
 class FontTest : public DeviceTest {
   protected:
@@ -42,7 +46,7 @@ TEST_F(FontTest, is_described_by_face_size_and_style) {
     faults.replace("CreateFontIndirectW", reinterpret_cast<void*>(recordDescription));
     jint font = newFont(u"Tahoma", 12, 2 | 4 | 8 | 16);
     EXPECT_STREQ(asked.lfFaceName, L"Tahoma");
-    EXPECT_EQ(asked.lfHeight, 96 * 12 / 72) << "positive: the height of the cell";
+    EXPECT_EQ(asked.lfHeight, pixelsOf(12)) << "positive: the height of the cell";
     EXPECT_EQ(asked.lfWeight, 700);
     EXPECT_EQ(asked.lfItalic, 1);
     EXPECT_EQ(asked.lfUnderline, 1);
@@ -51,7 +55,7 @@ TEST_F(FontTest, is_described_by_face_size_and_style) {
     EXPECT_EQ(asked.lfPitchAndFamily, 0);
     disposeFont(font);
     font = newFont(u"Tahoma", 10);
-    EXPECT_EQ(asked.lfHeight, 13) << "truncated from 13.3";
+    EXPECT_EQ(asked.lfHeight, pixelsOf(10)) << "truncated";
     EXPECT_EQ(asked.lfWeight, 400);
     EXPECT_EQ(asked.lfItalic + asked.lfUnderline + asked.lfStrikeOut, 0);
     disposeFont(font);
@@ -104,7 +108,7 @@ TEST_F(FontTest, families_are_logical) {
         jint font = newLogical(row.kind, 12, 4);
         EXPECT_EQ(descriptionOf(font).lfPitchAndFamily, row.family) << row.kind;
         EXPECT_STREQ(descriptionOf(font).lfFaceName, L"");
-        EXPECT_EQ(descriptionOf(font).lfHeight, 16);
+        EXPECT_EQ(descriptionOf(font).lfHeight, pixelsOf(12));
         EXPECT_EQ(descriptionOf(font).lfItalic, 1);
         disposeFont(font);
     }
@@ -131,7 +135,7 @@ TEST_F(FontTest, metrics_are_those_of_the_chosen_face) {
     EXPECT_EQ(get("Ascent", font), metrics.tmAscent - metrics.tmInternalLeading);
     EXPECT_EQ(get("Descent", font), metrics.tmDescent);
     EXPECT_EQ(get("Leading", font), metrics.tmInternalLeading);
-    EXPECT_EQ(get("SizeInPoints", font), metrics.tmHeight * 72 / 96);
+    EXPECT_EQ(get("SizeInPoints", font), metrics.tmHeight * 72 / theDevice().dotsPerInch);
     EXPECT_EQ(get("Ascent", font) + get("Descent", font) + get("Leading", font), metrics.tmHeight);
     EXPECT_EQ(nameOf(font), u"Tahoma");
     disposeFont(font);
@@ -234,7 +238,7 @@ TEST_F(FontTest, companions_fill_in_fonts_of_their_own) {
     LOGFONTW description = {};
     description.lfWidth = 5;
     entryPoint<void(LOGFONTW*, jint, jint)>("_Font_FillInFont")(&description, 18, 2);
-    EXPECT_EQ(description.lfHeight, 24);
+    EXPECT_EQ(description.lfHeight, pixelsOf(18));
     EXPECT_EQ(description.lfWeight, 700);
     EXPECT_EQ(description.lfCharSet, DEFAULT_CHARSET);
     EXPECT_EQ(description.lfWidth, 5) << "what it does not know it leaves alone";
@@ -253,7 +257,7 @@ TEST_F(FontTest, the_default_font_is_the_systems_and_made_once) {
     EXPECT_EQ(call<jint(jint)>("Control_GetDefaultFont", button), font);
     EXPECT_EQ(reinterpret_cast<FontRecord*>(font)->font, GetStockObject(SYSTEM_FONT));
     EXPECT_EQ(nameOf(font), u"System");
-    EXPECT_EQ(get("SizeInPoints", font), 12) << "16 pixels";
+    EXPECT_EQ(get("SizeInPoints", font), 16 * 72 / theDevice().dotsPerInch);
 }
 
 TEST_F(FontTest, a_default_font_without_memory_is_an_error) {

@@ -1,5 +1,6 @@
 #include "device.h"
 #include "faults.h"
+#include "variety.h"
 
 class ServicesTest : public DeviceTest {
   protected:
@@ -134,5 +135,5 @@ TEST_F(ServicesTest, a_full_screen_shell_is_not_offered_and_no_error) {
 
 TEST_F(ServicesTest, the_screen_is_the_devices) {
     EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
-              (std::vector<jint>{0, 0, 240, 320}));
+              (std::vector<jint>{0, 0, theDevice().screen.cx, theDevice().screen.cy}));
 }

@@ -4,6 +4,7 @@
 #include "emulator.h"
 #include "faults.h"
 #include "leaks.h"
+#include "variety.h"
 #include <thread>
 
 using New = jint(jint, jint);
@@ -27,8 +28,9 @@ TEST_F(ShellTest, a_top_shell_fills_the_work_area_above_its_menu_bar) {
     HWND window = SHFindMenuBar(windowOf(shell));
     ASSERT_TRUE(IsWindowVisible(window));
     GetWindowRect(window, &bar);
-    EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, 0, 240, bar.top}));
-    EXPECT_EQ(bar.bottom, 320);
+    jint top = theDevice().taskBarHeight;
+    EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, top, theDevice().screen.cx, bar.top - top}));
+    EXPECT_EQ(bar.bottom, theDevice().screen.cy);
 }
 
 TEST_F(ShellTest, the_menu_bar_leaves_the_activation_to_its_shell) {
@@ -42,8 +44,9 @@ TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_t
     listen(shell);
     call<SetBounds>("Control_SetBounds", shell, 10, 20, 30, 40);
     EXPECT_EQ(boundsOf(shell), before);
-    EXPECT_EQ(vm.takeEvents(),
-              (Events{"resize(240, " + std::to_string(before[3]) + ")", "move(0, 0)"}));
+    EXPECT_EQ(vm.takeEvents(), (Events{"resize(" + std::to_string(before[2]) + ", " +
+                                           std::to_string(before[3]) + ")",
+                                       "move(0, " + std::to_string(before[1]) + ")"}));
 }
 
 TEST_F(ShellTest, a_child_shell_moves_and_sizes) {
@@ -102,7 +105,7 @@ static BOOL WINAPI answerSmallerWorkArea(UINT, UINT, void* data, UINT) {
 
 TEST_F(ShellTest, an_activated_top_shell_takes_on_a_changed_work_area) {
     jint shell = newShell();
-    int bar = 320 - boundsOf(shell)[3];
+    int bar = theDevice().screen.cy - boundsOf(shell)[1] - boundsOf(shell)[3];
     Faults faults;
     faults.replace("SystemParametersInfoW", reinterpret_cast<void*>(answerSmallerWorkArea));
     SendMessageW(windowOf(shell), WM_ACTIVATE, WA_ACTIVE, 0);
@@ -115,7 +118,7 @@ TEST_F(ShellTest, only_asking_to_maximise_moves_a_shell) {
     call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_FALSE);
     EXPECT_EQ(boundsOf(shell)[2], 50);
     call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_TRUE);
-    EXPECT_EQ(boundsOf(shell)[2], 240);
+    EXPECT_EQ(boundsOf(shell)[2], theDevice().screen.cx);
 }
 
 TEST_F(ShellTest, a_minimised_shell_says_so) {
@@ -282,8 +285,9 @@ TEST_F(ShellTest, a_top_shell_keeps_clear_of_the_input_panel_and_a_child_shell_s
     listen(shell);
     {
         ShownInputPanel panel;
-        EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, 0, 240, whole[3] - 80}));
-        EXPECT_EQ(vm.takeEvents(), Events{"resize(240, " + std::to_string(whole[3] - 80) + ")"});
+        EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, whole[1], whole[2], whole[3] - 80}));
+        EXPECT_EQ(vm.takeEvents(), Events{"resize(" + std::to_string(whole[2]) + ", " +
+                                          std::to_string(whole[3] - 80) + ")"});
         EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 290}));
         jint late = newShell();
         EXPECT_EQ(boundsOf(late)[3], whole[3] - 80) << "a new shell too";
