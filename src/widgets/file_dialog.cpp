@@ -1,4 +1,5 @@
 #include "widgets/file_dialog.h"
+#include "bridge/leaf_lock.h"
 #include "control/control.h"
 #include "display/display.h"
 #include "display/quit.h"
@@ -41,8 +42,40 @@ static void releaseNames(FileDialogRecord* dialog) {
     dialog->fileNames = nullptr;
 }
 
+// One showing of the dialog.
+struct Showing {
+    OPENFILENAMEW request;
+    FileDialogRecord* dialog; // null: gone
+    Showing* outer;           // of the same dialog, opened before and open still
+    bool several;
+    wchar_t* title; // owned; null: none
+    bool saves;
+    DisplayRecord* loopOf; // whose thread runs the dialog; null: a thread of its own
+    wchar_t folder[folderCapacity + 1];
+    wchar_t caption[captionCapacity + 1]; // the owner's own
+    wchar_t files[1];                     // capacity + 1 characters
+};
+
+namespace {
+
+// What was chosen, as the record will keep it.
+struct Chosen {
+    wchar_t* folder;
+    wchar_t* firstName;
+    wchar_t** names;
+};
+
+} // namespace
+
+static void forgetRecord(FileDialogRecord* dialog) {
+    LeafLock lock;
+    for (Showing* showing = dialog->showing; showing; showing = showing->outer)
+        showing->dialog = nullptr;
+}
+
 static int disposeDialog(WidgetRecord* widget, ErrorRecord*) {
     auto* dialog = static_cast<FileDialogRecord*>(widget);
+    forgetRecord(dialog);
     freeBlock(dialog->filterPath);
     freeBlock(dialog->fileName);
     freeBlock(dialog->title);
@@ -60,6 +93,7 @@ FileDialogRecord* FileDialog_New(ControlRecord* owner, DWORD style, ErrorRecord*
     dialog->style = style;
     dialog->dispose = disposeDialog;
     dialog->owner = owner;
+    dialog->ownerWindow = owner->hwnd;
     return dialog;
 }
 
@@ -85,27 +119,6 @@ NativeStringList FileDialog_GetFileNames(FileDialogRecord* dialog, ErrorRecord*)
     return {names, true};
 }
 
-namespace {
-
-// One showing of the dialog.
-struct Showing {
-    OPENFILENAMEW request;
-    bool saves;
-    DisplayRecord* loopOf; // whose thread runs the dialog; null: a thread of its own
-    wchar_t folder[folderCapacity + 1];
-    wchar_t caption[captionCapacity + 1]; // the owner's own
-    wchar_t files[1];                     // capacity + 1 characters
-};
-
-// What was chosen, as the record will keep it.
-struct Chosen {
-    wchar_t* folder;
-    wchar_t* firstName;
-    wchar_t** names;
-};
-
-} // namespace
-
 static bool takesSeveral(const FileDialogRecord* dialog) { return dialog->style & styleSeveral; }
 
 static UINT capacityOf(const FileDialogRecord* dialog) {
@@ -121,12 +134,25 @@ static void useBackslashes(wchar_t* text) {
         if (*text == L'/') *text = L'\\';
 }
 
+// Null when it is gone.
+static HWND ownerOf(const FileDialogRecord* dialog) {
+    HWND window = dialog->ownerWindow;
+    return controlOf(window) == dialog->owner ? window : nullptr;
+}
+
 // The dialog gets the name as it was given; the record keeps the converted one. The order is meant.
 static Showing* newShowing(FileDialogRecord* dialog) {
     UINT capacity = capacityOf(dialog);
     auto* showing =
         static_cast<Showing*>(allocateBytes(sizeof(Showing) + capacity * sizeof(wchar_t)));
     if (!showing) return nullptr;
+    bool hasTitle = dialog->title && *dialog->title;
+    showing->title = hasTitle ? copyOf(dialog->title, wcslen(dialog->title)) : nullptr;
+    if (hasTitle && !showing->title) {
+        freeBlock(showing);
+        return nullptr;
+    }
+    showing->several = takesSeveral(dialog);
     showing->saves = dialog->style & styleSave;
     copyInto(showing->files, dialog->fileName, capacity);
     copyInto(showing->folder, dialog->filterPath, folderCapacity);
@@ -134,13 +160,13 @@ static Showing* newShowing(FileDialogRecord* dialog) {
 
     OPENFILENAMEW& request = showing->request;
     request.lStructSize = structureSize;
-    request.hwndOwner = dialog->owner->hwnd;
+    request.hwndOwner = ownerOf(dialog);
     request.lpstrFilter = L"*.*\0*.*\0";
     request.lpstrFile = showing->files;
     request.nMaxFile = capacity;
     request.lpstrInitialDir = showing->folder;
     request.Flags = OFN_HIDEREADONLY;
-    if (takesSeveral(dialog)) request.Flags |= OFN_EXPLORER;
+    if (showing->several) request.Flags |= OFN_EXPLORER;
     if (showing->saves) request.lpstrDefExt = L"";
     return showing;
 }
@@ -176,17 +202,16 @@ static bool showOnOwnThread(Showing* showing, ErrorRecord* error) {
     return chosen;
 }
 
-static bool showTitled(const FileDialogRecord* dialog, Showing* showing, ErrorRecord* error) {
+static bool showTitled(Showing* showing, DisplayRecord* display, ErrorRecord* error) {
     HWND owner = showing->request.hwndOwner;
-    bool hasTitle = dialog->title && *dialog->title;
-    if (hasTitle) {
+    if (showing->title) {
         GetWindowTextW(owner, showing->caption, captionCapacity + 1);
-        SetWindowTextW(owner, dialog->title);
+        SetWindowTextW(owner, showing->title);
     }
-    bool isDisplayThread = Display_IsCurrentThread(dialog->display);
-    showing->loopOf = isDisplayThread ? dialog->display : nullptr;
+    bool isDisplayThread = Display_IsCurrentThread(display);
+    showing->loopOf = isDisplayThread ? display : nullptr;
     bool chosen = isDisplayThread ? show(showing) : showOnOwnThread(showing, error);
-    if (hasTitle) SetWindowTextW(owner, showing->caption);
+    if (showing->title) SetWindowTextW(owner, showing->caption);
     return chosen;
 }
 
@@ -237,21 +262,57 @@ static void release(const Chosen& chosen) {
     stringListFree(chosen.names);
 }
 
-static void keepChosen(FileDialogRecord* dialog, const OPENFILENAMEW& request, ErrorRecord* error) {
+template <class Field>
+static void swap(Field* a, Field* b) {
+    Field before = *a;
+    *a = *b;
+    *b = before;
+}
+
+// The record, as long as there is one, for what it had before.
+static void exchange(const Showing* showing, Chosen* chosen) {
+    LeafLock lock;
+    FileDialogRecord* dialog = showing->dialog;
+    if (!dialog) return;
+    swap(&dialog->filterPath, &chosen->folder);
+    if (!chosen->names) return;
+    swap(&dialog->fileName, &chosen->firstName);
+    swap(&dialog->fileNames, &chosen->names);
+}
+
+static void keepChosen(const Showing* showing, ErrorRecord* error) {
+    const OPENFILENAMEW& request = showing->request;
     UINT length = folderLength(request);
     if (length > request.nMaxFile) length = request.nMaxFile;
     Chosen chosen = {copyOf(request.lpstrFile, length), nullptr, nullptr};
-    if (length) chosen.names = copyNames(request, length, takesSeveral(dialog));
+    if (length) chosen.names = copyNames(request, length, showing->several);
     if (chosen.names) chosen.firstName = copyOf(*chosen.names, wcslen(*chosen.names));
-    if (!isComplete(chosen, length > 0)) {
-        release(chosen);
+    if (isComplete(chosen, length > 0))
+        exchange(showing, &chosen);
+    else
         failWithoutMemory(error);
-        return;
-    }
-    replace(&dialog->filterPath, chosen.folder);
-    if (length == 0) return;
-    replace(&dialog->fileName, chosen.firstName);
-    dialog->fileNames = chosen.names;
+    release(chosen);
+}
+
+static void begin(Showing* showing, FileDialogRecord* dialog) {
+    LeafLock lock;
+    showing->dialog = dialog;
+    showing->outer = dialog->showing;
+    dialog->showing = showing;
+}
+
+static void leaveRecord(const Showing* showing) {
+    LeafLock lock;
+    if (!showing->dialog) return;
+    Showing** link = &showing->dialog->showing;
+    while (*link != showing) link = &(*link)->outer;
+    *link = showing->outer;
+}
+
+static void end(Showing* showing) {
+    leaveRecord(showing);
+    freeBlock(showing->title);
+    freeBlock(showing);
 }
 
 bool FileDialog_Open(FileDialogRecord* dialog, ErrorRecord* error) {
@@ -261,8 +322,9 @@ bool FileDialog_Open(FileDialogRecord* dialog, ErrorRecord* error) {
         failWithoutMemory(error);
         return false;
     }
-    bool chosen = showTitled(dialog, showing, error);
-    if (chosen) keepChosen(dialog, showing->request, error);
-    freeBlock(showing);
+    begin(showing, dialog);
+    bool chosen = showTitled(showing, dialog->display, error);
+    if (chosen) keepChosen(showing, error);
+    end(showing);
     return chosen;
 }

@@ -6,6 +6,7 @@
 #include "bridge/widget.h"
 
 struct ControlRecord;
+struct Showing;
 
 struct FileDialogRecord : WidgetRecord {
     ControlRecord* owner; // its window is disabled while the dialog is open
@@ -13,6 +14,8 @@ struct FileDialogRecord : WidgetRecord {
     wchar_t* fileName;
     wchar_t* title;
     wchar_t** fileNames; // chosen last; owned, null: none
+    HWND ownerWindow;    // leads to the owner as long as there is one
+    Showing* showing;    // the last that has not ended; null: the dialog is closed
 };
 ASSERT_OFFSET(FileDialogRecord, owner, 16)
 ASSERT_OFFSET(FileDialogRecord, filterPath, 20)
@@ -30,7 +33,8 @@ void FileDialog_SetTitle(FileDialogRecord* dialog, const wchar_t* title, ErrorRe
 void FileDialog_SetFileName(FileDialogRecord* dialog, const wchar_t* name, ErrorRecord* error);
 void FileDialog_SetFilterPath(FileDialogRecord* dialog, const wchar_t* path, ErrorRecord* error);
 
-// Returns when the dialog is closed: whether files were chosen.
+// Returns when the dialog is closed: whether files were chosen. The record and its owner may be
+// disposed of meanwhile. Without its owner the dialog has none.
 bool FileDialog_Open(FileDialogRecord* dialog, ErrorRecord* error);
 
 // The folder of what was chosen. Owned by the dialog.

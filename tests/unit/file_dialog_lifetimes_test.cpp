@@ -1,6 +1,9 @@
 // What a person, a listener or another thread does to the toolkit while a file dialog is open.
 
+#include "faults.h"
 #include "file_dialog_fixture.h"
+#include "leaks.h"
+#include <commdlg.h>
 
 class FileDialogLifetimesTest : public FileDialogTest {
   protected:
@@ -19,4 +22,58 @@ TEST_F(FileDialogLifetimesTest, a_control_disposed_of_meanwhile_leaves_the_dialo
         dialog, {doing([&] { dispose(button); }), tappingEntry(L"a.txt"), tapping(L"OK")}));
     EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"a.txt"});
     dispose(dialog);
+}
+
+TEST_F(FileDialogLifetimesTest, a_dialog_disposed_of_meanwhile_keeps_nothing) {
+    jint dialog = newDialog();
+    set("Title", dialog, u"Choose");
+    long blocks = countHeapBlocks() - 3; // the record and its two texts
+    EXPECT_TRUE(openWith(
+        dialog, {doing([&] { dispose(dialog); }), tappingEntry(L"a.txt"), tapping(L"OK")}));
+    EXPECT_EQ(countHeapBlocks(), blocks);
+    EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
+}
+
+// A system dialog without a person: what it is asked, and what happens while it is open.
+static std::vector<OPENFILENAMEW> asked;
+static std::function<void()> whileOpen;
+static BOOL WINAPI chooseX(OPENFILENAMEW* request) {
+    asked.push_back(*request);
+    if (whileOpen) std::exchange(whileOpen, nullptr)();
+    wcscpy(request->lpstrFile, L"\\x.txt");
+    request->nFileOffset = 1;
+    return TRUE;
+}
+
+class AnsweredDialogTest : public FileDialogLifetimesTest {
+  protected:
+    AnsweredDialogTest() {
+        asked.clear();
+        faults.replace("GetOpenFileNameW", reinterpret_cast<void*>(chooseX));
+    }
+    Faults faults;
+};
+
+TEST_F(AnsweredDialogTest, has_no_owner_when_that_was_disposed_of_before) {
+    jint other = newShell();
+    jint dialog = call<jint(jint, jint)>("FileDialog_New", other, plain);
+    openDialog(dialog);
+    HWND window = windowOf(other);
+    dispose(other);
+    set("Title", dialog, u"Choose");
+    EXPECT_TRUE(openDialog(dialog));
+    EXPECT_EQ(asked[0].hwndOwner, window);
+    EXPECT_EQ(asked[1].hwndOwner, nullptr);
+    dispose(dialog);
+}
+
+TEST_F(AnsweredDialogTest, opened_once_more_while_it_is_open_leaves_nothing_behind) {
+    long blocks = countHeapBlocks();
+    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, plain);
+    whileOpen = [&] { EXPECT_TRUE(openDialog(dialog)); };
+    EXPECT_TRUE(openDialog(dialog));
+    EXPECT_EQ(asked.size(), 2u);
+    EXPECT_EQ(namesOf(dialog), std::vector<std::u16string>{u"x.txt"});
+    dispose(dialog);
+    EXPECT_EQ(countHeapBlocks(), blocks);
 }
