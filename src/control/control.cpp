@@ -139,3 +139,11 @@ extern "C" void Control_Redraw(ControlRecord* control, ErrorRecord*) {
     RedrawWindow(control->hwnd, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_ERASE | RDW_ALLCHILDREN);
 }
+
+void Control_RunWork(ControlRecord* control, ControlWork work, void* argument) {
+    if (Display_IsCurrentThread(Control_GetDisplay(control)))
+        work(control, argument);
+    else
+        SendMessageW(control->hwnd, controlRun, reinterpret_cast<WPARAM>(work),
+                     reinterpret_cast<LPARAM>(argument));
+}

@@ -67,6 +67,7 @@ enum ControlMessage : UINT {
     controlSetBackground = WM_APP + 0x19, // wParam colour record or null, lParam error
     controlSetForeground = WM_APP + 0x1A,
     controlSetFont = WM_APP + 0x1B, // wParam font record or null, lParam error
+    controlRun = WM_APP + 0x1D,     // wParam ControlWork, lParam its argument
 };
 
 // The error record that a message's lParam leads to.
@@ -77,6 +78,20 @@ inline ErrorRecord* errorOf(LPARAM lParam) {
 // The record of a window, or null. Display thread.
 inline ControlRecord* controlOf(HWND window) {
     return reinterpret_cast<ControlRecord*>(GetWindowLongW(window, GWL_USERDATA));
+}
+
+// Runs on the display's thread with the control's record.
+using ControlWork = void (*)(ControlRecord* control, void* argument);
+void Control_RunWork(ControlRecord* control, ControlWork work, void* argument);
+
+// Does the work on the display's thread without a break, so that no other thread's comes between
+// its steps. Nothing when the control has no window. Any thread.
+template <class Record, class Work>
+void Control_Run(Record* control, Work work) {
+    ControlWork call = [](ControlRecord* found, void* argument) {
+        (*static_cast<Work*>(argument))(static_cast<Record*>(found));
+    };
+    Control_RunWork(control, call, &work);
 }
 
 extern "C" {

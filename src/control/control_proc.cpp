@@ -207,6 +207,9 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
     case controlSetFont:
         _Control_SetFont(control, reinterpret_cast<FontRecord*>(wParam), errorOf(lParam));
         return true;
+    case controlRun:
+        reinterpret_cast<ControlWork>(wParam)(control, reinterpret_cast<void*>(lParam));
+        return true;
     default:
         return false;
     }

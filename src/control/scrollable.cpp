@@ -42,14 +42,25 @@ extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
     return _Dispose_Control(widget, error);
 }
 
+// A listener that hears of the window's new size may ask for the bar as well, or dispose of it
+// with its scrollable: null.
+static AdjustableRecord* getBar(ScrollableRecord* scrollable,
+                                AdjustableRecord* ScrollableRecord::*bar, int kind,
+                                ErrorRecord* error) {
+    if (scrollable->*bar) return scrollable->*bar;
+    HWND window = scrollable->hwnd;
+    scrollable->*bar = Bar_New(scrollable, kind, error);
+    if (!(scrollable->*bar)) return nullptr;
+    Bar_Nudge(window, kind);
+    return controlOf(window) == scrollable ? scrollable->*bar : nullptr;
+}
+
 AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
-    if (!scrollable->horizontalBar) scrollable->horizontalBar = Bar_New(scrollable, SB_HORZ, error);
-    return scrollable->horizontalBar;
+    return getBar(scrollable, &ScrollableRecord::horizontalBar, SB_HORZ, error);
 }
 
 AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
-    if (!scrollable->verticalBar) scrollable->verticalBar = Bar_New(scrollable, SB_VERT, error);
-    return scrollable->verticalBar;
+    return getBar(scrollable, &ScrollableRecord::verticalBar, SB_VERT, error);
 }
 
 Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* bar,
@@ -68,8 +79,9 @@ void Scrollable_SetAdjustableEnabled(ScrollableRecord*, AdjustableRecord* bar, b
 
 void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* bar,
                                      bool visible, ErrorRecord*) {
+    HWND window = scrollable->hwnd;
     Bar_SetVisible(bar, visible);
-    SetWindowPos(scrollable->hwnd, nullptr, 0, 0, 0, 0,
+    SetWindowPos(window, nullptr, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED |
                      SWP_NOOWNERZORDER);
 }

@@ -1,4 +1,5 @@
 #include "widgets/adjustable.h"
+#include "bridge/arithmetic.h"
 #include "bridge/memory.h"
 #include "control/bar_hooks.h"
 #include "control/scrollable.h"
@@ -7,7 +8,16 @@ static constexpr UINT allValues = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;
 
 void Adjustable_Push(AdjustableRecord* bar, UINT mask, bool redraw) {
     bar->info.fMask = mask;
-    SetScrollInfo(bar->hwnd, bar->barKind, &bar->info, redraw);
+    SCROLLINFO values = bar->info;
+    SetScrollInfo(bar->hwnd, bar->barKind, &values, redraw);
+}
+
+// Whether the window has this bar still, after a listener may have run.
+static bool hasBar(HWND window, int kind, const AdjustableRecord* bar) {
+    const ControlRecord* control = controlOf(window);
+    if (!control || kind == SB_CTL) return control == bar;
+    auto* scrollable = static_cast<const ScrollableRecord*>(control);
+    return bar == (kind == SB_HORZ ? scrollable->horizontalBar : scrollable->verticalBar);
 }
 
 static bool pull(AdjustableRecord* bar, UINT mask) {
@@ -60,9 +70,10 @@ void Adjustable_SetValue(AdjustableRecord* bar, jint value, ErrorRecord*) {
 void Adjustable_SetVisibleAmount(AdjustableRecord* bar, jint amount, ErrorRecord*) {
     // One more than was asked for, on purpose; read back as one less.
     bar->info.nPage = amount ? amount + 1 : 0;
+    HWND window = bar->hwnd;
     pushIfLive(bar, SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL);
     // The focus mark has the size of the thumb.
-    if (GetFocus() == bar->hwnd) PostMessageW(bar->hwnd, WM_SETFOCUS, 0, 0);
+    if (GetFocus() == window) PostMessageW(window, WM_SETFOCUS, 0, 0);
 }
 
 void Adjustable_SetUnitIncrement(AdjustableRecord* bar, jint value, ErrorRecord*) {
@@ -80,17 +91,17 @@ int Adjustable_Dispose(WidgetRecord* widget, ErrorRecord* error) {
     return disposalRefused;
 }
 
-// Where the page fills the range the bar would not be drawn in its proper state.
-static void nudge(const AdjustableRecord* bar) {
+void Bar_Nudge(HWND window, int kind) {
     SCROLLINFO info = {};
     info.cbSize = sizeof(info);
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL;
-    GetScrollInfo(bar->hwnd, bar->barKind, &info);
+    GetScrollInfo(window, kind, &info);
     if (static_cast<LONG>(info.nPage) != info.nMax - info.nMin + 1) return;
-    ++info.nMax;
-    SetScrollInfo(bar->hwnd, bar->barKind, &info, FALSE);
-    --info.nMax;
-    SetScrollInfo(bar->hwnd, bar->barKind, &info, TRUE);
+    LONG maximum = info.nMax;
+    info.nMax = saturatingAdd(maximum, 1);
+    SetScrollInfo(window, kind, &info, FALSE);
+    info.nMax = maximum;
+    SetScrollInfo(window, kind, &info, TRUE);
 }
 
 AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error) {
@@ -111,7 +122,6 @@ AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error)
     bar->enabled = TRUE;
     bar->info.cbSize = sizeof(bar->info);
     pull(bar, allValues);
-    nudge(bar);
     return bar;
 }
 
@@ -131,27 +141,33 @@ void Bar_SetEnabled(AdjustableRecord* bar, bool enabled) {
         pushBlank(bar, allValues | SIF_DISABLENOSCROLL, 0);
 }
 
-// The window shows a range of at least one and a page within it; the record keeps what Java set.
-static void pushShown(AdjustableRecord* bar) {
-    SCROLLINFO& info = bar->info;
-    int maximum = info.nMax;
-    UINT page = info.nPage;
-    if (info.nMax <= info.nMin) info.nMax = info.nMin + 1;
-    UINT range = info.nMax - info.nMin;
-    if (info.nPage > range) info.nPage = range;
-    bool adapted = info.nMax != maximum || info.nPage != page;
-    Adjustable_Push(bar, allValues | SIF_DISABLENOSCROLL, bar->enabled);
-    if (!adapted) return;
-    info.nMax = maximum;
-    info.nPage = page;
-    Adjustable_Push(bar, SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL, bar->enabled);
+// A range of at least one, and a page within it.
+static SCROLLINFO shownValues(const SCROLLINFO& kept) {
+    SCROLLINFO shown = kept;
+    shown.fMask = allValues | SIF_DISABLENOSCROLL;
+    if (shown.nMax <= shown.nMin) shown.nMax = saturatingAdd(shown.nMin, 1);
+    UINT range = shown.nMax - shown.nMin;
+    if (shown.nPage > range) shown.nPage = range;
+    return shown;
+}
+
+// The record keeps what Java sets, also while the window is being told. False when the bar is gone.
+static bool pushShown(AdjustableRecord* bar) {
+    HWND window = bar->hwnd;
+    int kind = bar->barKind;
+    SCROLLINFO shown = shownValues(bar->info);
+    bool adapted = shown.nMax != bar->info.nMax || shown.nPage != bar->info.nPage;
+    SetScrollInfo(window, kind, &shown, bar->enabled);
+    if (!hasBar(window, kind, bar)) return false;
+    if (adapted) Adjustable_Push(bar, SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL, bar->enabled);
+    return hasBar(window, kind, bar);
 }
 
 void Bar_SetVisible(AdjustableRecord* bar, bool visible) {
     bar->visible = visible;
-    if (visible) pushShown(bar);
+    if (visible && !pushShown(bar)) return;
     if (isLive(bar)) return;
-    if (visible)
+    if (bar->visible)
         pushBlank(bar, allValues | SIF_DISABLENOSCROLL, 1);
     else
         pushBlank(bar, allValues, 0);
@@ -169,8 +185,6 @@ struct ScrollStep {
 
 } // namespace
 
-static LONG notBelow(LONG value, LONG least) { return value < least ? least : value; }
-
 // The top end is the window's to clamp. That the minimum is added to the thumb's position is
 // meant.
 static ScrollStep stepOf(const AdjustableRecord* bar, UINT code) {
@@ -178,17 +192,20 @@ static ScrollStep stepOf(const AdjustableRecord* bar, UINT code) {
     LONG old = info.nPos;
     switch (code) {
     case SB_LINEUP:
-        return {notBelow(old - bar->unitIncrement, info.nMin), old, true, ScrollKind::lineUp};
+        return {greater(saturatingSubtract(old, bar->unitIncrement), info.nMin), old, true,
+                ScrollKind::lineUp};
     case SB_LINEDOWN:
-        return {old + bar->unitIncrement, old, true, ScrollKind::lineDown};
+        return {saturatingAdd(old, bar->unitIncrement), old, true, ScrollKind::lineDown};
     case SB_PAGEUP:
-        return {notBelow(old - bar->blockIncrement, info.nMin), old, true, ScrollKind::pageUp};
+        return {greater(saturatingSubtract(old, bar->blockIncrement), info.nMin), old, true,
+                ScrollKind::pageUp};
     case SB_PAGEDOWN:
-        return {old + bar->blockIncrement, old, true, ScrollKind::pageDown};
+        return {saturatingAdd(old, bar->blockIncrement), old, true, ScrollKind::pageDown};
     case SB_THUMBPOSITION:
-        return {info.nTrackPos + info.nMin, old + info.nMin, false, {}};
+        return {saturatingAdd(info.nTrackPos, info.nMin), saturatingAdd(old, info.nMin), false, {}};
     case SB_THUMBTRACK:
-        return {info.nTrackPos + info.nMin, old + info.nMin, true, ScrollKind::thumbDrag};
+        return {saturatingAdd(info.nTrackPos, info.nMin), saturatingAdd(old, info.nMin), true,
+                ScrollKind::thumbDrag};
     case SB_TOP:
         return {info.nMin, old, true, ScrollKind::top};
     case SB_BOTTOM:
@@ -203,8 +220,11 @@ bool Bar_Scroll(AdjustableRecord* bar, WPARAM wParam) {
     UINT code = LOWORD(wParam);
     ScrollStep step = stepOf(bar, code);
     bar->info.nPos = step.position;
+    HWND window = bar->hwnd;
+    int kind = bar->barKind;
     Adjustable_Push(bar, SIF_POS, code != SB_THUMBTRACK);
     if (!step.fires) return false;
+    if (!hasBar(window, kind, bar)) return false;
     if (!pull(bar, SIF_POS)) return false;
     LONG position = bar->info.nPos;
     fireScroll(bar->callbackTarget, position, step.kind);

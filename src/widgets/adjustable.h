@@ -14,6 +14,7 @@ struct AdjustableRecord : ControlRecord {
     BOOL enabled;
     LONG lastPointerX, lastPointerY; // while the system tracks the thumb
     SCROLLINFO info;                 // a visible amount v is kept as page v + 1, but 0 as 0
+    HWND* follower;                  // of a handler that waits for a listener; null: none waits
 };
 ASSERT_OFFSET(AdjustableRecord, unitIncrement, 56)
 ASSERT_OFFSET(AdjustableRecord, barKind, 68)
@@ -35,7 +36,8 @@ void Adjustable_SetUnitIncrement(AdjustableRecord* bar, jint value, ErrorRecord*
 // The step of a page; below 1 it is ignored.
 void Adjustable_SetBlockIncrement(AdjustableRecord* bar, jint value, ErrorRecord* error);
 
-// Sends the window the record's values of the given SIF_ mask, whatever its state.
+// Sends the window the record's values of the given SIF_ mask, whatever its state. Listeners may
+// run meanwhile and dispose of the bar.
 void Adjustable_Push(AdjustableRecord* bar, UINT mask, bool redraw);
 
 // Ends a scroll bar that is a control; refuses for a scrollable's own bars.

@@ -39,10 +39,11 @@ static void setChecked(HWND window, bool checked) {
 static LRESULT forceFocus(ButtonRecord* button, WPARAM wParam) {
     HWND window = button->hwnd;
     bool isRadio = styleOf(window) & BS_RADIOBUTTON;
+    BOOL wasFocusing = button->focusing; // a listener may give it the focus as well
     if (isRadio) button->focusing = TRUE;
     HWND previous = SetFocus(reinterpret_cast<HWND>(wParam));
     button = static_cast<ButtonRecord*>(controlOf(window));
-    if (isRadio && button) button->focusing = FALSE;
+    if (isRadio && button) button->focusing = wasFocusing;
     return previous != nullptr;
 }
 
@@ -142,5 +143,5 @@ void Button_SetLabel(ControlRecord* button, const wchar_t* label, ErrorRecord*) 
 }
 
 void Button_SetSelection(ControlRecord* button, bool selected, ErrorRecord*) {
-    setChecked(button->hwnd, selected);
+    Control_Run(button, [=](const ControlRecord* found) { setChecked(found->hwnd, selected); });
 }

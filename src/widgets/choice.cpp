@@ -28,9 +28,15 @@ static LRESULT send(const ChoiceRecord* choice, UINT message, WPARAM wParam = 0,
 
 static LRESULT countItems(const ChoiceRecord* choice) { return send(choice, CB_GETCOUNT); }
 
+// What the window leads to: of a choice's inner children it is the choice, which has another
+// window. Not to be read from.
+static const void* recordOf(HWND window) {
+    return reinterpret_cast<const void*>(GetWindowLongW(window, GWL_USERDATA));
+}
+
 // The focus only moves between the choice and its own edit field: no change for Java.
 static bool staysWithin(const ChoiceRecord* choice, WPARAM otherWindow) {
-    return otherWindow && controlOf(reinterpret_cast<HWND>(otherWindow)) == choice;
+    return otherWindow && recordOf(reinterpret_cast<HWND>(otherWindow)) == choice;
 }
 
 static LRESULT focusChanged(const ChoiceRecord* choice, UINT message, WPARAM wParam,
@@ -50,7 +56,7 @@ static LRESULT colorList(const ChoiceRecord* choice, HDC context) {
 }
 
 static LRESULT colorChild(const ChoiceRecord* choice, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (controlOf(reinterpret_cast<HWND>(lParam)))
+    if (recordOf(reinterpret_cast<HWND>(lParam)))
         return _Control_Proc(choice->hwnd, message, wParam, lParam);
     return colorList(choice, reinterpret_cast<HDC>(wParam));
 }
@@ -69,7 +75,10 @@ static void applyOwnBounds(ChoiceRecord* choice) {
 // the first notice fires the callback.
 static LRESULT command(ChoiceRecord* choice, WPARAM wParam) {
     constexpr LRESULT notHandled = 1;
+    HWND window = choice->hwnd;
     applyOwnBounds(choice);
+    choice = choiceOf(window);
+    if (!choice) return notHandled;
     if (HIWORD(wParam) != CBN_SELCHANGE || LOWORD(wParam) != listId) return notHandled;
     jint index = send(choice, CB_GETCURSEL);
     if (index == 0 && countItems(choice) == 0) index = -1;
@@ -251,7 +260,8 @@ ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
     return Choice_Create(parent, styleDropDownList, error);
 }
 
-void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, ErrorRecord* error) {
+static void addItem(const ChoiceRecord* choice, const wchar_t* item, jint index,
+                    ErrorRecord* error) {
     LRESULT result =
         send(choice, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
     if (result != CB_ERR && result != CB_ERRSPACE) return;
@@ -263,7 +273,11 @@ void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, Error
                                    : L"Unable to add item to combo");
 }
 
-void Choice_RemoveItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, ErrorRecord* error) {
+    Control_Run(choice, [=](const ChoiceRecord* found) { addItem(found, item, index, error); });
+}
+
+static void removeItem(const ChoiceRecord* choice, jint index, ErrorRecord* error) {
     LRESULT result = send(choice, CB_DELETESTRING, index);
     LONG count = countItems(choice);
     // The index right behind the last item is let pass; that is meant.
@@ -273,13 +287,21 @@ void Choice_RemoveItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
     if (choice->dropDownList && count == 0) InvalidateRect(choice->hwnd, nullptr, FALSE);
 }
 
+void Choice_RemoveItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+    Control_Run(choice, [=](const ChoiceRecord* found) { removeItem(found, index, error); });
+}
+
 void Choice_RemoveAllItems(ChoiceRecord* choice, ErrorRecord*) { send(choice, CB_RESETCONTENT); }
 
-void Choice_SelectItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+static void selectItem(const ChoiceRecord* choice, jint index, ErrorRecord* error) {
     send(choice, CB_GETCOUNT);
     send(choice, CB_GETCURSEL);
     if (send(choice, CB_SETCURSEL, index) == CB_ERR)
         Win32Error_SetError(error, GetLastError(), L"Unable to select item in combo");
+}
+
+void Choice_SelectItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
+    Control_Run(choice, [=](const ChoiceRecord* found) { selectItem(found, index, error); });
 }
 
 jint Choice_GetSelectedItemIndex(ChoiceRecord* choice, ErrorRecord*) {

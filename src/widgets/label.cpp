@@ -149,7 +149,7 @@ static DWORD typeFor(DWORD alignment, DWORD javaStyle) {
     return left;
 }
 
-void Label_SetAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error) {
+static void setAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error) {
     label->alignment = alignment;
     DWORD before = styleOf(label->hwnd);
     if (isImage(before) || isIcon(before)) return;
@@ -158,6 +158,10 @@ void Label_SetAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error)
     if (style == before) return;
     setStyle(label->hwnd, style);
     Control_Redraw(label, error);
+}
+
+void Label_SetAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error) {
+    Control_Run(label, [=](LabelRecord* found) { setAlignment(found, alignment, error); });
 }
 
 // The window class takes the text of an image label for the name of an image.
@@ -169,9 +173,10 @@ static void setTextOfImage(HWND window, const wchar_t* text) {
 }
 
 void Label_SetText(LabelRecord* label, const wchar_t* text, ErrorRecord*) {
-    if (!text) text = L"";
-    if (isImage(styleOf(label->hwnd)))
-        setTextOfImage(label->hwnd, text);
-    else
-        SetWindowTextW(label->hwnd, text);
+    Control_Run(label, [text = text ? text : L""](const LabelRecord* found) {
+        if (isImage(styleOf(found->hwnd)))
+            setTextOfImage(found->hwnd, text);
+        else
+            SetWindowTextW(found->hwnd, text);
+    });
 }

@@ -45,11 +45,13 @@ static void widen(const ListRecord* list, const wchar_t* item) {
 static const wchar_t* textOf(const wchar_t* item) { return item ? item : L""; }
 
 void List_Add(ListRecord* list, const wchar_t* item, jint index, ErrorRecord* error) {
-    if (List_Insert(list->hwnd, textOf(item), index, error)) widen(list, textOf(item));
+    Control_Run(list, [=](const ListRecord* found) {
+        if (List_Insert(found->hwnd, textOf(item), index, error)) widen(found, textOf(item));
+    });
 }
 
 void List_Remove(ListRecord* list, jint index, ErrorRecord* error) {
-    remove(list->hwnd, index, error);
+    Control_Run(list, [=](const ListRecord* found) { remove(found->hwnd, index, error); });
 }
 
 void List_RemoveAll(ListRecord* list, ErrorRecord*) {
@@ -84,12 +86,14 @@ static void replaceItem(const ListRecord* list, jint index, const wchar_t* item,
 }
 
 void List_SetItem(ListRecord* list, jint index, const wchar_t* item, ErrorRecord* error) {
-    LRESULT top = ask(list->hwnd, LB_GETTOPINDEX);
-    replaceItem(list, index, textOf(item), error);
-    ask(list->hwnd, LB_SETTOPINDEX, top);
+    Control_Run(list, [=](const ListRecord* found) {
+        LRESULT top = ask(found->hwnd, LB_GETTOPINDEX);
+        replaceItem(found, index, textOf(item), error);
+        ask(found->hwnd, LB_SETTOPINDEX, top);
+    });
 }
 
-void List_Select(ListRecord* list, jint index, ErrorRecord* error) {
+static void selectItem(ListRecord* list, jint index, ErrorRecord* error) {
     if (index < 0 || index >= countItems(list->hwnd)) return;
     Control_SetRedraw(list, false, error);
     ask(list->hwnd, LB_GETTOPINDEX); // the answer is not used; that is meant
@@ -98,30 +102,44 @@ void List_Select(ListRecord* list, jint index, ErrorRecord* error) {
     Control_Redraw(list, error);
 }
 
+void List_Select(ListRecord* list, jint index, ErrorRecord* error) {
+    Control_Run(list, [=](ListRecord* found) { selectItem(found, index, error); });
+}
+
 void List_SelectIndices(ListRecord* list, IntArguments indices, jint count, ErrorRecord* error) {
     if (count > 1 && !List_IsMultiple(list)) return;
     if (count > indices.count) count = indices.count;
-    for (jint i = 0; i < count; ++i) List_Select(list, indices.values[i], error);
+    Control_Run(list, [=](ListRecord* found) {
+        for (jint i = 0; i < count; ++i) selectItem(found, indices.values[i], error);
+    });
 }
 
 void List_Deselect(ListRecord* list, jint index, ErrorRecord*) {
     if (index < 0) return;
-    if (List_IsMultiple(list))
-        ask(list->hwnd, LB_SETSEL, FALSE, index);
-    else if (ask(list->hwnd, LB_GETCURSEL) == index)
-        ask(list->hwnd, LB_SETCURSEL, -1);
+    Control_Run(list, [=](const ListRecord* found) {
+        if (List_IsMultiple(found))
+            ask(found->hwnd, LB_SETSEL, FALSE, index);
+        else if (ask(found->hwnd, LB_GETCURSEL) == index)
+            ask(found->hwnd, LB_SETCURSEL, -1);
+    });
 }
 
 static void fail(ErrorRecord* error, const wchar_t* message) {
     Win32Error_SetError(error, static_cast<LONG>(GetLastError()), message);
 }
 
-jint List_GetSelectionCount(ListRecord* list, ErrorRecord* error) {
+static jint countSelected(const ListRecord* list, ErrorRecord* error) {
     if (!List_IsMultiple(list)) return ask(list->hwnd, LB_GETCURSEL) != -1;
     jint count = ask(list->hwnd, LB_GETSELCOUNT);
     if (count != LB_ERR) return count;
     fail(error, L"Unable to get selection count from multiple select listbox");
     return 0;
+}
+
+jint List_GetSelectionCount(ListRecord* list, ErrorRecord* error) {
+    jint count = 0;
+    Control_Run(list, [&](const ListRecord* found) { count = countSelected(found, error); });
+    return count;
 }
 
 static jint getSelected(HWND window, jint count, jint* items) {
@@ -142,8 +160,12 @@ static jint firstOfSeveral(HWND window, ErrorRecord* error) {
 }
 
 jint List_GetSelectionIndex(ListRecord* list, ErrorRecord* error) {
-    if (List_IsMultiple(list)) return firstOfSeveral(list->hwnd, error);
-    return ask(list->hwnd, LB_GETCURSEL);
+    jint index = -1;
+    Control_Run(list, [&](const ListRecord* found) {
+        HWND window = found->hwnd;
+        index = List_IsMultiple(found) ? firstOfSeveral(window, error) : ask(window, LB_GETCURSEL);
+    });
+    return index;
 }
 
 static constexpr wchar_t noSelection[] = L"Unable to get selection from list";
@@ -167,11 +189,17 @@ static NativeIntArray severalIndices(HWND window, ErrorRecord* error) {
     return indices;
 }
 
-NativeIntArray List_GetSelectionIndices(ListRecord* list, ErrorRecord* error) {
+static NativeIntArray selectionOf(const ListRecord* list, ErrorRecord* error) {
     if (List_IsMultiple(list)) return severalIndices(list->hwnd, error);
     jint selected = ask(list->hwnd, LB_GETCURSEL);
     NativeIntArray indices = newIndices(selected != -1, error);
     if (indices.count) *indices.values = selected;
+    return indices;
+}
+
+NativeIntArray List_GetSelectionIndices(ListRecord* list, ErrorRecord* error) {
+    NativeIntArray indices = {};
+    Control_Run(list, [&](const ListRecord* found) { indices = selectionOf(found, error); });
     return indices;
 }
 
@@ -182,10 +210,13 @@ void List_SetMultipleMode(ListRecord* list, bool multiple, ErrorRecord* error) {
 
 // That the larger of the index and the last item is taken, not the smaller, is meant.
 void List_SetTopItemIndex(ListRecord* list, jint index, ErrorRecord*) {
-    if (ask(list->hwnd, LB_SETTOPINDEX, index) != LB_ERR) return;
-    jint last = countItems(list->hwnd) - 1;
-    if (index < 0) index = 0;
-    ask(list->hwnd, LB_SETTOPINDEX, index > last ? index : last);
+    Control_Run(list, [=](const ListRecord* found) {
+        HWND window = found->hwnd;
+        if (ask(window, LB_SETTOPINDEX, index) != LB_ERR) return;
+        jint last = countItems(window) - 1;
+        jint least = index < 0 ? 0 : index;
+        ask(window, LB_SETTOPINDEX, least > last ? least : last);
+    });
 }
 
 static LRESULT command(const ListRecord* list, WPARAM wParam) {

@@ -8,6 +8,7 @@ struct ListRecord : ScrollableRecord {
     // As the last switch of the mode left it; true until then, whatever the list was made as. The
     // style tells the mode.
     bool singleSelect;
+    HWND* follower; // of a handler that waits for a listener; null: none waits
 };
 ASSERT_OFFSET(ListRecord, singleSelect, 64)
 
@@ -55,7 +56,8 @@ inline bool List_IsMultiple(const ListRecord* list) { return list->style & style
 bool List_Insert(HWND window, const wchar_t* item, jint index, ErrorRecord* error);
 jint List_FirstSelected(HWND window);
 
-// A copy that the caller frees; null for a missing item or without memory.
+// A copy that the caller frees; null for a missing item or without memory. Display thread, as what
+// follows.
 wchar_t* List_CopyItem(HWND window, jint index);
 
 // How far the items reach, which is how far the list scrolls sideways.

@@ -76,7 +76,7 @@ static LONG itemWidth(HWND window, HDC context, const TEXTMETRICW& metrics) {
     return width;
 }
 
-PixelPair List_GetMinimumSize(ListRecord* list, jint rows, ErrorRecord*) {
+static PixelPair minimumSize(const ListRecord* list, jint rows) {
     constexpr LONG extraCharacters = 3;
     HWND window = list->hwnd;
     WindowContext context(window);
@@ -92,4 +92,10 @@ PixelPair List_GetMinimumSize(ListRecord* list, jint rows, ErrorRecord*) {
     if (list->style & styleHorizontalScroll) height += GetSystemMetrics(SM_CYHSCROLL);
     LONG borders = 2 * _Control_GetBorderWidth(window);
     return {width + borders, height + borders};
+}
+
+PixelPair List_GetMinimumSize(ListRecord* list, jint rows, ErrorRecord*) {
+    PixelPair size = {};
+    Control_Run(list, [&](const ListRecord* found) { size = minimumSize(found, rows); });
+    return size;
 }

@@ -8,6 +8,7 @@
 #include "widgets/adjustable.h"
 #include "widgets/list.h"
 #include "widgets/measuring.h"
+#include "widgets/renewal.h"
 
 static constexpr LONG noItem = -1;
 
@@ -65,30 +66,16 @@ static DWORD styleFor(HWND window, DWORD javaStyle, bool multiple) {
     return style;
 }
 
-static HWND createLike(const ListRecord* list, bool multiple) {
-    HWND old = list->hwnd;
-    HWND parent = GetParent(old);
-    RECT place = {};
-    GetWindowRect(old, &place);
-    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-    return CreateWindowExW(GetWindowLongW(old, GWL_EXSTYLE), L"LISTBOX", nullptr,
-                           styleFor(old, list->style, multiple), place.left, place.top,
-                           place.right - place.left, place.bottom - place.top, parent, nullptr,
-                           list->display->instance, nullptr);
-}
-
 static void moveBar(AdjustableRecord* bar, HWND window) {
     if (bar) bar->hwnd = window;
 }
 
-static void attach(ListRecord* list, HWND window, bool multiple) {
-    list->hwnd = window;
+static void moveTo(ListRecord* list, HWND window, bool multiple) {
     list->style = multiple ? list->style | styleMultiple : list->style & ~styleMultiple;
     list->singleSelect = !multiple;
     moveBar(list->horizontalBar, window);
     moveBar(list->verticalBar, window);
-    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(list));
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(List_Proc));
+    Renewal_MoveTo(list, window, List_Proc, list->follower);
 }
 
 static void select(const ListRecord* list, LONG item) {
@@ -99,55 +86,66 @@ static void select(const ListRecord* list, LONG item) {
         SendMessageW(list->hwnd, LB_SETCURSEL, item, 0);
 }
 
-static void fill(const ListRecord* list, const Contents& contents, ErrorRecord* error) {
-    HWND window = list->hwnd;
+// An item before the given one was left out.
+static jint oneUp(jint item, jint leftOut) { return item > leftOut ? item - 1 : item; }
+
+// A refused item is left out, and the others keep their order.
+static void insertAll(HWND window, Contents* contents, ErrorRecord* error) {
     jint index = 0;
-    while (contents.items[index] && List_Insert(window, contents.items[index], index, error))
-        ++index;
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(contents.font), TRUE);
+    for (wchar_t** item = contents->items; *item; ++item) {
+        if (List_Insert(window, *item, index, error)) {
+            ++index;
+            continue;
+        }
+        contents->selected =
+            contents->selected == index ? noItem : oneUp(contents->selected, index);
+        contents->top = oneUp(contents->top, index);
+    }
+}
+
+static void fill(const ListRecord* list, Contents* contents, ErrorRecord* error) {
+    HWND window = list->hwnd;
+    insertAll(window, contents, error);
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(contents->font), TRUE);
     if (list->style & styleHorizontalScroll) List_RecomputeExtent(window);
-    // Selecting scrolls to the item, so that the view is restored last.
-    select(list, contents.selected);
-    SendMessageW(window, LB_SETTOPINDEX, contents.top, 0);
+    if (contents->top) SendMessageW(window, LB_SETTOPINDEX, contents->top, 0);
+    select(list, contents->selected);
 }
 
-// The old window must not reach the record any more, which has a new one.
-static void detach(HWND window, WNDPROC classProc) {
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(classProc));
-    SetWindowLongW(window, GWL_USERDATA, 0);
-}
-
-// Java hears of both changes, as if one window had kept the record, and may dispose of the list at
-// each of them.
-static void moveFocus(ListRecord* list) {
+// Java hears of both changes, as if one window had kept the record. At the first the list may be
+// disposed of, or switched once more: its last window takes the focus. That window.
+static HWND moveFocus(ListRecord* list) {
     HWND window = list->hwnd;
+    list->follower = &window;
     fireFocus(list->callbackTarget, FocusChange::lost);
-    if (controlOf(window) == list) Control_ForceFocus(list, nullptr);
+    list = static_cast<ListRecord*>(controlOf(window));
+    if (!list || list->follower != &window) return nullptr;
+    list->follower = nullptr;
+    Control_ForceFocus(list, nullptr);
+    return window;
 }
 
-static void takeOver(ListRecord* list, const Contents& contents, HWND old) {
-    HWND window = list->hwnd;
-    DisplayRecord* display = list->display;
-    detach(old, list->classProc);
-    if (contents.hasFocus) moveFocus(list);
-    Display_DestroyWindow(display, old);
-    UpdateWindow(window);
+static void replaceWindow(ListRecord* list, HWND window, bool multiple, Contents* contents,
+                          ErrorRecord* error) {
+    HWND old = list->hwnd;
+    HWND messageWindow = list->display->messageWindow;
+    moveTo(list, window, multiple);
+    fill(list, contents, error);
+    if (contents->hasFocus) window = moveFocus(list);
+    Renewal_DestroyOld(messageWindow, old);
+    if (window) UpdateWindow(window);
 }
 
 void List_SwitchMode(ListRecord* list, bool multiple, ErrorRecord* error) {
-    HWND old = list->hwnd;
-    Contents contents = contentsOf(old, multiple);
+    Contents contents = contentsOf(list->hwnd, multiple);
     if (!contents.items) {
         Win32Error_SetError(error, errorOutOfMemory, L"Unable to add item to list");
         return;
     }
-    HWND window = createLike(list, multiple);
-    if (window) {
-        attach(list, window, multiple);
-        fill(list, contents, error);
-        takeOver(list, contents, old);
-    } else {
+    HWND window = Renewal_Create(list, L"LISTBOX", styleFor(list->hwnd, list->style, multiple));
+    if (window)
+        replaceWindow(list, window, multiple, &contents, error);
+    else
         Win32Error_SetError(error, GetLastError(), L"Unable to create handle for widget");
-    }
     stringListFree(contents.items);
 }

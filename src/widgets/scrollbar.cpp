@@ -2,6 +2,7 @@
 #include "bridge/narrow.h"
 #include "control/bar_hooks.h"
 #include "control/input.h"
+#include "widgets/renewal.h"
 
 static constexpr wchar_t scrollBarClass[] = L"SCROLLBAR";
 static constexpr UINT_PTR pointerTimer = 1000;
@@ -23,29 +24,49 @@ static POINT cursorIn(HWND window) {
 
 static LPARAM pack(POINT point) { return MAKELPARAM(point.x, point.y); }
 
-static bool isDown(int virtualKey) { return narrow(GetKeyState(virtualKey)) < 0; }
+// Asked of the hardware: the device's key states of the queue know no pointer.
+static WPARAM ifHeld(int virtualKey, WPARAM button) {
+    return GetAsyncKeyState(virtualKey) & 0x8000 ? button : 0;
+}
 
-static WPARAM pressedButton() {
-    if (isDown(VK_LBUTTON)) return MK_LBUTTON;
-    if (isDown(VK_RBUTTON)) return MK_RBUTTON;
-    return isDown(VK_MBUTTON) ? MK_MBUTTON : 0;
+static WPARAM heldButtons() {
+    return ifHeld(VK_LBUTTON, MK_LBUTTON) | ifHeld(VK_RBUTTON, MK_RBUTTON) |
+           ifHeld(VK_MBUTTON, MK_MBUTTON);
 }
 
 static void fireRelease(HWND window) {
     const ControlRecord* bar = controlOf(window);
-    if (!bar) return;
     LPARAM point = pack(cursorIn(window));
     Control_FirePointer(bar, Control_BuildPointerEvent(pointerRelease, buttonLeft, 0, point));
 }
 
+// A bar that was turned meanwhile has another window, which waits for the real release as long as
+// the button is held.
+static void endTracking(HWND pressed, HWND window) {
+    bool isHeld = heldButtons() & MK_LBUTTON;
+    if (window != pressed && isHeld)
+        SetCapture(window);
+    else
+        fireRelease(window);
+}
+
 // The system tracks the thumb in a loop of its own until the button is released, and keeps the
 // pointer's messages to itself: a timer reports the moves, and the end of the loop the release.
-static LRESULT track(HWND window, WPARAM wParam, LPARAM lParam) {
-    _Control_ProcessWmLButtonDown(window, wParam, lParam);
-    SetTimer(window, pointerTimer, pointerPeriod, nullptr);
-    Control_PassOnToLoop(window, WM_LBUTTONDOWN, wParam, lParam);
-    KillTimer(window, pointerTimer);
-    fireRelease(window);
+static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
+    _Control_ProcessWmLButtonDown(pressed, wParam, lParam);
+    AdjustableRecord* bar = barOf(pressed);
+    if (!bar) return 0;
+    HWND window = pressed;
+    HWND* outer = bar->follower;
+    bar->follower = &window;
+    SetTimer(pressed, pointerTimer, pointerPeriod, nullptr);
+    Control_PassOnToLoop(pressed, WM_LBUTTONDOWN, wParam, lParam);
+    KillTimer(pressed, pointerTimer);
+    bar = barOf(window);
+    if (!bar || bar->follower != &window) return 0;
+    bar->follower = outer;
+    if (outer) *outer = window;
+    endTracking(pressed, window);
     return 0;
 }
 
@@ -60,7 +81,7 @@ static LRESULT reportMove(AdjustableRecord* bar) {
     if (point.x == bar->lastPointerX && point.y == bar->lastPointerY) return 0;
     bar->lastPointerX = point.x;
     bar->lastPointerY = point.y;
-    Control_ProcessMouseMove(bar->hwnd, pressedButton(), pack(point));
+    Control_ProcessMouseMove(bar->hwnd, heldButtons(), pack(point));
     return 0;
 }
 
@@ -79,38 +100,21 @@ static DWORD orientedStyle(DWORD style, jint orientation) {
     return style;
 }
 
-static HWND createLike(HWND window, HWND parent, DWORD style, HINSTANCE instance) {
-    RECT place;
-    GetWindowRect(window, &place);
-    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-    return CreateWindowExW(GetWindowLongW(window, GWL_EXSTYLE), scrollBarClass, nullptr, style,
-                           place.left, place.top, place.right - place.left,
-                           place.bottom - place.top, parent, nullptr, instance, nullptr);
-}
-
-// The old window must not reach the record any more, which has a new one.
-static void destroyOld(const AdjustableRecord* bar, HWND window) {
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(bar->classProc));
-    SetWindowLongW(window, GWL_USERDATA, 0);
-    Display_DestroyWindow(bar->display, window);
-}
-
-// A window's direction is fixed at its creation, so that the bar needs a new one.
-static LRESULT setOrientation(AdjustableRecord* bar, jint orientation, ErrorRecord* error) {
+// A window's direction is fixed at its creation, so that the bar needs a new one. Where that cannot
+// be made the bar stays as it is, and nothing is reported; that is meant.
+static void setOrientation(AdjustableRecord* bar, jint orientation) {
     HWND old = bar->hwnd;
+    HWND messageWindow = bar->display->messageWindow;
     DWORD style = orientedStyle(GetWindowLongW(old, GWL_STYLE), orientation);
-    HWND window = createLike(old, bar->parent->hwnd, style, bar->display->instance);
-    if (!window) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to create handle for widget");
-        return 0;
-    }
-    bar->hwnd = window;
+    HWND window = Renewal_Create(bar, scrollBarClass, style);
+    if (!window) return;
+    bool hadFocus = GetFocus() == old;
     bar->orientation = orientation;
-    destroyOld(bar, old);
-    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(bar));
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(scrollBarProc));
+    Renewal_MoveTo(bar, window, scrollBarProc, bar->follower);
     Adjustable_Push(bar, ownValues, true);
-    return 0;
+    bar = barOf(window);
+    if (bar && hadFocus) fireFocus(bar->callbackTarget, FocusChange::lost);
+    Renewal_DestroyOld(messageWindow, old);
 }
 
 static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -130,7 +134,8 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
     case controlGetBackground:
         return systemColor(COLOR_SCROLLBAR);
     case controlSetOrientation:
-        return setOrientation(bar, wParam, errorOf(lParam));
+        setOrientation(bar, wParam);
+        return 0;
     case controlSetEnabled:
         Bar_SetEnabled(bar, wParam != 0);
         break;

@@ -122,21 +122,29 @@ ControlRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* err
 
 // A column of a field is 1.4 times as wide as one of an area.
 PixelPair TextField_GetMinimumSize(TextRecord* text, jint columns, ErrorRecord*) {
-    TextExtent extent = measureFont(text->hwnd);
-    jint columnWidth = extent.averageWidth * 7 / 5;
-    return minimumSize(text, {columnWidth * columns, extent.lineHeight});
+    PixelPair size = {};
+    Control_Run(text, [&](const TextRecord* found) {
+        TextExtent extent = measureFont(found->hwnd);
+        jint columnWidth = extent.averageWidth * 7 / 5;
+        size = minimumSize(found, {columnWidth * columns, extent.lineHeight});
+    });
+    return size;
 }
 
 PixelPair TextArea_GetMinimumSize(TextRecord* text, jint rows, jint columns, ErrorRecord*) {
-    TextExtent extent = measureFont(text->hwnd);
-    return minimumSize(text, {extent.averageWidth * columns, extent.lineHeight * rows});
+    PixelPair size = {};
+    Control_Run(text, [&](const TextRecord* found) {
+        TextExtent extent = measureFont(found->hwnd);
+        size = minimumSize(found, {extent.averageWidth * columns, extent.lineHeight * rows});
+    });
+    return size;
 }
 
 jint AbstractTextComponent_GetCharCount(TextRecord* text, ErrorRecord*) {
     return GetWindowTextLengthW(text->hwnd);
 }
 
-NativeString AbstractTextComponent_GetText(TextRecord* text, ErrorRecord* error) {
+static NativeString getText(const TextRecord* text, ErrorRecord* error) {
     int length = GetWindowTextLengthW(text->hwnd);
     if (!length) return {L"", false};
     wchar_t* characters = allocateArray<wchar_t>(length + 2);
@@ -145,6 +153,12 @@ NativeString AbstractTextComponent_GetText(TextRecord* text, ErrorRecord* error)
     else
         Win32Error_SetError(error, errorFailed, noMemoryForText);
     return {characters, true};
+}
+
+NativeString AbstractTextComponent_GetText(TextRecord* text, ErrorRecord* error) {
+    NativeString characters = {L"", false};
+    Control_Run(text, [&](const TextRecord* found) { characters = getText(found, error); });
+    return characters;
 }
 
 // With the control's line breaks; null with the error set when there is no memory for them.
@@ -167,45 +181,63 @@ void AbstractTextComponent_SetText(TextRecord* text, const wchar_t* characters,
     freeConverted(converted, characters);
 }
 
+static void setSelection(const TextRecord* text, jint start, jint end) {
+    send(text, EM_SETSEL, start, end);
+    send(text, EM_SCROLLCARET);
+}
+
+static void replace(TextRecord* text, const wchar_t* characters, jint start, jint end) {
+    constexpr WPARAM canBeUndone = TRUE;
+    HWND window = text->hwnd;
+    setSelection(text, start, end);
+    text->replacing = TRUE;
+    send(text, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(characters));
+    text = textOf(window);
+    if (text) text->replacing = FALSE;
+}
+
 void AbstractTextComponent_Replace(TextRecord* text, const wchar_t* characters, jint start,
                                    jint end, ErrorRecord* error) {
-    constexpr WPARAM canBeUndone = TRUE;
     if (!characters) characters = L"";
     const wchar_t* converted = convert(characters, error);
     if (!converted) return;
-    AbstractTextComponent_SetSelection(text, start, end, error);
-    HWND window = text->hwnd;
-    text->replacing = TRUE;
-    send(text, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(converted));
-    text = textOf(window);
-    if (text) text->replacing = FALSE;
+    Control_Run(text, [=](TextRecord* found) { replace(found, converted, start, end); });
     freeConverted(converted, characters);
 }
 
-PixelPair AbstractTextComponent_GetSelection(TextRecord* text, ErrorRecord*) {
+static PixelPair getSelection(const TextRecord* text) {
     DWORD start = 0, end = 0;
     send(text, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {static_cast<jint>(start), static_cast<jint>(end)};
 }
 
+PixelPair AbstractTextComponent_GetSelection(TextRecord* text, ErrorRecord*) {
+    return getSelection(text);
+}
+
 // The whole text is read for the part; its copy is left behind, and that is meant.
-NativeString AbstractTextComponent_GetSelectionText(TextRecord* text, ErrorRecord* error) {
-    PixelPair selection = AbstractTextComponent_GetSelection(text, error);
+static NativeString getSelectionText(const TextRecord* text, ErrorRecord* error) {
+    PixelPair selection = getSelection(text);
     jint length = selection.y - selection.x;
     if (length < 1) return {L"", false};
-    const wchar_t* whole = AbstractTextComponent_GetText(text, error).text;
+    const wchar_t* whole = getText(text, error).text;
     if (!whole) return {nullptr, false};
     wchar_t* part = allocateArray<wchar_t>(length + 1);
-    // Another thread may have shortened the text meanwhile.
     if (part && wcslen(whole) >= static_cast<UINT>(selection.y))
         memcpy(part, whole + selection.x, length * sizeof(wchar_t));
     if (!part) Win32Error_SetError(error, errorFailed, noMemoryForSelection);
     return {part, true};
 }
 
+NativeString AbstractTextComponent_GetSelectionText(TextRecord* text, ErrorRecord* error) {
+    NativeString characters = {L"", false};
+    Control_Run(text,
+                [&](const TextRecord* found) { characters = getSelectionText(found, error); });
+    return characters;
+}
+
 void AbstractTextComponent_SetSelection(TextRecord* text, jint start, jint end, ErrorRecord*) {
-    send(text, EM_SETSEL, start, end);
-    send(text, EM_SCROLLCARET);
+    Control_Run(text, [=](const TextRecord* found) { setSelection(found, start, end); });
 }
 
 void AbstractTextComponent_SetCaretPosition(TextRecord* text, jint position, ErrorRecord* error) {

@@ -36,6 +36,7 @@ const char* const infallible[] = {
     "SetLastError",
     "GetTickCount",
     "GetKeyState",
+    "GetAsyncKeyState",
     "SendMessageW",
     "DefWindowProcW",
     "CallWindowProcW",

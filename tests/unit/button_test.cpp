@@ -80,6 +80,25 @@ TEST_F(ButtonTest, a_radio_button_that_is_given_the_focus_ignores_the_click_of_t
     EXPECT_EQ(checkState(radio), BST_CHECKED);
 }
 
+TEST_F(ButtonTest, a_radio_button_that_its_listener_gives_the_focus_once_more_is_not_selected) {
+    jint shell = newShell();
+    jint radio = newButton(shell, "RadioButton");
+    jint other = newButton(shell);
+    listen(radio);
+    bool asked = false;
+    vm.behavior["focus"] = [&](const std::vector<jint>&) {
+        if (asked) return 0;
+        asked = true;
+        call<jboolean(jint)>("Control_ForceFocus", other);
+        call<jboolean(jint)>("Control_ForceFocus", radio);
+        return 0;
+    };
+    call<jboolean(jint)>("Control_ForceFocus", radio);
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(countSelections(), 0);
+    EXPECT_EQ(checkState(radio), BST_UNCHECKED);
+}
+
 TEST_F(ButtonTest, other_buttons_are_given_the_focus_too) {
     jint shell = newShell();
     for (const char* kind : {"PushButton", "Checkbox"}) {

@@ -1,62 +1,11 @@
 // The quit message that a disposed control posts ends no modal loop of the system's.
 
-#include "device.h"
-#include "display/display.h"
-#include "display/quit.h"
-#include <algorithm>
+#include "held_bar_fixture.h"
 
-class QuitTest : public DeviceTest {
-  protected:
-    static bool takeQuit() {
-        MSG message;
-        return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-    }
-    void moveTo(jint control, POINT point) {
-        ClientToScreen(windowOf(control), &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
-    }
-    void post(jint type) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
-    }
-    static long countReleases(const Events& events) {
-        return std::count_if(events.begin(), events.end(), [](const std::string& event) {
-            return event.starts_with("pointer(2,");
-        });
-    }
-
-    jint shell = newShell(true, 0x20000);
-};
-
-static constexpr int heldScrolls = 3;
-
-// A bar whose lower arrow is pressed and held until it has scrolled several times.
-class HeldBarTest : public QuitTest {
-  protected:
-    HeldBarTest() {
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 200);
-        call<void(jint, jboolean)>("Control_SetVisible", bar, JNI_TRUE);
-        dispatchAll();
-        other = newButton(shell);
-        vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
-    }
-    void releaseAfterScrolls(const std::function<void()>& first) {
-        vm.behavior["scrolled"] = [=, this](const std::vector<jint>&) {
-            if (++scrolls == 1) first();
-            if (scrolls == heldScrolls) post(2);
-            return 0;
-        };
-    }
-    Events hold(jint control, POINT arrow) {
-        moveTo(control, arrow);
-        post(1);
-        dispatchAll();
-        return vm.takeEvents();
-    }
-
-    jint bar = call<jint(jint)>("Scrollbar_New", shell);
-    jint other = 0;
-    int scrolls = 0;
-};
+static bool takeQuit() {
+    MSG message;
+    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+}
 
 TEST_F(HeldBarTest, goes_on_scrolling_when_a_control_is_disposed_of_meanwhile) {
     listen(bar);
@@ -119,7 +68,7 @@ TEST_F(HeldBarTest, leaves_the_quit_message_to_the_displays_own_loop) {
     EXPECT_TRUE(queued) << "the tracking has ended when the release is told";
 }
 
-TEST_F(QuitTest, is_posted_at_once_where_no_modal_loop_runs) {
+TEST_F(PressingTest, a_quit_is_posted_at_once_where_no_modal_loop_runs) {
     takeQuit();
     dispose(newButton(shell));
     EXPECT_TRUE(takeQuit());

@@ -1,0 +1,32 @@
+#include "widgets/renewal.h"
+#include "display/requests.h"
+
+HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWORD style) {
+    HWND old = control->hwnd;
+    HWND parent = GetParent(old);
+    RECT place = {};
+    GetWindowRect(old, &place);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+    HWND window =
+        CreateWindowExW(GetWindowLongW(old, GWL_EXSTYLE), className, nullptr, style, place.left,
+                        place.top, place.right - place.left, place.bottom - place.top, parent,
+                        nullptr, control->display->instance, nullptr);
+    if (!window) return nullptr;
+    SetWindowPos(window, old, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    return window;
+}
+
+void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* follower) {
+    SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(control->classProc));
+    SetWindowLongW(control->hwnd, GWL_USERDATA, 0);
+    control->hwnd = window;
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(control));
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    if (follower) *follower = window;
+}
+
+void Renewal_DestroyOld(HWND messageWindow, HWND old) {
+    if (!SendMessageW(messageWindow, requestDestroyWindow, reinterpret_cast<WPARAM>(old), 0))
+        DestroyWindow(old);
+}

@@ -1,0 +1,165 @@
+// Lists that change while something else goes on: their mode in a listener, or with items that are
+// refused; and what other threads measure and read.
+
+#include "device.h"
+#include "faults.h"
+#include "other_thread.h"
+#include "widgets/list.h"
+#include <algorithm>
+
+class ListChangesTest : public DeviceTest {
+  protected:
+    void add(jint widget, const std::u16string& item) {
+        call<void(jint, jstring, jint)>("List_Add", widget, vm.newString(item), -1);
+    }
+    void select(jint index) { call<void(jint, jint)>("List_Select", list, index); }
+    void switchMode(bool toMultiple) {
+        call<void(jint, jboolean)>("List_SetMultipleMode", list, toMultiple);
+    }
+    LRESULT ask(UINT message, WPARAM wParam = 0) {
+        return SendMessageW(windowOf(list), message, wParam, 0);
+    }
+    std::vector<std::wstring> items() {
+        std::vector<std::wstring> found;
+        for (int i = 0; i < ask(LB_GETCOUNT); ++i) {
+            wchar_t text[100];
+            SendMessageW(windowOf(list), LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
+            found.push_back(text);
+        }
+        return found;
+    }
+
+    jint shell = newShell();
+    jint list = newControl("List", shell, 0x30000, {20, 30, 140, 130});
+    jint next = newButton(shell);
+};
+
+static LRESULT WINAPI refuseB(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == LB_INSERTSTRING && reinterpret_cast<const wchar_t*>(lParam)[0] == L'b')
+        return LB_ERRSPACE;
+    return SendMessageW(window, message, wParam, lParam);
+}
+
+TEST_F(ListChangesTest, a_refused_item_is_left_out_of_the_other_mode_and_the_rest_goes_on) {
+    for (const char16_t* item : {u"a", u"b", u"c", u"d"}) add(list, item);
+    select(2);
+    {
+        Faults faults;
+        faults.replace("SendMessageW", reinterpret_cast<void*>(refuseB));
+        switchMode(true);
+    }
+    EXPECT_EQ(items(), (std::vector<std::wstring>{L"a", L"c", L"d"}));
+    EXPECT_EQ(call<jint(jint)>("List_GetSelectionIndex", list), 1) << "the same item";
+    vm.reports.clear();
+}
+
+TEST_F(ListChangesTest, a_refused_item_that_was_selected_leaves_none) {
+    for (const char16_t* item : {u"a", u"b", u"c"}) add(list, item);
+    select(1);
+    {
+        Faults faults;
+        faults.replace("SendMessageW", reinterpret_cast<void*>(refuseB));
+        switchMode(true);
+    }
+    EXPECT_EQ(call<jint(jint)>("List_GetSelectionCount", list), 0);
+    vm.reports.clear();
+}
+
+TEST_F(ListChangesTest, a_switch_keeps_the_place_among_the_siblings) {
+    EXPECT_EQ(GetWindow(windowOf(list), GW_HWNDNEXT), windowOf(next));
+    switchMode(true);
+    EXPECT_EQ(GetWindow(windowOf(list), GW_HWNDNEXT), windowOf(next));
+}
+
+static std::vector<UINT> restored;
+static LRESULT WINAPI recordRestored(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    for (UINT watched : {UINT(WM_SETFONT), UINT(LB_SETTOPINDEX), UINT(LB_SETSEL)})
+        if (message == watched) restored.push_back(message);
+    return SendMessageW(window, message, wParam, lParam);
+}
+
+TEST_F(ListChangesTest, a_switch_restores_font_then_top_then_selection) {
+    for (int i = 0; i < 50; ++i) add(list, u"item");
+    select(30);
+    for (jint top : {0, 20}) {
+        switchMode(false);
+        call<void(jint, jint)>("List_SetTopItemIndex", list, top);
+        restored.clear();
+        {
+            Faults faults;
+            faults.replace("SendMessageW", reinterpret_cast<void*>(recordRestored));
+            switchMode(true);
+        }
+        std::vector<UINT> expected = {WM_SETFONT, LB_SETTOPINDEX, LB_SETSEL};
+        if (top == 0) expected.erase(expected.begin() + 1);
+        EXPECT_EQ(restored, expected) << top;
+    }
+}
+
+TEST_F(ListChangesTest, a_list_switched_once_more_by_its_listener_ends_with_the_focus) {
+    add(list, u"a");
+    call<jboolean(jint)>("Control_ForceFocus", list);
+    listen(list);
+    bool switched = false;
+    vm.behavior["focus"] = [&](const std::vector<jint>& event) {
+        if (event[0] == 2 && !switched) {
+            switched = true;
+            switchMode(false);
+        }
+        return 0;
+    };
+    switchMode(true);
+    EXPECT_TRUE(switched);
+    EXPECT_EQ(GetFocus(), windowOf(list));
+    Events events = vm.takeEvents();
+    std::erase_if(events, [](const std::string& event) { return event.starts_with("paint"); });
+    EXPECT_EQ(events, (Events{"focus(2)", "focus(1)"}));
+    EXPECT_EQ(controlOf(windowOf(list)), reinterpret_cast<ControlRecord*>(list));
+}
+
+static std::vector<DWORD> threads;
+static int WINAPI recordDraw(HDC context, LPCWSTR text, int length, LPRECT area, UINT flags) {
+    threads.push_back(GetCurrentThreadId());
+    return DrawTextW(context, text, length, area, flags);
+}
+static BOOL WINAPI recordMetrics(HDC context, TEXTMETRICW* metrics) {
+    threads.push_back(GetCurrentThreadId());
+    return GetTextMetricsW(context, metrics);
+}
+static int WINAPI recordRead(HWND window, LPWSTR text, int capacity) {
+    threads.push_back(GetCurrentThreadId());
+    return GetWindowTextW(window, text, capacity);
+}
+
+TEST_F(ListChangesTest, what_is_asked_in_several_steps_is_asked_on_the_displays_thread) {
+    for (const char16_t* item : {u"a", u"bb", u"ccc"}) add(list, item);
+    jint area = newControl("TextArea", shell, 0x30000, {0, 150, 200, 200});
+    jint field = newControl("TextField", shell, 0, {0, 210, 200, 230});
+    call<void(jint, jstring)>("AbstractTextComponent_SetText", area, vm.newString(u"some text"));
+    call<void(jint)>("AbstractTextComponent_SelectAll", area);
+    const std::vector<std::pair<const char*, std::function<void()>>> rows = {
+        {"List_Add", [&] { add(list, u"dddd"); }},
+        {"List_SetItem",
+         [&] { call<void(jint, jint, jstring)>("List_SetItem", list, 0, vm.newString(u"eeeee")); }},
+        {"List_Remove", [&] { call<void(jint, jint)>("List_Remove", list, 0); }},
+        {"List_GetMinimumSize", [&] { call<jobject(jint, jint)>("List_GetMinimumSize", list, 3); }},
+        {"TextField_GetMinimumSize",
+         [&] { call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 3); }},
+        {"TextArea_GetMinimumSize",
+         [&] { call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 3, 3); }},
+        {"AbstractTextComponent_GetText",
+         [&] { call<jobject(jint)>("AbstractTextComponent_GetText", area); }},
+        {"AbstractTextComponent_GetSelectionText",
+         [&] { call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area); }},
+    };
+    Faults faults;
+    faults.replace("DrawTextW", reinterpret_cast<void*>(recordDraw));
+    faults.replace("GetTextMetricsW", reinterpret_cast<void*>(recordMetrics));
+    faults.replace("GetWindowTextW", reinterpret_cast<void*>(recordRead));
+    for (const auto& [name, work] : rows) {
+        threads.clear();
+        onOtherThread(vm, display, work);
+        EXPECT_FALSE(threads.empty()) << name;
+        for (DWORD thread : threads) EXPECT_EQ(thread, GetCurrentThreadId()) << name;
+    }
+}

@@ -1,0 +1,231 @@
+// Scroll bars whose window changes, or whose listeners act, while they are being used.
+
+#include "faults.h"
+#include "held_bar_fixture.h"
+#include "widgets/adjustable.h"
+
+static AdjustableRecord* record(jint bar) { return reinterpret_cast<AdjustableRecord*>(bar); }
+
+class ScrollBarsTest : public HeldBarTest {
+  protected:
+    void turn(jint orientation) {
+        call<void(jint, jint)>("Scrollbar_SetOrientation", bar, orientation);
+    }
+    void set(jint which, const char* property, jint value) {
+        call<void(jint, jint)>(std::string("Adjustable_Set") + property, which, value);
+    }
+    jint get(jint which, const char* property) {
+        return call<jint(jint)>(std::string("Adjustable_Get") + property, which);
+    }
+    void showOwn(jint own, bool shown) {
+        call<void(jint, jint, jboolean)>("Scrollable_SetAdjustableVisible", shell, own, shown);
+        dispatchAll();
+    }
+    Events scroll(WORD code) {
+        vm.takeEvents();
+        SendMessageW(windowOf(shell), WM_VSCROLL, code, reinterpret_cast<LPARAM>(windowOf(bar)));
+        return vm.takeEvents();
+    }
+};
+
+TEST_F(ScrollBarsTest, moves_are_told_with_all_buttons_that_are_held) {
+    const struct {
+        std::vector<jint> held;
+        const char* move;
+    } rows[] = {{{8}, "pointer(3, 6, 60, 0, 8)"},
+                {{16}, "pointer(3, 6, 60, 0, 16)"},
+                {{8, 32}, "pointer(3, 6, 60, 0, 40)"},
+                {{8, 16, 32}, "pointer(3, 6, 60, 0, 56)"}};
+    listen(bar);
+    moveTo(bar, {6, 60});
+    dispatchAll();
+    for (const auto& row : rows) {
+        for (jint button : row.held) post(1, button);
+        record(bar)->lastPointerX = -1;
+        vm.takeEvents();
+        SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
+        EXPECT_EQ(vm.takeEvents().back(), row.move);
+        for (jint button : row.held) post(2, button);
+        call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE); // nothing is tracked
+        dispatchAll();
+        call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_TRUE);
+    }
+}
+
+TEST_F(ScrollBarsTest, a_turned_bar_that_had_the_focus_tells_that_it_lost_it) {
+    call<jboolean(jint)>("Control_ForceFocus", bar);
+    listen(bar);
+    turn(16);
+    EXPECT_EQ(vm.takeEvents(), Events{"focus(2)"});
+    turn(8);
+    EXPECT_TRUE(vm.takeEvents().empty()) << "it had it no longer";
+}
+
+TEST_F(ScrollBarsTest, a_bar_turned_by_its_listener_of_the_focus_is_turned_once_more) {
+    call<jboolean(jint)>("Control_ForceFocus", bar);
+    listen(bar);
+    vm.behavior["focus"] = [this](const std::vector<jint>&) {
+        turn(8);
+        return 0;
+    };
+    turn(16);
+    EXPECT_EQ(record(bar)->orientation, 8);
+    EXPECT_EQ(controlOf(windowOf(bar)), record(bar));
+    EXPECT_TRUE(GetWindowLongW(windowOf(bar), GWL_STYLE) & SBS_VERT);
+}
+
+TEST_F(ScrollBarsTest, a_turned_bar_keeps_its_place_among_its_siblings) {
+    HWND before = GetWindow(windowOf(bar), GW_HWNDPREV);
+    EXPECT_EQ(GetWindow(windowOf(bar), GW_HWNDNEXT), windowOf(other));
+    turn(16);
+    EXPECT_EQ(GetWindow(windowOf(bar), GW_HWNDNEXT), windowOf(other));
+    EXPECT_EQ(GetWindow(windowOf(bar), GW_HWNDPREV), before);
+}
+
+TEST_F(ScrollBarsTest, a_bar_turned_while_it_scrolls_is_released_once_where_the_pointer_leaves) {
+    listen(bar);
+    releaseAfterScrolls([this] { turn(16); });
+    Events events = hold(bar, {6, 195});
+    EXPECT_EQ(countReleases(events), 0) << "the button is held";
+    moveTo(shell, {150, 20});
+    post(2);
+    dispatchAll();
+    events = vm.takeEvents();
+    EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
+}
+
+TEST_F(ScrollBarsTest, a_step_beyond_all_numbers_leads_to_the_end) {
+    constexpr jint most = 0x7FFFFFFF;
+    listen(bar);
+    for (const char* increment : {"UnitIncrement", "BlockIncrement"}) set(bar, increment, most);
+    for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEDOWN, "scrolled(90, 1)"},
+                               {SB_PAGEDOWN, "scrolled(90, 3)"}}) {
+        set(bar, "Value", 50);
+        EXPECT_EQ(scroll(code), Events{event});
+    }
+    for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEUP, "scrolled(-100, 0)"},
+                               {SB_PAGEUP, "scrolled(-100, 2)"}}) {
+        set(bar, "Minimum", -100);
+        set(bar, "Value", -50);
+        EXPECT_EQ(scroll(code), Events{event});
+    }
+    set(bar, "UnitIncrement", -most - 1);
+    set(bar, "Value", 50);
+    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(90, 0)"});
+}
+
+TEST_F(ScrollBarsTest, a_shown_bar_whose_range_is_empty_has_one_of_one_step) {
+    jint bare = call<jint(jint)>("Scrollbar_New", shell);
+    set(bare, "Minimum", 10);
+    set(bare, "Maximum", 5);
+    call<void(jint, jboolean)>("Control_SetVisible", bare, JNI_TRUE);
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE;
+    GetScrollInfo(windowOf(bare), SB_CTL, &info);
+    EXPECT_EQ(info.nMin, 10);
+    EXPECT_EQ(info.nMax, 11);
+    EXPECT_EQ(get(bare, "Maximum"), 5) << "as it was set";
+}
+
+// A shell's own bar, which changes the shell's size.
+class OwnBarTest : public ScrollBarsTest {
+  protected:
+    OwnBarTest() {
+        own = call<jint(jint)>("Scrollable_GetVerticalBar", shell);
+        set(own, "Maximum", 8); // less than its page
+        set(own, "VisibleAmount", 10);
+        showOwn(own, false);
+        listen(shell);
+    }
+    ~OwnBarTest() override { vm.behavior.clear(); }
+    void onResize(std::function<void()> work) {
+        vm.behavior["resize"] = [this, work](const std::vector<jint>&) {
+            ++resizes;
+            if (resizes == 1) work();
+            return 0;
+        };
+    }
+    jint own = 0;
+    int resizes = 0;
+};
+
+TEST_F(OwnBarTest, keeps_what_a_listener_sets_while_it_is_being_shown) {
+    onResize([this] {
+        set(own, "Maximum", 500);
+        set(own, "VisibleAmount", 20);
+    });
+    showOwn(own, true);
+    EXPECT_GT(resizes, 0);
+    EXPECT_EQ(get(own, "Maximum"), 500);
+    EXPECT_EQ(get(own, "VisibleAmount"), 20);
+}
+
+// Freed blocks are kept and filled, so that a later write to one shows.
+static std::vector<std::pair<BYTE*, SIZE_T>> freed;
+static HLOCAL WINAPI keepFreed(HLOCAL block) {
+    SIZE_T size = LocalSize(block) & ~SIZE_T(3);
+    memset(block, 0xDD, size);
+    freed.push_back({static_cast<BYTE*>(block), size});
+    return nullptr;
+}
+static bool sawFreedWindow;
+static void look(HWND window) {
+    if (window == reinterpret_cast<HWND>(0xDDDDDDDD)) sawFreedWindow = true;
+}
+static BOOL WINAPI lookAndSetPosition(HWND window, HWND after, int x, int y, int width, int height,
+                                      UINT flags) {
+    look(window);
+    return SetWindowPos(window, after, x, y, width, height, flags);
+}
+static int WINAPI lookAndSetScrollInfo(HWND window, int kind, const SCROLLINFO* info, BOOL redraw) {
+    look(window);
+    return SetScrollInfo(window, kind, info, redraw);
+}
+
+class GoneShellTest : public OwnBarTest {
+  protected:
+    // The shell is disposed of by its listener while the work goes on.
+    void expectNothingTouched(const std::function<void()>& work) {
+        freed.clear();
+        sawFreedWindow = false;
+        {
+            Faults faults;
+            faults.replace("LocalFree", reinterpret_cast<void*>(keepFreed));
+            faults.replace("SetWindowPos", reinterpret_cast<void*>(lookAndSetPosition));
+            faults.replace("SetScrollInfo", reinterpret_cast<void*>(lookAndSetScrollInfo));
+            onResize([this] { dispose(shell); });
+            work();
+        }
+        EXPECT_EQ(resizes, 1);
+        EXPECT_FALSE(sawFreedWindow);
+        bool written = false;
+        for (auto [block, size] : freed)
+            written |= std::any_of(block, block + size, [](BYTE byte) { return byte != 0xDD; });
+        EXPECT_FALSE(written);
+        for (auto [block, size] : freed) LocalFree(block);
+    }
+    void expectGoneWhenShown(bool shown) {
+        showOwn(own, !shown);
+        resizes = 0;
+        expectNothingTouched([&] {
+            call<void(jint, jint, jboolean)>("Scrollable_SetAdjustableVisible", shell, own, shown);
+        });
+    }
+};
+
+TEST_F(GoneShellTest, is_not_touched_when_its_bar_was_being_shown) { expectGoneWhenShown(true); }
+
+TEST_F(GoneShellTest, is_not_touched_when_its_bar_was_being_hidden) { expectGoneWhenShown(false); }
+
+TEST_F(GoneShellTest, is_not_touched_when_its_bar_was_being_made) {
+    SCROLLINFO full = {sizeof(full), SIF_RANGE | SIF_PAGE, 0, 9, 10, 0, 0};
+    SetWindowLongW(windowOf(shell), GWL_STYLE,
+                   GetWindowLongW(windowOf(shell), GWL_STYLE) | WS_HSCROLL);
+    SetScrollInfo(windowOf(shell), SB_HORZ, &full, FALSE);
+    dispatchAll();
+    resizes = 0;
+    jint made = -1;
+    expectNothingTouched([&] { made = call<jint(jint)>("Scrollable_GetHorizontalBar", shell); });
+    EXPECT_EQ(made, 0);
+}
