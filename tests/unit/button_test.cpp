@@ -94,6 +94,7 @@ TEST_F(ButtonTest, a_radio_button_that_its_listener_gives_the_focus_once_more_is
         return 0;
     };
     call<jboolean(jint)>("Control_ForceFocus", radio);
+    vm.behavior.clear();
     EXPECT_TRUE(asked);
     EXPECT_EQ(countSelections(), 0);
     EXPECT_EQ(checkState(radio), BST_UNCHECKED);

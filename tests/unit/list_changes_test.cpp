@@ -109,6 +109,7 @@ TEST_F(ListChangesTest, a_list_switched_once_more_by_its_listener_ends_with_the_
         return 0;
     };
     switchMode(true);
+    vm.behavior.clear();
     EXPECT_TRUE(switched);
     EXPECT_EQ(GetFocus(), windowOf(list));
     Events events = vm.takeEvents();

@@ -64,6 +64,7 @@ TEST_F(HeldBarTest, leaves_the_quit_message_to_the_displays_own_loop) {
         return 0;
     };
     hold(bar, {6, 195});
+    vm.behavior.clear();
     EXPECT_TRUE(seen);
     EXPECT_TRUE(queued) << "the tracking has ended when the release is told";
 }
