@@ -409,8 +409,11 @@ TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release)
 
 TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
     show(bar);
+    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
     listen(bar);
-    moveTo(6, 60);
+    moveTo(6, 60); // with a touch, which is where a device without a mouse has its pointer
+    post(1);
+    post(2);
     dispatchAll();
     vm.takeEvents();
     record(bar)->lastPointerX = -1;

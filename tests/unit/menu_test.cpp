@@ -565,13 +565,15 @@ static BOOL WINAPI recordTracking(HMENU, UINT flags, int x, int y, HWND window, 
 }
 
 TEST_F(PopupTest, appears_in_the_owners_client_area) {
-    jint button = newButton(shell); // at 20, 30
+    jint button = newButton(shell);
     jint menu = newMenu("PopupMenu", button);
     Faults faults;
     faults.replace("TrackPopupMenuEx", reinterpret_cast<void*>(recordTracking));
     show(menu, 5, 6);
-    EXPECT_EQ(shownAt.x, 25);
-    EXPECT_EQ(shownAt.y, 36);
+    POINT expected = {5, 6};
+    ClientToScreen(windowOf(button), &expected);
+    EXPECT_EQ(shownAt.x, expected.x);
+    EXPECT_EQ(shownAt.y, expected.y);
     EXPECT_EQ(shownFor, windowOf(button));
 }
 

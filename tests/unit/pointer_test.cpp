@@ -18,8 +18,11 @@ class PointerTest : public DeviceTest {
     }
     ~PointerTest() override { ReleaseCapture(); }
 
+    // In the shell.
     void moveTo(int x, int y) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, x, y);
+        POINT point = {x, y};
+        ClientToScreen(windowOf(shell), &point);
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
         dispatchAll();
     }
     void button(int type, int which) {

@@ -28,7 +28,10 @@ class SequenceTest : public DeviceTest {
                         {controlSetVisible, "set visible"}}) {
         shell = newShell();
         button = newButton(shell);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 70, 50);
+        POINT middle = {50, 20};
+        ClientToScreen(windowOf(button), &middle);
+        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, middle.x,
+                                         middle.y);
         dispatchAll();
         listen(button);
         listen(shell);

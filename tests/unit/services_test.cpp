@@ -81,19 +81,21 @@ TEST_F(ServicesTest, input_that_the_system_refuses_is_told) {
 }
 
 TEST_F(ServicesTest, a_move_is_absolute_on_the_scale_of_the_screen) {
-    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 239, 319);
+    LONG right = theDevice().screen.cx - 1, bottom = theDevice().screen.cy - 1;
+    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, right, bottom);
     call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 100, 7);
     EXPECT_EQ(sent.at(0).mi.dwFlags, 0x8001u);
     EXPECT_EQ(sent.at(0).mi.dx, 65535);
     EXPECT_EQ(sent.at(0).mi.dy, 65535);
-    EXPECT_EQ(sent.at(1).mi.dx, 100 * 65535 / 239);
-    EXPECT_EQ(sent.at(1).mi.dy, 7 * 65535 / 319);
+    EXPECT_EQ(sent.at(1).mi.dx, 100 * 65535 / right);
+    EXPECT_EQ(sent.at(1).mi.dy, 7 * 65535 / bottom);
 }
 
 TEST_F(ServicesTest, a_real_move_reaches_exactly_its_pixel) {
     faults.replace("SendInput", nullptr);
-    for (POINT point :
-         {POINT{0, 0}, POINT{239, 319}, POINT{1, 1}, POINT{100, 7}, POINT{238, 318}}) {
+    LONG right = theDevice().screen.cx - 1, bottom = theDevice().screen.cy - 1;
+    for (POINT point : {POINT{0, 0}, POINT{right, bottom}, POINT{1, 1}, POINT{100, 7},
+                        POINT{right - 1, bottom - 1}}) {
         call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
         POINT now;
         GetCursorPos(&now);
@@ -104,7 +106,7 @@ TEST_F(ServicesTest, a_real_move_reaches_exactly_its_pixel) {
 
 static BOOL WINAPI answerWorkArea(UINT action, UINT, void* data, UINT) {
     if (action != SPI_GETWORKAREA) return FALSE;
-    *static_cast<RECT*>(data) = {1, 26, 238, 300};
+    *static_cast<RECT*>(data) = {1, 26, theDevice().screen.cx - 2, theDevice().screen.cy - 20};
     return TRUE;
 }
 
