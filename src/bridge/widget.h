@@ -26,12 +26,25 @@ ASSERT_OFFSET(WidgetRecord, callbackTarget, 4)
 ASSERT_OFFSET(WidgetRecord, style, 8)
 ASSERT_OFFSET(WidgetRecord, dispose, 12)
 
-// Ends the widget without firing any further callback, and frees its record. A callback target
-// that is still installed stays alive on purpose: Java detaches its data first.
+// Ends the widget without firing any further callback, and frees its record. Any thread: the work
+// is done on the display's, so that nobody there meets a record that is half gone. Disposing again
+// of what is being disposed of does nothing. A callback target that is still installed stays alive
+// on purpose: Java detaches its data first.
 void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error);
 
 // Widget_Dispose of a widget that Java was not told of, whose errors nobody hears. Null is allowed.
 void Widget_Discard(WidgetRecord* widget);
+
+// Ends the widget as Widget_Dispose does, but leaves its record. False when it was refused. Display
+// thread.
+bool Widget_End(WidgetRecord* widget, ErrorRecord* error);
+
+// Frees the record of a widget that has ended, or was never shown to Java.
+void Widget_Free(WidgetRecord* widget);
+
+// Makes the display the widget's own. The display's record lives until the last of its widgets is
+// freed, so that widgets may be disposed of after their display. Any thread.
+void Widget_SetDisplay(WidgetRecord* widget, DisplayRecord* display);
 
 // Stores the target in the record on the display's thread and returns the previous one.
 // The display owns the way to its thread.

@@ -17,7 +17,8 @@ ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* er
 
 static LRESULT focusGained(HWND window) {
     if (GetFocus() != window) return 1;
-    fireFocus(controlOf(window)->callbackTarget, FocusChange::gained);
+    const ControlRecord* composite = controlOf(window);
+    if (composite) fireFocus(composite->callbackTarget, FocusChange::gained);
     return 0;
 }
 

@@ -1,6 +1,9 @@
 #include "control/control.h"
+#include "bridge/arithmetic.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "control/input.h"
+#include "control/menu_hooks.h"
 #include "display/requests.h"
 
 static constexpr wchar_t creationFailed[] = L"Unable to create handle for widget";
@@ -11,7 +14,7 @@ extern "C" DWORD _Control_Style() {
 
 extern "C" DisplayRecord* Control_GetDisplay(ControlRecord* control) {
     if (!control->display && control->parent)
-        control->display = Control_GetDisplay(control->parent);
+        Widget_SetDisplay(control, Control_GetDisplay(control->parent));
     return control->display;
 }
 
@@ -29,7 +32,7 @@ extern "C" int _Control_GetBorderWidth(HWND window) {
 
 void Control_FillHead(ControlRecord* control, DisplayRecord* display, ControlRecord* parent,
                       HWND window, DWORD javaStyle) {
-    control->display = display;
+    Widget_SetDisplay(control, display);
     control->style = javaStyle;
     control->dispose = _Dispose_Control;
     control->hwnd = window;
@@ -52,24 +55,34 @@ static HWND createWindow(ControlRecord* parent, const ControlRequest& request) {
     return window;
 }
 
+WNDPROC Control_FindClassProc(const DisplayRecord* display, const wchar_t* className) {
+    WNDCLASSW windowClass = {};
+    GetClassInfoW(display->instance, className, &windowClass);
+    return windowClass.lpfnWndProc;
+}
+
 // The record is attached before the procedure is replaced, so that the new one always finds it.
 static void attach(ControlRecord* control, const ControlRequest& request) {
     SetWindowLongW(control->hwnd, GWL_USERDATA, reinterpret_cast<LONG>(control));
-    WNDCLASSW windowClass = {};
-    GetClassInfoW(control->display->instance, request.className, &windowClass);
-    control->classProc = windowClass.lpfnWndProc;
+    control->classProc = Control_FindClassProc(control->display, request.className);
     WNDPROC proc = request.windowProc ? request.windowProc : _Control_Proc;
-    LONG previous = SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
-    // A class that cannot be described must still see its windows go.
-    if (!control->classProc) control->classProc = reinterpret_cast<WNDPROC>(previous);
+    SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
     SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(_Control_GetDefaultFont()),
                  FALSE);
 }
 
+static ControlRecord* failWithoutParent(HWND window, ErrorRecord* error) {
+    DestroyWindow(window);
+    Win32Error_SetError(error, ERROR_INVALID_WINDOW_HANDLE, creationFailed);
+    return nullptr;
+}
+
 ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& request) {
     DisplayRecord* display = Control_GetDisplay(parent);
+    HWND parentWindow = parent->hwnd;
     HWND window = createWindow(parent, request);
     if (!window) return nullptr;
+    if (controlOf(parentWindow) != parent) return failWithoutParent(window, request.error);
     auto* control = static_cast<ControlRecord*>(allocateBytes(request.recordSize));
     if (!control) {
         DestroyWindow(window);
@@ -93,35 +106,94 @@ extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize
                      reinterpret_cast<LPARAM>(&request)));
 }
 
+void Control_ForgetWindow(DisplayRecord* display, HWND window) {
+    PointerState& pointer = display->pointer;
+    if (pointer.lastPress == window) pointer.lastPress = nullptr;
+    if (pointer.under == window) pointer.under = nullptr;
+}
+
+static void forgetControl(DisplayRecord* display, const ControlRecord* control) {
+    Control_ForgetWindow(display, control->hwnd);
+    if (display->pointer.tap.control == control) display->pointer.tap = {};
+    Menu_ForgetOwner(display, control);
+}
+
+static void leaveParent(ControlRecord* control) {
+    LeafLock lock;
+    control->parent = nullptr;
+}
+
+// The class is left alone with what remains of the window.
+static void leaveWindow(ControlRecord* control) {
+    HWND window = control->hwnd;
+    control->hwnd = goneWindow();
+    SetWindowLongW(window, GWL_USERDATA, 0);
+    WNDPROC proc = control->classProc ? control->classProc : DefWindowProcW;
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+}
+
+// A class that could not be described when the window was made sees it go all the same.
+static void findClass(ControlRecord* control) {
+    constexpr int longestName = 64;
+    wchar_t name[longestName];
+    if (!control->classProc && GetClassNameW(control->hwnd, name, longestName))
+        control->classProc = Control_FindClassProc(control->display, name);
+}
+
+LRESULT Control_LoseWindow(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+    HWND window = control->hwnd;
+    findClass(control);
+    LRESULT result = Control_CallClass(control, WM_DESTROY, wParam, lParam);
+    control = controlOf(window);
+    if (!control) return result;
+    forgetControl(control->display, control);
+    leaveParent(control);
+    leaveWindow(control);
+    return result;
+}
+
+// A window that the system does not destroy must not lead to a record that goes, and neither must
+// those within it.
+static void abandonWindow(ControlRecord* control) {
+    HWND window = control->hwnd;
+    if (controlOf(window) != control) return;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        ControlRecord* inner = controlOf(child);
+        if (inner && inner->parent == control) leaveParent(inner);
+    }
+    forgetControl(control->display, control);
+    leaveWindow(control);
+}
+
 extern "C" int _Dispose_Control(WidgetRecord* widget, ErrorRecord*) {
     auto* control = static_cast<ControlRecord*>(widget);
-    DisplayRecord* display = Control_GetDisplay(control);
-    if (display->pointer.tap.control == control) display->pointer.tap = {};
-    BOOL destroyed = Display_DestroyWindow(display, control->hwnd);
-    // A window that stays must not lead to a record that goes.
-    if (!destroyed && controlOf(control->hwnd) == control)
-        SetWindowLongW(control->hwnd, GWL_USERDATA, 0);
+    BOOL destroyed = Display_DestroyWindow(Control_GetDisplay(control), control->hwnd);
+    if (!destroyed) abandonWindow(control);
     Color_Wear(&control->background, nullptr);
     Color_Wear(&control->foreground, nullptr);
     return destroyed;
 }
 
+static HWND parentWindowOf(const ControlRecord* control) {
+    LeafLock lock;
+    return control->parent ? control->parent->hwnd : nullptr;
+}
+
 Bounds Control_GetBounds(ControlRecord* control, ErrorRecord*) {
     RECT rect = {};
     GetWindowRect(control->hwnd, &rect);
-    if (GetWindowLongW(control->hwnd, GWL_STYLE) & WS_CHILD) {
-        HWND parent = control->parent ? control->parent->hwnd : nullptr;
-        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
-    }
+    if (GetWindowLongW(control->hwnd, GWL_STYLE) & WS_CHILD)
+        MapWindowPoints(nullptr, parentWindowOf(control), reinterpret_cast<POINT*>(&rect), 2);
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
 void Control_SetBounds(ControlRecord* control, jint x, jint y, jint width, jint height,
                        ErrorRecord* error) {
-    RECT rect = {x, y, x + width, y + height};
-    if (control->parent)
-        SendMessageW(control->parent->hwnd, controlChildMoves, reinterpret_cast<WPARAM>(&rect), 0);
-    SendMessageW(control->hwnd, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
+    HWND window = control->hwnd;
+    RECT rect = {x, y, saturatingAdd(x, width), saturatingAdd(y, height)};
+    if (HWND parent = parentWindowOf(control))
+        SendMessageW(parent, controlChildMoves, reinterpret_cast<WPARAM>(&rect), 0);
+    SendMessageW(window, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
                  reinterpret_cast<LPARAM>(&error));
 }
 
@@ -130,6 +202,7 @@ void Control_SetVisible(ControlRecord* control, bool visible, ErrorRecord* error
 }
 
 bool Control_IsDrawingEnabled(const ControlRecord* control) {
+    LeafLock lock;
     for (; control; control = control->parent)
         if (!control->redraw) return false;
     return true;

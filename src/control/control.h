@@ -4,6 +4,14 @@
 // A control's record lies behind its window's user data, so that every window procedure finds it.
 // Windows are created, run and destroyed on the display's thread; the operations here may be
 // called on any thread unless they say otherwise, and reach it through messages.
+//
+// Whatever lets a message be handled (sending one, moving, showing, enabling, focusing, destroying
+// a window, firing a callback) can run a listener, or another thread's request, that disposes of
+// any widget. A handler goes on after it only with a record that it has found again by its window.
+//
+// A control whose window goes, by its own disposal or with its parent's window, is out of all that
+// refers to it from then on: it has no parent and no window, and no list and no pointer's state has
+// it. Its record stays until Java disposes of it.
 
 #include "bridge/callbacks.h"
 #include "bridge/error.h"
@@ -75,9 +83,19 @@ inline ErrorRecord* errorOf(LPARAM lParam) {
     return lParam ? *reinterpret_cast<ErrorRecord**>(lParam) : nullptr;
 }
 
-// The record of a window, or null. Display thread.
+// Instead of the handle of a window that is gone, which the system may give to another.
+inline HWND goneWindow() { return reinterpret_cast<HWND>(1); }
+
+// The record of the control whose window it is, or null: other windows may keep anything in their
+// user data. The windows within a choice are the choice's. Display thread.
 inline ControlRecord* controlOf(HWND window) {
-    return reinterpret_cast<ControlRecord*>(GetWindowLongW(window, GWL_USERDATA));
+    auto userData = static_cast<DWORD>(GetWindowLongW(window, GWL_USERDATA));
+    // Records are heap blocks: anything else is not even looked at.
+    constexpr DWORD firstAddress = 0x10000;
+    if (userData < firstAddress || userData % sizeof(DWORD)) return nullptr;
+    auto* control = reinterpret_cast<ControlRecord*>(userData);
+    bool isItsOwn = control->hwnd == window || control->hwnd == GetParent(window);
+    return isItsOwn ? control : nullptr;
 }
 
 // Runs on the display's thread with the control's record.
@@ -124,12 +142,22 @@ int _Control_GetBorderWidth(HWND window);
 HFONT _Control_GetDefaultFont();
 }
 
+// The window procedure that the class itself has; null when the class cannot be described.
+WNDPROC Control_FindClassProc(const DisplayRecord* display, const wchar_t* className);
+
+// The display forgets the window, which goes: what the pointer does is not about it any more.
+// Display thread.
+void Control_ForgetWindow(DisplayRecord* display, HWND window);
+
 // Installs what every new control record starts with.
 void Control_FillHead(ControlRecord* control, DisplayRecord* display, ControlRecord* parent,
                       HWND window, DWORD javaStyle);
 
 // Whether drawing is enabled for the control and all its ancestors.
 bool Control_IsDrawingEnabled(const ControlRecord* control);
+
+// WM_DESTROY of the control's window. Display thread.
+LRESULT Control_LoseWindow(ControlRecord* control, WPARAM wParam, LPARAM lParam);
 
 // Default processing of the control's window class. Display thread.
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam);

@@ -5,6 +5,7 @@
 #include "control/painting.h"
 #include "display/commands.h"
 #include "display/quit.h"
+#include "display/requests.h"
 #include "graphics/font.h"
 
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
@@ -26,7 +27,7 @@ LRESULT Control_PassOnToLoop(HWND window, UINT message, WPARAM wParam, LPARAM lP
 }
 
 static void capture(HWND window) {
-    if (GetCapture() != window) SetCapture(window);
+    if (controlOf(window) && GetCapture() != window) SetCapture(window);
 }
 
 static LRESULT focusChanged(const ControlRecord* control, FocusChange change, UINT message,
@@ -118,9 +119,9 @@ static LRESULT forceFocus(WPARAM wParam) {
     return SetFocus(reinterpret_cast<HWND>(wParam)) != nullptr;
 }
 
-static LRESULT setVisible(const ControlRecord* control, WPARAM wParam) {
-    ShowWindow(control->hwnd, wParam ? SW_SHOW : SW_HIDE);
-    UpdateWindow(control->hwnd);
+static LRESULT setVisible(HWND window, WPARAM wParam) {
+    ShowWindow(window, wParam ? SW_SHOW : SW_HIDE);
+    UpdateWindow(window);
     return 0;
 }
 
@@ -147,9 +148,12 @@ static LRESULT defaultBackground(const ControlRecord* control, WPARAM wParam) {
 
 static LRESULT trackMenu(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
     HWND window = control->hwnd;
+    HMENU menu = Menu_GetHandle(reinterpret_cast<const MenuRecord*>(wParam));
     auto* point = reinterpret_cast<const POINT*>(lParam);
-    TrackPopupMenuEx(Menu_GetHandle(reinterpret_cast<const MenuRecord*>(wParam)), 0, point->x,
-                     point->y, window, nullptr);
+    {
+        ModalLoop loop(control->display);
+        TrackPopupMenuEx(menu, 0, point->x, point->y, window, nullptr);
+    }
     return Control_PassOn(window, controlTrackMenu, wParam, lParam);
 }
 
@@ -172,7 +176,7 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
         Control_StackAbove(control, reinterpret_cast<const ControlRecord*>(wParam));
         return true;
     case controlSetVisible:
-        *result = setVisible(control, wParam);
+        *result = setVisible(control->hwnd, wParam);
         return true;
     case controlCommand:
         *result = 1; // not handled
@@ -236,7 +240,7 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
         // Every control does so, not only the last window; the event loop lives on.
         Quit_Post(Control_GetDisplay(control));
         Font_Wear(fontOf(control), nullptr);
-        break;
+        return Control_LoseWindow(control, wParam, lParam);
     case WM_SETFONT:
         return setFont(control, wParam, lParam);
     case WM_SETFOCUS:
@@ -294,6 +298,7 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
     default:
         break;
     }
+    if (message == requestDestroyItself) return DestroyWindow(window);
     LRESULT result;
     if (message >= WM_APP && answer(control, message, wParam, lParam, &result)) return result;
     return Control_CallClass(control, message, wParam, lParam);

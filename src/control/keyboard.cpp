@@ -68,9 +68,11 @@ static bool dropsAutoRepeat(WPARAM virtualKey) {
     }
 }
 
+// A waiting quit message answers too, and so does a dead key of a window within this one.
 static bool isDeadKeyQueued(HWND window) {
     MSG message;
-    return PeekMessageW(&message, window, WM_DEADCHAR, WM_DEADCHAR, PM_NOREMOVE | PM_NOYIELD);
+    return PeekMessageW(&message, window, WM_DEADCHAR, WM_DEADCHAR, PM_NOREMOVE | PM_NOYIELD) &&
+           message.message == WM_DEADCHAR && message.hwnd == window;
 }
 
 static jint report(ControlRecord* control, const ResolvedKey& key) {
@@ -112,14 +114,18 @@ static jint keyDownWithCharacter(ControlRecord* control, KeyTranslation& key, DW
 
 extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
     ControlRecord* control = controlOf(window);
+    if (!control) return 0;
+    translationOf(control) = {};
+    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam)) return 0;
+
+    bool deadKeyQueued = isDeadKeyQueued(window);
+    control = controlOf(window);
+    if (!control) return 0;
     DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
     DWORD character = isShiftOrControl(wParam) || isArrow(wParam) ? 0 : wParam;
     KeyTranslation& key = translationOf(control);
-    key = {};
-    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam)) return 0;
-
     key.translate = character == 0;
-    if (isDeadKeyQueued(window)) {
+    if (deadKeyQueued) {
         key.characterExpected = true;
         key.pendingKey = character ? character : virtualKey;
         return 0;
@@ -131,6 +137,7 @@ extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lPa
 
 extern "C" jint _Control_ProcessWmChar(HWND window, WPARAM wParam, LPARAM) {
     ControlRecord* control = controlOf(window);
+    if (!control) return 0;
     KeyTranslation& key = translationOf(control);
     key.pendingCharacter = static_cast<wchar_t>(wParam);
     key.characterIsZero = wParam == 0;
@@ -143,6 +150,7 @@ extern "C" jint _Control_ProcessWmChar(HWND window, WPARAM wParam, LPARAM) {
 
 jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
     ControlRecord* control = controlOf(window);
+    if (!control) return 0;
     DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
     bool withoutCharacter = virtualKey == VK_TAB || isShiftOrControl(wParam) || isArrow(wParam);
     KeyTranslation& key = translationOf(control);

@@ -5,6 +5,7 @@
 #include "ce.h"
 
 struct ControlRecord;
+struct DisplayRecord;
 struct MenuItemRecord;
 struct MenuRecord;
 struct ShellRecord;
@@ -20,6 +21,9 @@ void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
 
 // WM_MEASUREITEM of an item; false when the item leaves that to the system.
 bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+
+// The owner's window goes: no menu has it, or a bar that went with it, any more.
+void Menu_ForgetOwner(DisplayRecord* display, const ControlRecord* owner);
 
 // Ends a menu bar that Java does not know. Null is allowed.
 void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error);

@@ -27,24 +27,26 @@ static LRESULT deferPaint(HWND window) {
     return 0;
 }
 
-static void paintOver(const ControlRecord* control) {
-    HWND window = control->hwnd;
+static void paintOver(HWND window) {
     PAINTSTRUCT paint;
     BeginPaint(window, &paint);
     const RECT& area = paint.rcPaint;
-    firePaint(control->callbackTarget, area.left, area.top, area.right - area.left,
-              area.bottom - area.top);
+    if (const ControlRecord* control = controlOf(window))
+        firePaint(control->callbackTarget, area.left, area.top, area.right - area.left,
+                  area.bottom - area.top);
     EndPaint(window, &paint);
 }
 
 LRESULT Control_Paint(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    if (!Control_IsDrawingEnabled(control)) return deferPaint(control->hwnd);
+    HWND window = control->hwnd;
+    if (!Control_IsDrawingEnabled(control)) return deferPaint(window);
     RECT update;
-    GetUpdateRect(control->hwnd, &update, FALSE);
+    GetUpdateRect(window, &update, FALSE);
     LRESULT result = Control_CallClass(control, WM_PAINT, wParam, lParam);
+    if (!controlOf(window)) return result;
     // The class has validated what Java is still to paint over.
-    InvalidateRect(control->hwnd, &update, FALSE);
-    paintOver(control);
+    InvalidateRect(window, &update, FALSE);
+    paintOver(window);
     return result;
 }
 
@@ -71,12 +73,14 @@ HBRUSH Control_AskParentForBrush(const ControlRecord* control, WPARAM wParam) {
 
 LRESULT Control_Erase(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
     if (!Control_IsDrawingEnabled(control)) return 0;
+    HWND window = control->hwnd;
     HBRUSH brush;
     if (control->background) {
         brush = Color_GetBrush(control->background);
     } else {
         LRESULT erased = Control_CallClass(control, WM_ERASEBKGND, wParam, lParam);
-        if (erased) return erased;
+        control = controlOf(window);
+        if (erased || !control) return erased;
         brush = Control_AskParentForBrush(control, wParam);
     }
     Control_FillClip(reinterpret_cast<HDC>(wParam), brush);

@@ -1,6 +1,7 @@
 #include "aygshell.h"
 #include "control/input.h"
 #include "display/keys.h"
+#include "display/quit.h"
 #include "display/shells.h"
 
 static constexpr DWORD tapAndHoldTime = 400; // milliseconds
@@ -64,7 +65,8 @@ static void press(ControlRecord* control, const PointerEvent& event) {
     Control_FirePointer(control, event);
 }
 
-static bool isTapAndHold(HWND window, POINT point) {
+static bool isTapAndHold(DisplayRecord* display, HWND window, POINT point) {
+    ModalLoop loop(display);
     SHRGINFO request = {};
     request.cbSize = sizeof(request);
     request.hwndClient = window;
@@ -81,7 +83,9 @@ extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM
     POINT point = {event.x, event.y};
 
     jint answer = firePointerDownQuery(control->callbackTarget, event.x, event.y);
-    if (answer == recognizeByShell && isTapAndHold(window, point))
+    control = controlOf(window);
+    if (!control) return;
+    if (answer == recognizeByShell && isTapAndHold(control->display, window, point))
         event.modifiers |= modifierContextGesture;
     control = controlOf(window);
     if (!control) return;
@@ -93,12 +97,17 @@ extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM
     press(control, event);
 }
 
+static void pressOther(HWND window, PointerButton button, WPARAM wParam, LPARAM lParam) {
+    ControlRecord* control = controlOf(window);
+    if (control) press(control, Control_BuildPointerEvent(pointerPress, button, wParam, lParam));
+}
+
 extern "C" void _Control_ProcessWmRButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    press(controlOf(window), Control_BuildPointerEvent(pointerPress, buttonRight, wParam, lParam));
+    pressOther(window, buttonRight, wParam, lParam);
 }
 
 void Control_ProcessMiddleButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    press(controlOf(window), Control_BuildPointerEvent(pointerPress, buttonMiddle, wParam, lParam));
+    pressOther(window, buttonMiddle, wParam, lParam);
 }
 
 static jint moveTypeOf(ControlRecord* control, POINT point) {
@@ -128,7 +137,7 @@ static HWND topLevelOf(HWND window) {
 static bool takesEnter(const DisplayRecord* display, const ControlRecord* control) {
     HWND top = topLevelOf(control->hwnd);
     if (SHFindMenuBar(top) == control->hwnd) return false;
-    auto* shell = reinterpret_cast<const ShellRecord*>(controlOf(top));
+    const ShellRecord* shell = Shell_Find(top);
     return shell && Display_IsListed(display, shell);
 }
 
@@ -164,6 +173,7 @@ static bool isWithinTap(const ControlRecord* control, const PendingTap& tap, POI
 
 void Control_ProcessMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
     ControlRecord* control = controlOf(window);
+    if (!control) return;
     PointerEvent event = Control_BuildPointerEvent(pointerMove, buttonNone, wParam, lParam);
     POINT point = {event.x, event.y};
     event.type = moveTypeOf(control, point);
@@ -187,6 +197,7 @@ static bool endTap(ControlRecord* control, PointerButton button, POINT point) {
 LRESULT Control_ProcessButtonUp(HWND window, PointerButton button, UINT message, WPARAM wParam,
                                 LPARAM lParam) {
     ControlRecord* control = controlOf(window);
+    if (!control) return DefWindowProcW(window, message, wParam, lParam);
     PointerEvent event = Control_BuildPointerEvent(pointerRelease, button, wParam, lParam);
     if (endTap(control, button, {event.x, event.y})) event.modifiers |= modifierContextGesture;
     Control_FirePointer(control, event);

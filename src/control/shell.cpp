@@ -5,6 +5,7 @@
 #include "display/shells.h"
 
 static constexpr wchar_t shellClass[] = L"Dialog";
+static constexpr wchar_t creationFailed[] = L"Unable to create window";
 static constexpr UINT frameChanged =
     SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
 
@@ -14,26 +15,33 @@ const ShellRecord* Shell_GetParent(const ShellRecord* shell) {
     return static_cast<const ShellRecord*>(shell->parent);
 }
 
+ShellRecord** Shell_GetNext(ShellRecord* shell) { return &shell->next; }
+
+ShellRecord* Shell_Find(HWND window) {
+    ControlRecord* control = controlOf(window);
+    return control ? Display_FindShell(control->display, window) : nullptr;
+}
+
 ShellAccelerators* Shell_GetAccelerators(ShellRecord* shell) { return &shell->accelerators; }
 
 MenuRecord* Shell_GetCurrentMenuBar(const ShellRecord* shell) {
     return shell->menuBar ? shell->menuBar : shell->defaultMenuBar;
 }
 
-static DWORD windowStyleOf(const ShellRecord* parent, DWORD javaStyle) {
+static DWORD windowStyleOf(HWND parent, DWORD javaStyle) {
     DWORD style = _Scrollable_Style(javaStyle) & ~(WS_CHILD | WS_TABSTOP);
     if (parent) return style | WS_POPUP;
     return javaStyle & styleCloseBox ? style | WS_SYSMENU : style;
 }
 
-static DWORD extendedStyleOf(const ShellRecord* parent, DWORD javaStyle) {
+static DWORD extendedStyleOf(HWND parent, DWORD javaStyle) {
     DWORD style = javaStyle & styleBorder ? WS_EX_DLGMODALFRAME : 0;
     if (parent && (javaStyle & styleCloseBox)) style |= WS_EX_CAPTIONOKBTN;
     return style;
 }
 
 // The system gives every top-level window a caption; only some child shells keep it.
-static void fixFrame(HWND window, const ShellRecord* parent, DWORD javaStyle) {
+static void fixFrame(HWND window, HWND parent, DWORD javaStyle) {
     DWORD style = GetWindowLongW(window, GWL_STYLE) & ~WS_CAPTION;
     if (parent && (javaStyle & styleTitle)) style |= WS_CAPTION;
     if (javaStyle & styleBorder) style |= WS_BORDER;
@@ -44,43 +52,50 @@ static void fixFrame(HWND window, const ShellRecord* parent, DWORD javaStyle) {
 static int disposeShell(WidgetRecord* widget, ErrorRecord* error) {
     auto* shell = static_cast<ShellRecord*>(widget);
     Display_RemoveControl(shell->display, shell);
-    freeBlock(shell->accelerators.entries);
-    shell->accelerators.entries = nullptr;
-    shell->accelerators.count = 0;
-    Accelerators_DropTable(&shell->accelerators);
-    MenuBar_Destroy(shell->defaultMenuBar, error);
+    Display_ForgetShell(shell->display, shell);
+    Accelerators_Free(&shell->accelerators);
+    MenuRecord* defaultBar = shell->defaultMenuBar;
     shell->defaultMenuBar = nullptr;
+    MenuBar_Destroy(defaultBar, error);
     return _Dispose_Scrollable(shell, error);
 }
 
 static void attach(ShellRecord* shell) {
     SetWindowLongW(shell->hwnd, GWL_USERDATA, reinterpret_cast<LONG>(shell));
-    WNDCLASSW windowClass = {};
-    GetClassInfoW(shell->display->instance, shellClass, &windowClass);
-    shell->classProc = windowClass.lpfnWndProc;
+    shell->classProc = Control_FindClassProc(shell->display, shellClass);
     SetWindowLongW(shell->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(Shell_Proc));
 }
 
-static HWND createWindow(DisplayRecord* display, const ShellRecord* parent, DWORD javaStyle,
+static HWND createWindow(const DisplayRecord* display, HWND parent, DWORD javaStyle,
                          ErrorRecord* error) {
-    HWND window = CreateWindowExW(extendedStyleOf(parent, javaStyle), shellClass, nullptr,
-                                  windowStyleOf(parent, javaStyle), CW_USEDEFAULT, CW_USEDEFAULT,
-                                  CW_USEDEFAULT, CW_USEDEFAULT, parent ? parent->hwnd : nullptr,
-                                  nullptr, display->instance, nullptr);
+    HWND window =
+        CreateWindowExW(extendedStyleOf(parent, javaStyle), shellClass, nullptr,
+                        windowStyleOf(parent, javaStyle), CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, parent, nullptr, display->instance, nullptr);
     if (!window) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to create window");
+        Win32Error_SetError(error, GetLastError(), creationFailed);
         return nullptr;
     }
     fixFrame(window, parent, javaStyle);
     return window;
 }
 
+static bool isGone(ShellRecord* parent, HWND parentWindow) {
+    return parent && controlOf(parentWindow) != parent;
+}
+
 ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD javaStyle,
                           ErrorRecord* error) {
     if (parent) display = Control_GetDisplay(parent);
+    HWND parentWindow = parent ? parent->hwnd : nullptr;
     auto* shell = allocate<ShellRecord>();
     if (!shell) return nullptr; // without an error, that is meant
-    HWND window = createWindow(display, parent, javaStyle, error);
+    HWND window = createWindow(display, parentWindow, javaStyle, error);
+    if (window && isGone(parent, parentWindow)) {
+        DestroyWindow(window);
+        window = nullptr;
+        Win32Error_SetError(error, ERROR_INVALID_WINDOW_HANDLE, creationFailed);
+    }
     if (!window) {
         freeBlock(shell);
         return nullptr;
@@ -90,6 +105,7 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
     shell->inheritsBackground = TRUE;
     shell->activation.cbSize = sizeof(shell->activation);
     attach(shell);
+    Display_RememberShell(display, shell);
     shell->defaultMenuBar = MenuBar_Create(shell, error);
     if (!parent) Shell_Maximize(shell);
     Display_AddControl(display, shell, error);
@@ -144,8 +160,13 @@ void Shell_Maximize(ShellRecord* shell) {
                  SWP_NOZORDER | SWP_NOACTIVATE | (sameSize ? SWP_NOSIZE : SWP_FRAMECHANGED));
 }
 
+static LRESULT maximize(void* shell) {
+    Shell_Maximize(static_cast<ShellRecord*>(shell));
+    return 0;
+}
+
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord*) {
-    if (maximized) Shell_Maximize(shell);
+    if (maximized) Display_Run(shell->display, maximize, shell);
 }
 
 bool Shell_GetMinimized(ShellRecord*, ErrorRecord*) { return false; }
@@ -162,14 +183,37 @@ void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord*) {
     SetWindowPos(shell->hwnd, nullptr, 0, 0, 0, 0, frameChanged | SWP_NOOWNERZORDER);
 }
 
-static void showBar(const MenuRecord* bar, int command) {
-    HWND window = MenuBar_GetWindow(bar);
-    if (window) ShowWindow(window, command);
+namespace {
+
+struct BarChange {
+    ShellRecord* shell;
+    MenuRecord* bar;
+};
+
+} // namespace
+
+void Shell_ShowMenuBar(const ShellRecord* shell) {
+    HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
+    if (bar) ShowWindow(bar, SW_SHOW);
+}
+
+// The new bar is the shell's before anybody can dispose of it: it is taken out of the shell then.
+static LRESULT changeBar(void* context) {
+    auto* change = static_cast<const BarChange*>(context);
+    ShellRecord* shell = change->shell;
+    HWND window = shell->hwnd;
+    HWND shown = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
+    shell->menuBar = change->bar;
+    if (shown) ShowWindow(shown, SW_HIDE);
+    shell = Shell_Find(window);
+    if (!shell) return 0;
+    Shell_ShowMenuBar(shell);
+    shell = Shell_Find(window);
+    if (shell && !shell->parent) Shell_Maximize(shell);
+    return 0;
 }
 
 void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord*) {
-    showBar(Shell_GetCurrentMenuBar(shell), SW_HIDE);
-    shell->menuBar = bar;
-    showBar(Shell_GetCurrentMenuBar(shell), SW_SHOW);
-    if (!shell->parent) Shell_Maximize(shell);
+    BarChange change = {shell, bar};
+    Display_Run(shell->display, changeBar, &change);
 }

@@ -14,6 +14,7 @@ struct ShellRecord : ScrollableRecord {
     ShellAccelerators accelerators;
     SHACTIVATEINFO activation;
     MenuRecord* defaultMenuBar; // empty; owned
+    ShellRecord* next;          // of the display's shells
 };
 ASSERT_OFFSET(ShellRecord, menuBar, 64)
 ASSERT_OFFSET(ShellRecord, accelerators, 68)
@@ -53,6 +54,9 @@ LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 // Moves the shell over the work area less its visible menu bar. Display thread.
 void Shell_Maximize(ShellRecord* shell);
+
+// Shows the window of the shell's menu bar. Display thread.
+void Shell_ShowMenuBar(const ShellRecord* shell);
 
 // The menu bar that shows. Null when not even the default one could be made.
 MenuRecord* Shell_GetCurrentMenuBar(const ShellRecord* shell);

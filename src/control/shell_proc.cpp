@@ -27,14 +27,11 @@ static void sized(const ShellRecord* shell, WPARAM wParam) {
     fireResize(shell->callbackTarget, rect.right - rect.left, rect.bottom - rect.top);
 }
 
-static void showMenuBar(const ShellRecord* shell) {
-    HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
-    if (bar) ShowWindow(bar, SW_SHOW);
-}
-
 static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     HWND window = shell->hwnd;
     SHHandleWMActivate(window, wParam, lParam, &shell->activation, 0);
+    shell = shellOf(window);
+    if (!shell) return 0;
     if (LOWORD(wParam) == WA_INACTIVE) {
         fireWindowEvent(shell->callbackTarget, WindowEvent::deactivated);
         return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
@@ -44,9 +41,18 @@ static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     fireWindowEvent(shell->callbackTarget, WindowEvent::activated);
     shell = shellOf(window);
     if (!shell) return 0;
-    showMenuBar(shell);
+    Shell_ShowMenuBar(shell);
+    shell = shellOf(window);
+    if (!shell) return 0;
     if (!shell->parent) Shell_Maximize(shell);
     return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
+}
+
+static LRESULT destroyed(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+    HWND window = shell->hwnd;
+    DisplayRecord* display = shell->display;
+    if (Display_ForgetShell(display, shell)) Display_ApplyModality(display);
+    return Composite_Proc(window, WM_DESTROY, wParam, lParam);
 }
 
 static void settingChanged(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
@@ -132,6 +138,8 @@ LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     ShellRecord* shell = shellOf(window);
     if (!shell) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
+    case WM_DESTROY:
+        return destroyed(shell, wParam, lParam);
     case WM_MOVE:
         moved(shell);
         break;

@@ -1,7 +1,10 @@
 #include "display/accelerators.h"
 #include "bridge/memory.h"
+#include "display/display.h"
 #include "display/keys.h"
+#include "display/shells.h"
 
+static constexpr UINT lastKeyMessage = 0x108; // the desktop knows one more
 static constexpr LONG firstCapacity = 10;
 static constexpr LONG growth = 5;
 
@@ -55,6 +58,11 @@ void Accelerators_Remove(ShellAccelerators* accelerators, WORD command) {
     Accelerators_DropTable(accelerators);
 }
 
+void Accelerators_RemoveAll(const DisplayRecord* display, WORD command) {
+    for (ShellRecord* shell = display->shells; shell; shell = *Shell_GetNext(shell))
+        Accelerators_Remove(Shell_GetAccelerators(shell), command);
+}
+
 HACCEL Accelerators_GetTable(ShellAccelerators* accelerators) {
     if (!accelerators->table && accelerators->count != 0)
         accelerators->table = CreateAcceleratorTableW(accelerators->entries, accelerators->count);
@@ -67,15 +75,21 @@ void Accelerators_DropTable(ShellAccelerators* accelerators) {
     accelerators->table = nullptr;
 }
 
+void Accelerators_Free(ShellAccelerators* accelerators) {
+    freeBlock(accelerators->entries);
+    accelerators->entries = nullptr;
+    accelerators->count = 0;
+    accelerators->capacity = 0;
+    Accelerators_DropTable(accelerators);
+}
+
 static HWND topLevelOf(HWND window) {
     while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
     return window;
 }
 
 ShellAccelerators* Accelerators_Above(HWND window) {
-    window = topLevelOf(window);
-    auto* shell =
-        window ? reinterpret_cast<ShellRecord*>(GetWindowLongW(window, GWL_USERDATA)) : nullptr;
+    ShellRecord* shell = Shell_Find(topLevelOf(window));
     return shell ? Shell_GetAccelerators(shell) : nullptr;
 }
 
@@ -99,14 +113,20 @@ static bool dispatchControlShift(const ShellAccelerators& accelerators, const MS
     return true;
 }
 
+static bool isKey(const MSG& message) {
+    return message.message == WM_KEYDOWN || message.message == WM_KEYUP ||
+           message.message == WM_SYSKEYDOWN || message.message == WM_SYSKEYUP;
+}
+
 bool Accelerators_Translate(MSG* message) {
-    if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST) return false;
+    if (message->message < WM_KEYFIRST || message->message > lastKeyMessage) return false;
     ShellAccelerators* accelerators = Accelerators_Above(message->hwnd);
     if (!accelerators) return false;
     HACCEL table = Accelerators_GetTable(accelerators);
     if (!table) return false;
 
-    if (message->wParam == VK_SHIFT) accelerators->shiftDown = message->message == WM_KEYDOWN;
+    if (isKey(*message) && message->wParam == VK_SHIFT)
+        accelerators->shiftDown = message->message == WM_KEYDOWN;
     if (dispatchControlShift(*accelerators, *message)) return true;
     return TranslateAcceleratorW(topLevelOf(message->hwnd), table, message) != 0;
 }

@@ -1,4 +1,5 @@
 #include "display/commands.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "display/display.h"
 
@@ -22,7 +23,14 @@ static bool grow(DisplayRecord* display) {
     return true;
 }
 
+static MenuItemRecord** slotOf(const DisplayRecord* display, LONG id) {
+    LONG slot = id - firstCommandId;
+    if (slot < 0 || slot >= display->commandItemCapacity) return nullptr;
+    return &display->commandItems[slot];
+}
+
 LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item) {
+    LeafLock lock;
     LONG slot = findFreeSlot(display);
     if (slot == display->commandItemCapacity && !grow(display)) return 0;
     display->commandItems[slot] = item;
@@ -30,11 +38,20 @@ LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item) {
 }
 
 MenuItemRecord* Display_FindCommandItem(const DisplayRecord* display, LONG id) {
-    LONG slot = id - firstCommandId;
-    if (slot < 0 || slot >= display->commandItemCapacity) return nullptr;
-    return display->commandItems[slot];
+    LeafLock lock;
+    MenuItemRecord** slot = slotOf(display, id);
+    return slot ? *slot : nullptr;
 }
 
 void Display_ReleaseCommandId(DisplayRecord* display, LONG id) {
-    if (Display_FindCommandItem(display, id)) display->commandItems[id - firstCommandId] = nullptr;
+    LeafLock lock;
+    if (MenuItemRecord** slot = slotOf(display, id)) *slot = nullptr;
+}
+
+MenuItemRecord* Display_NextCommandItem(const DisplayRecord* display, LONG* id) {
+    LeafLock lock;
+    if (*id < firstCommandId) *id = firstCommandId;
+    for (; MenuItemRecord** slot = slotOf(display, *id); ++*id)
+        if (*slot) return *slot;
+    return nullptr;
 }

@@ -1,5 +1,6 @@
 #pragma once
-// The display's table of menu items by command id. Display thread only.
+// The display's table of menu items by command id. Any thread; an item that is found may be used on
+// the display's thread, where items are disposed of.
 
 #include "ce.h"
 
@@ -11,6 +12,10 @@ LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item);
 
 // The item with this command id, or null.
 MenuItemRecord* Display_FindCommandItem(const DisplayRecord* display, LONG id);
+
+// The item with the least command id that is not below the given one, which becomes the item's;
+// null behind the last.
+MenuItemRecord* Display_NextCommandItem(const DisplayRecord* display, LONG* id);
 
 // Frees the id for another item. An id that is not in the table is ignored.
 void Display_ReleaseCommandId(DisplayRecord* display, LONG id);

@@ -1,4 +1,5 @@
 #include "display/display.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/library.h"
 #include "bridge/memory.h"
 #include "display/accelerators.h"
@@ -43,6 +44,25 @@ static LRESULT swapCallbackTarget(WPARAM wParam, LPARAM lParam) {
     return reinterpret_cast<LRESULT>(previous);
 }
 
+namespace {
+
+struct DisplayWorkRequest {
+    DisplayWork work;
+    void* context;
+    bool done;
+    LRESULT result;
+};
+
+} // namespace
+
+static LRESULT run(WPARAM wParam) {
+    auto* request = reinterpret_cast<DisplayWorkRequest*>(wParam);
+    if (!request) return noAction;
+    request->result = request->work(request->context);
+    request->done = true;
+    return noAction;
+}
+
 static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message < WM_USER) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
@@ -60,23 +80,43 @@ static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wPar
         return createMenu(PopupMenu_Create, wParam, lParam);
     case requestSwapCallbackTarget:
         return swapCallbackTarget(wParam, lParam);
+    case requestRun:
+        return run(wParam);
     default:
         return noAction;
     }
 }
 
-static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
-    auto* display = reinterpret_cast<DisplayRecord*>(device);
+static void forgetCommandItems(DisplayRecord* display) {
+    MenuItemRecord** items = display->commandItems;
+    {
+        LeafLock lock;
+        display->commandItems = nullptr;
+        display->commandItemCapacity = 0;
+    }
+    freeBlock(items);
+}
+
+static LRESULT end(void* context) {
+    auto* display = static_cast<DisplayRecord*>(context);
+    HWND messageWindow = display->messageWindow;
+    FontRecord* systemFont = display->systemFont;
     Quit_ForgetDisplay(display);
-    Font_Dispose(display->systemFont, nullptr);
-    DestroyWindow(display->messageWindow);
+    display->messageWindow = nullptr;
+    display->systemFont = nullptr;
+    display->callbackLookup = nullptr;
+    Font_Dispose(systemFont, nullptr);
+    DestroyWindow(messageWindow);
     // While another display still uses the class, the command table is left allocated; that is
     // meant.
-    if (UnregisterClassW(displayWindowClass, display->instance)) {
-        display->callbackLookup = nullptr;
-        freeBlock(display->commandItems);
-    }
-    freeBlock(display);
+    if (UnregisterClassW(displayWindowClass, display->instance)) forgetCommandItems(display);
+    return 0;
+}
+
+static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
+    auto* display = reinterpret_cast<DisplayRecord*>(device);
+    Display_Run(display, end, display);
+    Display_Release(display);
 }
 
 // The result is not looked at: an earlier display may have left the class registered.
@@ -121,6 +161,7 @@ DisplayRecord* Display_New(ErrorRecord* error) {
         return nullptr;
     }
     display->device.dispose = disposeDisplay;
+    display->owners = 1;
     HWND window = createMessageWindow(error);
     if (!window) {
         freeBlock(display);
@@ -189,7 +230,35 @@ extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRe
     return display->comctlMajorVersion;
 }
 
+LRESULT Display_Run(DisplayRecord* display, DisplayWork work, void* context) {
+    if (!display->messageWindow || Display_IsCurrentThread(display)) return work(context);
+    DisplayWorkRequest request = {work, context, false, 0};
+    SendMessageW(display->messageWindow, requestRun, reinterpret_cast<WPARAM>(&request), 0);
+    // The display may have ended meanwhile, or its thread.
+    return request.done ? request.result : work(context);
+}
+
+void Display_Retain(DisplayRecord* display) {
+    LeafLock lock;
+    ++display->owners;
+}
+
+static bool isReleasedByLast(DisplayRecord* display) {
+    LeafLock lock;
+    return --display->owners == 0;
+}
+
+void Display_Release(DisplayRecord* display) {
+    if (isReleasedByLast(display)) freeBlock(display);
+}
+
+static BOOL destroyWithoutDisplay(const DisplayRecord* display, HWND window) {
+    if (Display_IsCurrentThread(display)) return DestroyWindow(window);
+    return SendMessageW(window, requestDestroyItself, 0, 0);
+}
+
 BOOL Display_DestroyWindow(DisplayRecord* display, HWND window) {
+    if (!display->messageWindow) return destroyWithoutDisplay(display, window);
     return SendMessageW(display->messageWindow, requestDestroyWindow,
                         reinterpret_cast<WPARAM>(window), 0);
 }
@@ -203,6 +272,9 @@ void Display_SetCallbacks(DisplayRecord* display, CallbackLookup* lookup) {
 }
 
 CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
+    if (!widget->display->messageWindow)
+        return reinterpret_cast<CallbackTarget*>(
+            swapCallbackTarget(reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));
     return reinterpret_cast<CallbackTarget*>(
         SendMessageW(widget->display->messageWindow, requestSwapCallbackTarget,
                      reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));

@@ -16,6 +16,7 @@
 struct ControlRecord;
 struct FontRecord;
 struct MenuItemRecord;
+struct MenuRecord;
 struct ShellRecord;
 class ModalLoop;
 
@@ -46,15 +47,18 @@ struct PointerState {
 struct ShellNode {
     ShellRecord* shell;
     ShellNode* next;
+    LONG modalityWalk; // the last one that came by
 };
 
+// The display ends when Java disposes of it: it has no message window any more then, and its events
+// vanish. The record lives on until the last of its widgets is freed.
 struct DisplayRecord {
     DeviceRecord device;            // its dispose ends the display
     CallbackLookup* callbackLookup; // null until Display_InitCallbacks
     DWORD threadId;
     DWORD processId;
     HINSTANCE instance;
-    HWND messageWindow;
+    HWND messageWindow;            // null when the display has ended
     MenuItemRecord** commandItems; // by command id, see display/commands.h; owned
     LONG commandItemCapacity;
     FontRecord* systemFont;   // owned; null until asked for
@@ -65,6 +69,10 @@ struct DisplayRecord {
     KeyTranslation key;
     PointerState pointer;
     ModalLoop* modalLoop; // the innermost of the system's that runs now; null: none
+    LONG owners;          // Java and the widgets
+    ShellRecord* shells;  // all that have a window, see display/shells.h
+    MenuRecord* menus;    // all, see menu/menu.h
+    LONG modalityWalk;    // counts how often modality was applied
 };
 ASSERT_OFFSET(DisplayRecord, callbackLookup, 4)
 ASSERT_OFFSET(DisplayRecord, messageWindow, 20)
@@ -96,3 +104,14 @@ inline bool Display_IsCurrentThread(const DisplayRecord* display) {
 
 // Destroys the window on the display's thread. Any thread. The result of DestroyWindow.
 BOOL Display_DestroyWindow(DisplayRecord* display, HWND window);
+
+using DisplayWork = LRESULT (*)(void* context);
+
+// Does the work on the display's thread, as one message, and returns its result: what asks or tells
+// the system more than one thing cannot be interrupted then. Any thread; done at once on the
+// display's own, and when the display has ended.
+LRESULT Display_Run(DisplayRecord* display, DisplayWork work, void* context);
+
+// The display's record is kept until it is released as often. Any thread.
+void Display_Retain(DisplayRecord* display);
+void Display_Release(DisplayRecord* display);

@@ -19,7 +19,11 @@ enum DisplayRequest : UINT {
     requestCreateMenuBar = WM_APP + 0xE, // wParam owner record, lParam ErrorRecord**
     requestCreatePopupMenu = WM_APP + 0x13,
     requestSwapCallbackTarget = WM_APP + 0x1C, // wParam widget record, lParam CallbackTarget*
+    requestRun = WM_APP + 0x1D,                // wParam DisplayWorkRequest*
 };
+
+// Sent to a control whose display has ended.
+constexpr UINT requestDestroyItself = WM_APP + 0x1E;
 
 struct ShellRequest {
     ShellRecord* parent;

@@ -1,4 +1,5 @@
 #include "display/shells.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "display/display.h"
 
@@ -12,7 +13,7 @@ static bool add(ShellNode** list, ShellRecord* shell) {
     if (contains(*list, shell)) return true;
     auto* node = allocate<ShellNode>();
     if (!node) return false;
-    *node = {shell, *list};
+    *node = {shell, *list, 0};
     *list = node;
     return true;
 }
@@ -38,27 +39,96 @@ static bool mayBeEnabled(const DisplayRecord* display, const ShellRecord* shell)
     return !display->modalShells || isInside(shell, display->modalShells->shell);
 }
 
-static void applyModality(const DisplayRecord* display) {
-    for (const ShellNode* node = display->controlList; node; node = node->next)
-        EnableWindow(Shell_GetWindow(node->shell), mayBeEnabled(display, node->shell));
+namespace {
+
+struct EnabledState {
+    HWND window;
+    bool enabled;
+};
+
+} // namespace
+
+static LONG beginWalk(DisplayRecord* display) {
+    LeafLock lock;
+    return ++display->modalityWalk;
 }
 
+// The next shell that the walk has not come by. False when there is none, and when a listener has
+// begun a later walk, which has done the rest.
+static bool takeStep(DisplayRecord* display, LONG walk, EnabledState* next) {
+    LeafLock lock;
+    if (display->modalityWalk != walk) return false;
+    ShellNode* node = display->controlList;
+    while (node && node->modalityWalk == walk) node = node->next;
+    if (!node) return false;
+    node->modalityWalk = walk;
+    *next = {Shell_GetWindow(node->shell), mayBeEnabled(display, node->shell)};
+    return true;
+}
+
+void Display_ApplyModality(DisplayRecord* display) {
+    Display_Retain(display);
+    LONG walk = beginWalk(display);
+    EnabledState next;
+    while (takeStep(display, walk, &next)) EnableWindow(next.window, next.enabled);
+    Display_Release(display);
+}
+
+void Display_RememberShell(DisplayRecord* display, ShellRecord* shell) {
+    LeafLock lock;
+    *Shell_GetNext(shell) = display->shells;
+    display->shells = shell;
+}
+
+static void unlink(DisplayRecord* display, ShellRecord* shell) {
+    for (ShellRecord** link = &display->shells; *link; link = Shell_GetNext(*link)) {
+        if (*link != shell) continue;
+        *link = *Shell_GetNext(shell);
+        return;
+    }
+}
+
+bool Display_ForgetShell(DisplayRecord* display, ShellRecord* shell) {
+    LeafLock lock;
+    unlink(display, shell);
+    remove(&display->controlList, shell);
+    return remove(&display->modalShells, shell);
+}
+
+ShellRecord* Display_FindShell(const DisplayRecord* display, HWND window) {
+    LeafLock lock;
+    ShellRecord* shell = display->shells;
+    while (shell && Shell_GetWindow(shell) != window) shell = *Shell_GetNext(shell);
+    return shell;
+}
+
+// A shell that cannot be listed is kept from its place beside a modal one all the same.
 void Display_AddControl(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error) {
     HWND window = Shell_GetWindow(shell);
     if (!IsWindowEnabled(window)) return;
-    if (!add(&display->controlList, shell)) {
-        Win32Error_SetError(error, errorFailed, L"Could not add control to control list");
-        return;
+    bool listed, mayStay;
+    {
+        LeafLock lock;
+        listed = add(&display->controlList, shell);
+        mayStay = mayBeEnabled(display, shell);
     }
-    if (!mayBeEnabled(display, shell)) EnableWindow(window, FALSE);
+    if (!listed) Win32Error_SetError(error, errorFailed, L"Could not add control to control list");
+    if (!mayStay) EnableWindow(window, FALSE);
+}
+
+static bool endModality(DisplayRecord* display, const ShellRecord* shell) {
+    LeafLock lock;
+    return remove(&display->modalShells, shell);
 }
 
 bool Display_RemoveControl(DisplayRecord* display, ShellRecord* shell) {
-    if (remove(&display->modalShells, shell)) applyModality(display);
+    if (endModality(display, shell)) Display_ApplyModality(display);
+    LeafLock lock;
     return remove(&display->controlList, shell);
 }
 
 bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool enabled) {
+    LeafLock lock;
     if (enabled)
         add(&display->controlList, shell);
     else
@@ -67,14 +137,18 @@ bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool 
 }
 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell) {
+    LeafLock lock;
     return contains(display->controlList, shell);
 }
 
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,
                                                    BOOL modal) {
-    if (modal)
-        add(&display->modalShells, shell);
-    else
-        remove(&display->modalShells, shell);
-    applyModality(display);
+    {
+        LeafLock lock;
+        if (modal)
+            add(&display->modalShells, shell);
+        else
+            remove(&display->modalShells, shell);
+    }
+    Display_ApplyModality(display);
 }

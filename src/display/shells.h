@@ -1,6 +1,7 @@
 #pragma once
-// The shells that a display knows, and which of them a modal shell leaves enabled. A shell is
-// inside another when it is that shell or has it among its parents. Display thread only.
+// The shells of a display, and which of them a modal shell leaves enabled. A shell is inside
+// another when it is that shell or has it among its parents. Any thread but where it is said;
+// listeners of the focus run while shells are enabled and disabled.
 
 #include "bridge/error.h"
 #include "ce.h"
@@ -9,8 +10,19 @@ struct DisplayRecord;
 struct ShellRecord;
 
 // The shell module owns these.
+ShellRecord* Shell_Find(HWND window); // null when it is no shell's. Display thread.
 HWND Shell_GetWindow(const ShellRecord* shell);
 const ShellRecord* Shell_GetParent(const ShellRecord* shell);
+ShellRecord** Shell_GetNext(ShellRecord* shell);
+
+// Takes note of a shell that has a window, until it is forgotten. Display thread.
+void Display_RememberShell(DisplayRecord* display, ShellRecord* shell);
+
+// The shell is in none of the display's lists any more. Whether it was modal. Display thread.
+bool Display_ForgetShell(DisplayRecord* display, ShellRecord* shell);
+
+// The display's shell that has the window; null when it is no shell's. Display thread.
+ShellRecord* Display_FindShell(const DisplayRecord* display, HWND window);
 
 // Lists a new shell whose window is enabled, and disables it when it is outside the current modal
 // shell.
@@ -25,7 +37,9 @@ bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool 
 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell);
 
-// Begins or ends the modality of a shell, then enables exactly the listed shells inside the
-// current modal shell, or all without one.
+// Enables exactly the listed shells inside the current modal shell, or all without one.
+void Display_ApplyModality(DisplayRecord* display);
+
+// Begins or ends the modality of a shell and applies it.
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,
                                                    BOOL modal);

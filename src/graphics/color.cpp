@@ -2,9 +2,16 @@
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 
-static const char mark = 0;
+namespace {
 
-static bool isCounted(const ColorRecord* color) { return color && color->mark == &mark; }
+struct OwnedColor : ColorRecord {
+    LONG owners;
+    OwnedColor* next;
+};
+
+} // namespace
+
+static OwnedColor* firstColor; // of all
 
 static bool isComponent(jint value) { return value >= 0 && value <= 255; }
 
@@ -13,31 +20,44 @@ ColorRecord* Color_New(DeviceRecord*, jint red, jint green, jint blue, ErrorReco
         Win32Error_SetError(error, errorFailed, L"Invalid color component range");
         return nullptr;
     }
-    auto* color = allocate<ColorRecord>();
+    auto* color = allocate<OwnedColor>();
     if (!color) {
         Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to allocate color");
         return nullptr;
     }
     color->color = RGB(red, green, blue);
-    color->mark = &mark;
     color->owners = 1;
+    LeafLock lock;
+    color->next = firstColor;
+    firstColor = color;
     return color;
 }
 
-static bool isLeftByLast(ColorRecord* color) {
+// The link that leads to the colour; the one at the end for a record of somebody else's.
+static OwnedColor** linkTo(const ColorRecord* color) {
+    OwnedColor** link = &firstColor;
+    while (*link && *link != color) link = &(*link)->next;
+    return link;
+}
+
+static bool isLeftByLast(const ColorRecord* color) {
     LeafLock lock;
-    return --color->owners == 0;
+    OwnedColor** link = linkTo(color);
+    OwnedColor* owned = *link;
+    if (!owned || --owned->owners) return false;
+    *link = owned->next;
+    return true;
 }
 
 static void leave(ColorRecord* color) {
-    if (!isCounted(color) || !isLeftByLast(color)) return;
+    if (!color || !isLeftByLast(color)) return;
     if (color->brush) DeleteObject(color->brush);
     freeBlock(color);
 }
 
 static ColorRecord* exchange(ColorRecord** field, ColorRecord* color) {
     LeafLock lock;
-    if (isCounted(color)) ++color->owners;
+    if (OwnedColor* owned = *linkTo(color)) ++owned->owners;
     ColorRecord* previous = *field;
     *field = color;
     return previous;

@@ -7,13 +7,10 @@
 
 struct DeviceRecord;
 
-// Owned by the Java colour and by all that wear it: the record goes with the last of them. A
-// companion's own record has the first two fields alone and is not counted.
+// Owned by the Java colour and by all that wear it: the record goes with the last of them.
 struct ColorRecord {
-    COLORREF color;             // 0x00BBGGRR
-    HBRUSH brush;               // solid; null until first needed; owned
-    const void* mark = nullptr; // of the records that Color_New makes
-    LONG owners = 0;
+    COLORREF color; // 0x00BBGGRR
+    HBRUSH brush;   // solid; null until first needed; owned
 };
 ASSERT_OFFSET(ColorRecord, brush, 4)
 
@@ -24,7 +21,7 @@ ColorRecord* Color_New(DeviceRecord* device, jint red, jint green, jint blue, Er
 void Color_Dispose(ColorRecord* color, ErrorRecord* error);
 
 // Puts the colour (null: none) into a field of somebody's who wears it, in the place of the one
-// that is there.
+// that is there. A record that is not the toolkit's own stays its owner's and must outlive its use.
 void Color_Wear(ColorRecord** field, ColorRecord* color);
 jint Color_GetRed(ColorRecord* color, ErrorRecord* error);
 jint Color_GetGreen(ColorRecord* color, ErrorRecord* error);

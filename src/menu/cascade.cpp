@@ -5,6 +5,7 @@
 #include "menu/menu_item.h"
 
 static constexpr UINT longestText = 128; // characters, the terminator included
+static constexpr wchar_t insertionFailed[] = L"Unable to insert new cascade menu item";
 
 static bool readText(HMENU menu, int position, wchar_t* text) {
     MENUITEMINFOW info = menuItemInfo(MIIM_TYPE);
@@ -20,10 +21,17 @@ static bool insert(HMENU menu, int position, DWORD id, HMENU subMenu, const wcha
     return InsertMenuW(menu, position, MF_BYPOSITION, id, text);
 }
 
-static void setData(HMENU menu, int position, DWORD id) {
+static bool setData(HMENU menu, int position, DWORD id) {
     MENUITEMINFOW info = menuItemInfo(MIIM_DATA);
     info.dwItemData = id;
-    SetMenuItemInfoW(menu, position, TRUE, &info);
+    return SetMenuItemInfoW(menu, position, TRUE, &info);
+}
+
+// Takes the new item out again, which has no data or stands beside the old one.
+static bool undo(HMENU menu, int position, const wchar_t* failure, ErrorRecord* error) {
+    Win32Error_SetError(error, GetLastError(), failure);
+    RemoveMenu(menu, position, MF_BYPOSITION);
+    return false;
 }
 
 // The system cannot turn a plain item into one with a sub-menu: the item is replaced. The old one
@@ -38,14 +46,12 @@ static bool replace(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* erro
         return false;
     }
     if (!insert(menu, position, item->id, subMenu, text)) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to insert new cascade menu item");
+        Win32Error_SetError(error, GetLastError(), insertionFailed);
         return false;
     }
-    setData(menu, position, item->id);
+    if (!setData(menu, position, item->id)) return undo(menu, position, insertionFailed, error);
     if (RemoveMenu(menu, position + 1, MF_BYPOSITION)) return true;
-    Win32Error_SetError(error, GetLastError(), L"Unable to delete old menu item");
-    RemoveMenu(menu, position, MF_BYPOSITION);
-    return false;
+    return undo(menu, position, L"Unable to delete old menu item", error);
 }
 
 static bool show(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) {
@@ -60,4 +66,10 @@ void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord
     if (item->subMenu) item->subMenu->cascadeItem = nullptr;
     item->subMenu = menu;
     if (menu) menu->cascadeItem = item;
+}
+
+void CascadeMenuItem_Detach(MenuItemRecord* item) {
+    if (item->menu) show(item, nullptr, nullptr);
+    if (item->subMenu && item->subMenu->cascadeItem == item) item->subMenu->cascadeItem = nullptr;
+    item->subMenu = nullptr;
 }

@@ -1,21 +1,22 @@
 #include "menu/menu.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "control/control.h"
 #include "control/menu_hooks.h"
 #include "control/shell.h"
+#include "display/commands.h"
 #include "display/requests.h"
 #include "menu/item_info.h"
 #include "menu/menu_item.h"
 
 HMENU Menu_GetHandle(const MenuRecord* menu) { return menu->menuHandle; }
 
-// Its items may be disposed of later, and find no menu any more.
-static void forget(const MenuRecord* menu) {
-    const DisplayRecord* display = menu->display;
-    for (LONG i = 0; i < display->commandItemCapacity; ++i) {
-        MenuItemRecord* item = display->commandItems[i];
-        if (item && item->menu == menu) item->menu = nullptr;
-        if (item && item->subMenu == menu) item->subMenu = nullptr;
+// No item is in the menu any more, or shows it. The items may be disposed of later.
+static void leaveItems(const MenuRecord* menu) {
+    LONG id = 0;
+    for (; MenuItemRecord* item = Display_NextCommandItem(menu->display, &id); ++id) {
+        if (item->subMenu == menu) CascadeMenuItem_Detach(item);
+        if (item->menu == menu) item->menu = nullptr;
     }
 }
 
@@ -31,31 +32,63 @@ static void releaseSubMenus(HMENU menu) {
     }
 }
 
-static void leaveShell(const MenuRecord* bar) {
-    auto* shell = static_cast<ShellRecord*>(controlOf(bar->ownerWindow));
-    if (shell && shell->menuBar == bar) Shell_SetMenuBar(shell, nullptr, nullptr);
+static ShellRecord* findShowing(const MenuRecord* bar) {
+    ShellRecord* shell = bar->display->shells;
+    while (shell && shell->menuBar != bar) shell = shell->next;
+    return shell;
+}
+
+static void leaveShells(const MenuRecord* bar) {
+    while (ShellRecord* shell = findShowing(bar)) Shell_SetMenuBar(shell, nullptr, nullptr);
+}
+
+static void unlink(MenuRecord* menu) {
+    LeafLock lock;
+    for (MenuRecord** link = &menu->display->menus; *link; link = &(*link)->next) {
+        if (*link != menu) continue;
+        *link = menu->next;
+        return;
+    }
 }
 
 static int disposeMenu(WidgetRecord* widget, ErrorRecord*) {
     auto* menu = static_cast<MenuRecord*>(widget);
-    if (menu->cascadeItem) CascadeMenuItem_SetMenu(menu->cascadeItem, nullptr, nullptr);
-    forget(menu);
-    if (menu->menuBarWindow) {
-        leaveShell(menu);
-        Display_DestroyWindow(menu->display, menu->menuBarWindow);
-    }
+    leaveItems(menu);
+    leaveShells(menu);
+    HWND bar = menu->menuBarWindow;
+    unlink(menu);
+    if (bar) Display_DestroyWindow(menu->display, bar);
     if (!menu->menuHandle) return 0;
     releaseSubMenus(menu->menuHandle);
     return DestroyMenu(menu->menuHandle);
 }
 
+void Menu_Free(MenuRecord* menu) {
+    unlink(menu);
+    Widget_Free(menu);
+}
+
+void Menu_ForgetOwner(DisplayRecord* display, const ControlRecord* owner) {
+    LeafLock lock;
+    for (MenuRecord* menu = display->menus; menu; menu = menu->next) {
+        if (menu->owner != owner) continue;
+        menu->owner = nullptr;
+        menu->ownerWindow = nullptr;
+        if (menu->menuBarWindow) menu->menuBarWindow = goneWindow();
+    }
+}
+
 MenuRecord* Menu_Allocate(ControlRecord* owner) {
     auto* menu = allocate<MenuRecord>();
     if (!menu) return nullptr;
-    menu->display = Control_GetDisplay(owner);
+    DisplayRecord* display = Control_GetDisplay(owner);
+    Widget_SetDisplay(menu, display);
     menu->dispose = disposeMenu;
     menu->owner = owner;
     menu->ownerWindow = owner->hwnd;
+    LeafLock lock;
+    menu->next = display->menus;
+    display->menus = menu;
     return menu;
 }
 
@@ -68,7 +101,7 @@ static MenuRecord* createMenu(ControlRecord* owner, const wchar_t* failure, Erro
     menu->menuHandle = CreatePopupMenu();
     if (menu->menuHandle) return menu;
     Win32Error_SetError(error, GetLastError(), failure);
-    freeBlock(menu);
+    Menu_Free(menu);
     return nullptr;
 }
 
@@ -96,9 +129,11 @@ MenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error) {
 }
 
 void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord*) {
+    HWND owner = menu->ownerWindow;
+    if (!owner) return;
     POINT point = {x, y};
-    MapWindowPoints(menu->ownerWindow, nullptr, &point, 1);
-    SendMessageW(menu->ownerWindow, controlTrackMenu, reinterpret_cast<WPARAM>(menu),
+    MapWindowPoints(owner, nullptr, &point, 1);
+    SendMessageW(owner, controlTrackMenu, reinterpret_cast<WPARAM>(menu),
                  reinterpret_cast<LPARAM>(&point));
 }
 

@@ -12,11 +12,12 @@ struct MenuItemRecord;
 struct ShellRecord;
 
 struct MenuRecord : WidgetRecord {
-    ControlRecord* owner;        // at creation; a later use goes through ownerWindow
+    ControlRecord* owner;        // null when its window is gone
     HMENU menuHandle;            // owned; null for a menu bar
     HWND menuBarWindow;          // owned; null but for a menu bar
     MenuItemRecord* cascadeItem; // the item that currently shows this menu
-    HWND ownerWindow;            // of a shell (menu bar) or control; may be gone already
+    HWND ownerWindow;            // of a shell (menu bar) or control; null when it is gone
+    MenuRecord* next;            // of the display's menus
 };
 ASSERT_OFFSET(MenuRecord, owner, 16)
 ASSERT_OFFSET(MenuRecord, menuHandle, 20)
@@ -33,8 +34,12 @@ void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord* error);
 // Does nothing: the system draws its menus in its own font.
 void Menu_SetFont(MenuRecord* menu, FontRecord* font, ErrorRecord* error);
 
-// A menu's record with its head filled; null when there is no memory for it.
+// A menu's record with its head filled, among the display's menus; null when there is no memory for
+// it. Any thread.
 MenuRecord* Menu_Allocate(ControlRecord* owner);
+
+// Takes the record out of the display's menus and frees it.
+void Menu_Free(MenuRecord* menu);
 
 // Where the item is in a drop-down or pop-up menu; -1 when it is not there.
 int Menu_FindPosition(const MenuRecord* menu, DWORD id);

@@ -30,8 +30,7 @@ MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error) {
 
 void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error) {
     if (!bar) return;
-    bar->dispose(bar, error);
-    freeBlock(bar);
+    if (Widget_End(bar, error)) Widget_Free(bar);
 }
 
 HWND MenuBar_GetWindow(const MenuRecord* bar) { return bar ? bar->menuBarWindow : nullptr; }

@@ -4,6 +4,7 @@
 #include "control/menu_hooks.h"
 #include "display/accelerators.h"
 #include "display/commands.h"
+#include "display/display.h"
 #include "display/keys.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
@@ -12,10 +13,18 @@
 
 static constexpr wchar_t creationFailed[] = L"Unable to create new menu item";
 
-int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error) {
-    int position = item->menu ? Menu_FindPosition(item->menu, item->id) : -1;
-    if (position < 0) Win32Error_SetError(error, GetLastError(), L"Unable to find the item");
+static int locate(const MenuItemRecord* item, const wchar_t* failure, ErrorRecord* error) {
+    if (!item->menu) {
+        Win32Error_SetError(error, ERROR_INVALID_MENU_HANDLE, failure);
+        return -1;
+    }
+    int position = Menu_FindPosition(item->menu, item->id);
+    if (position < 0) Win32Error_SetError(error, GetLastError(), failure);
     return position;
+}
+
+int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error) {
+    return locate(item, L"Unable to find the item", error);
 }
 
 static LRESULT paint(MenuItemRecord* item, WPARAM, LPARAM lParam) {
@@ -76,11 +85,8 @@ static BOOL takeOut(const MenuItemRecord* item, int position) {
 }
 
 static bool removeFromMenu(const MenuItemRecord* item, ErrorRecord* error) {
-    int position = item->menu ? Menu_FindPosition(item->menu, item->id) : -1;
-    if (position < 0) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to find menu item");
-        return false;
-    }
+    int position = locate(item, L"Unable to find menu item", error);
+    if (position < 0) return false;
     if (takeOut(item, position)) return true;
     Win32Error_SetError(error, GetLastError(), L"Unable to delete menu item");
     return false;
@@ -90,9 +96,9 @@ static ShellAccelerators* acceleratorsOf(const MenuItemRecord* item) {
     return item->menu ? Accelerators_Above(item->menu->ownerWindow) : nullptr;
 }
 
+// From whichever shell has it: the menu that told of the shell may be gone.
 static void removeAccelerator(const MenuItemRecord* item) {
-    ShellAccelerators* accelerators = acceleratorsOf(item);
-    if (accelerators) Accelerators_Remove(accelerators, static_cast<WORD>(item->id));
+    Accelerators_RemoveAll(item->display, static_cast<WORD>(item->id));
 }
 
 static int disposeItem(WidgetRecord* widget, ErrorRecord* error) {
@@ -119,8 +125,9 @@ static bool insertIntoMenu(HMENU menu, jint index, DWORD id, UINT flags) {
     if (!InsertMenuW(menu, index, MF_BYPOSITION | flags, id, L"")) return false;
     MENUITEMINFOW info = menuItemInfo(MIIM_DATA);
     info.dwItemData = id;
-    if (SetMenuItemInfoW(menu, index, TRUE, &info)) return true;
-    DeleteMenu(menu, index, MF_BYPOSITION);
+    // An index beyond the last item has appended it: it is found by its id.
+    if (SetMenuItemInfoW(menu, id, FALSE, &info)) return true;
+    DeleteMenu(menu, id, MF_BYCOMMAND);
     return false;
 }
 
@@ -136,8 +143,10 @@ struct ItemKind {
 } // namespace
 
 static MenuItemRecord* fail(MenuItemRecord* item, ErrorRecord* error) {
-    if (item) Display_ReleaseCommandId(item->display, item->id);
-    freeBlock(item);
+    if (item) {
+        Display_ReleaseCommandId(item->display, item->id);
+        Widget_Free(item);
+    }
     Win32Error_SetError(error, errorFailed, creationFailed);
     return nullptr;
 }
@@ -146,7 +155,7 @@ static MenuItemRecord* create(MenuRecord* menu, jint index, const ItemKind& kind
                               ErrorRecord* error) {
     auto* item = allocate<MenuItemRecord>();
     if (!item) return fail(nullptr, error);
-    item->display = menu->display;
+    Widget_SetDisplay(item, menu->display);
     item->style = kind.style;
     item->dispose = disposeItem;
     item->menu = menu;
@@ -214,23 +223,44 @@ void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord*
         Win32Error_SetError(error, errorFailed, L"Menu item doesn't exist");
 }
 
-void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
+namespace {
+
+struct AcceleratorChange {
+    MenuItemRecord* item;
+    jint accelerator;
+    ErrorRecord* error;
+};
+
+} // namespace
+
+static ACCEL entryOf(const MenuItemRecord* item, jint accelerator) {
     constexpr WORD javaAlt = 1;
     constexpr WORD javaShift = 2;
     constexpr WORD javaControl = 4;
-    ShellAccelerators* accelerators = acceleratorsOf(item);
-    if (!accelerators) return;
-    if (accelerator == 0) {
-        removeAccelerator(item);
-        return;
-    }
     WORD modifiers = HIWORD(accelerator);
     BYTE flags = FVIRTKEY;
     if (modifiers & javaAlt) flags |= FALT;
     if (modifiers & javaControl) flags |= FCONTROL;
     if (modifiers & javaShift) flags |= FSHIFT;
     WORD key = static_cast<WORD>(Key_FromJava(LOWORD(accelerator)));
-    Accelerators_Set(accelerators, {flags, key, static_cast<WORD>(item->id)}, error);
+    return {flags, key, static_cast<WORD>(item->id)};
+}
+
+static LRESULT changeAccelerator(void* context) {
+    auto* change = static_cast<const AcceleratorChange*>(context);
+    if (change->accelerator == 0) {
+        removeAccelerator(change->item);
+        return 0;
+    }
+    ShellAccelerators* accelerators = acceleratorsOf(change->item);
+    ACCEL entry = entryOf(change->item, change->accelerator);
+    if (accelerators) Accelerators_Set(accelerators, entry, change->error);
+    return 0;
+}
+
+void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
+    AcceleratorChange change = {item, accelerator, error};
+    Display_Run(item->display, changeAccelerator, &change);
 }
 
 void LabeledMenuItem_SetFont(MenuItemRecord*, FontRecord*, ErrorRecord*) {}

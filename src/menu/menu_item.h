@@ -44,6 +44,9 @@ void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord*
 // Makes a cascade item open the menu; null makes it a plain item again. No menu is destroyed.
 void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord* error);
 
+// The item shows no menu any more, whatever becomes of it in its own menu. Display thread.
+void CascadeMenuItem_Detach(MenuItemRecord* item);
+
 // Mnemonic marks are dropped from the text. The accelerator text is shown but in menu bars.
 void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
                              const wchar_t* acceleratorText, ErrorRecord* error);

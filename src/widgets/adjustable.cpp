@@ -110,7 +110,7 @@ AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error)
         Win32Error_SetError(error, errorOutOfMemory, L"Unable to create scroll bar");
         return nullptr;
     }
-    bar->display = Control_GetDisplay(owner);
+    Widget_SetDisplay(bar, Control_GetDisplay(owner));
     bar->dispose = Adjustable_Dispose;
     bar->hwnd = owner->hwnd;
     bar->parent = owner;
@@ -125,7 +125,9 @@ AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error)
     return bar;
 }
 
-void Bar_Free(AdjustableRecord* bar) { freeBlock(bar); }
+void Bar_Free(AdjustableRecord* bar) {
+    if (bar) Widget_Free(bar);
+}
 
 AdjustableRecord* Bar_Of(ControlRecord* control) {
     bool isBar = control && control->dispose == Adjustable_Dispose;

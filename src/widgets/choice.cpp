@@ -148,10 +148,15 @@ static PixelPair minimumSize(const ChoiceRecord* choice) {
             button.bottom - button.top + heightMargin};
 }
 
+static void detachChildren(const ChoiceRecord* choice);
+
 static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ChoiceRecord* choice = choiceOf(window);
     if (!choice) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
+    case WM_DESTROY:
+        detachChildren(choice);
+        break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
         return focusChanged(choice, message, wParam, lParam);
@@ -166,8 +171,9 @@ static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPA
     case controlSetBounds:
         return setBounds(choice, wParam, lParam);
     default:
-        return _Control_Proc(window, message, wParam, lParam);
+        break;
     }
+    return _Control_Proc(window, message, wParam, lParam);
 }
 
 // The choice that an edit field lies in, as long as there is one.
@@ -238,6 +244,15 @@ static void attachChildren(ChoiceRecord* choice) {
         SetWindowLongW(list, GWL_USERDATA, record);
         choice->listProc = procOf(list);
     }
+}
+
+// The window goes, and takes them along: what follows is their window class's own to see.
+static void detachChildren(const ChoiceRecord* choice) {
+    if (HWND edit = GetDlgItem(choice->hwnd, editId)) {
+        SetWindowLongW(edit, GWL_WNDPROC, reinterpret_cast<LONG>(choice->editProc));
+        SetWindowLongW(edit, GWL_USERDATA, 0);
+    }
+    if (HWND list = GetDlgItem(choice->hwnd, listId)) SetWindowLongW(list, GWL_USERDATA, 0);
 }
 
 ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error) {

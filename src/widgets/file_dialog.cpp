@@ -89,7 +89,7 @@ FileDialogRecord* FileDialog_New(ControlRecord* owner, DWORD style, ErrorRecord*
         failWithoutMemory(error);
         return nullptr;
     }
-    dialog->display = Control_GetDisplay(owner);
+    Widget_SetDisplay(dialog, Control_GetDisplay(owner));
     dialog->style = style;
     dialog->dispose = disposeDialog;
     dialog->owner = owner;

@@ -105,6 +105,10 @@ static LRESULT CALLBACK labelProc(HWND window, UINT message, WPARAM wParam, LPAR
     LabelRecord* label = labelOf(window);
     if (!label) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
+    case WM_DESTROY:
+        // What follows is the window class's own to see.
+        label->classProc = label->staticProc;
+        break;
     case WM_SETFONT:
         label->font = reinterpret_cast<HFONT>(wParam);
         break;

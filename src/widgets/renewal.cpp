@@ -1,5 +1,7 @@
 #include "widgets/renewal.h"
 #include "display/requests.h"
+#include "graphics/font.h"
+#include "widgets/measuring.h"
 
 HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWORD style) {
     HWND old = control->hwnd;
@@ -20,6 +22,7 @@ HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWOR
 void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* follower) {
     SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(control->classProc));
     SetWindowLongW(control->hwnd, GWL_USERDATA, 0);
+    Control_ForgetWindow(control->display, control->hwnd);
     control->hwnd = window;
     SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(control));
     SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
@@ -27,6 +30,7 @@ void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* fol
 }
 
 void Renewal_DestroyOld(HWND messageWindow, HWND old) {
+    Font_Wear(windowFont(old), nullptr);
     if (!SendMessageW(messageWindow, requestDestroyWindow, reinterpret_cast<WPARAM>(old), 0))
         DestroyWindow(old);
 }

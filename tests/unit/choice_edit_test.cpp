@@ -1,13 +1,9 @@
 // Choices whose field can be typed into. No native makes one, so that they are made directly.
 
-#include "bridge/leaf_lock.h"
 #include "device.h"
 #include "leaks.h"
 #include "widgets/choice.h"
 #include <algorithm>
-
-// The library's own code in this program, which nothing loads as a library.
-[[maybe_unused]] static const bool prepared = (LeafLock::Initialize(), true);
 
 class ChoiceEditTest : public DeviceTest {
   protected:

@@ -1,6 +1,5 @@
 // Images out of files: real ones against another decoder's pixels, damaged ones, and every failure.
 
-#include "bridge/leaf_lock.h"
 #include "emulator.h"
 #include "faults.h"
 #include "image_fixture.h"
@@ -649,7 +648,6 @@ TEST_F(DecodingTest, ten_thousand_decodes_leave_nothing_behind) {
 
 // The library's own code in this program: its natives belong to the VM's threads.
 TEST_F(DecodingTest, threads_decode_side_by_side) {
-    LeafLock::Initialize(); // of the copy of the library in this program, which nobody loads
     Bytes data = readFile(suite()[0].name);
     ByteArguments arguments = {data.data(), static_cast<jint>(data.size())};
     jint expected = fromData(data);

@@ -117,10 +117,21 @@ TEST_F(MenuTest, items_are_inserted_at_their_index) {
     EXPECT_FALSE(infoAt(handle, 1).fType & MFT_SEPARATOR);
 }
 
-TEST_F(MenuTest, an_index_beyond_the_items_is_an_error_and_adds_nothing) {
+TEST_F(MenuTest, an_index_beyond_the_items_appends) {
     jint menu = newMenu("DropDownMenu", shell);
-    EXPECT_EQ(newItem("PushMenuItem", menu, 5), 0);
-    expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
+    for (jint index : {0, 5, -1}) newItem("PushMenuItem", menu, index);
+    EXPECT_EQ(idsIn(menuOf(menu)->menuHandle), (std::vector<DWORD>{108, 109, 110}));
+}
+
+TEST_F(MenuTest, an_item_beyond_the_others_that_cannot_be_made_leaves_no_ghost) {
+    jint menu = newMenu("DropDownMenu", shell);
+    for (jint index : {5, -1}) {
+        Faults faults;
+        faults.fail("SetMenuItemInfoW");
+        EXPECT_EQ(newItem("PushMenuItem", menu, index), 0);
+        expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
+    }
+    EXPECT_EQ(GetMenuItemCount(menuOf(menu)->menuHandle), 0);
 }
 
 TEST_F(MenuTest, an_item_that_cannot_be_made_is_an_error_and_leaks_nothing) {
