@@ -3,6 +3,7 @@
 // for the thread that owns the windows.
 
 #include "ce.h"
+#include <commctrl.h>
 
 // A menu bar without buttons of the program's own resources.
 #define SHCMBF_EMPTYBAR 0x0002
@@ -28,6 +29,10 @@ struct SHMENUBARINFO {
     COLORREF clrBk;
 };
 static_assert(sizeof(SHMENUBARINFO) == 36 && offsetof(SHMENUBARINFO, hwndMB) == 28);
+
+// What a menu bar is told and asked of its buttons.
+static_assert(sizeof(TBBUTTON) == 20 && offsetof(TBBUTTON, fsStyle) == 9);
+static_assert(sizeof(TBBUTTONINFOW) == 32 && offsetof(TBBUTTONINFOW, pszText) == 24);
 
 struct SHACTIVATEINFO {
     DWORD cbSize;

@@ -62,6 +62,8 @@ static_assert(sizeof(PAINTSTRUCT) == 64 && offsetof(PAINTSTRUCT, rcPaint) == 8);
 static_assert(sizeof(DRAWITEMSTRUCT) == 48 && offsetof(DRAWITEMSTRUCT, itemData) == 44);
 static_assert(sizeof(NMHDR) == 12);
 static_assert(MENU_ITEM_INFO_SIZE == 44 && offsetof(MENUITEMINFOW, dwTypeData) == 36);
+static_assert(sizeof(WAVEHDR) == 32 && offsetof(WAVEHDR, dwFlags) == 16);
+static_assert(sizeof(WAVEFORMATEX) == 18 && offsetof(WAVEFORMATEX, cbSize) == 16);
 static_assert(sizeof(SCROLLINFO) == 28 && offsetof(SCROLLINFO, nTrackPos) == 24);
 static_assert(sizeof(COMBOBOXINFO) == 52 && offsetof(COMBOBOXINFO, rcButton) == 20);
 static_assert(sizeof(ACCEL) == 6 && offsetof(ACCEL, key) == 2 && offsetof(ACCEL, cmd) == 4);
