@@ -19,6 +19,7 @@ struct MenuItemRecord;
 struct MenuRecord;
 struct ShellRecord;
 class ModalLoop;
+class OpenDialog;
 
 // What a key message leaves for the character message and the release that follow it.
 struct KeyTranslation {
@@ -72,6 +73,7 @@ struct DisplayRecord {
     LONG owners;          // Java and the widgets
     ShellRecord* shells;  // all that have a window, see display/shells.h
     MenuRecord* menus;    // all, see menu/menu.h
+    OpenDialog* dialogs;  // of the system, the last opened first; null: none
     LONG modalityWalk;    // counts how often modality was applied
 };
 ASSERT_OFFSET(DisplayRecord, callbackLookup, 4)

@@ -35,7 +35,14 @@ static bool isInside(const ShellRecord* shell, const ShellRecord* outer) {
     return false;
 }
 
+static bool hasDialog(const DisplayRecord* display, const ShellRecord* shell) {
+    for (const OpenDialog* dialog = display->dialogs; dialog; dialog = dialog->Outer())
+        if (dialog->IsOver(shell)) return true;
+    return false;
+}
+
 static bool mayBeEnabled(const DisplayRecord* display, const ShellRecord* shell) {
+    if (hasDialog(display, shell)) return false;
     return !display->modalShells || isInside(shell, display->modalShells->shell);
 }
 
@@ -139,6 +146,40 @@ bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell) {
     LeafLock lock;
     return contains(display->controlList, shell);
+}
+
+static HWND topLevelOf(HWND window) {
+    while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
+    return window;
+}
+
+static bool isListedWindow(const DisplayRecord* display, HWND window) {
+    const ShellNode* node = display->controlList;
+    while (node && Shell_GetWindow(node->shell) != window) node = node->next;
+    return node != nullptr;
+}
+
+OpenDialog::OpenDialog(DisplayRecord* itsDisplay, HWND owner)
+    : display(itsDisplay), window(topLevelOf(owner)) {
+    Display_Retain(display);
+    LeafLock lock;
+    wasListed = isListedWindow(display, window);
+    outer = display->dialogs;
+    display->dialogs = this;
+}
+
+OpenDialog::~OpenDialog() {
+    bool isListed;
+    {
+        LeafLock lock;
+        OpenDialog** link = &display->dialogs;
+        while (*link != this) link = &(*link)->outer;
+        *link = outer;
+        isListed = isListedWindow(display, window);
+    }
+    if (wasListed && !isListed) EnableWindow(window, FALSE);
+    Display_ApplyModality(display);
+    Display_Release(display);
 }
 
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,

@@ -40,6 +40,27 @@ bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell);
 // Enables exactly the listed shells inside the current modal shell, or all without one.
 void Display_ApplyModality(DisplayRecord* display);
 
+// A dialog of the system's, for as long as this lives: the shell that its owner is or lies in stays
+// disabled, whatever becomes of modal shells meanwhile. The system enables that shell when the
+// dialog ends; then modality, and what Java wanted of the shell, hold again.
+class OpenDialog {
+  public:
+    // Null: a dialog without owner.
+    OpenDialog(DisplayRecord* display, HWND owner);
+    ~OpenDialog();
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+
+    bool IsOver(const ShellRecord* shell) const { return window == Shell_GetWindow(shell); }
+    const OpenDialog* Outer() const { return outer; }
+
+  private:
+    DisplayRecord* display;
+    HWND window; // of the shell
+    bool wasListed;
+    OpenDialog* outer;
+};
+
 // Begins or ends the modality of a shell and applies it.
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,
                                                    BOOL modal);

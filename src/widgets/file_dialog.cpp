@@ -3,6 +3,7 @@
 #include "control/control.h"
 #include "display/display.h"
 #include "display/quit.h"
+#include "display/shells.h"
 #include <commdlg.h>
 #include <string.h>
 
@@ -208,6 +209,7 @@ static bool showTitled(Showing* showing, DisplayRecord* display, ErrorRecord* er
         GetWindowTextW(owner, showing->caption, captionCapacity + 1);
         SetWindowTextW(owner, showing->title);
     }
+    OpenDialog dialog(display, owner);
     bool isDisplayThread = Display_IsCurrentThread(display);
     showing->loopOf = isDisplayThread ? display : nullptr;
     bool chosen = isDisplayThread ? show(showing) : showOnOwnThread(showing, error);

@@ -34,6 +34,54 @@ TEST_F(FileDialogLifetimesTest, a_dialog_disposed_of_meanwhile_keeps_nothing) {
     EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
 }
 
+class ModalityTest : public FileDialogLifetimesTest {
+  protected:
+    static constexpr jint modal = 0x40;
+
+    jint newModalShell() { return call<jint(jint, jint)>("Shell_NewChild", shell, modal); }
+    void show(jint modalShell, bool shown) {
+        call<void(jint, jboolean)>("Control_SetVisible", modalShell, shown);
+    }
+    bool isEnabled(jint control) { return IsWindowEnabled(windowOf(control)); }
+    static void cancel(HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); }
+    void openDuring(std::function<void()> work) {
+        jint dialog = newDialog();
+        EXPECT_FALSE(openWith(dialog, {doing(std::move(work)), cancel}));
+        dispose(dialog);
+    }
+};
+
+TEST_F(ModalityTest, holds_after_a_dialog_in_which_it_began) {
+    jint modalShell = newModalShell();
+    openDuring([&] { show(modalShell, true); });
+    EXPECT_FALSE(isEnabled(shell));
+    EXPECT_TRUE(isEnabled(modalShell));
+    show(modalShell, false);
+    EXPECT_TRUE(isEnabled(shell));
+    dispose(modalShell);
+}
+
+TEST_F(ModalityTest, that_ends_leaves_the_owner_of_a_dialog_disabled_until_that_is_closed) {
+    jint modalShell = newModalShell();
+    openDuring([&] {
+        show(modalShell, true);
+        show(modalShell, false);
+        EXPECT_FALSE(isEnabled(shell));
+    });
+    EXPECT_TRUE(isEnabled(shell));
+    dispose(modalShell);
+}
+
+TEST_F(ModalityTest, an_owner_is_enabled_and_disabled_for_the_time_after_its_dialog) {
+    for (jboolean wanted : {JNI_FALSE, JNI_TRUE}) {
+        openDuring([&] {
+            call<void(jint, jboolean)>("Control_SetEnabled", shell, wanted);
+            EXPECT_FALSE(isEnabled(shell));
+        });
+        EXPECT_EQ(isEnabled(shell), wanted == JNI_TRUE);
+    }
+}
+
 // A system dialog without a person: what it is asked, and what happens while it is open.
 static std::vector<OPENFILENAMEW> asked;
 static std::function<void()> whileOpen;
