@@ -7,6 +7,6 @@
 void exitThroughWindows(jint code);
 void abortThroughWindows();
 
-// From now on a fault prints the module, offset and function where it happened and the Java stack, and
-// ends the process as an abort does.
+// From now on a fault prints the module, offset and function where it happened and the Java stack,
+// and ends the process as an abort does.
 void reportFaults();

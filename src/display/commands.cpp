@@ -51,7 +51,7 @@ void Display_ReleaseCommandId(DisplayRecord* display, LONG id) {
 MenuItemRecord* Display_NextCommandItem(const DisplayRecord* display, LONG* id) {
     LeafLock lock;
     if (*id < firstCommandId) *id = firstCommandId;
-    for (; MenuItemRecord** slot = slotOf(display, *id); ++*id)
-        if (*slot) return *slot;
-    return nullptr;
+    MenuItemRecord** slot = slotOf(display, *id);
+    while (slot && !*slot) slot = slotOf(display, ++*id);
+    return slot ? *slot : nullptr;
 }
