@@ -36,10 +36,11 @@ end_processes() {
     local pids
     mapfile -t pids < <(processes_of "$1")
     [ ${#pids[@]} = 0 ] && return
-    kill -TERM "${pids[@]}" 2>/dev/null
+    # Some may have ended meanwhile, which is as good.
+    kill -TERM "${pids[@]}" 2>/dev/null || true
     await_ends "${2:-2}" "${pids[@]}" && return
     mapfile -t pids < <(processes_of "$1")
-    [ ${#pids[@]} = 0 ] || kill -KILL "${pids[@]}" 2>/dev/null
+    [ ${#pids[@]} = 0 ] || kill -KILL "${pids[@]}" 2>/dev/null || true
 }
 
 # What a display that was killed leaves among the temporary files, unless another has its number now.
