@@ -854,7 +854,7 @@ TEST_F(ImageErrorTest, a_depth_without_colors_stores_none) {
     EXPECT_EQ(storedIn(image), Bytes(4, 0));
     disposeImage(image);
     EXPECT_EQ(newDirect(2, 1, {-1, -1}, 17), 0);
-    expectReport("Image_NewFromIntData", -3, noHandle);
+    expectReport("Image_NewFromIntData", -3, std::u16string(noHandle) + u"::");
 }
 
 TEST_F(ImageErrorTest, any_failing_call_is_reported_at_most_once_and_leaves_nothing) {
