@@ -19,8 +19,10 @@ class Crew {
         for (size_t i = 0; i < jobs.size(); ++i)
             threads[i] = CreateThread(nullptr, 0, run, new Job{this, i}, 0, nullptr);
         SetEvent(go);
-        WaitForMultipleObjects(jobs.size(), threads, TRUE, INFINITE);
-        for (size_t i = 0; i < jobs.size(); ++i) CloseHandle(threads[i]);
+        for (size_t i = 0; i < jobs.size(); ++i) { // the device waits for one at a time
+            WaitForSingleObject(threads[i], INFINITE);
+            CloseHandle(threads[i]);
+        }
         CloseHandle(go);
     }
     Crew(const Crew&) = delete;
