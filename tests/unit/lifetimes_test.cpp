@@ -1,0 +1,206 @@
+// Widgets that end in any order, while others still refer to them. The blocks of the heap have
+// pages of their own here, so that a touch of what is gone ends the program.
+
+#include "control/shell.h"
+#include "device.h"
+#include "display/display.h"
+#include "leaks.h"
+#include "menu/menu_item.h"
+#include <thread>
+
+class LifetimesTest : public DeviceTest {
+  protected:
+    static constexpr jint modal = 0x40;
+
+    jint newChildShell(jint parent, jint style = 0) {
+        return call<jint(jint, jint)>("Shell_NewChild", parent, style);
+    }
+    jint newComposite(jint parent) { return call<jint(jint, jint)>("Composite_New", parent, 0); }
+    jint newMenu(const char* kind, jint owner) {
+        return call<jint(jint)>(std::string(kind) + "_New", owner);
+    }
+    jint newItem(const char* kind, jint menu) {
+        return call<jint(jint, jint)>(std::string(kind) + "_New", menu, 0);
+    }
+    void setSubMenu(jint item, jint menu) {
+        call<void(jint, jint)>("CascadeMenuItem_SetMenu", item, menu);
+    }
+    void setAccelerator(jint item, jint accelerator) {
+        call<void(jint, jint)>("LabeledMenuItem_SetAccelerator", item, accelerator);
+    }
+    void show(jint control, bool shown = true) {
+        call<void(jint, jboolean)>("Control_SetVisible", control, shown);
+    }
+    void setBounds(jint control) {
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 1, 2, 30, 40);
+    }
+    static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
+    static LONG acceleratorsOf(jint shell) {
+        return reinterpret_cast<ShellRecord*>(shell)->accelerators.count;
+    }
+};
+
+TEST_F(LifetimesTest, controls_go_after_their_parent) {
+    jint first = newShell(); // what the system makes for its first windows stays
+    show(newButton(first));
+    dispatchAll();
+    NoLeaks noLeaks;
+    jint shell = newShell();
+    jint composite = newComposite(shell);
+    jint button = newButton(composite);
+    dispose(shell);
+    EXPECT_EQ(record(composite)->parent, nullptr);
+    EXPECT_EQ(record(button)->parent, nullptr);
+    EXPECT_FALSE(IsWindow(windowOf(button)));
+    setBounds(button);
+    vm.reports.clear(); // it has no window to move
+    call<void(jint, jboolean)>("Control_SetRedraw", button, JNI_TRUE);
+    dispose(composite);
+    dispose(button);
+    dispatchAll();
+}
+
+TEST_F(LifetimesTest, child_shells_go_after_their_owner) {
+    NoLeaks noLeaks;
+    jint shell = newShell();
+    jint child = newChildShell(shell, modal);
+    jint other = newShell();
+    show(child);
+    EXPECT_FALSE(IsWindowEnabled(windowOf(other)));
+    dispose(shell);
+    EXPECT_TRUE(IsWindowEnabled(windowOf(other))) << "the modal shell went with its owner";
+    show(other);
+    dispose(child);
+    dispose(other);
+    dispatchAll();
+}
+
+TEST_F(LifetimesTest, widgets_go_after_their_display) {
+    long blocks = countHeapBlocks();
+    jint second = call<jint()>("Display_New");
+    jint shell = call<jint(jint, jint)>("Shell_New", second, 0);
+    jint button = newButton(shell);
+    jint menu = newMenu("PopupMenu", button);
+    jint item = newItem("PushMenuItem", menu);
+    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, 0);
+    call<void(jint)>("Device_Dispose", second);
+    for (jint widget : {dialog, menu, item, button, shell}) {
+        call<void(jint)>("Widget_Dispose", widget);
+        vm.reports.clear(); // the item finds no menu any more
+    }
+    dispatchAll();
+    EXPECT_EQ(countHeapBlocks(), blocks + 1) << "the command table, as another display lives";
+}
+
+TEST_F(LifetimesTest, a_display_ends_on_its_own_thread) {
+    NoLeaks noLeaks;
+    jint second = call<jint()>("Display_New");
+    HWND messageWindow = reinterpret_cast<DisplayRecord*>(second)->messageWindow;
+    std::thread other([&] {
+        call<void(jint)>("Device_Dispose", second);
+        call<jint(jint)>("Display_Wake", display);
+    });
+    while (IsWindow(messageWindow))
+        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
+            call<jint(jint)>("Display_Sleep", display);
+    other.join();
+    dispatchAll();
+}
+
+// As a pop-up does that closes when it loses the focus.
+TEST_F(LifetimesTest, a_shell_is_disposed_of_while_modality_takes_its_focus) {
+    jint shell = newShell();
+    jint closing = newChildShell(shell);
+    show(closing);
+    jint modalShell = newChildShell(shell, modal);
+    listen(closing);
+    vm.behavior["window"] = [&](const std::vector<jint>& arguments) {
+        if (arguments[0] == 206 && closing) dispose(std::exchange(closing, 0));
+        return 0;
+    };
+    show(modalShell);
+    EXPECT_EQ(closing, 0);
+    EXPECT_FALSE(IsWindowEnabled(windowOf(shell)));
+    EXPECT_TRUE(IsWindowEnabled(windowOf(modalShell)));
+    vm.behavior.clear();
+    dispose(modalShell);
+    dispatchAll();
+}
+
+// The button's window loses the focus while its shell's is destroyed.
+TEST_F(LifetimesTest, a_listener_disposes_of_what_is_being_disposed_of) {
+    jint shell = call<jint(jint, jint)>("Shell_New", display, 0);
+    jint button = newButton(shell);
+    show(shell);
+    show(button);
+    SetFocus(windowOf(button));
+    dispatchAll();
+    listen(button);
+    int asked = 0;
+    vm.behavior["focus"] = [&](const std::vector<jint>&) {
+        ++asked;
+        call<void(jint)>("Widget_Dispose", shell);
+        return 0;
+    };
+    call<void(jint)>("Widget_Dispose", shell);
+    vm.behavior.clear();
+    EXPECT_EQ(asked, 1);
+    dispose(button);
+    dispatchAll();
+}
+
+TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
+    jint shell = newShell();
+    jint menu = newMenu("DropDownMenu", shell);
+    jint subMenu = newMenu("DropDownMenu", shell);
+    jint items[] = {newItem("CascadeMenuItem", menu), newItem("CascadeMenuItem", menu)};
+    for (jint item : items) setSubMenu(item, subMenu);
+    HMENU native = reinterpret_cast<MenuRecord*>(menu)->menuHandle;
+    dispose(subMenu);
+    for (int position : {0, 1}) EXPECT_EQ(GetSubMenu(native, position), nullptr) << position;
+    for (jint item : items) {
+        EXPECT_EQ(reinterpret_cast<MenuItemRecord*>(item)->subMenu, nullptr);
+        dispose(item);
+    }
+    dispose(menu);
+}
+
+TEST_F(LifetimesTest, a_menu_bar_leaves_every_shell_that_shows_it) {
+    jint shells[] = {newShell(), newShell()};
+    jint bar = newMenu("MenuBar", shells[0]);
+    for (jint shell : shells) call<void(jint, jint)>("Shell_SetMenuBar", shell, bar);
+    dispose(bar);
+    for (jint shell : shells) {
+        EXPECT_EQ(reinterpret_cast<ShellRecord*>(shell)->menuBar, nullptr);
+        call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_TRUE);
+    }
+}
+
+TEST_F(LifetimesTest, an_accelerator_goes_with_its_item_after_its_menu) {
+    jint shell = newShell();
+    jint button = newButton(shell);
+    jint menu = newMenu("PopupMenu", button);
+    jint item = newItem("PushMenuItem", menu);
+    setAccelerator(item, 0x40000 | 'A');
+    EXPECT_EQ(acceleratorsOf(shell), 1);
+    dispose(menu);
+    dispose(button);
+    dispose(item);
+    EXPECT_EQ(acceleratorsOf(shell), 0);
+    expectReport("Widget_Dispose", -3, u"Unable to find menu item::");
+}
+
+TEST_F(LifetimesTest, a_key_is_told_while_a_quit_message_waits) {
+    jint shell = newShell();
+    jint button = newButton(shell);
+    jint gone = newButton(shell);
+    show(button);
+    SetFocus(windowOf(button));
+    dispatchAll();
+    listen(button);
+    dispose(gone);
+    SendMessageW(windowOf(button), WM_KEYDOWN, VK_LEFT, 1);
+    SendMessageW(windowOf(button), WM_KEYUP, VK_LEFT, 1);
+    EXPECT_EQ(vm.takeEvents(), (Events{"key(1, 65535, 1013, 0)", "key(2, 37, 1013, 0)"}));
+    dispose(button);
+}
