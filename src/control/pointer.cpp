@@ -129,13 +129,8 @@ static ControlRecord* controlAt(const DisplayRecord* display, POINT screenPoint)
     return nullptr;
 }
 
-static HWND topLevelOf(HWND window) {
-    while (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) window = GetParent(window);
-    return window;
-}
-
 static bool takesEnter(const DisplayRecord* display, const ControlRecord* control) {
-    HWND top = topLevelOf(control->hwnd);
+    HWND top = topLevelWindow(control->hwnd);
     if (SHFindMenuBar(top) == control->hwnd) return false;
     const ShellRecord* shell = Shell_Find(top);
     return shell && Display_IsListed(display, shell);

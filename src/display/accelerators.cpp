@@ -4,7 +4,6 @@
 #include "display/keys.h"
 #include "display/shells.h"
 
-static constexpr UINT lastKeyMessage = 0x108; // the desktop knows one more
 static constexpr LONG firstCapacity = 10;
 static constexpr LONG growth = 5;
 
@@ -83,13 +82,8 @@ void Accelerators_Free(ShellAccelerators* accelerators) {
     Accelerators_DropTable(accelerators);
 }
 
-static HWND topLevelOf(HWND window) {
-    while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
-    return window;
-}
-
 ShellAccelerators* Accelerators_Above(HWND window) {
-    ShellRecord* shell = Shell_Find(topLevelOf(window));
+    ShellRecord* shell = Shell_Find(topLevelWindow(window));
     return shell ? Shell_GetAccelerators(shell) : nullptr;
 }
 
@@ -119,7 +113,7 @@ static bool isKey(const MSG& message) {
 }
 
 bool Accelerators_Translate(MSG* message) {
-    if (message->message < WM_KEYFIRST || message->message > lastKeyMessage) return false;
+    if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST) return false;
     ShellAccelerators* accelerators = Accelerators_Above(message->hwnd);
     if (!accelerators) return false;
     HACCEL table = Accelerators_GetTable(accelerators);
@@ -128,5 +122,5 @@ bool Accelerators_Translate(MSG* message) {
     if (isKey(*message) && message->wParam == VK_SHIFT)
         accelerators->shiftDown = message->message == WM_KEYDOWN;
     if (dispatchControlShift(*accelerators, *message)) return true;
-    return TranslateAcceleratorW(topLevelOf(message->hwnd), table, message) != 0;
+    return TranslateAcceleratorW(topLevelWindow(message->hwnd), table, message) != 0;
 }

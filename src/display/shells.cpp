@@ -3,6 +3,11 @@
 #include "bridge/memory.h"
 #include "display/display.h"
 
+HWND topLevelWindow(HWND window) {
+    while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
+    return window;
+}
+
 static bool contains(const ShellNode* list, const ShellRecord* shell) {
     for (; list; list = list->next)
         if (list->shell == shell) return true;
@@ -148,11 +153,6 @@ bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell) {
     return contains(display->controlList, shell);
 }
 
-static HWND topLevelOf(HWND window) {
-    while (window && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) window = GetParent(window);
-    return window;
-}
-
 static bool isListedWindow(const DisplayRecord* display, HWND window) {
     const ShellNode* node = display->controlList;
     while (node && Shell_GetWindow(node->shell) != window) node = node->next;
@@ -160,7 +160,7 @@ static bool isListedWindow(const DisplayRecord* display, HWND window) {
 }
 
 OpenDialog::OpenDialog(DisplayRecord* itsDisplay, HWND owner)
-    : display(itsDisplay), window(topLevelOf(owner)) {
+    : display(itsDisplay), window(topLevelWindow(owner)) {
     Display_Retain(display);
     LeafLock lock;
     wasListed = isListedWindow(display, window);

@@ -9,6 +9,9 @@
 struct DisplayRecord;
 struct ShellRecord;
 
+// The window itself, or the nearest around it, that is no child; null for null.
+HWND topLevelWindow(HWND window);
+
 // The shell module owns these.
 ShellRecord* Shell_Find(HWND window); // null when it is no shell's. Display thread.
 HWND Shell_GetWindow(const ShellRecord* shell);

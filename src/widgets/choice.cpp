@@ -28,15 +28,9 @@ static LRESULT send(const ChoiceRecord* choice, UINT message, WPARAM wParam = 0,
 
 static LRESULT countItems(const ChoiceRecord* choice) { return send(choice, CB_GETCOUNT); }
 
-// What the window leads to: of a choice's inner children it is the choice, which has another
-// window. Not to be read from.
-static const void* recordOf(HWND window) {
-    return reinterpret_cast<const void*>(GetWindowLongW(window, GWL_USERDATA));
-}
-
 // The focus only moves between the choice and its own edit field: no change for Java.
 static bool staysWithin(const ChoiceRecord* choice, WPARAM otherWindow) {
-    return otherWindow && recordOf(reinterpret_cast<HWND>(otherWindow)) == choice;
+    return otherWindow && controlOf(reinterpret_cast<HWND>(otherWindow)) == choice;
 }
 
 static LRESULT focusChanged(const ChoiceRecord* choice, UINT message, WPARAM wParam,
@@ -56,7 +50,7 @@ static LRESULT colorList(const ChoiceRecord* choice, HDC context) {
 }
 
 static LRESULT colorChild(const ChoiceRecord* choice, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (recordOf(reinterpret_cast<HWND>(lParam)))
+    if (controlOf(reinterpret_cast<HWND>(lParam)))
         return _Control_Proc(choice->hwnd, message, wParam, lParam);
     return colorList(choice, reinterpret_cast<HDC>(wParam));
 }

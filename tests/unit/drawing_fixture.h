@@ -84,3 +84,14 @@ class DrawingTest : public DeviceTest {
     static constexpr DWORD white = 0xFFFFFF, redPixel = 0xFF0000, greenPixel = 0x00FF00;
     jint image, graphics, red, green;
 };
+
+// The points of the last Polyline or Polygon.
+inline std::vector<POINT> points;
+inline BOOL WINAPI recordPolyline(HDC dc, const POINT* list, int count) {
+    points.assign(list, list + count);
+    return Polyline(dc, list, count);
+}
+inline BOOL WINAPI recordPolygon(HDC dc, const POINT* list, int count) {
+    points.assign(list, list + count);
+    return Polygon(dc, list, count);
+}

@@ -8,15 +8,6 @@
 constexpr jint most = 0x7FFFFFFF;
 constexpr jint least = -most - 1;
 
-static std::vector<POINT> points;
-static BOOL WINAPI recordPolyline(HDC dc, const POINT* list, int count) {
-    points.assign(list, list + count);
-    return Polyline(dc, list, count);
-}
-static BOOL WINAPI recordPolygon(HDC dc, const POINT* list, int count) {
-    points.assign(list, list + count);
-    return Polygon(dc, list, count);
-}
 static RECT edges;
 static BOOL WINAPI recordRectangle(HDC, int left, int top, int right, int bottom) {
     edges = {left, top, right, bottom};

@@ -5,17 +5,6 @@
 #include "leaks.h"
 #include <cmath>
 
-// The points of the last Polyline or Polygon.
-static std::vector<POINT> points;
-static BOOL WINAPI recordPolyline(HDC dc, const POINT* list, int count) {
-    points.assign(list, list + count);
-    return Polyline(dc, list, count);
-}
-static BOOL WINAPI recordPolygon(HDC dc, const POINT* list, int count) {
-    points.assign(list, list + count);
-    return Polygon(dc, list, count);
-}
-
 TEST_F(DrawingTest, a_line_has_both_its_ends) {
     draw("DrawLine", 1, 1, 4, 1);
     draw("DrawLine", 5, 3, 2, 3);
