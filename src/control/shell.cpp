@@ -1,4 +1,5 @@
 #include "control/shell.h"
+#include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "control/menu_hooks.h"
 #include "display/requests.h"
@@ -49,6 +50,13 @@ static void fixFrame(HWND window, HWND parent, DWORD javaStyle) {
     SetWindowPos(window, nullptr, 0, 0, 0, 0, frameChanged);
 }
 
+// Those are left whose windows have not gone with the shell's, which the system did not destroy.
+static void leaveChildren(const ShellRecord* shell) {
+    LeafLock lock;
+    for (ShellRecord* child = shell->display->shells; child; child = child->next)
+        if (child->parent == shell) child->parent = nullptr;
+}
+
 static int disposeShell(WidgetRecord* widget, ErrorRecord* error) {
     auto* shell = static_cast<ShellRecord*>(widget);
     Display_RemoveControl(shell->display, shell);
@@ -57,7 +65,9 @@ static int disposeShell(WidgetRecord* widget, ErrorRecord* error) {
     MenuRecord* defaultBar = shell->defaultMenuBar;
     shell->defaultMenuBar = nullptr;
     MenuBar_Destroy(defaultBar, error);
-    return _Dispose_Scrollable(shell, error);
+    int result = _Dispose_Scrollable(shell, error);
+    leaveChildren(shell);
+    return result;
 }
 
 static void attach(ShellRecord* shell) {
@@ -160,13 +170,8 @@ void Shell_Maximize(ShellRecord* shell) {
                  SWP_NOZORDER | SWP_NOACTIVATE | (sameSize ? SWP_NOSIZE : SWP_FRAMECHANGED));
 }
 
-static LRESULT maximize(void* shell) {
-    Shell_Maximize(static_cast<ShellRecord*>(shell));
-    return 0;
-}
-
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord*) {
-    if (maximized) Display_Run(shell->display, maximize, shell);
+    if (maximized) Control_Run(shell, Shell_Maximize);
 }
 
 bool Shell_GetMinimized(ShellRecord*, ErrorRecord*) { return false; }
@@ -183,37 +188,24 @@ void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord*) {
     SetWindowPos(shell->hwnd, nullptr, 0, 0, 0, 0, frameChanged | SWP_NOOWNERZORDER);
 }
 
-namespace {
-
-struct BarChange {
-    ShellRecord* shell;
-    MenuRecord* bar;
-};
-
-} // namespace
-
 void Shell_ShowMenuBar(const ShellRecord* shell) {
     HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
     if (bar) ShowWindow(bar, SW_SHOW);
 }
 
 // The new bar is the shell's before anybody can dispose of it: it is taken out of the shell then.
-static LRESULT changeBar(void* context) {
-    auto* change = static_cast<const BarChange*>(context);
-    ShellRecord* shell = change->shell;
+static void changeBar(ShellRecord* shell, MenuRecord* bar) {
     HWND window = shell->hwnd;
     HWND shown = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
-    shell->menuBar = change->bar;
+    shell->menuBar = bar;
     if (shown) ShowWindow(shown, SW_HIDE);
     shell = Shell_Find(window);
-    if (!shell) return 0;
+    if (!shell) return;
     Shell_ShowMenuBar(shell);
     shell = Shell_Find(window);
     if (shell && !shell->parent) Shell_Maximize(shell);
-    return 0;
 }
 
 void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord*) {
-    BarChange change = {shell, bar};
-    Display_Run(shell->display, changeBar, &change);
+    Control_Run(shell, [=](ShellRecord* found) { changeBar(found, bar); });
 }

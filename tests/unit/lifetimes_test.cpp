@@ -4,6 +4,7 @@
 #include "control/shell.h"
 #include "device.h"
 #include "display/display.h"
+#include "faults.h"
 #include "leaks.h"
 #include "menu/menu_item.h"
 #include <thread>
@@ -73,6 +74,21 @@ TEST_F(LifetimesTest, child_shells_go_after_their_owner) {
     dispose(child);
     dispose(other);
     dispatchAll();
+}
+
+TEST_F(LifetimesTest, child_shells_outlive_an_owner_whose_window_stays) {
+    jint shell = newShell();
+    HWND window = windowOf(shell);
+    jint child = newChildShell(shell, modal);
+    {
+        Faults faults;
+        faults.fail("DestroyWindow", 0);
+        dispose(shell);
+    }
+    EXPECT_EQ(record(child)->parent, nullptr);
+    show(child);
+    dispose(child);
+    DestroyWindow(window);
 }
 
 TEST_F(LifetimesTest, widgets_go_after_their_display) {
