@@ -4,15 +4,26 @@
 #include "bridge/narrow.h"
 #include "bridge/widget.h"
 
-extern "C" jint getEnv(CallbackLookup* lookup, JNIEnv** envOut, jint* attachedOut) {
-    jint result = lookup->vm->GetEnv(reinterpret_cast<void**>(envOut), JNI_VERSION_1_1);
-    *attachedOut = result == JNI_EDETACHED;
-    if (result != JNI_EDETACHED) return result;
+static jint findEnv(const CallbackLookup* lookup, JNIEnv** envOut) {
+    return lookup->vm->GetEnv(reinterpret_cast<void**>(envOut), JNI_VERSION_1_1);
+}
+
+static jint attach(const CallbackLookup* lookup, JNIEnv** envOut) {
     return lookup->vm->AttachCurrentThread(reinterpret_cast<void**>(envOut), nullptr);
 }
 
+extern "C" jint getEnv(CallbackLookup* lookup, JNIEnv** envOut, jint* attachedOut) {
+    jint result = findEnv(lookup, envOut);
+    *attachedOut = result == JNI_EDETACHED;
+    return *attachedOut ? attach(lookup, envOut) : result;
+}
+
+// Nearly all ids are the number of their bucket, and spare the division.
 static CallbackEntry** bucketOf(CallbackLookup* lookup, DWORD id) {
-    return &lookup->table[id % callbackBuckets];
+    DWORD bucket = id;
+    if (bucket >= callbackBuckets) [[unlikely]]
+        bucket %= callbackBuckets;
+    return &lookup->table[bucket];
 }
 
 static CallbackEntry* findEntry(CallbackLookup* lookup, DWORD id) {
@@ -117,70 +128,93 @@ void Widget_SetData(JNIEnv* env, WidgetRecord* widget, jobject data) {
 
 extern "C" CallbackLookup* getCallbackLookup(CallbackTarget* target) {
     if (!target) return nullptr;
-    if (!target->display) target->display = target->widget->display;
+    if (!target->display) [[unlikely]]
+        target->display = target->widget->display;
     return Display_GetCallbacks(target->display);
 }
 
 namespace {
 
-enum class Readiness { ready, noMethod, noEnvironment };
-
 struct Invocation {
     JNIEnv* env;
-    JavaVM* vm;
     jmethodID method;
-    jint attached;
+    JavaVM* attachedTo; // from which the thread is detached behind the call; null: stays
+    bool lacksEnvironment;
 };
 
 } // namespace
 
 // A thread that was attached here stays attached when the method cannot be resolved; that is meant.
 static jmethodID resolveMethod(JNIEnv* env, CallbackEntry* entry, const char* signature) {
-    if (entry->methodID) return entry->methodID;
     jclass receiver = env->FindClass(entry->className);
     if (receiver) entry->methodID = env->GetMethodID(receiver, entry->methodName, signature);
     if (!entry->methodID) env->ExceptionDescribe();
     return entry->methodID;
 }
 
-static Readiness prepare(DWORD id, const char* signature, CallbackTarget* target,
-                         Invocation* invocation) {
+// The environment of a thread that the VM does not know yet.
+[[gnu::noinline]] static bool attachFor(Invocation* invocation, CallbackLookup* lookup,
+                                        jint result) {
+    if (result == JNI_EDETACHED) {
+        invocation->attachedTo = lookup->vm;
+        result = attach(lookup, &invocation->env);
+    }
+    invocation->lacksEnvironment = result != JNI_OK;
+    return result == JNI_OK;
+}
+
+// The environment in which the method can be called, or null. Without one on this thread the
+// invocation tells so; else that field is left alone.
+[[gnu::always_inline]] static inline JNIEnv*
+prepareHere(DWORD id, const char* signature, CallbackTarget* target, Invocation* invocation) {
     CallbackLookup* lookup = getCallbackLookup(target);
-    if (!lookup) return Readiness::noMethod;
+    if (!lookup) return nullptr;
     CallbackEntry* entry = findEntry(lookup, id);
-    if (!entry) return Readiness::noMethod;
-    invocation->vm = lookup->vm;
-    if (getEnv(lookup, &invocation->env, &invocation->attached) != JNI_OK)
-        return Readiness::noEnvironment;
+    if (!entry) return nullptr;
+    invocation->attachedTo = nullptr;
+    jint result = findEnv(lookup, &invocation->env);
+    if (result != JNI_OK && !attachFor(invocation, lookup, result)) return nullptr;
+    JNIEnv* env = invocation->env;
     // What an earlier listener threw has yet to surface in Java; until then none may be called.
-    if (isExceptionPending(invocation->env)) return Readiness::noMethod;
-    invocation->method = resolveMethod(invocation->env, entry, signature);
-    return invocation->method ? Readiness::ready : Readiness::noMethod;
+    if (isExceptionPending(env)) return nullptr;
+    invocation->method = entry->methodID;
+    if (!invocation->method) [[unlikely]] {
+        invocation->method = resolveMethod(env, entry, signature);
+        if (!invocation->method) return nullptr;
+    }
+    return env;
+}
+
+static JNIEnv* prepare(DWORD id, const char* signature, CallbackTarget* target,
+                       Invocation* invocation) {
+    return prepareHere(id, signature, target, invocation);
 }
 
 static void finish(const Invocation& invocation) {
-    if (invocation.attached) invocation.vm->DetachCurrentThread();
+    if (invocation.attachedTo) [[unlikely]]
+        invocation.attachedTo->DetachCurrentThread();
 }
 
 extern "C" void vaCallback(DWORD id, const char* signature, CallbackTarget* target, ...) {
     Invocation call;
-    if (prepare(id, signature, target, &call) != Readiness::ready) return;
+    // Most events pass here.
+    JNIEnv* env = prepareHere(id, signature, target, &call);
+    if (!env) return;
     va_list arguments;
     va_start(arguments, target);
-    call.env->CallVoidMethodV(target->object, call.method, arguments);
+    env->CallVoidMethodV(target->object, call.method, arguments);
     va_end(arguments);
     finish(call);
 }
 
 extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarget* target, ...) {
-    Invocation call;
-    Readiness readiness = prepare(id, signature, target, &call);
+    Invocation call = {};
+    JNIEnv* env = prepare(id, signature, target, &call);
     // Without an environment the answer is true; that is meant.
-    if (readiness == Readiness::noEnvironment) return 1;
-    if (readiness != Readiness::ready) return 0;
+    if (!env) return call.lacksEnvironment;
     va_list arguments;
     va_start(arguments, target);
-    jboolean answer = narrow(call.env->CallBooleanMethodV(target->object, call.method, arguments));
+    jboolean answer = narrow(env->CallBooleanMethodV(target->object, call.method, arguments));
     va_end(arguments);
     finish(call);
     return answer != JNI_FALSE;
@@ -188,10 +222,11 @@ extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarge
 
 jint vaCallbackInt(DWORD id, const char* signature, CallbackTarget* target, ...) {
     Invocation call;
-    if (prepare(id, signature, target, &call) != Readiness::ready) return 0;
+    JNIEnv* env = prepare(id, signature, target, &call);
+    if (!env) return 0;
     va_list arguments;
     va_start(arguments, target);
-    jint answer = call.env->CallIntMethodV(target->object, call.method, arguments);
+    jint answer = env->CallIntMethodV(target->object, call.method, arguments);
     va_end(arguments);
     finish(call);
     return answer;

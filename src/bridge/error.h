@@ -25,6 +25,12 @@ enum ErrorCode : LONG {
     errorDecodingFailed = -8,
 };
 
+// No error yet. Without one nobody reads the message: every native call runs this.
+inline void Error_Init(ErrorRecord* record) {
+    record->code = 0;
+    record->ownsMessage = FALSE;
+}
+
 // Stores the three fields and returns the record; a null record is left alone. A message that the
 // record owned before is freed: nobody else needs to.
 ErrorRecord* Error_Set(ErrorRecord* record, LONG code, const wchar_t* message, BOOL ownsMessage);

@@ -84,8 +84,6 @@ wchar_t* toNativeString(const jchar* characters, jint length, BYTE* mustFreeOut)
     return text;
 }
 
-bool isExceptionPending(JNIEnv* env) { return narrow(env->ExceptionCheck()) != JNI_FALSE; }
-
 void throwOutOfMemory(JNIEnv* env, const char* message) {
     jclass error = env->FindClass("java/lang/OutOfMemoryError");
     if (error) {

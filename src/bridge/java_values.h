@@ -2,6 +2,7 @@
 // Native values to Java values and back. All take the environment of the calling thread; all that
 // build return a local reference, or null with the VM's exception pending.
 
+#include "bridge/narrow.h"
 #include "ce.h"
 #include <jni.h>
 
@@ -37,7 +38,7 @@ jobjectArray convertToJavaStringArray(JNIEnv* env, const wchar_t* const* list);
 // memory for it.
 wchar_t* toNativeString(const jchar* characters, jint length, BYTE* mustFreeOut);
 
-bool isExceptionPending(JNIEnv* env);
+inline bool isExceptionPending(JNIEnv* env) { return narrow(env->ExceptionCheck()) != JNI_FALSE; }
 
 // Throws java/lang/OutOfMemoryError; fatal to the VM when not even that class can be found.
 void throwOutOfMemory(JNIEnv* env, const char* message);

@@ -17,7 +17,7 @@
 #include "bridge/error.h"
 #include "bridge/firing.h"
 #include "bridge/layout.h"
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "bridge/widget.h"
 #include "ce.h"
 #include "display/display.h"

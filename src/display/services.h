@@ -2,7 +2,7 @@
 // Display-wide services: injected input, the beep, the insets of the work area, the focus.
 // Any thread.
 
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "display/display.h"
 
 struct ColorRecord;

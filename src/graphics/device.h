@@ -2,7 +2,7 @@
 // Devices: the screen's properties. Any thread.
 
 #include "bridge/error.h"
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "ce.h"
 
 struct DeviceRecord;

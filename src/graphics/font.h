@@ -3,7 +3,7 @@
 
 #include "bridge/error.h"
 #include "bridge/layout.h"
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "ce.h"
 
 struct DeviceRecord;

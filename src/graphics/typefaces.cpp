@@ -1,6 +1,7 @@
 // The face names of the device's fonts.
 
 #include "bridge/memory.h"
+#include "bridge/string_list.h"
 #include "graphics/device.h"
 #include "graphics/gdi_guards.h"
 

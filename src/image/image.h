@@ -5,7 +5,7 @@
 
 #include "bridge/error.h"
 #include "bridge/layout.h"
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "ce.h"
 #include "image/section.h"
 

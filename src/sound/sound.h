@@ -5,7 +5,7 @@
 // not begun or well under way; Sound_Dispose has to be the last of them.
 
 #include "bridge/error.h"
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "sound/formats.h"
 #include "sound/player.h"
 

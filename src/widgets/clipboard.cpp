@@ -1,4 +1,5 @@
 #include "widgets/clipboard.h"
+#include "bridge/memory.h"
 #include <string.h>
 
 static void fail(ErrorRecord* error, const wchar_t* message) {

@@ -1,7 +1,8 @@
 #pragma once
 // Text exchange with the other programs. Any thread.
 
-#include "bridge/native.h"
+#include "bridge/error.h"
+#include "bridge/values.h"
 
 // Null without an error when the clipboard holds no text. The caller frees it.
 NativeString Clipboard_GetText(ErrorRecord* error);

@@ -1,5 +1,7 @@
 #include "widgets/file_dialog.h"
 #include "bridge/leaf_lock.h"
+#include "bridge/memory.h"
+#include "bridge/string_list.h"
 #include "control/control.h"
 #include "display/display.h"
 #include "display/quit.h"

@@ -2,7 +2,7 @@
 // The system's dialogs that ask for a file to open or to save. Any thread; the dialog runs on the
 // display's when it is opened there, else on a thread of its own.
 
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "bridge/widget.h"
 
 struct ControlRecord;

@@ -1,7 +1,7 @@
 #pragma once
 // Lists: items of text of which one, or in multiple mode several, can be selected. Any thread.
 
-#include "bridge/native.h"
+#include "bridge/values.h"
 #include "control/scrollable.h"
 
 struct ListRecord : ScrollableRecord {

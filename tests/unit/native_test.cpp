@@ -1,6 +1,6 @@
 // The convention of all natives, tried with operations made for it.
 
-#include "bridge/native.h"
+#include "bridge/natives/native.h"
 #include "bridge/widget.h"
 #include "leaks.h"
 #include "test_vm.h"
@@ -49,6 +49,11 @@ static jint sumBytes(ByteArguments bytes, ErrorRecord*) {
     jint sum = 0;
     for (jint i = 0; i < bytes.count; ++i) sum += bytes.values[i];
     return sum;
+}
+
+static jint sumOfTwo(IntArguments ints, ByteArguments bytes, ErrorRecord* error) {
+    ++operations;
+    return sumAndDouble(ints, error) + sumBytes(bytes, error);
 }
 
 static bool negate(bool flag, ErrorRecord*) { return !flag; }
@@ -107,6 +112,11 @@ static WidgetRecord* madeAndFailed(bool isMade, ErrorRecord* error) {
 
 class NativeTest : public testing::Test {
   protected:
+    template <auto Operation, class... Java>
+    auto run(Java... java) {
+        NATIVE_DESCRIPTION(description, Operation, "Class_Method");
+        return native::call<Operation>(vm.env(), description, java...);
+    }
     NativeTest() { reset(); }
     ~NativeTest() override {
         // The library's objects are part of this program, so the device's heap is counted as it is.
@@ -118,21 +128,21 @@ class NativeTest : public testing::Test {
 };
 
 TEST_F(NativeTest, a_null_string_is_a_null_pointer) {
-    native::call<takeText>(vm.env(), "X", static_cast<jstring>(nullptr));
+    run<takeText>(static_cast<jstring>(nullptr));
     EXPECT_TRUE(sawNull);
     EXPECT_TRUE(vm.calls.empty());
 }
 
 TEST_F(NativeTest, a_string_is_terminated_although_the_vms_is_not) {
-    native::call<takeText>(vm.env(), "X", vm.newString(u"exact"));
+    run<takeText>(vm.newString(u"exact"));
     EXPECT_EQ(seenText, L"exact");
     EXPECT_EQ(vm.calls, (Events{"GetStringChars", "ExceptionCheck", "GetStringLength",
-                                "ExceptionCheck", "ReleaseStringChars"}));
+                                "ReleaseStringChars"}));
 }
 
 TEST_F(NativeTest, an_exception_while_taking_a_string_ends_the_native) {
     vm.failCall("GetStringChars");
-    native::call<takeText>(vm.env(), "X", vm.newString(u"text"));
+    run<takeText>(vm.newString(u"text"));
     EXPECT_EQ(operations, 0);
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
     EXPECT_TRUE(vm.reports.empty());
@@ -140,19 +150,30 @@ TEST_F(NativeTest, an_exception_while_taking_a_string_ends_the_native) {
 
 TEST_F(NativeTest, an_exception_at_the_second_string_releases_the_first_and_takes_no_more) {
     vm.failCall("GetStringChars", 2);
-    native::call<takeTwoTexts>(vm.env(), "X", vm.newString(u"a"), vm.newString(u"b"));
+    run<takeTwoTexts>(vm.newString(u"a"), vm.newString(u"b"));
     EXPECT_EQ(operations, 0);
     EXPECT_EQ(vm.unreleased, 0);
 }
 
+TEST_F(NativeTest, after_an_argument_that_was_not_got_the_vm_is_asked_for_none) {
+    vm.failCall("GetStringChars");
+    run<takeTwoTexts>(vm.newString(u"a"), vm.newString(u"b"));
+    EXPECT_EQ(vm.calls, (Events{"GetStringChars", "ExceptionCheck"}));
+    vm.clearException();
+    vm.calls.clear();
+    vm.failCall("GetIntArrayElements");
+    EXPECT_EQ(run<sumOfTwo>(vm.newInts({1}), vm.newBytes({2})), 0);
+    EXPECT_EQ(vm.calls, (Events{"GetIntArrayElements", "ExceptionCheck"}));
+    EXPECT_EQ(operations, 0);
+}
+
 TEST_F(NativeTest, strings_reach_the_operation_in_order) {
-    native::call<takeTwoTexts>(vm.env(), "X", vm.newString(u"a"), vm.newString(u"b"));
+    run<takeTwoTexts>(vm.newString(u"a"), vm.newString(u"b"));
     EXPECT_EQ(seenText, L"a|b");
 }
 
 TEST_F(NativeTest, an_error_is_reported_once_after_the_arguments_are_released) {
-    jint result = native::call<failWithEverything>(vm.env(), "Class_Method", jint(1),
-                                                   vm.newString(u"x"), vm.newInts({1}));
+    jint result = run<failWithEverything>(jint(1), vm.newString(u"x"), vm.newInts({1}));
     EXPECT_EQ(result, 0);
     ASSERT_EQ(vm.reports.size(), 1u);
     EXPECT_EQ(vm.reports[0].function, "Class_Method");
@@ -164,112 +185,109 @@ TEST_F(NativeTest, an_error_is_reported_once_after_the_arguments_are_released) {
 
 TEST_F(NativeTest, changes_to_an_int_array_are_seen_by_java) {
     jintArray array = vm.newInts({1, 2, 3});
-    EXPECT_EQ(native::call<sumAndDouble>(vm.env(), "X", array), 6);
+    EXPECT_EQ(run<sumAndDouble>(array), 6);
     EXPECT_EQ(vm.ints(array), (std::vector<jint>{2, 4, 6}));
 }
 
 TEST_F(NativeTest, a_null_array_is_a_null_pointer_of_length_0) {
-    EXPECT_EQ(native::call<sumAndDouble>(vm.env(), "X", static_cast<jintArray>(nullptr)), 0);
+    EXPECT_EQ(run<sumAndDouble>(static_cast<jintArray>(nullptr)), 0);
     EXPECT_TRUE(sawNull);
 }
 
 TEST_F(NativeTest, an_exception_while_taking_an_array_ends_the_native) {
     vm.failCall("GetIntArrayElements");
-    EXPECT_EQ(native::call<sumAndDouble>(vm.env(), "X", vm.newInts({1})), 0);
+    EXPECT_EQ(run<sumAndDouble>(vm.newInts({1})), 0);
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
     vm.clearException();
     vm.failCall("GetByteArrayElements");
-    EXPECT_EQ(native::call<sumBytes>(vm.env(), "X", vm.newBytes({1})), 0);
+    EXPECT_EQ(run<sumBytes>(vm.newBytes({1})), 0);
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
 }
 
-TEST_F(NativeTest, byte_arrays_are_taken) {
-    EXPECT_EQ(native::call<sumBytes>(vm.env(), "X", vm.newBytes({10, -3})), 7);
-}
+TEST_F(NativeTest, byte_arrays_are_taken) { EXPECT_EQ(run<sumBytes>(vm.newBytes({10, -3})), 7); }
 
 TEST_F(NativeTest, plain_values_pass) {
-    EXPECT_EQ(native::call<negate>(vm.env(), "X", jboolean(JNI_TRUE)), JNI_FALSE);
-    EXPECT_EQ(native::call<negate>(vm.env(), "X", jboolean(JNI_FALSE)), JNI_TRUE);
-    EXPECT_EQ(native::call<sameHandle>(vm.env(), "X", jint(0x1234)), 0x1234);
-    EXPECT_EQ(native::call<characterCode>(vm.env(), "X", jchar(0xFFFF)), 0xFFFF);
+    EXPECT_EQ(run<negate>(jboolean(JNI_TRUE)), JNI_FALSE);
+    EXPECT_EQ(run<negate>(jboolean(JNI_FALSE)), JNI_TRUE);
+    EXPECT_EQ(run<sameHandle>(jint(0x1234)), 0x1234);
+    EXPECT_EQ(run<characterCode>(jchar(0xFFFF)), 0xFFFF);
 }
 
 TEST_F(NativeTest, rectangles_insets_masks_and_points_become_int_arrays) {
-    EXPECT_EQ(vm.ints(native::call<someBounds>(vm.env(), "X")), (std::vector<jint>{1, 2, 3, 4}));
-    EXPECT_EQ(vm.ints(native::call<someInsets>(vm.env(), "X")), (std::vector<jint>{5, 6, 7, 8}));
-    EXPECT_EQ(vm.ints(native::call<someMasks>(vm.env(), "X")), (std::vector<jint>{9, 10, 11, 12}));
-    EXPECT_EQ(vm.ints(native::call<somePoint>(vm.env(), "X")), (std::vector<jint>{13, 14}));
+    EXPECT_EQ(vm.ints(run<someBounds>()), (std::vector<jint>{1, 2, 3, 4}));
+    EXPECT_EQ(vm.ints(run<someInsets>()), (std::vector<jint>{5, 6, 7, 8}));
+    EXPECT_EQ(vm.ints(run<someMasks>()), (std::vector<jint>{9, 10, 11, 12}));
+    EXPECT_EQ(vm.ints(run<somePoint>()), (std::vector<jint>{13, 14}));
 }
 
 TEST_F(NativeTest, an_owned_string_is_converted_and_freed) {
-    EXPECT_EQ(vm.text(native::call<ownedText>(vm.env(), "X", jboolean(JNI_FALSE))), u"owned");
+    EXPECT_EQ(vm.text(run<ownedText>(jboolean(JNI_FALSE))), u"owned");
 }
 
 TEST_F(NativeTest, an_owned_string_of_a_failed_operation_is_freed_and_not_seen) {
-    EXPECT_EQ(native::call<ownedText>(vm.env(), "X", jboolean(JNI_TRUE)), nullptr);
+    EXPECT_EQ(run<ownedText>(jboolean(JNI_TRUE)), nullptr);
 }
 
-TEST_F(NativeTest, no_string_is_null) { EXPECT_EQ(native::call<noText>(vm.env(), "X"), nullptr); }
+TEST_F(NativeTest, no_string_is_null) { EXPECT_EQ(run<noText>(), nullptr); }
 
 TEST_F(NativeTest, a_string_list_is_converted_and_freed) {
-    EXPECT_EQ(vm.texts(native::call<ownedList>(vm.env(), "X", jint(3), jboolean(JNI_FALSE))),
+    EXPECT_EQ(vm.texts(run<ownedList>(jint(3), jboolean(JNI_FALSE))),
               (std::vector<std::u16string>{u"first", u"more", u"more"}));
 }
 
 TEST_F(NativeTest, an_empty_string_list_is_an_array_of_length_0) {
-    jobjectArray array = native::call<ownedList>(vm.env(), "X", jint(0), jboolean(JNI_FALSE));
+    jobjectArray array = run<ownedList>(jint(0), jboolean(JNI_FALSE));
     ASSERT_NE(array, nullptr);
     EXPECT_TRUE(vm.texts(array).empty());
 }
 
 TEST_F(NativeTest, an_absent_string_list_is_an_array_of_length_0) {
-    jobjectArray array = native::call<absentList>(vm.env(), "X");
+    jobjectArray array = run<absentList>();
     ASSERT_NE(array, nullptr);
     EXPECT_TRUE(vm.texts(array).empty());
 }
 
 TEST_F(NativeTest, a_string_list_of_a_failed_operation_is_freed) {
-    EXPECT_EQ(native::call<ownedList>(vm.env(), "X", jint(2), jboolean(JNI_TRUE)), nullptr);
+    EXPECT_EQ(run<ownedList>(jint(2), jboolean(JNI_TRUE)), nullptr);
 }
 
 TEST_F(NativeTest, a_string_list_that_cannot_be_converted_is_freed) {
     for (const char* failing : {"FindClass", "NewObjectArray", "PushLocalFrame", "NewString"}) {
         vm.failCall(failing);
-        EXPECT_EQ(native::call<ownedList>(vm.env(), "X", jint(2), jboolean(JNI_FALSE)), nullptr)
-            << failing;
+        EXPECT_EQ(run<ownedList>(jint(2), jboolean(JNI_FALSE)), nullptr) << failing;
         EXPECT_NE(vm.pendingException, "") << failing;
         vm.clearException();
     }
 }
 
 TEST_F(NativeTest, a_string_list_is_converted_in_a_frame_of_its_own) {
-    native::call<ownedList>(vm.env(), "X", jint(1), jboolean(JNI_FALSE));
+    run<ownedList>(jint(1), jboolean(JNI_FALSE));
     EXPECT_EQ(vm.calls, (Events{"FindClass", "NewObjectArray", "ExceptionCheck", "PushLocalFrame",
                                 "NewString", "SetObjectArrayElement", "PopLocalFrame"}));
 }
 
 TEST_F(NativeTest, an_int_array_is_written_at_once_and_freed) {
-    jintArray array = native::call<ownedInts>(vm.env(), "X", jint(4), jboolean(JNI_FALSE));
+    jintArray array = run<ownedInts>(jint(4), jboolean(JNI_FALSE));
     EXPECT_EQ(vm.ints(array), (std::vector<jint>{0, 1, 4, 9}));
     EXPECT_EQ(vm.calls, (Events{"NewIntArray", "SetIntArrayRegion[0+4]"}));
 }
 
 TEST_F(NativeTest, a_count_of_0_is_an_empty_array) {
-    jintArray array = native::call<ownedInts>(vm.env(), "X", jint(0), jboolean(JNI_FALSE));
+    jintArray array = run<ownedInts>(jint(0), jboolean(JNI_FALSE));
     ASSERT_NE(array, nullptr);
     EXPECT_TRUE(vm.ints(array).empty());
     EXPECT_EQ(vm.calls, Events{"NewIntArray"});
 }
 
 TEST_F(NativeTest, an_int_array_of_a_failed_operation_is_freed) {
-    EXPECT_EQ(native::call<ownedInts>(vm.env(), "X", jint(4), jboolean(JNI_TRUE)), nullptr);
+    EXPECT_EQ(run<ownedInts>(jint(4), jboolean(JNI_TRUE)), nullptr);
 }
 
 TEST_F(NativeTest, a_widget_that_java_never_learns_of_is_disposed_of) {
     hearing = &vm;
     for (bool isMade : {true, false}) {
         disposals = 0;
-        EXPECT_EQ(native::call<madeAndFailed>(vm.env(), "X", jboolean(isMade)), 0);
+        EXPECT_EQ(run<madeAndFailed>(jboolean(isMade)), 0);
         EXPECT_EQ(disposals, isMade);
         ASSERT_EQ(vm.reports.size(), 1u);
         EXPECT_EQ(vm.reports[0].message, u"it failed");
@@ -279,6 +297,6 @@ TEST_F(NativeTest, a_widget_that_java_never_learns_of_is_disposed_of) {
 
 TEST_F(NativeTest, an_int_array_that_cannot_be_made_is_null_and_its_buffer_freed) {
     vm.failCall("NewIntArray");
-    EXPECT_EQ(native::call<ownedInts>(vm.env(), "X", jint(4), jboolean(JNI_FALSE)), nullptr);
+    EXPECT_EQ(run<ownedInts>(jint(4), jboolean(JNI_FALSE)), nullptr);
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
 }

@@ -1,4 +1,0 @@
-#include "bridge/native.h"
-#include "menu/menu.h"
-
-WIDGET_NATIVE(jint, MenuBar, New, (jint shell), (shell))

@@ -1,4 +1,0 @@
-#include "bridge/native.h"
-#include "widgets/button.h"
-
-WIDGET_NATIVE(jint, PushButton, New, (jint parent, jint style), (parent, style))
