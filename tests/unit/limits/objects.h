@@ -1,0 +1,27 @@
+#pragma once
+// One object of each kind that natives take, made when the first native asks for it.
+
+#include "../../support/device.h"
+#include "natives.h"
+
+class ObjectsTest : public DeviceTest {
+  protected:
+    // A top shell is there already; whatever is made lies in it.
+    jint objectOf(ObjectKind kind);
+
+    // Ends all of them, what was made last first.
+    void disposeOfObjects();
+
+    // What a native that makes something gave to Java; does nothing for any other native.
+    void disposeOfResult(const std::string& native, jint result);
+
+    // Those that exist.
+    std::vector<jint> images() const;
+
+  private:
+    jint make(ObjectKind kind);
+    jint makeWithItems(const char* made, const char* add);
+    void disposeOf(ObjectKind kind, jint object);
+
+    std::vector<std::pair<ObjectKind, jint>> objects;
+};

@@ -1,0 +1,291 @@
+// Every native that takes numbers, strings or arrays, called at their limits: it reports an error
+// or does something, and never faults, keeps a lock or leaves anything behind. The natives are
+// those that the Java classes declare; one whose arguments have no known meaning fails.
+
+#include "faults.h"
+#include "image/image.h"
+#include "leaks.h"
+#include "limits/natives.h"
+#include "limits/objects.h"
+#include "sound_files.h"
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr jint extremes[] = {0, 1, -1, INT_MAX, INT_MIN};
+// Where the system's own numbers end.
+constexpr jint systemLimits[] = {0x7FFF, -0x8000, 0xFFFF, INT_MAX - 1, INT_MIN + 1};
+constexpr jchar characters[] = {0, 1, 'x', 0x7F, 0x80, 0xD800, 0xDC00, 0xFFFE, 0xFFFF};
+constexpr size_t megabyte = 0x100000;
+
+// What is given in place of a usual argument.
+struct Argument {
+    DWORD usual = 0;
+    std::vector<DWORD> others;
+    // Those that are tried together with others of another argument.
+    std::vector<DWORD> paired;
+    bool isNumber = false;
+};
+
+using Words = std::vector<DWORD>;
+
+} // namespace
+
+// Any native by its words, of which there may be as many as in the longest declaration.
+template <size_t... I>
+static DWORD callWords(void* function, JNIEnv* env, const Words& words, std::index_sequence<I...>) {
+    using Function = DWORD(__stdcall*)(JNIEnv*, void*, decltype(DWORD(I))...);
+    return reinterpret_cast<Function>(function)(env, nullptr, words[I]...);
+}
+
+template <size_t Count = 0>
+static DWORD callAny(void* function, JNIEnv* env, const Words& words) {
+    constexpr size_t mostWords = 12;
+    if constexpr (Count > mostWords) {
+        ADD_FAILURE() << "more words than this test passes";
+        return 0;
+    } else {
+        if (words.size() == Count)
+            return callWords(function, env, words, std::make_index_sequence<Count>());
+        return callAny<Count + 1>(function, env, words);
+    }
+}
+
+static Words wordsOf(const jint* begin, const jint* end) { return {begin, end}; }
+
+static Argument numberArgument(const Meaning& meaning) {
+    Words others = wordsOf(std::begin(extremes), std::end(extremes));
+    std::vector<jint> limits = meaning.limits;
+    limits.insert(limits.end(), std::begin(systemLimits), std::end(systemLimits));
+    for (jint limit : limits)
+        for (jint neighbour : {-1, 0, 1}) others.push_back(DWORD(limit) + DWORD(neighbour));
+    std::sort(others.begin(), others.end());
+    others.erase(std::unique(others.begin(), others.end()), others.end());
+    return {DWORD(meaning.usual), others, wordsOf(std::begin(extremes), std::end(extremes)), true};
+}
+
+template <class Reference>
+static DWORD word(Reference reference) {
+    return reinterpret_cast<DWORD>(reference);
+}
+
+static const Meaning* knownMeaning(const DeclaredNative& native, const Parameter& parameter) {
+    const Meaning* meaning = meaningOf(native.name, parameter.name);
+    if (!meaning) ADD_FAILURE() << "what is the int " << parameter.name << " of " << native.name;
+    return meaning;
+}
+
+// Input, and what waits for a person, stay away from the device.
+static void WINAPI pressNothing(BYTE, BYTE, DWORD, DWORD) {}
+static UINT WINAPI sendNothing(UINT count, INPUT*, int) { return count; }
+static BOOL WINAPI trackNothing(HMENU, UINT, int, int, HWND, TPMPARAMS*) { return FALSE; }
+
+static int callsMade;
+
+class LimitsTest : public ObjectsTest, public testing::WithParamInterface<DeclaredNative> {
+  protected:
+    static void TearDownTestSuite() { printf("%d calls at the limits\n", callsMade); }
+
+    // first: which of the kinds the native's first object is.
+    Argument objectArgument(const Meaning& meaning, size_t kind) {
+        Argument argument;
+        argument.usual = DWORD(objectOf(meaning.kinds[kind]));
+        if (meaning.maybeNone) argument.others = {0};
+        return argument;
+    }
+
+    Argument stringArgument() {
+        Words strings = {0};
+        for (const auto& text :
+             {std::u16string(), std::u16string(u"\xD800"), std::u16string(u"\xDC00x"),
+              std::u16string(u"a\xDC00\xD800"), std::u16string(127, u'W'),
+              std::u16string(128, u'W'), std::u16string(megabyte / sizeof(char16_t), u'm')})
+            strings.push_back(word(vm.newString(text)));
+        return {word(vm.newString(u"text")), strings, strings, false};
+    }
+
+    Argument intsArgument() {
+        Words arrays = {0};
+        for (const auto& ints : std::vector<std::vector<jint>>{
+                 {}, {1}, {0, -1, 9}, {INT_MAX, INT_MIN, INT_MIN, INT_MAX, -1, 0, 1, 2}})
+            arrays.push_back(word(vm.newInts(ints)));
+        return {word(vm.newInts(std::vector<jint>(256, 1))), arrays, arrays, false};
+    }
+
+    Argument bytesArgument(const std::string& native) {
+        std::vector<jbyte> usual(256, 1);
+        if (native == "Sound_Play") {
+            FileBytes file =
+                waveFile(waveFormat(WAVE_FORMAT_PCM, 1, 8000, 8), FileBytes(212, 0x80));
+            usual.assign(file.begin(), file.end());
+        }
+        Words arrays = {0};
+        for (const auto& bytes : std::vector<std::vector<jbyte>>{{}, {1}, {1, 2, 3}})
+            arrays.push_back(word(vm.newBytes(bytes)));
+        return {word(vm.newBytes(usual)), arrays, arrays, false};
+    }
+
+    Argument argumentOf(const DeclaredNative& native, const Parameter& parameter, size_t kind) {
+        if (parameter.type == "int") {
+            const Meaning* meaning = knownMeaning(native, parameter);
+            if (!meaning) return {};
+            if (meaning->isNumber()) return numberArgument(*meaning);
+            return objectArgument(*meaning, kind);
+        }
+        if (parameter.type == "boolean") {
+            Argument argument;
+            argument.usual = asWord(jboolean(JNI_TRUE));
+            argument.others = {asWord(jboolean(JNI_FALSE))};
+            return argument;
+        }
+        if (parameter.type == "char") {
+            Argument argument;
+            argument.usual = asWord(jchar('x'));
+            for (jchar character : characters) argument.others.push_back(asWord(character));
+            return argument;
+        }
+        if (parameter.type == "String") return stringArgument();
+        if (parameter.type == "int[]") return intsArgument();
+        if (parameter.type == "byte[]") return bytesArgument(native.name);
+        ADD_FAILURE() << "a parameter of the type " << parameter.type;
+        return {};
+    }
+
+    // An empty pie is described to leave it entered; nothing else is.
+    void expectLocksLeft(const std::string& native, const Words& words, const std::string& call) {
+        constexpr size_t width = 3, height = 4, arcAngle = 6;
+        bool isEmptyPie = native == "Graphics_FillArc" &&
+                          (words[width] == 0 || words[height] == 0 || words[arcAngle] == 0);
+        for (jint object : images()) {
+            auto* image = reinterpret_cast<ImageRecord*>(object);
+            EXPECT_TRUE(isEmptyPie || image->lock.RecursionCount == 0) << call;
+            while (image->lock.RecursionCount > 0) LeaveCriticalSection(&image->lock);
+        }
+    }
+
+    void tryWith(const Words& words) {
+        const DeclaredNative& native = GetParam();
+        std::string told = native.name + std::string("(");
+        for (size_t i = 0; i < words.size(); ++i)
+            told += (i ? ", " : "") + std::to_string(static_cast<jint>(words[i]));
+        told += ")";
+        if (getenv("ZEMVOLT_TELL_CALLS")) fprintf(stderr, "%s\n", told.c_str());
+        ++callsMade;
+        DWORD result = callAny(nativeNamed(native.name), vm.env(), words);
+        EXPECT_LE(vm.reports.size(), 1u) << told;
+        EXPECT_TRUE(vm.pendingException.empty()) << told << vm.pendingException;
+        EXPECT_EQ(vm.unreleased, 0) << told;
+        EXPECT_TRUE(keepsItsArguments() || vm.fatalError.empty()) << told << vm.fatalError;
+        expectLocksLeft(native.name, words, told);
+        bool isMade = std::strcmp(native.result, "int") == 0 && result && vm.reports.empty();
+        if (isMade) disposeOfResult(native.name, jint(result));
+        if (std::strcmp(native.name, "Sound_Play") == 0)
+            call<void(jint)>("Sound_Stop", jint(words[0]));
+        dispatchAll();
+        vm.reports.clear();
+        vm.calls.clear();
+        vm.fatalError.clear();
+        vm.clearException();
+    }
+
+    void tryAll(const std::vector<Argument>& arguments) {
+        Words usual;
+        for (const Argument& argument : arguments) usual.push_back(argument.usual);
+        tryWith(usual);
+        for (size_t i = 0; i < arguments.size(); ++i) {
+            Words words = usual;
+            for (DWORD value : arguments[i].others) {
+                words[i] = value;
+                tryWith(words);
+            }
+        }
+        tryPairs(arguments, usual);
+    }
+
+    // Numbers at their extremes together, and strings and arrays of each length with them.
+    void tryPairs(const std::vector<Argument>& arguments, const Words& usual) {
+        for (size_t i = 0; i < arguments.size(); ++i)
+            for (size_t j = 0; j < arguments.size(); ++j) {
+                bool isPair = arguments[j].isNumber && (arguments[i].isNumber ? i < j : i != j);
+                if (!isPair) continue;
+                Words words = usual;
+                for (DWORD first : arguments[i].paired)
+                    for (DWORD second : arguments[j].paired) {
+                        words[i] = first;
+                        words[j] = second;
+                        tryWith(words);
+                    }
+            }
+    }
+
+    size_t countKindsOfFirst() {
+        const DeclaredNative& native = GetParam();
+        if (native.parameters.empty() || native.parameters[0].type != "int") return 1;
+        const Meaning* meaning = knownMeaning(native, native.parameters[0]);
+        return meaning ? meaning->kinds.size() : 0;
+    }
+
+    void tryEveryKind() {
+        const DeclaredNative& native = GetParam();
+        Faults quiet;
+        quiet.replace("keybd_event", reinterpret_cast<void*>(pressNothing));
+        quiet.replace("SendInput", reinterpret_cast<void*>(sendNothing));
+        quiet.replace("TrackPopupMenuEx", reinterpret_cast<void*>(trackNothing));
+        size_t kinds = countKindsOfFirst();
+        for (size_t kind = 0; kind < kinds; ++kind) {
+            std::vector<Argument> arguments;
+            for (const Parameter& parameter : native.parameters)
+                arguments.push_back(argumentOf(native, parameter, arguments.empty() ? kind : 0));
+            tryAll(arguments);
+        }
+        disposeOfObjects();
+    }
+
+    // The names of a callback are held for good.
+    static bool keepsItsArguments() {
+        return std::strcmp(GetParam().name, "Display_RegisterCallback") == 0;
+    }
+};
+
+TEST_P(LimitsTest, are_survived) {
+    objectOf(ObjectKind::pushItem); // so that the display has its room for items
+    disposeOfObjects();
+    LiveCounts before = countLive();
+    tryEveryKind();
+    LiveCounts after = countLive();
+    if (keepsItsArguments()) return;
+    // What the system makes once and keeps is not made again.
+    if (after.gdiObjects != before.gdiObjects) {
+        before = after;
+        tryEveryKind();
+        after = countLive();
+    }
+    EXPECT_EQ(after.heapBlocks, before.heapBlocks);
+    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+    EXPECT_EQ(after.windows, before.windows);
+}
+
+// Of objects that must be there, and of truths, there is nothing to try.
+static bool hasLimits(const DeclaredNative& native) {
+    return std::any_of(native.parameters.begin(), native.parameters.end(),
+                       [&](const Parameter& parameter) {
+                           if (parameter.type == "Object" || parameter.type == "boolean")
+                               return false;
+                           if (parameter.type != "int") return true;
+                           const Meaning* meaning = meaningOf(native.name, parameter.name);
+                           return !meaning || meaning->isNumber() || meaning->maybeNone;
+                       });
+}
+
+static std::vector<DeclaredNative> nativesWithLimits() {
+    std::vector<DeclaredNative> found;
+    for (const DeclaredNative& native : declaredNatives())
+        if (hasLimits(native)) found.push_back(native);
+    return found;
+}
+
+INSTANTIATE_TEST_SUITE_P(natives, LimitsTest, testing::ValuesIn(nativesWithLimits()),
+                         [](const auto& native) { return std::string(native.param.name); });
