@@ -125,6 +125,21 @@ TEST_F(AppearanceTest, shells_and_composites_inherit_the_background_push_buttons
     EXPECT_FALSE(inherits(newButton(shell)));
 }
 
+TEST_F(AppearanceTest, only_the_low_byte_of_the_flag_says_that_a_background_is_inherited) {
+    jint composite = newComposite(shell);
+    auto* record = reinterpret_cast<ControlRecord*>(composite);
+    const struct {
+        BOOL flag;
+        bool inherits;
+    } rows[] = {{0, false}, {1, true}, {0x100, false}, {0x7FFFFF00, false}, {0x101, true}};
+    for (const auto& row : rows) {
+        record->inheritsBackground = row.flag;
+        bool inherits = call<jboolean(jint)>("Control_InheritsBackground", composite);
+        EXPECT_EQ(inherits, row.inherits) << row.flag;
+    }
+    record->inheritsBackground = TRUE;
+}
+
 TEST_F(AppearanceTest, a_cursor_is_kept_and_shown_at_once) {
     jint button = newButton(shell);
     HCURSOR hand = LoadCursorW(nullptr, IDC_HAND);

@@ -65,6 +65,31 @@ TEST_F(ControlProcTest, drawing_that_is_off_in_a_parent_is_off) {
     record(shell)->redraw = TRUE;
 }
 
+static RECT updateArea;
+static BOOL WINAPI answerUpdateArea(HWND, RECT* area, BOOL) {
+    *area = updateArea;
+    return TRUE;
+}
+
+// Nothing else takes such a request from the queue.
+TEST_F(ControlProcTest, a_paint_of_nothing_is_taken_while_drawing_is_off) {
+    record(composite)->redraw = FALSE;
+    Faults faults;
+    faults.replace("GetUpdateRect", reinterpret_cast<void*>(answerUpdateArea));
+    const struct {
+        RECT area;
+        int painted;
+    } rows[] = {{{0, 0, 0, 0}, 1}, {{3, 4, 3, 4}, 1}, {{3, 4, 3, 9}, 0}, {{3, 4, 8, 4}, 0}};
+    for (const auto& row : rows) {
+        updateArea = row.area;
+        int before = faults.countCalls("BeginPaint");
+        send(composite, WM_PAINT);
+        EXPECT_EQ(faults.countCalls("BeginPaint") - before, row.painted) << row.area.bottom;
+        EXPECT_EQ(faults.countCalls("EndPaint"), faults.countCalls("BeginPaint"));
+    }
+    record(composite)->redraw = TRUE;
+}
+
 TEST_F(ControlProcTest, a_swallowed_paint_is_made_up_for_when_drawing_is_on_again) {
     listen(button);
     record(button)->redraw = FALSE;
@@ -174,6 +199,36 @@ TEST_F(ControlProcTest, a_command_of_a_child_without_record_is_offered_to_the_co
     EXPECT_EQ(reflectedCommands, 1);
     SetWindowLongW(windowOf(composite), GWL_WNDPROC, before);
     EXPECT_EQ(send(composite, controlCommand), 1) << "not handled by default";
+}
+
+static LRESULT reflectedAnswer;
+static LRESULT CALLBACK answerCommands(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == controlCommand) return reflectedAnswer;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+static LRESULT CALLBACK classOfSevens(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND) return 7;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(ControlProcTest, a_command_that_its_child_has_not_handled_is_the_classes_to_answer) {
+    jint child = newButton(composite);
+    LONG childProc =
+        SetWindowLongW(windowOf(child), GWL_WNDPROC, reinterpret_cast<LONG>(answerCommands));
+    WNDPROC classProc = record(composite)->classProc;
+    record(composite)->classProc = classOfSevens;
+    auto command = [&] {
+        return send(composite, WM_COMMAND, MAKEWPARAM(0, 5),
+                    reinterpret_cast<LPARAM>(windowOf(child)));
+    };
+    reflectedAnswer = 0;
+    EXPECT_EQ(command(), 0);
+    for (LRESULT unhandled : {1, 9}) {
+        reflectedAnswer = unhandled;
+        EXPECT_EQ(command(), 7);
+    }
+    record(composite)->classProc = classProc;
+    SetWindowLongW(windowOf(child), GWL_WNDPROC, childProc);
 }
 
 TEST_F(ControlProcTest, an_owner_drawn_item_is_drawn_by_its_control_but_never_a_menus) {

@@ -74,6 +74,25 @@ TEST_F(ControlTest, a_control_disposed_on_another_thread_takes_its_window_along)
     EXPECT_FALSE(IsWindow(window));
 }
 
+// The system keeps it, and with it nothing of the control.
+TEST_F(ControlTest, a_window_that_is_not_destroyed_is_left_to_its_class) {
+    jint button = newButton(newShell());
+    HWND window = windowOf(button);
+    WNDPROC classProc = record(button)->classProc;
+    long blocks = countHeapBlocks();
+    {
+        Faults faults;
+        faults.fail("DestroyWindow", 0, ERROR_ACCESS_DENIED);
+        dispose(button);
+    }
+    EXPECT_LT(countHeapBlocks(), blocks);
+    ASSERT_TRUE(IsWindow(window));
+    EXPECT_EQ(GetWindowLongW(window, GWL_USERDATA), 0);
+    EXPECT_EQ(GetWindowLongW(window, GWL_WNDPROC), reinterpret_cast<LONG>(classProc));
+    EXPECT_TRUE(vm.reports.empty());
+    DestroyWindow(window);
+}
+
 TEST_F(ControlTest, a_listener_set_on_another_thread_hears_events) {
     jint button = newButton(newShell());
     onOtherThread([&] {
@@ -96,6 +115,25 @@ TEST_F(ControlTest, a_control_without_window_procedure_gets_the_common_one) {
     GetClassInfoW(nullptr, L"STATIC", &info);
     EXPECT_EQ(made->classProc, info.lpfnWndProc);
     dispose(reinterpret_cast<jint>(made));
+}
+
+// The default procedure stands in for it.
+TEST_F(ControlTest, every_window_whose_class_is_not_described_has_no_class_procedure) {
+    jint shell = newShell();
+    Faults faults;
+    faults.fail("GetClassInfoW", 0);
+    std::vector<jint> made = {
+        call<New>("Shell_New", display, 0), call<New>("Shell_NewChild", shell, 0),
+        call<jint(jint)>("Choice_New", shell), call<jint(jint)>("Scrollbar_New", shell)};
+    for (const char* kind :
+         {"PushButton", "Checkbox", "RadioButton", "List", "TextField", "TextArea", "Composite"})
+        made.push_back(call<New>(std::string(kind) + "_New", shell, 0));
+    for (jint control : made) {
+        ASSERT_NE(control, 0);
+        EXPECT_EQ(record(control)->classProc, nullptr);
+    }
+    EXPECT_TRUE(vm.reports.empty());
+    for (; !made.empty(); made.pop_back()) dispose(made.back());
 }
 
 TEST_F(ControlTest, a_composite_without_parent_is_refused) {
@@ -176,6 +214,29 @@ TEST_F(ControlTest, bounds_that_the_system_refuses_are_an_error) {
     EXPECT_EQ(report.function, "Control_SetBounds");
     EXPECT_EQ(report.message.find(u"Could not change the size of the control::"), 0u);
     EXPECT_EQ(boundsOf(button), before);
+}
+
+static RECT place;
+static BOOL WINAPI recordPlace(HWND, HWND, int x, int y, int width, int height, UINT) {
+    place = {x, y, width, height};
+    return TRUE;
+}
+
+TEST_F(ControlTest, bounds_beyond_all_numbers_end_where_numbers_do) {
+    constexpr jint most = 0x7FFFFFFF;
+    jint shell = newShell();
+    jint child = call<New>("Shell_NewChild", shell, 0);
+    for (jint control : {newButton(shell), child}) {
+        Faults faults;
+        faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
+        call<SetBounds>("Control_SetBounds", control, 10, 20, most, most);
+        EXPECT_EQ(place.left, 10);
+        EXPECT_EQ(place.top, 20);
+        EXPECT_EQ(place.right, most - 10);
+        EXPECT_EQ(place.bottom, most - 20);
+    }
+    vm.takeEvents();
+    dispose(child);
 }
 
 TEST_F(ControlTest, a_client_edge_counts_before_a_border) {

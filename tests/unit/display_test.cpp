@@ -240,6 +240,29 @@ TEST_F(AcceleratorTest, the_shift_key_is_remembered_only_with_an_accelerator_tab
     accelerators().count = count;
 }
 
+TEST_F(AcceleratorTest, only_messages_of_keys_are_looked_up) {
+    constexpr UINT first = 0x100, last = 0x108;
+    for (UINT message = first - 1; message <= last + 1; ++message) {
+        Faults faults;
+        PostMessageW(window, message, 'X', 0);
+        dispatchAll();
+        bool isOfKeys = message >= first && message <= last;
+        EXPECT_EQ(faults.countCalls("TranslateAcceleratorW") != 0, isOfKeys) << message;
+    }
+}
+
+TEST_F(AcceleratorTest, shift_is_known_by_its_key_and_not_by_a_character_of_its_number) {
+    for (UINT message = 0x100; message <= 0x108; ++message)
+        for (BYTE before : {FALSE, TRUE}) {
+            bool isKey = message <= 0x101 || message == 0x104 || message == 0x105;
+            accelerators().shiftDown = before;
+            PostMessageW(window, message, VK_SHIFT, 0);
+            dispatchAll();
+            bool expected = isKey ? message == WM_KEYDOWN : before;
+            EXPECT_EQ(accelerators().shiftDown != FALSE, expected) << message << " " << int(before);
+        }
+}
+
 TEST_F(AcceleratorTest, a_key_without_accelerator_is_an_ordinary_key) {
     listen(shell);
     key(1, 'x');

@@ -160,6 +160,18 @@ TEST_F(ImageDrawingTest, a_region_is_drawn_and_stretched) {
     EXPECT_EQ(row(4, 1, 7), (Pixels{gray, 4, 4, 5, 5, gray}));
 }
 
+TEST_F(ImageDrawingTest, a_region_is_stretched_in_one_direction) {
+    jint image = newDirect(2, {1, 2, 3, 4});
+    drawRegion(image, 0, 0, 2, 2, 0, 0, 2, 4);
+    for (int y = 0; y < 4; ++y)
+        EXPECT_EQ(row(y, 0, 3), (y < 2 ? Pixels{1, 2, gray} : Pixels{3, 4, gray}));
+    EXPECT_EQ(row(4, 0, 2), (Pixels{gray, gray}));
+    drawRegion(image, 0, 0, 2, 2, 3, 0, 4, 2);
+    EXPECT_EQ(row(0, 2, 8), (Pixels{gray, 1, 1, 2, 2, gray}));
+    EXPECT_EQ(row(1, 2, 8), (Pixels{gray, 3, 3, 4, 4, gray}));
+    EXPECT_EQ(row(2, 3, 7), (Pixels{gray, gray, gray, gray}));
+}
+
 TEST_F(ImageDrawingTest, a_region_inverts) {
     jint image = newDirect(1, {0x112233});
     setXOR(true);

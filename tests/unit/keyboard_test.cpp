@@ -123,6 +123,41 @@ TEST_F(KeyboardTest, ctrl_alone_makes_no_character) {
     EXPECT_EQ(vm.takeEvents(), Events{"key(1, 65535, 65, 4)"});
 }
 
+TEST_F(KeyboardTest, a_held_alt_is_told_by_every_key) {
+    press(VK_MENU);
+    vm.takeEvents();
+    EXPECT_EQ(stroke(VK_UP), (Events{"key(1, 65535, 1015, 1)", "key(2, 38, 1015, 1)"}));
+}
+
+TEST_F(KeyboardTest, ctrl_shift_and_a_key_without_a_letter_is_reported_by_its_own_number) {
+    press(VK_CONTROL);
+    press(VK_SHIFT);
+    vm.takeEvents();
+    for (WPARAM unknown : {0x35, 0x7F, VK_OEM_3}) {
+        send(WM_KEYDOWN, unknown);
+        std::string number = std::to_string(unknown);
+        EXPECT_EQ(vm.takeEvents(), Events{"key(1, " + number + ", " + number + ", 6)"});
+    }
+}
+
+TEST_F(KeyboardTest, ctrl_shift_and_the_last_of_the_letters_makes_the_last_control_character) {
+    press(VK_CONTROL);
+    press(VK_SHIFT);
+    vm.takeEvents();
+    send(WM_KEYDOWN, '_');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 31, 95, 6)"});
+}
+
+TEST_F(KeyboardTest, a_dead_key_with_an_arrow_is_reported_with_its_character_by_the_arrows_number) {
+    PostMessageW(windowOf(control), WM_DEADCHAR, '^', 0);
+    send(WM_KEYDOWN, VK_LEFT);
+    EXPECT_TRUE(vm.takeEvents().empty());
+    MSG message;
+    PeekMessageW(&message, windowOf(control), WM_DEADCHAR, WM_DEADCHAR, PM_REMOVE);
+    send(WM_CHAR, '^');
+    EXPECT_EQ(vm.takeEvents(), Events{"key(1, 94, 1013, 0)"});
+}
+
 TEST_F(KeyboardTest, a_dead_key_is_reported_with_the_character_that_follows) {
     PostMessageW(windowOf(control), WM_DEADCHAR, '^', 0);
     send(WM_KEYDOWN, 'E');
@@ -138,6 +173,29 @@ TEST_F(KeyboardTest, a_dead_key_is_reported_with_the_character_that_follows) {
 TEST_F(KeyboardTest, a_character_of_zero_is_a_character) {
     send(WM_CHAR, 0);
     EXPECT_EQ(vm.takeEvents(), Events{"key(1, 0, 0, 0)"});
+}
+
+static int releases;
+static LRESULT CALLBACK answerReleases(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_KEYUP) return DefWindowProcW(window, message, wParam, lParam);
+    ++releases;
+    return 7;
+}
+
+// The window's class is asked in its place.
+TEST_F(KeyboardTest, a_release_while_a_character_is_due_is_not_answered_for) {
+    releases = 0;
+    ControlRecord* record = reinterpret_cast<ControlRecord*>(control);
+    WNDPROC classProc = record->classProc;
+    record->classProc = answerReleases;
+    vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
+    PostMessageW(windowOf(control), WM_DEADCHAR, '^', 0);
+    EXPECT_EQ(send(WM_KEYDOWN, 'E'), 0);
+    EXPECT_EQ(send(WM_KEYUP, 'E'), 7);
+    EXPECT_EQ(releases, 1);
+    record->classProc = classProc;
+    MSG message;
+    PeekMessageW(&message, windowOf(control), WM_DEADCHAR, WM_DEADCHAR, PM_REMOVE);
 }
 
 TEST_F(KeyboardTest, a_key_up_without_key_down_is_nothing) {

@@ -40,6 +40,52 @@ static LRESULT WINAPI refuseB(HWND window, UINT message, WPARAM wParam, LPARAM l
     return SendMessageW(window, message, wParam, lParam);
 }
 
+TEST_F(ListChangesTest, an_item_as_wide_as_the_extent_leaves_it) {
+    add(list, u"some item");
+    LRESULT width = ask(LB_GETHORIZONTALEXTENT) - 3;
+    for (LRESULT extent : {width - 1, width, width + 1}) {
+        ask(LB_SETHORIZONTALEXTENT, extent);
+        add(list, u"some item");
+        EXPECT_EQ(ask(LB_GETHORIZONTALEXTENT), extent < width ? width + 3 : extent);
+    }
+}
+
+static HWND oldWindow;
+static Events* heard;
+
+// What of the switch is about to destroy it.
+static BOOL WINAPI lookAtOldWindow(HWND window) {
+    if (window == oldWindow) {
+        heard->clear();
+        SendMessageW(window, WM_SETFOCUS, 0, 0);
+        SendMessageW(window, WM_CHAR, 'a', 0);
+        SendMessageW(window, WM_RBUTTONUP, 0, 0);
+        SendMessageW(window, WM_KILLFOCUS, 0, 0);
+        EXPECT_TRUE(heard->empty()) << testing::PrintToString(*heard);
+        EXPECT_EQ(GetWindowLongW(window, GWL_USERDATA), 0);
+    }
+    return DestroyWindow(window);
+}
+
+TEST_F(ListChangesTest, the_old_window_of_a_switch_tells_nothing_any_more) {
+    add(list, u"a");
+    call<void(jint, jobject)>("Widget_SetData", list, vm.newObject("test/Listener"));
+    oldWindow = windowOf(list);
+    heard = &vm.events;
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+    }
+    {
+        Faults faults;
+        faults.replace("DestroyWindow", reinterpret_cast<void*>(lookAtOldWindow));
+        switchMode(true);
+        EXPECT_GE(faults.countCalls("DestroyWindow"), 1);
+    }
+    EXPECT_FALSE(IsWindow(oldWindow));
+    bool quits = PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+    EXPECT_FALSE(quits) << "the list is still there";
+}
+
 TEST_F(ListChangesTest, a_refused_item_is_left_out_of_the_other_mode_and_the_rest_goes_on) {
     for (const char16_t* item : {u"a", u"b", u"c", u"d"}) add(list, item);
     select(2);

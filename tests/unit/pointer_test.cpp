@@ -235,6 +235,57 @@ TEST_F(PointerTest, a_control_of_a_shell_that_the_display_does_not_list_is_not_e
     call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_TRUE);
 }
 
+// A key that is held while the pointer is used, and its bit.
+struct HeldKey {
+    BYTE virtualKey;
+    jint modifier;
+};
+
+class HeldKeyTest : public PointerTest, public testing::WithParamInterface<HeldKey> {
+  protected:
+    HeldKeyTest() {
+        call<jboolean(jint)>("Control_ForceFocus", control);
+        keybd_event(GetParam().virtualKey, 0, 0, 0);
+        dispatchAll();
+        vm.takeEvents();
+    }
+    ~HeldKeyTest() override {
+        keybd_event(GetParam().virtualKey, 0, KEYEVENTF_KEYUP, 0);
+        dispatchAll();
+    }
+    // The last number of what the message fires; further: bits beside the key's.
+    void expectTold(UINT message, WPARAM wParam, jint further = 0) {
+        vm.takeEvents();
+        send(message, wParam, 5, 6);
+        Events events = vm.takeEvents();
+        ASSERT_FALSE(events.empty());
+        std::string end = ", " + std::to_string(GetParam().modifier | further);
+        std::string told = events.back();
+        bool isWheel = told.starts_with("wheel");
+        EXPECT_NE(told.find(end + (isWheel ? ", " : ")")), std::string::npos) << told;
+    }
+};
+
+TEST_P(HeldKeyTest, is_told_by_every_event_of_the_pointer) {
+    constexpr jint context = 64;
+    expectTold(WM_MOUSEMOVE, 0);
+    expectTold(WM_LBUTTONDOWN, MK_LBUTTON);
+    expectTold(WM_LBUTTONUP, 0);
+    expectTold(WM_LBUTTONDBLCLK, MK_LBUTTON);
+    expectTold(WM_MBUTTONDOWN, MK_MBUTTON);
+    expectTold(WM_MBUTTONUP, 0);
+    expectTold(WM_MBUTTONDBLCLK, MK_MBUTTON);
+    expectTold(WM_RBUTTONDOWN, MK_RBUTTON);
+    expectTold(WM_RBUTTONUP, 0, context);
+    expectTold(WM_RBUTTONDBLCLK, MK_RBUTTON);
+    expectTold(WM_MOUSEWHEEL, MAKEWPARAM(0, 120));
+}
+
+INSTANTIATE_TEST_SUITE_P(keys, HeldKeyTest,
+                         testing::Values(HeldKey{VK_MENU, 1}, HeldKey{VK_SHIFT, 2},
+                                         HeldKey{VK_CONTROL, 4}),
+                         [](const auto& key) { return std::to_string(key.param.modifier); });
+
 class WheelTest : public PointerTest {
   protected:
     static UINT lines;

@@ -52,6 +52,24 @@ TEST_F(ScrollBarsTest, moves_are_told_with_all_buttons_that_are_held) {
     }
 }
 
+TEST_F(ScrollBarsTest, a_move_in_one_direction_is_a_move) {
+    listen(bar);
+    moveTo(bar, {6, 60});
+    dispatchAll();
+    auto tick = [&](UINT_PTR timer, LONG lastX, LONG lastY) {
+        record(bar)->lastPointerX = lastX;
+        record(bar)->lastPointerY = lastY;
+        vm.takeEvents();
+        SendMessageW(windowOf(bar), WM_TIMER, timer, 0);
+        return vm.takeEvents();
+    };
+    constexpr UINT_PTR ownTimer = 1000, anothers = 999;
+    EXPECT_EQ(tick(ownTimer, 6, 59), Events{"pointer(3, 6, 60, 0, 0)"});
+    EXPECT_EQ(tick(ownTimer, 5, 60), Events{"pointer(3, 6, 60, 0, 0)"});
+    EXPECT_TRUE(tick(ownTimer, 6, 60).empty());
+    EXPECT_TRUE(tick(anothers, 5, 59).empty()) << "it tells nothing of the pointer";
+}
+
 TEST_F(ScrollBarsTest, a_turned_bar_that_had_the_focus_tells_that_it_lost_it) {
     call<jboolean(jint)>("Control_ForceFocus", bar);
     listen(bar);

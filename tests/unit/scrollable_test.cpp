@@ -72,6 +72,24 @@ TEST_F(ScrollableTest, a_notification_of_a_grandchild_is_offered_to_the_child_th
         SetWindowLongW(windowOf(each), GWL_WNDPROC, reinterpret_cast<LONG>(childProc));
 }
 
+TEST_F(ScrollableTest, a_notification_of_a_stranger_is_offered_to_no_child) {
+    jint shell = newShell();
+    jint outer = call<New>("Composite_New", shell, 0);
+    jint child = call<New>("Composite_New", outer, 0);
+    jint stranger = newButton(shell);
+    childProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongW(windowOf(child), GWL_WNDPROC, reinterpret_cast<LONG>(answerNotification)));
+    handlesNotification = true;
+    for (HWND sender : {windowOf(stranger), windowOf(outer), HWND(nullptr)}) {
+        NMHDR header = {sender, 0, 1};
+        notified.clear();
+        EXPECT_EQ(SendMessageW(windowOf(outer), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header)),
+                  0);
+        EXPECT_TRUE(notified.empty());
+    }
+    SetWindowLongW(windowOf(child), GWL_WNDPROC, reinterpret_cast<LONG>(childProc));
+}
+
 TEST_F(ScrollableTest, a_composite_that_lost_the_focus_again_does_not_report_it) {
     jint composite = call<New>("Composite_New", newShell(), 0);
     listen(composite);

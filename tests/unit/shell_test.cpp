@@ -128,6 +128,74 @@ TEST_F(ShellTest, a_minimised_shell_says_so) {
     EXPECT_EQ(vm.takeEvents(), Events{"window(203)"});
 }
 
+TEST_F(ShellTest, what_the_system_tells_of_its_size_is_told_in_pixels_of_its_window) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
+    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    listen(child);
+    HWND window = windowOf(child);
+    SetWindowPos(window, nullptr, 0, 0, 90, 70, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
+    EXPECT_EQ(vm.takeEvents(), Events{"resize(90, 70)"}) << "wherever it lies";
+    for (WPARAM told : {SIZE_RESTORED, SIZE_MAXIMIZED}) {
+        SendMessageW(window, WM_SIZE, told, 0);
+        EXPECT_EQ(vm.takeEvents(), Events{"resize(90, 70)"}) << told;
+    }
+    for (WPARAM ofOthers : {SIZE_MAXSHOW, SIZE_MAXHIDE}) {
+        SendMessageW(window, WM_SIZE, ofOthers, 0);
+        EXPECT_TRUE(vm.takeEvents().empty()) << ofOthers;
+    }
+    dispose(child);
+}
+
+TEST_F(ShellTest, that_is_moved_tells_where_its_window_is_on_the_screen) {
+    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
+    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    listen(child);
+    SetWindowPos(windowOf(child), nullptr, 31, 52, 0, 0,
+                 SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_EQ(vm.takeEvents(), Events{"move(31, 52)"});
+    dispose(child);
+}
+
+TEST_F(ShellTest, activated_while_it_is_minimised_is_not_in_use) {
+    jint shell = newShell();
+    SetWindowPos(windowOf(shell), nullptr, 5, 5, 50, 50, SWP_NOZORDER);
+    listen(shell);
+    constexpr WORD minimized = 1;
+    SendMessageW(windowOf(shell), WM_ACTIVATE, MAKEWPARAM(WA_ACTIVE, minimized), 0);
+    EXPECT_TRUE(vm.takeEvents().empty());
+    EXPECT_EQ(boundsOf(shell)[2], 50) << "it does not fill the work area";
+    SendMessageW(windowOf(shell), WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, minimized), 0);
+    EXPECT_EQ(vm.takeEvents(), Events{"window(206)"});
+}
+
+TEST_F(ShellTest, wants_no_room_and_neither_does_a_composite) {
+    jint shell = newShell();
+    jint child = call<New>("Shell_NewChild", shell, 0);
+    jint composite = call<New>("Composite_New", shell, 0);
+    for (jint control : {shell, child, composite})
+        EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetMinimumSize", control)),
+                  (std::vector<jint>{0, 0}));
+    dispose(child);
+}
+
+static SHMENUBARINFO askedBar;
+static BOOL WINAPI recordMenuBar(SHMENUBARINFO* info) {
+    askedBar = *info;
+    return FALSE;
+}
+
+TEST_F(ShellTest, asks_for_the_tool_bar_of_the_librarys_own_resource) {
+    constexpr UINT toolBar = 100, emptyBar = 2;
+    Faults faults;
+    faults.replace("SHCreateMenuBar", reinterpret_cast<void*>(recordMenuBar));
+    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    EXPECT_EQ(askedBar.cbSize, sizeof(askedBar));
+    EXPECT_EQ(askedBar.dwFlags, emptyBar);
+    EXPECT_EQ(askedBar.nToolBarId, toolBar);
+    EXPECT_EQ(askedBar.hInstRes, theLibrary());
+    vm.reports.clear();
+}
+
 TEST_F(ShellTest, the_title_is_set) {
     jint shell = newShell();
     call<void(jint, jstring)>("Shell_SetText", shell, vm.newString(u"A title"));
