@@ -50,8 +50,9 @@ static LRESULT forceFocus(ButtonRecord* button, WPARAM wParam) {
 // A click toggles radio buttons too: that only one of a group stays selected is Java's to see to.
 static LRESULT command(const ButtonRecord* button, WPARAM wParam) {
     if (HIWORD(wParam) != BN_CLICKED || button->focusing) return 0;
-    setChecked(button->hwnd, !isChecked(button->hwnd));
-    fireSelection(button->callbackTarget);
+    HWND window = button->hwnd;
+    setChecked(window, !isChecked(window));
+    if (const ControlRecord* clicked = controlOf(window)) fireSelection(clicked->callbackTarget);
     return 0;
 }
 
@@ -79,10 +80,11 @@ static POINT minimumSize(const ButtonRecord* button) {
     constexpr int checkMargin = 3;
     constexpr int pushMarginX = 12;
     constexpr int pushMarginY = 10;
+    HWND window = button->hwnd;
     Content content = contentOf(button);
     LONG width = content.width;
     LONG height = content.height;
-    if (styleOf(button->hwnd) & checkOrRadio) {
+    if (styleOf(window) & checkOrRadio) {
         LONG least = GetSystemMetrics(SM_CYSMICON) + checkMargin;
         width += GetSystemMetrics(SM_CXSMICON) + content.spacing;
         if (height < least) height = least;
@@ -90,7 +92,7 @@ static POINT minimumSize(const ButtonRecord* button) {
         width += pushMarginX;
         height += pushMarginY;
     }
-    LONG borders = 2 * _Control_GetBorderWidth(button->hwnd);
+    LONG borders = 2 * _Control_GetBorderWidth(window);
     return {width + borders, height + borders};
 }
 

@@ -21,12 +21,11 @@ struct Item {
 
 static ChoiceRecord* choiceOf(HWND window) { return static_cast<ChoiceRecord*>(controlOf(window)); }
 
-static LRESULT send(const ChoiceRecord* choice, UINT message, WPARAM wParam = 0,
-                    LPARAM lParam = 0) {
-    return SendMessageW(choice->hwnd, message, wParam, lParam);
+static LRESULT ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    return SendMessageW(window, message, wParam, lParam);
 }
 
-static LRESULT countItems(const ChoiceRecord* choice) { return send(choice, CB_GETCOUNT); }
+static LRESULT countItems(HWND window) { return ask(window, CB_GETCOUNT); }
 
 // The focus only moves between the choice and its own edit field: no change for Java.
 static bool staysWithin(const ChoiceRecord* choice, WPARAM otherWindow) {
@@ -60,8 +59,8 @@ static void applyOwnBounds(ChoiceRecord* choice) {
     ErrorRecord* errorPointer = &error;
     Bounds bounds = Control_GetBounds(choice, errorPointer);
     RECT rect = {bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
-    send(choice, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
-         reinterpret_cast<LPARAM>(&errorPointer));
+    ask(choice->hwnd, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
+        reinterpret_cast<LPARAM>(&errorPointer));
     Error_Clear(&error);
 }
 
@@ -71,30 +70,31 @@ static LRESULT command(ChoiceRecord* choice, WPARAM wParam) {
     constexpr LRESULT notHandled = 1;
     HWND window = choice->hwnd;
     applyOwnBounds(choice);
-    choice = choiceOf(window);
-    if (!choice) return notHandled;
     if (HIWORD(wParam) != CBN_SELCHANGE || LOWORD(wParam) != listId) return notHandled;
-    jint index = send(choice, CB_GETCURSEL);
-    if (index == 0 && countItems(choice) == 0) index = -1;
-    fireChoiceSelection(choice->callbackTarget, index);
+    jint index = ask(window, CB_GETCURSEL);
+    if (index == 0 && countItems(window) == 0) index = -1;
+    choice = choiceOf(window);
+    if (choice) fireChoiceSelection(choice->callbackTarget, index);
     return notHandled;
 }
 
 // The window's size counts the dropped list.
 static LRESULT setBounds(const ChoiceRecord* choice, WPARAM wParam, LPARAM lParam) {
     constexpr LONG listBorders = 2;
+    HWND window = choice->hwnd;
+    LONG visibleItems = choice->visibleItems;
     RECT rect = *reinterpret_cast<const RECT*>(wParam);
-    rect.bottom += choice->visibleItems * send(choice, CB_GETITEMHEIGHT, 1) + listBorders;
-    return _Control_Proc(choice->hwnd, controlSetBounds, reinterpret_cast<WPARAM>(&rect), lParam);
+    rect.bottom += visibleItems * ask(window, CB_GETITEMHEIGHT, 1) + listBorders;
+    return _Control_Proc(window, controlSetBounds, reinterpret_cast<WPARAM>(&rect), lParam);
 }
 
 // The longest item; the longest but one that stood before it when one item is much longer than all
 // others, so that it alone does not widen the choice.
-static Item itemToMeasure(const ChoiceRecord* choice, LONG count) {
+static Item itemToMeasure(HWND window, LONG count) {
     constexpr LONG muchLonger = 15;
     Item longest = {}, before = {};
     for (LONG i = 0; i < count; ++i) {
-        LONG length = send(choice, CB_GETLBTEXTLEN, i);
+        LONG length = ask(window, CB_GETLBTEXTLEN, i);
         if (length <= longest.length) continue;
         before = longest;
         longest = {length, i};
@@ -103,9 +103,9 @@ static Item itemToMeasure(const ChoiceRecord* choice, LONG count) {
     return standsOut ? before : longest;
 }
 
-static wchar_t* copyItem(const ChoiceRecord* choice, const Item& item) {
+static wchar_t* copyItem(HWND window, const Item& item) {
     wchar_t* text = allocateArray<wchar_t>(item.length + 1);
-    if (text) send(choice, CB_GETLBTEXT, item.index, reinterpret_cast<LPARAM>(text));
+    if (text) ask(window, CB_GETLBTEXT, item.index, reinterpret_cast<LPARAM>(text));
     return text;
 }
 
@@ -117,25 +117,25 @@ static LONG widthOf(HWND window, const wchar_t* text) {
     return area.right - area.left;
 }
 
-static LONG textWidth(const ChoiceRecord* choice) {
+static LONG textWidth(HWND window) {
     constexpr LONG margin = 10;
     constexpr LONG columnsWithoutItem = 6;
-    LONG count = countItems(choice);
-    wchar_t* text = count > 0 ? copyItem(choice, itemToMeasure(choice, count)) : nullptr;
-    if (!text) return columnsWithoutItem * measureFont(choice->hwnd).averageWidth;
-    LONG width = widthOf(choice->hwnd, text) + margin;
+    LONG count = countItems(window);
+    wchar_t* text = count > 0 ? copyItem(window, itemToMeasure(window, count)) : nullptr;
+    if (!text) return columnsWithoutItem * measureFont(window).averageWidth;
+    LONG width = widthOf(window, text) + margin;
     freeBlock(text);
     return width;
 }
 
-static PixelPair minimumSize(const ChoiceRecord* choice) {
+static PixelPair minimumSize(HWND window) {
     constexpr LONG unknown = 64;
     constexpr LONG heightMargin = 3;
     COMBOBOXINFO info = {};
     info.cbSize = sizeof(info);
     static_assert(sizeof(info) == 52);
-    LONG width = textWidth(choice);
-    if (!send(choice, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)))
+    LONG width = textWidth(window);
+    if (!ask(window, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)))
         return {unknown, unknown};
     const RECT& button = info.rcButton;
     return {width + button.right - button.left + info.rcItem.left,
@@ -160,7 +160,7 @@ static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPA
     case controlCommand:
         return command(choice, wParam);
     case controlGetMinimumSize:
-        *reinterpret_cast<PixelPair*>(wParam) = minimumSize(choice);
+        *reinterpret_cast<PixelPair*>(wParam) = minimumSize(window);
         return 0;
     case controlSetBounds:
         return setBounds(choice, wParam, lParam);
@@ -269,50 +269,54 @@ ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
     return Choice_Create(parent, styleDropDownList, error);
 }
 
-static void addItem(const ChoiceRecord* choice, const wchar_t* item, jint index,
-                    ErrorRecord* error) {
+static void addItem(HWND window, const wchar_t* item, jint index, ErrorRecord* error) {
     LRESULT result =
-        send(choice, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
+        ask(window, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
     if (result != CB_ERR && result != CB_ERRSPACE) return;
     DWORD code = GetLastError();
     // Every failure at a positive index counts as out of range; that is meant.
-    bool outOfRange = index > 0 || index >= countItems(choice);
+    bool outOfRange = index > 0 || index >= countItems(window);
     Win32Error_SetError(error, code,
                         outOfRange ? L"Index is out of valid range for combo"
                                    : L"Unable to add item to combo");
 }
 
 void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, ErrorRecord* error) {
-    Control_Run(choice, [=](const ChoiceRecord* found) { addItem(found, item, index, error); });
+    Control_Run(choice,
+                [=](const ChoiceRecord* found) { addItem(found->hwnd, item, index, error); });
 }
 
 static void removeItem(const ChoiceRecord* choice, jint index, ErrorRecord* error) {
-    LRESULT result = send(choice, CB_DELETESTRING, index);
-    LONG count = countItems(choice);
+    HWND window = choice->hwnd;
+    bool showsItem = choice->dropDownList;
+    LRESULT result = ask(window, CB_DELETESTRING, index);
+    LONG count = countItems(window);
     // The index right behind the last item is let pass; that is meant.
     if (result == CB_ERR && index > 0 && index > count)
         Win32Error_SetError(error, errorFailed, L"Invalid range of item to remove from combo");
     // The field would go on showing the item that was its last.
-    if (choice->dropDownList && count == 0) InvalidateRect(choice->hwnd, nullptr, FALSE);
+    if (showsItem && count == 0) InvalidateRect(window, nullptr, FALSE);
 }
 
 void Choice_RemoveItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
     Control_Run(choice, [=](const ChoiceRecord* found) { removeItem(found, index, error); });
 }
 
-void Choice_RemoveAllItems(ChoiceRecord* choice, ErrorRecord*) { send(choice, CB_RESETCONTENT); }
+void Choice_RemoveAllItems(ChoiceRecord* choice, ErrorRecord*) {
+    ask(choice->hwnd, CB_RESETCONTENT);
+}
 
-static void selectItem(const ChoiceRecord* choice, jint index, ErrorRecord* error) {
-    send(choice, CB_GETCOUNT);
-    send(choice, CB_GETCURSEL);
-    if (send(choice, CB_SETCURSEL, index) == CB_ERR)
+static void selectItem(HWND window, jint index, ErrorRecord* error) {
+    ask(window, CB_GETCOUNT);
+    ask(window, CB_GETCURSEL);
+    if (ask(window, CB_SETCURSEL, index) == CB_ERR)
         Win32Error_SetError(error, GetLastError(), L"Unable to select item in combo");
 }
 
 void Choice_SelectItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {
-    Control_Run(choice, [=](const ChoiceRecord* found) { selectItem(found, index, error); });
+    Control_Run(choice, [=](const ChoiceRecord* found) { selectItem(found->hwnd, index, error); });
 }
 
 jint Choice_GetSelectedItemIndex(ChoiceRecord* choice, ErrorRecord*) {
-    return send(choice, CB_GETCURSEL);
+    return ask(choice->hwnd, CB_GETCURSEL);
 }

@@ -222,11 +222,12 @@ void List_SetTopItemIndex(ListRecord* list, jint index, ErrorRecord*) {
 static LRESULT command(const ListRecord* list, WPARAM wParam) {
     WORD code = HIWORD(wParam);
     if (code != LBN_SELCHANGE && code != LBN_DBLCLK) return 0;
-    jint index = ask(list->hwnd, LB_GETCARETINDEX);
-    if (index == 0 && countItems(list->hwnd) == 0) index = -1;
-    fireListSelection(list->callbackTarget, index,
-                      code == LBN_SELCHANGE ? ListSelection::changed
-                                            : ListSelection::doubleClicked);
+    HWND window = list->hwnd;
+    jint index = ask(window, LB_GETCARETINDEX);
+    if (index == 0 && countItems(window) == 0) index = -1;
+    auto selection = code == LBN_SELCHANGE ? ListSelection::changed : ListSelection::doubleClicked;
+    if (const ControlRecord* changed = controlOf(window))
+        fireListSelection(changed->callbackTarget, index, selection);
     return 0;
 }
 
