@@ -20,9 +20,15 @@ static bool hasBar(HWND window, int kind, const AdjustableRecord* bar) {
     return bar == (kind == SB_HORZ ? scrollable->horizontalBar : scrollable->verticalBar);
 }
 
+// False when the window does not answer, or the bar is gone by then.
 static bool pull(AdjustableRecord* bar, UINT mask) {
-    bar->info.fMask = mask;
-    return GetScrollInfo(bar->hwnd, bar->barKind, &bar->info);
+    HWND window = bar->hwnd;
+    int kind = bar->barKind;
+    SCROLLINFO values = bar->info;
+    values.fMask = mask;
+    if (!GetScrollInfo(window, kind, &values) || !hasBar(window, kind, bar)) return false;
+    bar->info = values;
+    return true;
 }
 
 static bool isLive(const AdjustableRecord* bar) { return bar->enabled && bar->visible; }
@@ -121,7 +127,8 @@ AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error)
     bar->visible = TRUE;
     bar->enabled = TRUE;
     bar->info.cbSize = sizeof(bar->info);
-    pull(bar, allValues);
+    bar->info.fMask = allValues;
+    GetScrollInfo(bar->hwnd, kind, &bar->info);
     return bar;
 }
 
@@ -226,8 +233,7 @@ bool Bar_Scroll(AdjustableRecord* bar, WPARAM wParam) {
     int kind = bar->barKind;
     Adjustable_Push(bar, SIF_POS, code != SB_THUMBTRACK);
     if (!step.fires) return false;
-    if (!hasBar(window, kind, bar)) return false;
-    if (!pull(bar, SIF_POS)) return false;
+    if (!hasBar(window, kind, bar) || !pull(bar, SIF_POS)) return false;
     LONG position = bar->info.nPos;
     fireScroll(bar->callbackTarget, position, step.kind);
     return position != step.before;

@@ -15,6 +15,7 @@ struct AdjustableRecord : ControlRecord {
     LONG lastPointerX, lastPointerY; // while the system tracks the thumb
     SCROLLINFO info;                 // a visible amount v is kept as page v + 1, but 0 as 0
     HWND* follower;                  // of a handler that waits for a listener; null: none waits
+    BOOL released;                   // the release has come while the system tracks the thumb
 };
 ASSERT_OFFSET(AdjustableRecord, unitIncrement, 56)
 ASSERT_OFFSET(AdjustableRecord, barKind, 68)

@@ -51,14 +51,17 @@ static void endTracking(HWND pressed, HWND window) {
 }
 
 // The system tracks the thumb in a loop of its own until the button is released, and keeps the
-// pointer's messages to itself: a timer reports the moves, and the end of the loop the release.
+// pointer's messages to itself: a timer reports the moves, and the end of the loop the release. The
+// release comes by itself when a listener runs another loop, a dialog's for instance.
 static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
     _Control_ProcessWmLButtonDown(pressed, wParam, lParam);
     AdjustableRecord* bar = barOf(pressed);
     if (!bar) return 0;
     HWND window = pressed;
     HWND* outer = bar->follower;
+    BOOL outerReleased = bar->released;
     bar->follower = &window;
+    bar->released = FALSE;
     SetTimer(pressed, pointerTimer, pointerPeriod, nullptr);
     Control_PassOnToLoop(pressed, WM_LBUTTONDOWN, wParam, lParam);
     KillTimer(pressed, pointerTimer);
@@ -66,7 +69,9 @@ static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
     if (!bar || bar->follower != &window) return 0;
     bar->follower = outer;
     if (outer) *outer = window;
-    endTracking(pressed, window);
+    bool released = bar->released;
+    bar->released = outerReleased;
+    if (!released) endTracking(pressed, window);
     return 0;
 }
 
@@ -125,6 +130,9 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
         return track(window, wParam, lParam);
     case WM_LBUTTONDBLCLK:
         return trackAgain(window, wParam, lParam);
+    case WM_LBUTTONUP:
+        bar->released = TRUE;
+        break;
     case WM_TIMER:
         if (wParam == pointerTimer) return reportMove(bar);
         break;
