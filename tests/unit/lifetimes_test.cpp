@@ -6,7 +6,10 @@
 #include "display/display.h"
 #include "faults.h"
 #include "leaks.h"
+#include "menu/menu.h"
 #include "menu/menu_item.h"
+#include <atomic>
+#include <set>
 #include <thread>
 
 class LifetimesTest : public DeviceTest {
@@ -219,4 +222,125 @@ TEST_F(LifetimesTest, a_key_is_told_while_a_quit_message_waits) {
     SendMessageW(windowOf(button), WM_KEYUP, VK_LEFT, 1);
     EXPECT_EQ(vm.takeEvents(), (Events{"key(1, 65535, 1013, 0)", "key(2, 37, 1013, 0)"}));
     dispose(button);
+}
+
+TEST_F(LifetimesTest, a_press_leaves_nothing_of_a_window_that_goes) {
+    jint shell = newShell();
+    jint button = newControl("PushButton", shell);
+    listen(button);
+    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 2; };
+    HWND window = windowOf(button);
+    SendMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    const PointerState& pointer = reinterpret_cast<DisplayRecord*>(display)->pointer;
+    EXPECT_EQ(pointer.lastPress, window);
+    EXPECT_EQ(pointer.under, window);
+    DestroyWindow(window);
+    EXPECT_EQ(pointer.lastPress, nullptr);
+    EXPECT_EQ(pointer.under, nullptr);
+    EXPECT_EQ(pointer.tap.control, nullptr);
+    dispose(button);
+}
+
+TEST_F(LifetimesTest, a_menu_bar_forgets_its_window_with_the_shell) {
+    jint shell = newShell();
+    jint bar = newMenu("MenuBar", shell);
+    const auto* menu = reinterpret_cast<MenuRecord*>(bar);
+    EXPECT_TRUE(IsWindow(menu->menuBarWindow));
+    dispose(shell);
+    EXPECT_EQ(menu->menuBarWindow, goneWindow()) << "the old one may be another's by now";
+    dispose(bar);
+}
+
+// Other windows of the display's thread may keep anything in their user data.
+TEST_F(LifetimesTest, windows_that_are_no_controls_are_taken_for_none) {
+    HWND stranger =
+        CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongW(stranger, GWL_USERDATA, display);
+    jint button = newControl("PushButton", newShell());
+    SetParent(windowOf(button), stranger);
+    listen(button);
+    PostMessageW(windowOf(button), WM_KEYDOWN, VK_LEFT, 1);
+    PostMessageW(windowOf(button), WM_MOUSEMOVE, 0, MAKELPARAM(3, 3));
+    PostMessageW(stranger, WM_MOUSEMOVE, 0, MAKELPARAM(3, 3));
+    dispatchAll();
+    vm.takeEvents();
+    dispose(button);
+    DestroyWindow(stranger);
+}
+
+TEST_F(LifetimesTest, a_composite_without_record_gets_the_focus) {
+    jint composite = newComposite(newShell());
+    HWND window = windowOf(composite);
+    LONG userData = SetWindowLongW(window, GWL_USERDATA, 0);
+    SetFocus(window);
+    EXPECT_EQ(GetFocus(), window);
+    SetWindowLongW(window, GWL_USERDATA, userData);
+}
+
+// A shell is listed last of all, so that is the last block that can be missing.
+TEST_F(LifetimesTest, a_shell_that_cannot_be_listed_stays_disabled_beside_a_modal_one) {
+    jint modalShell = newChildShell(newShell(), modal);
+    show(modalShell);
+    int blocks;
+    {
+        Faults faults;
+        jint shell = newShell(false);
+        blocks = faults.countCalls("LocalAlloc");
+        dispose(shell);
+    }
+    Faults faults;
+    faults.fail("LocalAlloc", blocks);
+    EXPECT_EQ(call<jint(jint, jint)>("Shell_New", display, 0), 0);
+    EXPECT_TRUE(faults.hasFailed());
+    EXPECT_EQ(faults.countCalls("EnableWindow"), 1);
+    expectReport("Shell_New", -3, u"Could not add control to control list");
+}
+
+TEST_F(LifetimesTest, another_threads_accelerators_are_changed_on_the_displays) {
+    jint shell = newShell();
+    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell));
+    DWORD displayThread = GetCurrentThreadId();
+    std::set<DWORD> changing;
+    Faults faults;
+    std::thread other([&] {
+        setAccelerator(item, 0x40000 | 'A');
+        call<jint(jint)>("Display_Wake", display);
+    });
+    faults.watch([&](const std::string& function) {
+        if (function == "LocalAlloc" || function == "LocalFree")
+            changing.insert(GetCurrentThreadId());
+    });
+    while (!acceleratorsOf(shell))
+        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
+            call<jint(jint)>("Display_Sleep", display);
+    other.join();
+    EXPECT_EQ(changing, std::set<DWORD>{displayThread});
+    dispose(item);
+}
+
+TEST_F(LifetimesTest, two_threads_make_items_of_different_ids) {
+    constexpr int each = 300;
+    jint shell = newShell();
+    std::vector<jint> items[2];
+    std::vector<std::thread> threads;
+    jint menus[] = {newMenu("DropDownMenu", shell), newMenu("DropDownMenu", shell)};
+    std::atomic<int> running = 2;
+    for (int i : {0, 1})
+        threads.emplace_back([&, i] {
+            while (items[i].size() < each) items[i].push_back(newItem("PushMenuItem", menus[i]));
+            --running;
+            call<jint(jint)>("Display_Wake", display);
+        });
+    while (running)
+        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
+            call<jint(jint)>("Display_Sleep", display);
+    std::set<DWORD> ids;
+    for (int i : {0, 1}) {
+        threads[i].join();
+        for (jint item : items[i]) ids.insert(reinterpret_cast<MenuItemRecord*>(item)->id);
+    }
+    EXPECT_EQ(ids.size(), 2u * each);
+    for (const auto& made : items)
+        for (jint item : made) dispose(item);
 }
