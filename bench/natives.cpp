@@ -1,8 +1,8 @@
 // The plain things that the library's are measured against. Each measurement runs both sides by
 // turns in the same process and keeps the best round of each, in nanoseconds for one operation.
 
-#include "bridge/callbacks.h"
-#include "bridge/widget.h"
+#include "display/callbacks.h"
+#include "display/widget.h"
 #include "compare.h"
 #include "control/control.h"
 

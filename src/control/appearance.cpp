@@ -129,9 +129,30 @@ static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jin
         Win32Error_SetError(error, GetLastError(), L"Unable to bit blit from control to image");
 }
 
+// A context whose control does not tell its client area is made all the same, with an error.
+static GraphicsRecord* newContext(ControlRecord* control, ErrorRecord* error) {
+    // The thread that owns the window gets its context.
+    HDC dc = reinterpret_cast<HDC>(
+        SendMessageW(control->hwnd, controlGetContext, reinterpret_cast<WPARAM>(&error), 0));
+    if (!dc) return nullptr;
+    RECT bounds = {};
+    if (!GetClientRect(control->hwnd, &bounds))
+        Win32Error_SetError(error, GetLastError(), L"Unable to get clipping area");
+    GraphicsRecord* graphics = Graphics_New(dc, nullptr, bounds, error);
+    if (!graphics) ReleaseDC(control->hwnd, dc);
+    return graphics;
+}
+
+GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) {
+    GraphicsRecord* graphics = newContext(control, error);
+    if (!graphics || WYX_GetError(error) == errorNone) return graphics;
+    Graphics_Dispose(graphics, nullptr);
+    return nullptr;
+}
+
 void Control_CopyArea(ControlRecord* control, ImageRecord* image, jint x, jint y, jint width,
                       jint height, ErrorRecord* error) {
-    GraphicsRecord* source = Graphics_OnControl(control, error);
+    GraphicsRecord* source = newContext(control, error);
     if (!source) return;
     if (GraphicsRecord* target = Image_NewGraphics(image, error)) {
         copyPixels(target, source, x, y, width, height, error);

@@ -42,6 +42,9 @@ void Control_SetRedraw(ControlRecord* control, bool redraw, ErrorRecord* error);
 // False when the control or its parent window is hidden or disabled.
 bool Control_ForceFocus(ControlRecord* control, ErrorRecord* error);
 
+// For Java, which never learns of a context that was made with an error: there is none then.
+GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error);
+
 // Copies a rectangle of the control's client area to the image's corner.
 void Control_CopyArea(ControlRecord* control, ImageRecord* image, jint x, jint y, jint width,
                       jint height, ErrorRecord* error);

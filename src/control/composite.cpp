@@ -1,4 +1,4 @@
-#include "control/bar_hooks.h"
+#include "control/adjustable.h"
 #include "control/scrollable.h"
 
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {

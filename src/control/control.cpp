@@ -3,8 +3,9 @@
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "control/input.h"
-#include "control/menu_hooks.h"
 #include "display/requests.h"
+#include "menu/menu.h"
+#include "menu/menu_item.h"
 
 static constexpr wchar_t creationFailed[] = L"Unable to create handle for widget";
 

@@ -13,17 +13,18 @@
 // refers to it from then on: it has no parent and no window, and no list and no pointer's state has
 // it. Its record stays until Java disposes of it.
 
-#include "bridge/callbacks.h"
 #include "bridge/error.h"
-#include "bridge/firing.h"
 #include "bridge/layout.h"
 #include "bridge/values.h"
-#include "bridge/widget.h"
 #include "ce.h"
+#include "display/callbacks.h"
 #include "display/display.h"
+#include "display/firing.h"
+#include "display/widget.h"
 #include "graphics/color.h"
 
 struct ControlRecord;
+struct ControlRequest;
 
 // Offers a key to the control's type; true when it was handled.
 using KeyHandler = bool (*)(ControlRecord* control, KeyKind kind, wchar_t character, jint keyCode,
@@ -148,6 +149,9 @@ WNDPROC Control_FindClassProc(const DisplayRecord* display, const wchar_t* class
 // The display forgets the window, which goes: what the pointer does is not about it any more.
 // Display thread.
 void Control_ForgetWindow(DisplayRecord* display, HWND window);
+
+// Makes what the request asks for. Display thread.
+ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& request);
 
 // Installs what every new control record starts with.
 void Control_FillHead(ControlRecord* control, DisplayRecord* display, ControlRecord* parent,

@@ -1,12 +1,13 @@
 #include "control/appearance.h"
 #include "control/control.h"
 #include "control/input.h"
-#include "control/menu_hooks.h"
 #include "control/painting.h"
 #include "display/commands.h"
 #include "display/quit.h"
 #include "display/requests.h"
 #include "graphics/font.h"
+#include "menu/menu.h"
+#include "menu/menu_item.h"
 
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
                           LPARAM lParam) {

@@ -1,5 +1,6 @@
 #include "aygshell.h"
 #include "control/input.h"
+#include "control/shell.h"
 #include "display/keys.h"
 #include "display/quit.h"
 #include "display/shells.h"

@@ -1,6 +1,6 @@
 #include "control/scrollable.h"
 #include "bridge/memory.h"
-#include "control/bar_hooks.h"
+#include "control/adjustable.h"
 
 extern "C" DWORD _Scrollable_Style(DWORD javaStyle) {
     DWORD style = _Control_Style();

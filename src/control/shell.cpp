@@ -1,9 +1,10 @@
 #include "control/shell.h"
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
-#include "control/menu_hooks.h"
 #include "display/requests.h"
 #include "display/shells.h"
+#include "menu/menu.h"
+#include "menu/menu_item.h"
 
 static constexpr wchar_t shellClass[] = L"Dialog";
 static constexpr wchar_t creationFailed[] = L"Unable to create window";

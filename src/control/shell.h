@@ -60,3 +60,14 @@ void Shell_ShowMenuBar(const ShellRecord* shell);
 
 // The menu bar that shows. Null when not even the default one could be made.
 MenuRecord* Shell_GetCurrentMenuBar(const ShellRecord* shell);
+
+// Display thread.
+ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD javaStyle,
+                          ErrorRecord* error);
+
+// For the display, to which a shell is a node of its lists.
+ShellRecord* Shell_Find(HWND window); // null when it is no shell's. Display thread.
+HWND Shell_GetWindow(const ShellRecord* shell);
+const ShellRecord* Shell_GetParent(const ShellRecord* shell);
+ShellRecord** Shell_GetNext(ShellRecord* shell);
+ShellAccelerators* Shell_GetAccelerators(ShellRecord* shell);

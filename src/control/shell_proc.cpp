@@ -1,8 +1,9 @@
 #include "control/appearance.h"
-#include "control/menu_hooks.h"
 #include "control/shell.h"
 #include "display/commands.h"
 #include "display/shells.h"
+#include "menu/menu.h"
+#include "menu/menu_item.h"
 
 static ShellRecord* shellOf(HWND window) { return static_cast<ShellRecord*>(controlOf(window)); }
 

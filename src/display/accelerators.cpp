@@ -1,5 +1,6 @@
 #include "display/accelerators.h"
 #include "bridge/memory.h"
+#include "control/shell.h"
 #include "display/display.h"
 #include "display/keys.h"
 #include "display/shells.h"

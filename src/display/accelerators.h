@@ -20,9 +20,6 @@ ASSERT_OFFSET(ShellAccelerators, count, 4)
 ASSERT_OFFSET(ShellAccelerators, table, 12)
 ASSERT_OFFSET(ShellAccelerators, shiftDown, 16)
 
-// The shell module owns the record that these are kept in.
-ShellAccelerators* Shell_GetAccelerators(ShellRecord* shell);
-
 // The accelerators of the shell that the window is or lies in; null when there is none.
 ShellAccelerators* Accelerators_Above(HWND window);
 

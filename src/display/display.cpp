@@ -2,10 +2,13 @@
 #include "bridge/leaf_lock.h"
 #include "bridge/library.h"
 #include "bridge/memory.h"
+#include "control/control.h"
+#include "control/shell.h"
 #include "display/accelerators.h"
 #include "display/quit.h"
 #include "display/requests.h"
 #include "graphics/font.h"
+#include "menu/menu.h"
 
 static constexpr LRESULT noAction = 1;
 
@@ -261,14 +264,6 @@ BOOL Display_DestroyWindow(DisplayRecord* display, HWND window) {
     if (!display->messageWindow) return destroyWithoutDisplay(display, window);
     return SendMessageW(display->messageWindow, requestDestroyWindow,
                         reinterpret_cast<WPARAM>(window), 0);
-}
-
-CallbackLookup* Display_GetCallbacks(const DisplayRecord* display) {
-    return display->callbackLookup;
-}
-
-void Display_SetCallbacks(DisplayRecord* display, CallbackLookup* lookup) {
-    display->callbackLookup = lookup;
 }
 
 CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {

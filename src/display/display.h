@@ -5,11 +5,11 @@
 // The thread that creates the display owns all its windows; only that thread reads and dispatches
 // or sleeps. Other threads send the requests below, and may wake it.
 
-#include "bridge/callbacks.h"
 #include "bridge/error.h"
 #include "bridge/layout.h"
-#include "bridge/widget.h"
 #include "ce.h"
+#include "display/callbacks.h"
+#include "display/widget.h"
 #include "graphics/device.h"
 #include "kernel_data.h"
 

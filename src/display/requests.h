@@ -1,14 +1,10 @@
 #pragma once
-// The requests that any thread sends to a display's message window, and the operations that answer
-// them on the display's thread. The modules that own the created objects define these operations.
+// The requests that any thread sends to a display's message window, which answers them on the
+// display's thread.
 
 #include "bridge/error.h"
-#include "bridge/widget.h"
 #include "ce.h"
 
-struct ControlRecord;
-struct DisplayRecord;
-struct MenuRecord;
 struct ShellRecord;
 
 enum DisplayRequest : UINT {
@@ -39,10 +35,3 @@ struct ControlRequest {
     DWORD extendedStyle;
     ErrorRecord* error;
 };
-
-ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD javaStyle,
-                          ErrorRecord* error);
-// The record is returned even when the bar's window could not be made, which is reported.
-MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error);
-MenuRecord* PopupMenu_Create(ControlRecord* owner, ErrorRecord* error);
-ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& request);

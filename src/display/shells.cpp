@@ -1,6 +1,7 @@
 #include "display/shells.h"
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
+#include "control/shell.h"
 #include "display/display.h"
 
 HWND topLevelWindow(HWND window) {
@@ -181,6 +182,8 @@ OpenDialog::~OpenDialog() {
     Display_ApplyModality(display);
     Display_Release(display);
 }
+
+bool OpenDialog::IsOver(const ShellRecord* shell) const { return window == Shell_GetWindow(shell); }
 
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,
                                                    BOOL modal) {

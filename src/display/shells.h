@@ -12,12 +12,6 @@ struct ShellRecord;
 // The window itself, or the nearest around it, that is no child; null for null.
 HWND topLevelWindow(HWND window);
 
-// The shell module owns these.
-ShellRecord* Shell_Find(HWND window); // null when it is no shell's. Display thread.
-HWND Shell_GetWindow(const ShellRecord* shell);
-const ShellRecord* Shell_GetParent(const ShellRecord* shell);
-ShellRecord** Shell_GetNext(ShellRecord* shell);
-
 // Takes note of a shell that has a window, until it is forgotten. Display thread.
 void Display_RememberShell(DisplayRecord* display, ShellRecord* shell);
 
@@ -54,7 +48,7 @@ class OpenDialog {
     OpenDialog(const OpenDialog&) = delete;
     OpenDialog& operator=(const OpenDialog&) = delete;
 
-    bool IsOver(const ShellRecord* shell) const { return window == Shell_GetWindow(shell); }
+    bool IsOver(const ShellRecord* shell) const;
     const OpenDialog* Outer() const { return outer; }
 
   private:

@@ -1,7 +1,6 @@
 #include "graphics/graphics.h"
 #include "bridge/arithmetic.h"
 #include "bridge/memory.h"
-#include "control/control.h"
 
 static constexpr wchar_t noContext[] = L"Unable to allocate enough memory for device context";
 
@@ -43,9 +42,7 @@ GraphicsRecord Graphics_On(HDC dc, const RECT& bounds) {
     return graphics;
 }
 
-// A context that owns the device context from here on, unless there is no memory for it. image is
-// null for a control's.
-static GraphicsRecord* create(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error) {
+GraphicsRecord* Graphics_New(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error) {
     auto* graphics = allocate<GraphicsRecord>();
     if (!graphics) {
         Win32Error_SetError(error, errorOutOfMemory, noContext);
@@ -58,26 +55,6 @@ static GraphicsRecord* create(HDC dc, ImageRecord* image, const RECT& bounds, Er
     graphics->beginDraw = beginOnImage;
     graphics->endDraw = endOnImage;
     return graphics;
-}
-
-GraphicsRecord* Graphics_OnControl(ControlRecord* control, ErrorRecord* error) {
-    // The thread that owns the window gets its context.
-    HDC dc = reinterpret_cast<HDC>(
-        SendMessageW(control->hwnd, controlGetContext, reinterpret_cast<WPARAM>(&error), 0));
-    if (!dc) return nullptr;
-    RECT bounds = {};
-    if (!GetClientRect(control->hwnd, &bounds))
-        Win32Error_SetError(error, GetLastError(), L"Unable to get clipping area");
-    GraphicsRecord* graphics = create(dc, nullptr, bounds, error);
-    if (!graphics) ReleaseDC(control->hwnd, dc);
-    return graphics;
-}
-
-GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error) {
-    GraphicsRecord* graphics = Graphics_OnControl(control, error);
-    if (!graphics || WYX_GetError(error) == errorNone) return graphics;
-    Graphics_Dispose(graphics, nullptr);
-    return nullptr;
 }
 
 // The bitmap that every memory context starts with: it takes the image's place.
@@ -97,7 +74,8 @@ GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
     }
     if (HBITMAP initial = initialBitmapOf(dc)) image->placeholderBitmap = initial;
     Section section = sectionOf(image);
-    GraphicsRecord* graphics = create(dc, image, {0, 0, section.width, section.height}, error);
+    GraphicsRecord* graphics =
+        Graphics_New(dc, image, {0, 0, section.width, section.height}, error);
     if (!graphics) DeleteDC(dc);
     return graphics;
 }

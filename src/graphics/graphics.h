@@ -9,7 +9,6 @@
 #include "graphics/font.h"
 #include "image/image.h"
 
-struct ControlRecord;
 struct GraphicsRecord;
 
 using DrawHook = GraphicsRecord* (*)(GraphicsRecord* graphics);
@@ -36,11 +35,10 @@ ASSERT_OFFSET(GraphicsRecord, endDraw, 52)
 // The device context stays its owner's, who puts its clip back.
 GraphicsRecord Graphics_On(HDC dc, const RECT& bounds);
 
-// A context whose control does not tell its client area is made all the same, with an error.
-GraphicsRecord* Graphics_OnControl(ControlRecord* control, ErrorRecord* error);
+// A context that owns the device context from here on, unless there is no memory for it, which is
+// reported. The image is null for a control's.
+GraphicsRecord* Graphics_New(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error);
 
-// For Java, which never learns of a context that was made with an error: there is none then.
-GraphicsRecord* Control_NewGraphics(ControlRecord* control, ErrorRecord* error);
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error);
 void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord* error);
 

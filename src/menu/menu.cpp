@@ -2,7 +2,6 @@
 #include "bridge/leaf_lock.h"
 #include "bridge/memory.h"
 #include "control/control.h"
-#include "control/menu_hooks.h"
 #include "control/shell.h"
 #include "display/commands.h"
 #include "display/requests.h"

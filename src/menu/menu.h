@@ -3,10 +3,11 @@
 // others are menus of the system. Display thread only, but for the natives.
 
 #include "bridge/layout.h"
-#include "bridge/widget.h"
 #include "ce.h"
+#include "display/widget.h"
 
 struct ControlRecord;
+struct DisplayRecord;
 struct FontRecord;
 struct MenuItemRecord;
 struct ShellRecord;
@@ -43,3 +44,20 @@ void Menu_Free(MenuRecord* menu);
 
 // Where the item is in a drop-down or pop-up menu; -1 when it is not there.
 int Menu_FindPosition(const MenuRecord* menu, DWORD id);
+
+// Display thread. The record is returned even when the bar's window could not be made, which is
+// reported.
+MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error);
+MenuRecord* PopupMenu_Create(ControlRecord* owner, ErrorRecord* error);
+
+// The native menu of a drop-down or pop-up menu.
+HMENU Menu_GetHandle(const MenuRecord* menu);
+
+// The owner's window goes: no menu has it, or a bar that went with it, any more.
+void Menu_ForgetOwner(DisplayRecord* display, const ControlRecord* owner);
+
+// Ends a menu bar that Java does not know. Null is allowed.
+void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error);
+
+// The command bar's window; null without one.
+HWND MenuBar_GetWindow(const MenuRecord* bar);

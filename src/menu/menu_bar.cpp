@@ -1,9 +1,9 @@
 #include "aygshell.h"
 #include "bridge/memory.h"
-#include "control/menu_hooks.h"
 #include "control/shell.h"
 #include "display/requests.h"
 #include "menu/menu.h"
+#include "menu/menu_item.h"
 #include <commctrl.h>
 
 static constexpr UINT menuBarToolbar = 100;

@@ -1,14 +1,14 @@
 #include "menu/menu_item.h"
-#include "bridge/firing.h"
 #include "bridge/memory.h"
-#include "control/menu_hooks.h"
 #include "display/accelerators.h"
 #include "display/commands.h"
 #include "display/display.h"
+#include "display/firing.h"
 #include "display/keys.h"
 #include "graphics/drawing.h"
 #include "graphics/gdi_guards.h"
 #include "menu/item_info.h"
+#include "menu/menu.h"
 #include <commctrl.h>
 
 static constexpr wchar_t creationFailed[] = L"Unable to create new menu item";

@@ -3,8 +3,8 @@
 // application data is its command id, by which it is found. Any thread.
 
 #include "bridge/layout.h"
-#include "bridge/widget.h"
 #include "ce.h"
+#include "display/widget.h"
 #include "menu/menu.h"
 
 struct ImageRecord;
@@ -65,3 +65,12 @@ int MenuItem_Locate(const MenuItemRecord* item, ErrorRecord* error);
 inline HWND MenuItem_GetBar(const MenuItemRecord* item) {
     return item->menu ? item->menu->menuBarWindow : nullptr;
 }
+
+// Runs the item's selection.
+void MenuItem_Select(MenuItemRecord* item, WPARAM wParam);
+
+// WM_DRAWITEM of an item.
+void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+
+// WM_MEASUREITEM of an item; false when the item leaves that to the system.
+bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);

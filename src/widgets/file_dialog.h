@@ -3,7 +3,7 @@
 // display's when it is opened there, else on a thread of its own.
 
 #include "bridge/values.h"
-#include "bridge/widget.h"
+#include "display/widget.h"
 
 struct ControlRecord;
 struct Showing;

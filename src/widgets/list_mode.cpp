@@ -3,9 +3,9 @@
 
 #include "bridge/memory.h"
 #include "bridge/string_list.h"
+#include "control/adjustable.h"
 #include "control/appearance.h"
 #include "display/display.h"
-#include "widgets/adjustable.h"
 #include "widgets/list.h"
 #include "widgets/measuring.h"
 #include "widgets/renewal.h"

@@ -1,6 +1,6 @@
 #include "widgets/scrollbar.h"
 #include "bridge/narrow.h"
-#include "control/bar_hooks.h"
+#include "control/adjustable.h"
 #include "control/input.h"
 #include "widgets/renewal.h"
 

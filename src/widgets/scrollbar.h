@@ -1,7 +1,7 @@
 #pragma once
 // Scroll bars that are controls of their own. Any thread.
 
-#include "widgets/adjustable.h"
+#include "control/adjustable.h"
 
 // A vertical bar of 0 to 100, hidden as every new control.
 AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error);

@@ -1,6 +1,6 @@
 // The public header says of the library what is so.
 
-#include "bridge/callbacks.h"
+#include "display/callbacks.h"
 #include "bridge/error.h"
 #include "control/control.h"
 #include "public_layout.h"

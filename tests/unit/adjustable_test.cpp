@@ -2,7 +2,7 @@
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
-#include "widgets/adjustable.h"
+#include "control/adjustable.h"
 
 // What the window was told.
 struct Told {

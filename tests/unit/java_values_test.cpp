@@ -1,4 +1,4 @@
-#include "bridge/callbacks.h"
+#include "display/callbacks.h"
 #include "device.h"
 #include "faults.h"
 

@@ -1,7 +1,7 @@
 // The convention of all natives, tried with operations made for it.
 
 #include "bridge/natives/native.h"
-#include "bridge/widget.h"
+#include "display/widget.h"
 #include "leaks.h"
 #include "test_vm.h"
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "faults.h"
 #include "held_bar_fixture.h"
-#include "widgets/adjustable.h"
+#include "control/adjustable.h"
 
 static AdjustableRecord* record(jint bar) { return reinterpret_cast<AdjustableRecord*>(bar); }
 

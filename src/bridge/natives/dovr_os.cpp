@@ -1,7 +1,7 @@
 // The natives of com.nuvik.wyx.dovr.OS, the widget layer.
 
 #include "bridge/natives/native.h"
-#include "bridge/widget.h"
+#include "display/widget.h"
 #include "control/appearance.h"
 #include "control/control.h"
 #include "control/scrollable.h"
@@ -18,7 +18,7 @@
 #include "menu/menu.h"
 #include "menu/menu_item.h"
 #include "sound/sound.h"
-#include "widgets/adjustable.h"
+#include "control/adjustable.h"
 #include "widgets/button.h"
 #include "widgets/choice.h"
 #include "widgets/clipboard.h"

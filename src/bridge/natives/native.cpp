@@ -1,5 +1,5 @@
 #include "bridge/natives/native.h"
-#include "bridge/widget.h"
+#include "display/widget.h"
 #include "graphics/graphics.h"
 
 namespace native {

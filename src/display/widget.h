@@ -2,9 +2,9 @@
 // The head of every record that Java holds as a widget handle and disposes through
 // Widget_Dispose: controls, scroll bars, menus, menu items, file dialogs.
 
-#include "bridge/callbacks.h"
 #include "bridge/error.h"
 #include "bridge/layout.h"
+#include "display/callbacks.h"
 
 struct DisplayRecord;
 struct WidgetRecord;

@@ -2,7 +2,7 @@
 // One routine per callback id, each with the id's fixed signature. The target is the widget's
 // callback target; null makes the event vanish. Coordinates and sizes are in pixels.
 
-#include "bridge/callbacks.h"
+#include "display/callbacks.h"
 
 enum class ListSelection { changed = 1, doubleClicked = 2 };
 enum class WindowEvent {

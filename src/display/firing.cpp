@@ -1,4 +1,4 @@
-#include "bridge/firing.h"
+#include "display/firing.h"
 
 void fireSelection(CallbackTarget* target) { vaCallback(CB_SELECTION, "()V", target); }
 

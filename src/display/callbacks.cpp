@@ -1,8 +1,9 @@
-#include "bridge/callbacks.h"
+#include "display/callbacks.h"
 #include "bridge/java_values.h"
 #include "bridge/memory.h"
 #include "bridge/narrow.h"
-#include "bridge/widget.h"
+#include "display/display.h"
+#include "display/widget.h"
 
 static jint findEnv(const CallbackLookup* lookup, JNIEnv** envOut) {
     return lookup->vm->GetEnv(reinterpret_cast<void**>(envOut), JNI_VERSION_1_1);
@@ -57,7 +58,7 @@ void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target) 
         freeBlock(lookup);
         return;
     }
-    Display_SetCallbacks(display, lookup);
+    display->callbackLookup = lookup;
 }
 
 static bool nameMethod(JNIEnv* env, CallbackEntry* entry, jstring className, jstring methodName) {
@@ -78,7 +79,7 @@ static void link(CallbackLookup* lookup, CallbackEntry* entry) {
 
 void Display_RegisterCallback(JNIEnv* env, DisplayRecord* display, jint id, jstring className,
                               jstring methodName) {
-    CallbackLookup* lookup = Display_GetCallbacks(display);
+    CallbackLookup* lookup = display->callbackLookup;
     if (!lookup) {
         env->FatalError("Display_GetCallbacks() returned NULL and should not have");
         return;
@@ -130,7 +131,7 @@ extern "C" CallbackLookup* getCallbackLookup(CallbackTarget* target) {
     if (!target) return nullptr;
     if (!target->display) [[unlikely]]
         target->display = target->widget->display;
-    return Display_GetCallbacks(target->display);
+    return target->display->callbackLookup;
 }
 
 namespace {

@@ -1,7 +1,6 @@
-#include "widgets/adjustable.h"
+#include "control/adjustable.h"
 #include "bridge/arithmetic.h"
 #include "bridge/memory.h"
-#include "control/bar_hooks.h"
 #include "control/scrollable.h"
 
 static constexpr UINT allValues = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;

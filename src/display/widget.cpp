@@ -1,7 +1,5 @@
-// What every widget owes to its display.
-
+#include "display/widget.h"
 #include "bridge/memory.h"
-#include "bridge/widget.h"
 #include "display/display.h"
 
 namespace {
@@ -23,6 +21,21 @@ void Widget_Free(WidgetRecord* widget) {
     freeBlock(widget);
 }
 
+// Stands in for the disposal of a widget while it runs: listeners may ask for it again.
+static int refuseWhileEnding(WidgetRecord*, ErrorRecord*) { return disposalRefused; }
+
+bool Widget_End(WidgetRecord* widget, ErrorRecord* error) {
+    CallbackTarget* target = widget->callbackTarget;
+    WidgetDispose dispose = widget->dispose;
+    widget->callbackTarget = nullptr;
+    if (!dispose) return true;
+    widget->dispose = refuseWhileEnding;
+    if (dispose(widget, error) != disposalRefused) return true;
+    widget->callbackTarget = target;
+    widget->dispose = dispose;
+    return false;
+}
+
 static LRESULT end(void* context) {
     auto* ending = static_cast<const Ending*>(context);
     return Widget_End(ending->widget, ending->error);
@@ -33,4 +46,11 @@ void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error) {
     DisplayRecord* display = widget->display;
     bool ended = display ? Display_Run(display, end, &ending) : end(&ending);
     if (ended) Widget_Free(widget);
+}
+
+void Widget_Discard(WidgetRecord* widget) {
+    if (!widget) return;
+    ErrorRecord unheard = {};
+    Widget_Dispose(widget, &unheard);
+    Error_Clear(&unheard);
 }

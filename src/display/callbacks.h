@@ -62,10 +62,6 @@ struct CallbackTarget {
 ASSERT_OFFSET(CallbackTarget, widget, 4)
 ASSERT_OFFSET(CallbackTarget, display, 8)
 
-// The display's lookup field; the display owns it.
-CallbackLookup* Display_GetCallbacks(const DisplayRecord* display);
-void Display_SetCallbacks(DisplayRecord* display, CallbackLookup* lookup);
-
 // The three natives of the registry report by Java exceptions, not by error records. A method
 // without class or name is not registered.
 void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target);
