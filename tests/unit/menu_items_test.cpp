@@ -86,6 +86,24 @@ TEST_F(MenuItemsTest, a_cascade_item_whose_data_is_refused_stays_as_it_was) {
     EXPECT_EQ(infoOf(menu, text, 20).hSubMenu, handleOf(subMenu));
 }
 
+// The new item that stands in its place is made enabled, as its Javadoc says.
+TEST_F(MenuItemsTest, a_greyed_cascade_item_is_enabled_again_by_a_new_menu) {
+    jint menu = make("DropDownMenu_New", shell);
+    jint cascade = makeItem("CascadeMenuItem_New", menu);
+    jint subMenu = make("DropDownMenu_New", shell);
+    auto isGrey = [&] {
+        MENUITEMINFOW info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = MIIM_STATE;
+        EXPECT_TRUE(GetMenuItemInfoW(handleOf(menu), 0, TRUE, &info));
+        return (info.fState & MFS_GRAYED) != 0;
+    };
+    call<void(jint, jboolean)>("AbstractMenuItem_SetEnabled", cascade, JNI_FALSE);
+    EXPECT_TRUE(isGrey());
+    setSubMenu(cascade, subMenu);
+    EXPECT_FALSE(isGrey());
+}
+
 // Whatever failed before has nothing to do with it.
 TEST_F(MenuItemsTest, an_item_whose_menu_is_gone_says_so) {
     jint menu = make("DropDownMenu_New", shell);

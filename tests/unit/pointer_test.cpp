@@ -170,6 +170,27 @@ TEST_F(PointerTest, a_short_press_is_no_context_gesture) {
     EXPECT_EQ(pointer().tap.control, nullptr);
 }
 
+TEST_F(PointerTest, a_tap_ends_with_the_release_of_any_other_button) {
+    const struct {
+        UINT release;
+        bool isOver;
+    } rows[] = {{WM_MBUTTONUP, true}, {WM_RBUTTONUP, true}, {WM_MOUSEMOVE, false}};
+    for (const auto& row : rows) {
+        send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
+        send(row.release, MK_LBUTTON, 40, 40);
+        EXPECT_EQ(pointer().tap.control == nullptr, row.isOver) << row.release;
+        send(WM_LBUTTONUP, 0, 40, 40);
+    }
+}
+
+TEST_F(PointerTest, a_window_without_record_is_part_of_the_control_that_holds_it) {
+    HWND inner = CreateWindowExW(0, L"EDIT", nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 30, 30,
+                                 windowOf(control), nullptr, nullptr, nullptr);
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), (Events{"pointer(4, 3, 4, 0, 0)", "pointer(3, 3, 4, 0, 0)"}));
+    DestroyWindow(inner);
+}
+
 static SHRGINFO gestureRequest;
 static DWORD WINAPI recognizeContextMenu(SHRGINFO* request) {
     gestureRequest = *request;

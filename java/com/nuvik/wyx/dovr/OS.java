@@ -1119,9 +1119,9 @@ public final class OS {
     public static native int CascadeMenuItem_New(int menu, int index);
 
     /**
-     * Sets the menu that a cascade item opens. Errors with the system's text: "Unable to find the
-     * item", "Unable to get the menu item text", "Unable to insert new cascade menu item", "Unable
-     * to delete old menu item".
+     * Sets the menu that a cascade item opens. An item that was disabled is enabled by it. Errors
+     * with the system's text: "Unable to find the item", "Unable to get the menu item text",
+     * "Unable to insert new cascade menu item", "Unable to delete old menu item".
      *
      * @param item the cascade item
      * @param menu a drop-down menu; 0 for none. It stays the caller's
