@@ -166,6 +166,24 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         }
     }
 
+    void drawOn(jint graphics) {
+        call<void(jint, jint, jint, jint, jint)>("Graphics_DrawLine", graphics, 1, 2, 9, 7);
+        call<void(jint, jint, jint, jint, jint)>("Graphics_DrawOval", graphics, 1, 2, 9, 7);
+        call<void(jint, jstring, jint, jint, jint)>("Graphics_DrawString", graphics,
+                                                    vm.newString(u"text"), 1, 2, 0);
+    }
+
+    // A pen, a clip or a font may fail only when it is used.
+    void useWhatWasSet(const std::string& native, const Words& words, jint made) {
+        if (native.starts_with("Graphics_Set")) drawOn(jint(words[0]));
+        if (!native.starts_with("Font_New") || !made) return;
+        jint graphics = objectOf(ObjectKind::graphics);
+        call<void(jint, jint)>("Graphics_SetFont", graphics, made);
+        drawOn(graphics);
+        call<jint(jint, jstring)>("Font_StringAdvance", made, vm.newString(u"text"));
+        call<void(jint, jint)>("Graphics_SetFont", graphics, 0);
+    }
+
     void tryWith(const Words& words) {
         const DeclaredNative& native = GetParam();
         std::string told = native.name + std::string("(");
@@ -180,8 +198,10 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         EXPECT_EQ(vm.unreleased, 0) << told;
         EXPECT_TRUE(keepsItsArguments() || vm.fatalError.empty()) << told << vm.fatalError;
         expectLocksLeft(native.name, words, told);
-        bool isMade = std::strcmp(native.result, "int") == 0 && result && vm.reports.empty();
-        if (isMade) disposeOfResult(native.name, jint(result));
+        bool isMade = std::strcmp(native.result, "int") == 0 && vm.reports.empty();
+        jint made = isMade ? jint(result) : 0;
+        useWhatWasSet(native.name, words, made);
+        if (made) disposeOfResult(native.name, made);
         if (std::strcmp(native.name, "Sound_Play") == 0)
             call<void(jint)>("Sound_Stop", jint(words[0]));
         dispatchAll();
