@@ -226,9 +226,9 @@ static HFONT fontOf(const ControlRecord* control) {
 }
 
 static LRESULT setFont(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    HFONT previous = fontOf(control);
     HWND window = control->hwnd;
-    LRESULT result = Control_CallClass(control, WM_SETFONT, wParam, lParam);
+    HFONT previous = fontOf(control);
+    LRESULT result = Control_PassOn(window, WM_SETFONT, wParam, lParam);
     if (const ControlRecord* still = controlOf(window)) Font_Wear(previous, fontOf(still));
     return result;
 }
@@ -241,7 +241,8 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
         // Every control does so, not only the last window; the event loop lives on.
         Quit_Post(Control_GetDisplay(control));
         Font_Wear(fontOf(control), nullptr);
-        return Control_LoseWindow(control, wParam, lParam);
+        control = controlOf(window);
+        return control ? Control_LoseWindow(control, wParam, lParam) : 0;
     case WM_SETFONT:
         return setFont(control, wParam, lParam);
     case WM_SETFOCUS:

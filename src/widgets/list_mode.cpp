@@ -12,6 +12,8 @@
 
 static constexpr LONG noItem = -1;
 
+static ListRecord* listOf(HWND window) { return static_cast<ListRecord*>(controlOf(window)); }
+
 namespace {
 
 // What the new window takes over.
@@ -78,12 +80,12 @@ static void moveTo(ListRecord* list, HWND window, bool multiple) {
     Renewal_MoveTo(list, window, List_Proc, list->follower);
 }
 
-static void select(const ListRecord* list, LONG item) {
+static void select(HWND window, bool multiple, LONG item) {
     if (item == noItem) return;
-    if (List_IsMultiple(list))
-        SendMessageW(list->hwnd, LB_SETSEL, TRUE, item);
+    if (multiple)
+        SendMessageW(window, LB_SETSEL, TRUE, item);
     else
-        SendMessageW(list->hwnd, LB_SETCURSEL, item, 0);
+        SendMessageW(window, LB_SETCURSEL, item, 0);
 }
 
 // An item before the given one was left out.
@@ -103,22 +105,22 @@ static void insertAll(HWND window, Contents* contents, ErrorRecord* error) {
     }
 }
 
-static void fill(const ListRecord* list, Contents* contents, ErrorRecord* error) {
-    HWND window = list->hwnd;
+static void fill(HWND window, DWORD style, Contents* contents, ErrorRecord* error) {
     insertAll(window, contents, error);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(contents->font), TRUE);
-    if (list->style & styleHorizontalScroll) List_RecomputeExtent(window);
+    if (style & styleHorizontalScroll) List_RecomputeExtent(window);
     if (contents->top) SendMessageW(window, LB_SETTOPINDEX, contents->top, 0);
-    select(list, contents->selected);
+    select(window, (style & styleMultiple) != 0, contents->selected);
 }
 
 // Java hears of both changes, as if one window had kept the record. At the first the list may be
 // disposed of, or switched once more: its last window takes the focus. That window.
-static HWND moveFocus(ListRecord* list) {
-    HWND window = list->hwnd;
+static HWND moveFocus(HWND window) {
+    ListRecord* list = listOf(window);
+    if (!list) return nullptr;
     list->follower = &window;
     fireFocus(list->callbackTarget, FocusChange::lost);
-    list = static_cast<ListRecord*>(controlOf(window));
+    list = listOf(window);
     if (!list || list->follower != &window) return nullptr;
     list->follower = nullptr;
     Control_ForceFocus(list, nullptr);
@@ -130,22 +132,33 @@ static void replaceWindow(ListRecord* list, HWND window, bool multiple, Contents
     HWND old = list->hwnd;
     HWND messageWindow = list->display->messageWindow;
     moveTo(list, window, multiple);
-    fill(list, contents, error);
-    if (contents->hasFocus) window = moveFocus(list);
+    fill(window, list->style, contents, error);
+    if (contents->hasFocus) window = moveFocus(window);
     Renewal_DestroyOld(messageWindow, old);
     if (window) UpdateWindow(window);
 }
 
+static void switchMode(HWND old, bool multiple, Contents* contents, ErrorRecord* error) {
+    ListRecord* list = listOf(old);
+    if (!list) return;
+    HWND window = Renewal_Create(list, L"LISTBOX", styleFor(old, list->style, multiple));
+    DWORD code = GetLastError();
+    list = listOf(old);
+    if (!list) return;
+    if (window)
+        replaceWindow(list, window, multiple, contents, error);
+    else
+        Win32Error_SetError(error, code, L"Unable to create handle for widget");
+}
+
+// A list that another thread disposes of meanwhile needs no new window.
 void List_SwitchMode(ListRecord* list, bool multiple, ErrorRecord* error) {
-    Contents contents = contentsOf(list->hwnd, multiple);
+    HWND old = list->hwnd;
+    Contents contents = contentsOf(old, multiple);
     if (!contents.items) {
         Win32Error_SetError(error, errorOutOfMemory, L"Unable to add item to list");
         return;
     }
-    HWND window = Renewal_Create(list, L"LISTBOX", styleFor(list->hwnd, list->style, multiple));
-    if (window)
-        replaceWindow(list, window, multiple, &contents, error);
-    else
-        Win32Error_SetError(error, GetLastError(), L"Unable to create handle for widget");
+    switchMode(old, multiple, &contents, error);
     stringListFree(contents.items);
 }

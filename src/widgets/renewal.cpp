@@ -5,18 +5,20 @@
 
 HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWORD style) {
     HWND old = control->hwnd;
+    HINSTANCE instance = control->display->instance;
     HWND parent = GetParent(old);
     RECT place = {};
     GetWindowRect(old, &place);
     MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-    HWND window =
-        CreateWindowExW(GetWindowLongW(old, GWL_EXSTYLE), className, nullptr, style, place.left,
-                        place.top, place.right - place.left, place.bottom - place.top, parent,
-                        nullptr, control->display->instance, nullptr);
+    HWND window = CreateWindowExW(GetWindowLongW(old, GWL_EXSTYLE), className, nullptr, style,
+                                  place.left, place.top, place.right - place.left,
+                                  place.bottom - place.top, parent, nullptr, instance, nullptr);
     if (!window) return nullptr;
     SetWindowPos(window, old, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
-    return window;
+    if (controlOf(old) == control) return window;
+    DestroyWindow(window);
+    return nullptr;
 }
 
 void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* follower) {

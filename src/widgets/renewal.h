@@ -4,7 +4,8 @@
 
 #include "control/control.h"
 
-// At the place of the control's window and right behind it; null when it cannot be made.
+// At the place of the control's window and right behind it; null when it cannot be made, or the
+// control is gone by then.
 HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWORD style);
 
 // The new window is the record's from now on, and the old one leads to no record any more. A

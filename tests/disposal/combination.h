@@ -10,12 +10,8 @@ class Combination {
     Combination(const Combination&) = delete;
     Combination& operator=(const Combination&) = delete;
 
-    // All but the known failures; with ZEMVOLT_COMBINATION only what its pattern (letters and *)
-    // names, known or not.
+    // All; with ZEMVOLT_COMBINATION only what its pattern (letters and *) names.
     static bool isWanted(const std::string& name);
-
-    // Whether any of the combinations that begin so may be wanted.
-    static bool mayBeWanted(const std::string& beginning);
 
   private:
     std::string name;

@@ -38,10 +38,14 @@ static std::map<std::string, int> countKeys(const Events& events) {
     return counts;
 }
 
-static void expectNothingTwice(const Events& usual, const Events& events, int furtherReleases) {
-    std::map<std::string, int> expected = countKeys(usual);
+static void expectNothingTwice(const Kind& kind, const Events& usual, const Events& events,
+                               int furtherReleases) {
+    std::map<std::string, int> expected = countKeys(usual), counts = countKeys(events);
     expected["pointer2"] += furtherReleases;
-    for (const auto& [key, count] : countKeys(events)) {
+    // To the system, a radio button that gets the focus is clicked.
+    if (strcmp(kind.name, "RadioButton") == 0)
+        expected["selected"] += std::max(0, counts["focus1"] - expected["focus1"]);
+    for (const auto& [key, count] : counts) {
         if (mayComeAgain(key)) continue;
         EXPECT_LE(count, expected[key]) << key << " in " << testing::PrintToString(events);
     }
@@ -81,14 +85,13 @@ static void play(const Kind& kind, const Provocation& provocation, const Events&
     bool isGone = strcmp(action.name, "dispose itself") == 0;
     if (isGone) expectNoEventsOfTheGone(usual, events, key);
     if (strcmp(action.name, "dispose another") == 0) expectTheSame(usual, events);
-    expectNothingTwice(usual, events, stage.countFurtherReleases());
+    expectNothingTwice(kind, usual, events, stage.countFurtherReleases());
     stage.expectNextTapWorks();
 }
 
 static void playAll(const Kind& kind, const Provocation& provocation) {
     std::string beginning = std::string(kind.name) + ", " + provocation.name;
     Combination running(beginning);
-    if (!Combination::mayBeWanted(beginning + ", ")) return;
     Events usual = eventsWithout(kind, provocation);
     std::set<std::string> keys;
     for (const std::string& event : usual) keys.insert(keyOf(event));

@@ -177,9 +177,21 @@ void Stage::watch(const char* key, const Action* action) {
     }
 }
 
-// Whoever holds the capture and waits, and for whom no release is due any more, gets another.
+static bool isInMenu() {
+    GUITHREADINFO thread = {};
+    thread.cbSize = sizeof thread;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &thread) &&
+           (thread.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0;
+}
+
+// Whoever holds the capture and waits, and for whom no release is due any more, gets another. What
+// a text offers of its own is left.
 void CALLBACK Stage::letGo(HWND, UINT, UINT_PTR, DWORD) {
     MSG message;
+    if (isInMenu() && !PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_NOREMOVE)) {
+        EndMenu();
+        return;
+    }
     HWND holder = GetCapture();
     if (!holder || PeekMessageW(&message, nullptr, WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE)) return;
     ++furtherReleases;
