@@ -146,7 +146,8 @@ static void play(const Kind& kind, const Provocation& provocation, const Victim&
         Calls calls(stage);
         calls.at(nth, [&] { endOnOtherThread({victim, stage}); });
         stage.play(provocation, nullptr, nullptr);
-        // The last ones are the system's own, a paint for instance, and may come later another time.
+        // The last ones are the system's own, a paint for instance, and may come later another
+        // time.
         if (calls.count() < nth) return;
     }
     ++ran;
