@@ -1,6 +1,7 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
-commands=(setup run test bench device)
+commands=(setup run test prove bench device)
+proofs=(disposal)
 
 usage() {
     cat <<'TEXT'
@@ -9,6 +10,7 @@ usage() {
                            runs a Java program on the emulated device
 ./zemvolt setup            installs what running needs, and builds it
 ./zemvolt test [--checks]  runs every test; with --checks the style checks too
+./zemvolt prove PROOF      runs what is too long for every day (docs/proof.md)
 ./zemvolt bench            measures the library against the plain way, side by side
 ./zemvolt device           builds the DLL and the package for the device, into build/device
 ./zemvolt COMMAND --help   tells more of a command
@@ -45,6 +47,14 @@ usage_of_test() {
     cat <<'TEXT'
 ./zemvolt test [--checks]
   Runs every test on the emulated device; with --checks also those of format and static properties.
+TEXT
+}
+
+usage_of_prove() {
+    cat <<TEXT
+./zemvolt prove PROOF
+  Runs all of a proof, of which ./zemvolt test runs a part; docs/proof.md tells what each shows.
+  PROOF is one of: ${proofs[*]}
 TEXT
 }
 
