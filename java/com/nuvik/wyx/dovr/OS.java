@@ -1274,8 +1274,8 @@ public final class OS {
      *
      * @param image the image
      * @return row by row: of 16 bits 5 red, 6 green and 5 blue; of 24 bits 0xRRGGBB; of 32 bits
-     *     0xAARRGGBB. Null on an error: "Pixels High color invalid on indexed color image" (-3), an
-     *     empty message (-4) without memory
+     *     0xAARRGGBB. Null on an error: "Pixels High color invalid on indexed color image" (-3), no
+     *     message (-4) without memory
      */
     public static native int[] Image_GetPixelsHighColor(int image);
 

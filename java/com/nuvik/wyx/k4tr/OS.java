@@ -146,7 +146,9 @@ public final class OS {
 
     /**
      * Disposes of a widget: its window goes with the windows in it. The widget fires no event from
-     * here on. Its data is not released: set it to null first.
+     * here on. Its data is not released: set it to null first. Errors: "Invalid disposal of a
+     * scrollable's scrollbars" (-3), and of menu items "Unable to find menu item" and "Unable to
+     * delete menu item", with the system's text but for those of menu bars (-3).
      *
      * @param widget the widget; its handle is invalid afterwards
      */
