@@ -1,10 +1,10 @@
 // The plain things that the library's are measured against. Each measurement runs both sides by
 // turns in the same process and keeps the best round of each, in nanoseconds for one operation.
 
-#include "display/callbacks.h"
-#include "display/widget.h"
 #include "compare.h"
 #include "control/control.h"
+#include "display/callbacks.h"
+#include "display/widget.h"
 
 static constexpr jint selection = CB_SELECTION;
 

@@ -1,8 +1,8 @@
 // The public header says of the library what is so.
 
-#include "display/callbacks.h"
 #include "bridge/error.h"
 #include "control/control.h"
+#include "display/callbacks.h"
 #include "public_layout.h"
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
+#include "control/adjustable.h"
 #include "control/scrollable.h"
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
-#include "control/adjustable.h"
 
 // What the window was told.
 struct Told {

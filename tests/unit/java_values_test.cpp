@@ -1,5 +1,5 @@
-#include "display/callbacks.h"
 #include "device.h"
+#include "display/callbacks.h"
 #include "faults.h"
 
 using ToString = jstring(JNIEnv*, const wchar_t*);

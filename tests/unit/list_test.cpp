@@ -1,9 +1,9 @@
+#include "control/adjustable.h"
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
 #include "messages.h"
 #include "other_thread.h"
-#include "control/adjustable.h"
 #include "widgets/list.h"
 
 static constexpr jint plain = 0, multiple = 0x800000, withBars = 0x30000, bordered = 0x800;

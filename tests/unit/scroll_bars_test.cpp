@@ -1,8 +1,8 @@
 // Scroll bars whose window changes, or whose listeners act, while they are being used.
 
+#include "control/adjustable.h"
 #include "faults.h"
 #include "held_bar_fixture.h"
-#include "control/adjustable.h"
 
 static AdjustableRecord* record(jint bar) { return reinterpret_cast<AdjustableRecord*>(bar); }
 

@@ -1,13 +1,14 @@
 // The natives of com.nuvik.wyx.dovr.OS, the widget layer.
 
 #include "bridge/natives/native.h"
-#include "display/widget.h"
+#include "control/adjustable.h"
 #include "control/appearance.h"
 #include "control/control.h"
 #include "control/scrollable.h"
 #include "control/shell.h"
 #include "display/display.h"
 #include "display/services.h"
+#include "display/widget.h"
 #include "graphics/color.h"
 #include "graphics/cursor.h"
 #include "graphics/device.h"
@@ -18,7 +19,6 @@
 #include "menu/menu.h"
 #include "menu/menu_item.h"
 #include "sound/sound.h"
-#include "control/adjustable.h"
 #include "widgets/button.h"
 #include "widgets/choice.h"
 #include "widgets/clipboard.h"
