@@ -8,7 +8,6 @@
 #include "leaks.h"
 #include "menu/menu.h"
 #include "menu/menu_item.h"
-#include <atomic>
 #include <set>
 #include <thread>
 
@@ -128,22 +127,28 @@ TEST_F(LifetimesTest, a_display_ends_on_its_own_thread) {
 
 // As a pop-up does that closes when it loses the focus.
 TEST_F(LifetimesTest, a_shell_is_disposed_of_while_modality_takes_its_focus) {
-    jint shell = newShell();
-    jint closing = newChildShell(shell);
-    show(closing);
-    jint modalShell = newChildShell(shell, modal);
-    listen(closing);
-    vm.behavior["window"] = [&](const std::vector<jint>& arguments) {
-        if (arguments[0] == 206 && closing) dispose(std::exchange(closing, 0));
-        return 0;
-    };
-    show(modalShell);
-    EXPECT_EQ(closing, 0);
-    EXPECT_FALSE(IsWindowEnabled(windowOf(shell)));
-    EXPECT_TRUE(IsWindowEnabled(windowOf(modalShell)));
-    vm.behavior.clear();
-    dispose(modalShell);
-    dispatchAll();
+    constexpr jint lost = 2, deactivated = 206;
+    for (auto [method, code] : {std::pair("focus", lost), std::pair("window", deactivated)}) {
+        SCOPED_TRACE(method);
+        jint shell = newShell();
+        jint closing = newChildShell(shell);
+        show(closing);
+        SetFocus(windowOf(closing));
+        jint modalShell = newChildShell(shell, modal);
+        listen(closing);
+        vm.behavior[method] = [&, code = code](const std::vector<jint>& arguments) {
+            if (arguments[0] == code && closing) dispose(std::exchange(closing, 0));
+            return 0;
+        };
+        show(modalShell);
+        EXPECT_EQ(closing, 0);
+        EXPECT_FALSE(IsWindowEnabled(windowOf(shell)));
+        EXPECT_TRUE(IsWindowEnabled(windowOf(modalShell)));
+        vm.behavior.clear();
+        dispose(modalShell);
+        dispose(shell);
+        dispatchAll();
+    }
 }
 
 // The button's window loses the focus while its shell's is destroyed.
@@ -319,28 +324,39 @@ TEST_F(LifetimesTest, another_threads_accelerators_are_changed_on_the_displays) 
     dispose(item);
 }
 
+// The second thread begins while the first one makes room for its item's id, and waits for it.
 TEST_F(LifetimesTest, two_threads_make_items_of_different_ids) {
-    constexpr int each = 300;
     jint shell = newShell();
-    std::vector<jint> items[2];
-    std::vector<std::thread> threads;
     jint menus[] = {newMenu("DropDownMenu", shell), newMenu("DropDownMenu", shell)};
-    std::atomic<int> running = 2;
-    for (int i : {0, 1})
-        threads.emplace_back([&, i] {
-            while (items[i].size() < each) items[i].push_back(newItem("PushMenuItem", menus[i]));
-            --running;
+    jint second = 0;
+    std::thread other;
+    HANDLE waits = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    DWORD displayThread = GetCurrentThreadId();
+    int locks = 0;
+    Faults faults;
+    faults.watch([&](const std::string& function) {
+        if (GetCurrentThreadId() != displayThread) {
+            if (function == "EnterCriticalSection") SetEvent(waits);
+            return;
+        }
+        locks += function == "EnterCriticalSection";
+        locks -= function == "LeaveCriticalSection";
+        if (function != "LocalAlloc" || !locks || other.joinable()) return;
+        other = std::thread([&] {
+            second = newItem("PushMenuItem", menus[1]);
             call<jint(jint)>("Display_Wake", display);
         });
-    while (running)
+        WaitForSingleObject(waits, INFINITE);
+    });
+    jint first = newItem("PushMenuItem", menus[0]);
+    ASSERT_TRUE(other.joinable());
+    while (!second)
         if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
             call<jint(jint)>("Display_Sleep", display);
-    std::set<DWORD> ids;
-    for (int i : {0, 1}) {
-        threads[i].join();
-        for (jint item : items[i]) ids.insert(reinterpret_cast<MenuItemRecord*>(item)->id);
-    }
-    EXPECT_EQ(ids.size(), 2u * each);
-    for (const auto& made : items)
-        for (jint item : made) dispose(item);
+    other.join();
+    CloseHandle(waits);
+    auto idOf = [](jint item) { return reinterpret_cast<MenuItemRecord*>(item)->id; };
+    EXPECT_NE(idOf(first), idOf(second));
+    dispose(first);
+    dispose(second);
 }
