@@ -6,13 +6,15 @@
 
 // What differs from device to device. ZEMVOLT_DEVICE names what is not as it is first here.
 struct EmulatorVariety {
-    SIZE screen;             // screen=240x320: pixels
+    SIZE screen;             // screen=240x320: pixels, before it is turned
     int dotsPerInch;         // dpi=96
     int taskBarHeight;       // bar=0: pixels at the top of the screen, with the title in use
     BOOL hasOnlyWaitCursor;  // cursors=wait: there is no other system cursor
     BOOL hasNoSystemTexts;   // texts=none: no error code has a text
     BOOL hasStylusOnly;      // pointer=stylus: the pointer stays where it touched last
     BOOL choosesOneFileOnly; // files=one: the file dialogs, whatever they are asked for
+    BOOL hasNoInputPanel;    // panel=none: menu bars have no button for it
+    BOOL hasTurnButton;      // turn=button: in the task bar
 };
 
 #ifndef EMULATOR_IMPORT
@@ -46,6 +48,13 @@ EMULATOR_IMPORT void WINAPI Emulator_AnswerNextGesture(DWORD gesture);
 
 // For aygshell: whether an answer was waiting; takes it.
 EMULATOR_IMPORT BOOL WINAPI Emulator_TakeGestureAnswer(DWORD* gesture);
+
+// The screen's pixels as it is turned now.
+EMULATOR_IMPORT void WINAPI Emulator_GetScreen(SIZE* screen);
+
+// Turns the screen by a quarter: what was its width is its height. Task bar, menu bars and input
+// panel take their new places, and every window of the process hears of the new work area.
+EMULATOR_IMPORT void WINAPI Emulator_TurnScreen();
 
 // The part of the screen that top-level windows may fill.
 EMULATOR_IMPORT void WINAPI Emulator_GetWorkArea(RECT* area);

@@ -5,8 +5,10 @@
 
 constexpr wchar_t menuBarClass[] = L"MenuBar";
 
-// Pixels. As large to the eye on every screen.
-inline int menuBarHeight() {
-    constexpr int height = 26, dotsPerInch = 96;
-    return MulDiv(height, Emulator_GetVariety()->dotsPerInch, dotsPerInch);
+// As large to the eye on every screen as so many pixels on the usual one.
+inline int scaledToScreen(int pixels) {
+    constexpr int usualDotsPerInch = 96;
+    return MulDiv(pixels, Emulator_GetVariety()->dotsPerInch, usualDotsPerInch);
 }
+
+inline int menuBarHeight() { return scaledToScreen(26); } // pixels

@@ -10,11 +10,20 @@
 #include "tool_bar_resource.h"
 #include <map>
 
-static constexpr int panelButtonWidth = 26; // at the right end; shows and hides the input panel
+static constexpr int buttonHeight = 22; // on the usual screen
 
 static ATOM menuBarAtom;
 
-static SIZE screen() { return Emulator_GetVariety()->screen; }
+static SIZE screen() {
+    SIZE size;
+    Emulator_GetScreen(&size);
+    return size;
+}
+
+static int panelButtonWidth() {
+    constexpr int width = 26; // at the right end; shows and hides the input panel
+    return Emulator_GetVariety()->hasNoInputPanel ? 0 : width;
+}
 
 namespace {
 
@@ -31,9 +40,11 @@ static HWND makeToolbar(HWND bar, UINT id) {
     constexpr DWORD style = WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN |
                             CCS_NODIVIDER | TBSTYLE_LIST | TBSTYLE_FLAT;
     HWND toolbar = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, screen().cx - panelButtonWidth, menuBarHeight(),
-        bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
-    if (toolbar) SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+        0, TOOLBARCLASSNAMEW, nullptr, style, 0, 0, screen().cx - panelButtonWidth(),
+        menuBarHeight(), bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
+    if (!toolbar) return nullptr;
+    SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(toolbar, TB_SETBUTTONSIZE, 0, MAKELPARAM(0, scaledToScreen(buttonHeight)));
     return toolbar;
 }
 
@@ -54,6 +65,16 @@ static bool create(HWND window, const SHMENUBARINFO& info) {
     if (!toolbar || !addButtons(toolbar, info)) return false;
     SetWindowLongW(window, 0, reinterpret_cast<LONG>(new MenuBar{toolbar, {}}));
     return true;
+}
+
+// The screen may have been turned.
+static void takePlace(HWND window) {
+    constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
+    SIZE size = screen();
+    SetWindowPos(barOf(window)->toolbar, nullptr, 0, 0, size.cx - panelButtonWidth(),
+                 menuBarHeight(), flags);
+    SetWindowPos(window, nullptr, 0, size.cy - menuBarHeight(), size.cx, menuBarHeight(), flags);
+    InvalidateRect(window, nullptr, TRUE);
 }
 
 static void destroy(HWND window) {
@@ -82,16 +103,20 @@ static LRESULT dropDown(HWND window, const NMTOOLBARW& button) {
 }
 
 // A little keyboard.
-static void paintPanelButton(HWND window) {
-    PAINTSTRUCT paint;
-    HDC context = BeginPaint(window, &paint);
-    RECT place = {screen().cx - panelButtonWidth, 0, screen().cx, menuBarHeight()};
+static void drawPanelButton(HDC context) {
+    RECT place = {screen().cx - panelButtonWidth(), 0, screen().cx, menuBarHeight()};
     UINT pushed = Emulator_IsInputPanelShown() ? DFCS_PUSHED : 0;
     DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
     InflateRect(&place, -5, -8);
     FrameRect(context, &place, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     for (LONG y = place.top + 2; y < place.bottom - 1; y += 2)
         for (LONG x = place.left + 2; x < place.right - 1; x += 2) SetPixel(context, x, y, 0);
+}
+
+static void paintBesideToolbar(HWND window) {
+    PAINTSTRUCT paint;
+    HDC context = BeginPaint(window, &paint);
+    if (panelButtonWidth()) drawPanelButton(context);
     EndPaint(window, &paint);
 }
 
@@ -126,11 +151,14 @@ static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LP
         reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
         break;
     case WM_PAINT:
-        paintPanelButton(window);
+        paintBesideToolbar(window);
         return 0;
     case WM_LBUTTONDOWN: // beside the tool bar
         tapPanelButton(window);
         return 0;
+    case WM_SETTINGCHANGE:
+        if (wParam == SPI_SETWORKAREA) takePlace(window);
+        break;
     case WM_COMMAND:
         return SendMessageW(GetWindow(window, GW_OWNER), WM_COMMAND, wParam,
                             reinterpret_cast<LPARAM>(window));

@@ -1,6 +1,7 @@
 // A picture of the device's screen, composed from the windows' own surfaces: it needs no display.
 
 #include "emulator.h"
+#include "screen.h"
 #include <stdint.h>
 #include <vector>
 
@@ -17,8 +18,6 @@ struct Picture {
 };
 
 } // namespace
-
-static SIZE screenSize() { return Emulator_GetVariety()->screen; }
 
 static DWORD imageBytes() {
     DWORD stride = (screenSize().cx * bytesPerPixel + 3) & ~3;

@@ -38,6 +38,8 @@ static bool readSetting(const std::wstring& name, const std::wstring& value,
     if (name == L"texts") return readWord(value, L"none", &variety->hasNoSystemTexts);
     if (name == L"pointer") return readWord(value, L"stylus", &variety->hasStylusOnly);
     if (name == L"files") return readWord(value, L"one", &variety->choosesOneFileOnly);
+    if (name == L"panel") return readWord(value, L"none", &variety->hasNoInputPanel);
+    if (name == L"turn") return readWord(value, L"button", &variety->hasTurnButton);
     return false;
 }
 
@@ -45,7 +47,8 @@ static bool readSetting(const std::wstring& name, const std::wstring& value,
 static void refuse(const std::wstring& setting) {
     fprintf(stderr,
             "zemvolt: ZEMVOLT_DEVICE does not know \"%ls\"; it takes screen=WIDTHxHEIGHT, dpi=N, "
-            "bar=N, cursors=wait, texts=none, pointer=stylus, files=one, separated by commas\n",
+            "bar=N, cursors=wait, texts=none, pointer=stylus, files=one, panel=none, turn=button, "
+            "separated by commas\n",
             setting.c_str());
     fflush(stderr);
     ExitProcess(2);
@@ -58,7 +61,9 @@ static std::wstring readSettings() {
 }
 
 static EmulatorVariety readVariety() {
-    EmulatorVariety variety = {{240, 320}, 96, 0, FALSE, FALSE, FALSE, FALSE};
+    EmulatorVariety variety = {};
+    variety.screen = {240, 320};
+    variety.dotsPerInch = 96;
     std::wstring settings = readSettings();
     for (size_t start = 0; start < settings.size();) {
         size_t end = settings.find(L',', start);

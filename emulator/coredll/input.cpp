@@ -1,7 +1,7 @@
 // Pointer input on the device's scale. The pointer stays on the device's screen.
 
-#include "emulator.h"
 #include "refusal.h"
+#include "screen.h"
 
 static constexpr LONG fullScale = 65535;
 
@@ -20,7 +20,7 @@ static LONG deskPosition(LONG pixel, LONG deskSize) {
 }
 
 static POINT target(const MOUSEINPUT& pointer) {
-    SIZE screen = Emulator_GetVariety()->screen;
+    SIZE screen = screenSize();
     if (pointer.dwFlags & MOUSEEVENTF_ABSOLUTE)
         return {pixelOf(pointer.dx, screen.cx), pixelOf(pointer.dy, screen.cy)};
     POINT now;

@@ -1,6 +1,7 @@
 // The device's input panel: a keyboard at the bottom of the work area, above the menu bars. It
 // takes its room from the work area while it shows, and the activation from nobody.
 
+#include "input_panel.h"
 #include "menu_bar_class.h"
 #include "screen.h"
 
@@ -15,9 +16,7 @@ static constexpr wchar_t keys[rows][columns + 1] = {L"1234567890", L"qwertyuiop"
 
 static HWND panel;
 
-static SIZE screen() { return Emulator_GetVariety()->screen; }
-
-static int keyWidth() { return screen().cx / columns; }
+static int keyWidth() { return screenSize().cx / columns; }
 
 static const wchar_t* labelOf(const wchar_t* key) {
     switch (*key) {
@@ -78,15 +77,39 @@ static LRESULT CALLBACK panelProc(HWND window, UINT message, WPARAM wParam, LPAR
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
+static RECT placeOfPanel() {
+    SIZE screen = screenSize();
+    LONG bottom = screen.cy - menuBarHeight();
+    return {0, bottom - panelHeight, screen.cx, bottom};
+}
+
 static HWND makePanel() {
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = panelProc;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = panelClass;
     RegisterClassW(&windowClass);
+    RECT place = placeOfPanel();
     return CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, panelClass, nullptr,
-                           WS_POPUP, 0, screen().cy - menuBarHeight() - panelHeight, screen().cx,
-                           panelHeight, nullptr, nullptr, nullptr, nullptr);
+                           WS_POPUP, place.left, place.top, place.right, panelHeight, nullptr,
+                           nullptr, nullptr, nullptr);
+}
+
+// What it leaves of the work area.
+static RECT freeArea() {
+    RECT area = wholeWorkArea();
+    if (panel) area.bottom -= panelHeight;
+    return area;
+}
+
+RECT placeInputPanel() {
+    RECT place = placeOfPanel();
+    if (panel) {
+        SetWindowPos(panel, nullptr, place.left, place.top, place.right, panelHeight,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        InvalidateRect(panel, nullptr, TRUE);
+    }
+    return freeArea();
 }
 
 extern "C" {
@@ -101,8 +124,6 @@ void WINAPI Emulator_ShowInputPanel(BOOL shown) {
     } else {
         DestroyWindow(panel);
     }
-    RECT area = wholeWorkArea();
-    if (shown) area.bottom -= panelHeight;
-    changeWorkArea(area);
+    changeWorkArea(freeArea());
 }
 }

@@ -1,29 +1,45 @@
 #include "screen.h"
 #include "emulator.h"
+#include <utility>
 
-static SIZE screen() { return Emulator_GetVariety()->screen; }
+static SRWLOCK screenLock = SRWLOCK_INIT;
+static SIZE screen = Emulator_GetVariety()->screen;
+
+SIZE screenSize() {
+    AcquireSRWLockShared(&screenLock);
+    SIZE size = screen;
+    ReleaseSRWLockShared(&screenLock);
+    return size;
+}
+
+void swapScreenSides() {
+    AcquireSRWLockExclusive(&screenLock);
+    std::swap(screen.cx, screen.cy);
+    ReleaseSRWLockExclusive(&screenLock);
+}
 
 // Menu bars take nothing from it: they belong to their top-level windows.
-RECT wholeWorkArea() { return {0, Emulator_GetVariety()->taskBarHeight, screen().cx, screen().cy}; }
+RECT wholeWorkArea() {
+    SIZE size = screenSize();
+    return {0, Emulator_GetVariety()->taskBarHeight, size.cx, size.cy};
+}
 
 static RECT usable = wholeWorkArea();
 
 // How long a busy window may keep the others from hearing of a change, milliseconds.
 static constexpr UINT answerTime = 1000;
 
-static SRWLOCK usableLock = SRWLOCK_INIT;
-
 RECT workArea() {
-    AcquireSRWLockShared(&usableLock);
+    AcquireSRWLockShared(&screenLock);
     RECT area = usable;
-    ReleaseSRWLockShared(&usableLock);
+    ReleaseSRWLockShared(&screenLock);
     return area;
 }
 
 static void setWorkArea(const RECT& area) {
-    AcquireSRWLockExclusive(&usableLock);
+    AcquireSRWLockExclusive(&screenLock);
     usable = area;
-    ReleaseSRWLockExclusive(&usableLock);
+    ReleaseSRWLockExclusive(&screenLock);
 }
 
 static BOOL CALLBACK tellOfNewWorkArea(HWND window, LPARAM) {
@@ -44,14 +60,16 @@ extern "C" {
 
 void WINAPI Emulator_GetWorkArea(RECT* area) { *area = workArea(); }
 
+void WINAPI Emulator_GetScreen(SIZE* size) { *size = screenSize(); }
+
 int WINAPI Device_GetSystemMetrics(int index) {
     switch (index) {
     case SM_CXSCREEN:
     case SM_CXVIRTUALSCREEN:
-        return screen().cx;
+        return screenSize().cx;
     case SM_CYSCREEN:
     case SM_CYVIRTUALSCREEN:
-        return screen().cy;
+        return screenSize().cy;
     default:
         return GetSystemMetrics(index);
     }
@@ -60,9 +78,9 @@ int WINAPI Device_GetSystemMetrics(int index) {
 int WINAPI Device_GetDeviceCaps(HDC context, int index) {
     switch (index) {
     case HORZRES:
-        return screen().cx;
+        return screenSize().cx;
     case VERTRES:
-        return screen().cy;
+        return screenSize().cy;
     case LOGPIXELSX:
     case LOGPIXELSY:
         return Emulator_GetVariety()->dotsPerInch;

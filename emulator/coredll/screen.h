@@ -1,9 +1,16 @@
 #pragma once
-// The device's screen. The desk's own may be larger: the device's is then its top left corner.
+// The device's screen. The desk's own may be larger: the device's is then its top left corner. Any
+// thread.
 
 #include <windows.h>
 
-// The part of the screen that top-level windows may fill. Any thread.
+// Pixels.
+SIZE screenSize();
+
+// What was its width is its height. Nobody is told.
+void swapScreenSides();
+
+// The part of the screen that top-level windows may fill.
 RECT workArea();
 
 // Without the input panel.

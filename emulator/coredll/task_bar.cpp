@@ -1,10 +1,28 @@
 #include "task_bar.h"
 #include "emulator.h"
+#include "screen.h"
 
 static constexpr UINT showTitle = WM_APP; // lParam: the window, null for the same as before
 
 static HWND bar;
 static HWND titled; // of the bar's thread only
+
+// The button that turns the screen, at the right end; empty without one.
+static RECT turnButton() {
+    LONG right = screenSize().cx, size = Emulator_GetVariety()->taskBarHeight;
+    return {Emulator_GetVariety()->hasTurnButton ? right - size : right, 0, right, size};
+}
+
+// A screen upright, and the same on its side.
+static void drawTurnButton(HDC context, RECT place) {
+    LONG size = place.bottom;
+    DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH);
+    auto* black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    RECT upright = {place.left + size / 4, size / 4, place.left + size / 2, size * 3 / 4};
+    FrameRect(context, &upright, black);
+    RECT onItsSide = {upright.left, size / 2, place.left + size * 3 / 4, upright.bottom};
+    FrameRect(context, &onItsSide, black);
+}
 
 static void paint(HWND window) {
     constexpr LONG margin = 6;
@@ -16,6 +34,9 @@ static void paint(HWND window) {
     wchar_t title[100] = L"";
     // Without asking the window's thread, which waits for this one.
     if (IsWindow(titled)) InternalGetWindowText(titled, title, ARRAYSIZE(title));
+    RECT button = turnButton();
+    if (!IsRectEmpty(&button)) drawTurnButton(context, button);
+    place.right = button.left;
     InflateRect(&place, -margin, 0);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, GetSysColor(COLOR_CAPTIONTEXT));
@@ -37,6 +58,9 @@ static LRESULT CALLBACK barProc(HWND window, UINT message, WPARAM wParam, LPARAM
         return 0;
     case WM_MOUSEACTIVATE:
         return MA_NOACTIVATE;
+    case WM_LBUTTONDOWN:
+        if (LOWORD(lParam) >= turnButton().left) Emulator_TurnScreen();
+        return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
@@ -47,10 +71,9 @@ static HWND makeBar() {
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = taskBarClass;
     RegisterClassW(&windowClass);
-    const EmulatorVariety& device = *Emulator_GetVariety();
-    return CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, taskBarClass,
-                           nullptr, WS_POPUP, 0, 0, device.screen.cx, device.taskBarHeight, nullptr,
-                           nullptr, nullptr, nullptr);
+    return CreateWindowExW(
+        WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, taskBarClass, nullptr, WS_POPUP, 0, 0,
+        screenSize().cx, Emulator_GetVariety()->taskBarHeight, nullptr, nullptr, nullptr, nullptr);
 }
 
 static DWORD WINAPI run(LPVOID shown) {
@@ -83,6 +106,13 @@ static void tell(HWND window) {
     if (bar)
         SendMessageTimeoutW(bar, showTitle, 0, reinterpret_cast<LPARAM>(window),
                             SMTO_BLOCK | SMTO_ABORTIFHUNG, longest, nullptr);
+}
+
+void placeTaskBar() {
+    if (!bar) return;
+    SetWindowPos(bar, nullptr, 0, 0, screenSize().cx, Emulator_GetVariety()->taskBarHeight,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    InvalidateRect(bar, nullptr, FALSE);
 }
 
 void showTitleOf(HWND window) { tell(window); }

@@ -10,5 +10,8 @@ void startTaskBar();
 // The window is in use now. Returns when its title is on the screen.
 void showTitleOf(HWND window);
 
+// As wide as the screen is now.
+void placeTaskBar();
+
 // To be called when a window's title has changed or the window is gone.
 void titleHasChanged(HWND window);

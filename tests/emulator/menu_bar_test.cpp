@@ -80,6 +80,14 @@ TEST_F(MenuBarTest, stands_at_the_bottom_of_the_screen_when_it_is_shown) {
     EXPECT_EQ(GetWindow(bar, GW_OWNER), window);
 }
 
+TEST_F(MenuBarTest, has_buttons_that_fill_it_but_for_a_rim) {
+    HWND bar = newShownBar(window);
+    addButton(bar, 108, BTNS_AUTOSIZE, L"Exit");
+    RECT place;
+    EXPECT_TRUE(SendMessageW(bar, TB_GETRECT, 108, reinterpret_cast<LPARAM>(&place)));
+    EXPECT_EQ(place.bottom - place.top, scaledToScreen(22));
+}
+
 TEST_F(MenuBarTest, comes_with_the_buttons_of_its_resource) {
     SHMENUBARINFO info = describe(window, twoButtons);
     ASSERT_TRUE(SHCreateMenuBar(&info));

@@ -67,8 +67,9 @@ static void sendPointer(DWORD flags, LONG x = 0, LONG y = 0) {
 
 void RecorderTest::movePointer(int x, int y) {
     constexpr LONG fullScale = 65535;
-    sendPointer(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, x * fullScale / (screen().cx - 1),
-                y * fullScale / (screen().cy - 1));
+    sendPointer(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE,
+                x * fullScale / (GetSystemMetrics(SM_CXSCREEN) - 1),
+                y * fullScale / (GetSystemMetrics(SM_CYSCREEN) - 1));
 }
 
 void RecorderTest::press() { sendPointer(MOUSEEVENTF_LEFTDOWN); }

@@ -33,6 +33,8 @@ TEST_F(VarietyTest, is_what_the_settings_say) {
     EXPECT_EQ(device.hasNoSystemTexts != FALSE, setting("texts=none") != nullptr);
     EXPECT_EQ(device.hasStylusOnly != FALSE, setting("pointer=stylus") != nullptr);
     EXPECT_EQ(device.choosesOneFileOnly != FALSE, setting("files=one") != nullptr);
+    EXPECT_EQ(device.hasNoInputPanel != FALSE, setting("panel=none") != nullptr);
+    EXPECT_EQ(device.hasTurnButton != FALSE, setting("turn=button") != nullptr);
 }
 
 TEST_F(VarietyTest, has_the_wait_cursor_always_and_the_others_on_most_devices) {

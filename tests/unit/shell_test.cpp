@@ -332,6 +332,12 @@ TEST_F(ShellTest, a_tapped_ok_button_asks_to_close_where_there_is_one) {
     }
 }
 
+template <class Function>
+static Function ofTheDevice(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"coredll.dll"), name)));
+}
+
 class ShownInputPanel {
   public:
     ShownInputPanel() { show(TRUE); }
@@ -339,11 +345,41 @@ class ShownInputPanel {
 
   private:
     static void show(BOOL shown) {
-        using Show = void(WINAPI*)(BOOL);
-        reinterpret_cast<Show>(reinterpret_cast<void*>(
-            GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_ShowInputPanel")))(shown);
+        ofTheDevice<decltype(&Emulator_ShowInputPanel)>("Emulator_ShowInputPanel")(shown);
     }
 };
+
+class TurnedScreen {
+  public:
+    TurnedScreen() { turn(); }
+    ~TurnedScreen() { turn(); }
+
+  private:
+    static void turn() { ofTheDevice<decltype(&Emulator_TurnScreen)>("Emulator_TurnScreen")(); }
+};
+
+TEST_F(ShellTest, a_top_shell_fills_a_turned_screen_and_a_child_shell_stays) {
+    jint shell = newShell();
+    jint child = call<New>("Shell_NewChild", shell, 0);
+    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 90);
+    std::vector<jint> before = boundsOf(shell);
+    const SIZE screen = theDevice().screen;
+    const jint height = screen.cx - before[1] - (screen.cy - before[1] - before[3]);
+    listen(shell);
+    {
+        TurnedScreen turned;
+        EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, before[1], screen.cy, height}));
+        Events resized = {"resize(" + std::to_string(screen.cy) + ", " + std::to_string(height) +
+                          ")"};
+        if (screen.cx == screen.cy) resized.clear();
+        EXPECT_EQ(vm.takeEvents(), resized);
+        EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
+                  (std::vector<jint>{0, 0, screen.cy, screen.cx}));
+        EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 90}));
+    }
+    EXPECT_EQ(boundsOf(shell), before);
+    dispose(child);
+}
 
 TEST_F(ShellTest, a_top_shell_keeps_clear_of_the_input_panel_and_a_child_shell_stays) {
     jint shell = newShell();
