@@ -58,8 +58,16 @@ static bool makeSpareContexts() {
     return true;
 }
 
+// What it draws every button's frame with, it makes with the first one.
+static bool drawFirstFrame() {
+    HDC context = CreateCompatibleDC(nullptr);
+    RECT place = {0, 0, 10, 10};
+    DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH);
+    return DeleteDC(context);
+}
+
 LiveCounts countLive() {
-    static bool hasSpareContexts = makeSpareContexts();
+    static bool hasSpareContexts = makeSpareContexts() && drawFirstFrame();
     EXPECT_TRUE(hasSpareContexts);
     LiveCounts counts = {countGdiObjects(), 0, countHeapBlocks()};
     EnumThreadWindows(GetCurrentThreadId(), countTop, reinterpret_cast<LPARAM>(&counts.windows));

@@ -8,3 +8,11 @@ const EmulatorVariety& theDevice() {
         GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_GetVariety")));
     return *getVariety();
 }
+
+std::wstring systemText(DWORD code) {
+    wchar_t text[512] = L"FormatMessage failed";
+    if (!theDevice().hasNoSystemTexts)
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0x400, text, ARRAYSIZE(text),
+                       nullptr);
+    return text;
+}

@@ -31,7 +31,7 @@ class AdjustableTest : public DeviceTest {
     AdjustableTest() {
         shell = newShell();
         bar = call<jint(jint)>("Scrollbar_New", shell);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 200);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 150);
     }
     static AdjustableRecord* record(jint handle) {
         return reinterpret_cast<AdjustableRecord*>(handle);
@@ -393,7 +393,7 @@ TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release)
     show(bar);
     vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
     listen(bar);
-    moveTo(6, 195);
+    moveTo(6, 145);
     post(1);
     post(2);
     dispatchAll();
@@ -401,9 +401,9 @@ TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release)
     auto at = [&](const std::string& event) {
         return std::find(events.begin(), events.end(), event) - events.begin();
     };
-    EXPECT_LT(at("pointer(1, 6, 195, 8, 0)"), at("scrolled(1, 1)"))
+    EXPECT_LT(at("pointer(1, 6, 145, 8, 0)"), at("scrolled(1, 1)"))
         << testing::PrintToString(events);
-    EXPECT_LT(at("scrolled(1, 1)"), at("pointer(2, 6, 195, 8, 0)"));
+    EXPECT_LT(at("scrolled(1, 1)"), at("pointer(2, 6, 145, 8, 0)"));
     EXPECT_EQ(get("Value"), 1);
 }
 

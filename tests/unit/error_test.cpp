@@ -16,13 +16,6 @@ static void handle(JNIEnv* env, const char* function, ErrorRecord* record) {
     entryPoint<Handle>("WYX_ErrorHandler")(env, function, record);
 }
 
-static std::wstring systemText(DWORD code) {
-    wchar_t text[512] = L"FormatMessage failed";
-    if (!theDevice().hasNoSystemTexts)
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0x400, text, 512, nullptr);
-    return text;
-}
-
 class ErrorTest : public testing::Test {
   protected:
     TestVm vm;

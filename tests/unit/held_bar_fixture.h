@@ -28,7 +28,7 @@ constexpr int heldScrolls = 3;
 class HeldBarTest : public PressingTest {
   protected:
     HeldBarTest() {
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 200);
+        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 150);
         call<void(jint, jboolean)>("Control_SetVisible", bar, JNI_TRUE);
         dispatchAll();
         other = newButton(shell);

@@ -5,6 +5,7 @@
 #include "graphics/blending.h"
 #include "graphics/graphics.h"
 #include "leaks.h"
+#include "variety.h"
 #include <climits>
 #include <thread>
 
@@ -260,14 +261,9 @@ TEST_F(ImageDrawingTest, failures_are_errors_of_whole_images_alone) {
     }
 }
 
-// The system's words for a code.
 static std::u16string textOf(DWORD code) {
-    wchar_t* text = nullptr;
-    FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0,
-                   reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::u16string out(text, text + wcslen(text));
-    LocalFree(text);
-    return out;
+    const std::wstring words = systemText(code);
+    return {words.begin(), words.end()};
 }
 
 static BOOL WINAPI deleteAndForgetTheError(HDC dc) {

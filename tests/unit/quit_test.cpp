@@ -10,7 +10,7 @@ static bool takeQuit() {
 TEST_F(HeldBarTest, goes_on_scrolling_when_a_control_is_disposed_of_meanwhile) {
     listen(bar);
     releaseAfterScrolls([this] { dispose(other); });
-    Events events = hold(bar, {6, 195});
+    Events events = hold(bar, {6, 145});
     EXPECT_EQ(scrolls, heldScrolls) << testing::PrintToString(events);
     EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
 }
@@ -22,7 +22,7 @@ TEST_F(HeldBarTest, goes_on_scrolling_when_a_control_was_disposed_of_just_before
         return 0;
     };
     releaseAfterScrolls([] {});
-    Events events = hold(bar, {6, 195});
+    Events events = hold(bar, {6, 145});
     EXPECT_EQ(scrolls, heldScrolls) << testing::PrintToString(events);
     EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
 }
@@ -30,7 +30,7 @@ TEST_F(HeldBarTest, goes_on_scrolling_when_a_control_was_disposed_of_just_before
 TEST_F(HeldBarTest, goes_on_scrolling_when_it_was_tapped_twice) {
     listen(bar);
     releaseAfterScrolls([this] { dispose(other); });
-    moveTo(bar, {6, 195});
+    moveTo(bar, {6, 145});
     post(1);
     post(2);
     dispatchAll();
@@ -63,7 +63,7 @@ TEST_F(HeldBarTest, leaves_the_quit_message_to_the_displays_own_loop) {
         queued = takeQuit();
         return 0;
     };
-    hold(bar, {6, 195});
+    hold(bar, {6, 145});
     vm.behavior.clear();
     EXPECT_TRUE(seen);
     EXPECT_TRUE(queued) << "the tracking has ended when the release is told";

@@ -103,7 +103,7 @@ TEST_F(ScrollBarsTest, a_turned_bar_keeps_its_place_among_its_siblings) {
 TEST_F(ScrollBarsTest, a_bar_turned_while_it_scrolls_is_released_once_where_the_pointer_leaves) {
     listen(bar);
     releaseAfterScrolls([this] { turn(16); });
-    Events events = hold(bar, {6, 195});
+    Events events = hold(bar, {6, 145});
     EXPECT_EQ(countReleases(events), 0) << "the button is held";
     moveTo(shell, {150, 20});
     post(2);

@@ -4,6 +4,7 @@
 
 #include "device.h"
 #include "graphics/graphics.h"
+#include "variety.h"
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -69,8 +70,11 @@ class SheetsTest : public DeviceTest, public testing::WithParamInterface<Surface
         surface = depth <= 8 ? newIndexedImage(depth) : newDirectImage(depth);
         graphics = call<jint(jint)>("Image_NewGraphics", surface);
     }
+    // Of as many pixels on every screen.
     void setFont() {
-        jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 4, 8, 0);
+        constexpr int points = 8, usualDotsPerInch = 96;
+        jint font = call<jint(jint, jint, jint, jint)>(
+            "Font_NewLogical", display, 4, points * usualDotsPerInch / theDevice().dotsPerInch, 0);
         call<void(jint, jint)>("Graphics_SetFont", graphics, font);
     }
 

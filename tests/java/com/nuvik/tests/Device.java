@@ -169,8 +169,14 @@ final class Device {
         while (OS.Display_ReadAndDispatch(display)) {}
     }
 
-    /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
+    /** A person's tap at a point of the work area, which top shells fill. */
     void tap(int x, int y) {
+        int[] insets = com.nuvik.wyx.dovr.OS.Display_GetInsets(display);
+        tapScreen(insets[0] + x, insets[1] + y);
+    }
+
+    /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
+    void tapScreen(int x, int y) {
         com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, PRESS, LEFT);
         com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, RELEASE, LEFT);

@@ -59,12 +59,15 @@ public final class WindowTest {
 
     @Test
     public void theScreenIsTheDevicesAndBarsTakeItsEdges() {
+        int[] screen = Variety.screen();
         assertArrayEquals(
-                new int[] {0, 0, 240, 320}, com.nuvik.wyx.k4tr.OS.Device_GetBounds(device.display));
-        int[] insets = OS.Display_GetInsets(device.display);
-        assertEquals(4, insets.length);
+                new int[] {0, 0, screen[0], screen[1]},
+                com.nuvik.wyx.k4tr.OS.Device_GetBounds(device.display));
+        assertArrayEquals(
+                new int[] {0, Variety.taskBarHeight(), 0, 0}, OS.Display_GetInsets(device.display));
         assertTrue(OS.Device_IsDirect(device.display));
-        assertEquals(2, OS.Device_GetDPI(device.display).length);
+        int dots = Variety.dotsPerInch();
+        assertArrayEquals(new int[] {dots, dots}, OS.Device_GetDPI(device.display));
     }
 
     @Test
@@ -110,8 +113,13 @@ public final class WindowTest {
         OS.Control_SetFont(button, font);
         int[] after = OS.Control_GetMinimumSize(button);
         assertTrue(after[0] > before[0] && after[1] > before[1]);
-        // of the whole pixels that it got
-        assertEquals(23, com.nuvik.wyx.k4tr.OS.Font_GetSizeInPoints(font));
+        int pixels =
+                com.nuvik.wyx.k4tr.OS.Font_GetAscent(font)
+                        + com.nuvik.wyx.k4tr.OS.Font_GetDescent(font)
+                        + com.nuvik.wyx.k4tr.OS.Font_GetLeading(font);
+        assertEquals(
+                pixels * 72 / Variety.dotsPerInch(),
+                com.nuvik.wyx.k4tr.OS.Font_GetSizeInPoints(font));
         assertTrue(OS.Font_StringAdvance(font, "WW") > OS.Font_StringAdvance(font, "ii"));
         device.dispose(button);
         com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
@@ -126,7 +134,7 @@ public final class WindowTest {
         OS.Adjustable_SetUnitIncrement(bar, 25);
         Device.Recorder recorder = device.listen(bar);
         int[] window = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
-        device.tap(window[0] + 20 + 100 - 5, window[1] + 30 + 120 - 5);
+        device.tapScreen(window[0] + 20 + 100 - 5, window[1] + 30 + 120 - 5);
         assertEquals(
                 Collections.singletonList("scrolled 25 " + LINE_DOWN), only(recorder, "scrolled"));
         assertEquals(25, OS.Adjustable_GetValue(bar));
@@ -176,7 +184,7 @@ public final class WindowTest {
         int child = OS.Shell_NewChild(shell, titleAndCloseBox);
         Device.Recorder recorder = device.listen(child);
         place(child, 20, 100, 160, 80);
-        device.tap(20 + 160 - 12, 100 + 12);
+        device.tapScreen(20 + 160 - 12, 100 + 12);
         assertTrue(recorder.events.contains("window " + CLOSE_REQUESTED));
         assertEquals(160, com.nuvik.wyx.k4tr.OS.Control_GetBounds(child)[2]);
         device.dispose(child);
@@ -208,7 +216,7 @@ public final class WindowTest {
         Device.Recorder recorder = device.listen(item);
         OS.Shell_SetMenuBar(shell, bar);
         device.dispatchAll();
-        device.tap(12, 306);
+        device.tapScreen(12, Variety.screen()[1] - Variety.dotsPerInch() / 7);
         assertEquals(Collections.singletonList("menu 0"), recorder.events);
         OS.Shell_SetMenuBar(shell, 0);
         device.dispose(item);
