@@ -78,16 +78,45 @@ end_lost_devices() {
     done
 }
 
-# registry_of KIND: what a device has of its own in the current user's part of the registry, and in
-# the machine's. The imaging component serves every kind of apartment.
-user_registry() {
-    cat <<'REG'
+# setting_of NAME [OTHERWISE]: what ZEMVOLT_DEVICE says of it (emulator/README.md), the last word.
+setting_of() {
+    local value
+    value=$(tr , '\n' <<<"${ZEMVOLT_DEVICE:-}" | sed -n "s/^$1=//p" | tail -n 1)
+    echo "${value:-${2:-}}"
+}
 
-[Software\\Wine\\Explorer] 1
+# What people look at has a task bar unless ZEMVOLT_DEVICE says otherwise: as large to the eye on every
+# screen.
+add_task_bar() {
+    [ -n "$(setting_of bar)" ] ||
+        export ZEMVOLT_DEVICE=${ZEMVOLT_DEVICE:+$ZEMVOLT_DEVICE,}bar=$((26 * $(setting_of dpi 96) / 96))
+}
+
+# What shows a device's screen is as large as it may get: it can be turned while a program runs.
+desk_screen() {
+    local screen width height
+    screen=$(setting_of screen 240x320)
+    width=${screen%x*}
+    height=${screen#*x}
+    if [ -n "$(setting_of turn)" ]; then
+        width=$((width > height ? width : height))
+        height=$width
+    fi
+    echo "${width}x$height"
+}
+
+# user_registry KIND, machine_registry: what a device has of its own in the current user's part of the
+# registry, and in the machine's. The imaging component serves every kind of apartment.
+user_registry() {
+    local screen=240x320
+    [ "$1" != x11 ] || screen=$(desk_screen)
+    cat <<REG
+
+[Software\\\\Wine\\\\Explorer] 1
 "Desktop"="device"
 
-[Software\\Wine\\Explorer\\Desktops] 1
-"device"="240x320"
+[Software\\\\Wine\\\\Explorer\\\\Desktops] 1
+"device"="$screen"
 REG
     [ "$1" = x11 ] || cat <<'REG'
 
@@ -152,11 +181,11 @@ leave_device() {
 
 # shared_device: the one device, without a display, on which the programs of the unit tests run one after
 # the other; starting it for each would take longer than most of them. It stays until its processes
-# are ended. Its folder is left in device.
+# are ended. Its folder is left in device. ZEMVOLT_SHARED names another than the usual one.
 shared_device() {
     "$root/launcher/make-prefix" || exit 1
-    device=$run/device
-    exec 7>"$run/device.lock"
+    device=$run/device${ZEMVOLT_SHARED:+-$ZEMVOLT_SHARED}
+    exec 7>"$device.lock"
     flock 7
     if [ ! "$device/system.reg" -nt "$run/prefix/.recipe" ] ||
         [ "$(readlink "$device/dosdevices/y:")" != "$bin" ]; then
@@ -166,12 +195,24 @@ shared_device() {
     exec 7>&-
 }
 
+end_shared_devices() {
+    local folder
+    for folder in "$run/device" "$run"/device-*/; do end_processes "${folder%/}"; done
+}
+
+# fonts_conf FOLDER...: the fonts of these folders, and no others.
+fonts_conf() {
+    echo '<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd">'
+    echo "<fontconfig>$(printf '<dir>%s</dir>' "$@")<cachedir>$run/fontconfig/cache</cachedir></fontconfig>"
+}
+
 # enter_device FOLDER KIND: the environment in which the device's programs run.
 enter_device() {
     export ZEMVOLT_RUN=$1 ZEMVOLT_STORAGE=x:
     export WINEPREFIX=$1 WINEARCH=win32 WINESERVER=/usr/lib/wine/wineserver32 TMPDIR=$1/tmp
     export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe,winemenubuilder.exe=d"
     export FONTCONFIG_FILE=$run/fontconfig/fonts.conf
+    [ ! -f "$1/fonts.conf" ] || FONTCONFIG_FILE=$1/fonts.conf
     unset LD_PRELOAD
     # A test must not reach a screen that happens to be there.
     if [ "$2" = null ]; then unset DISPLAY WAYLAND_DISPLAY; fi

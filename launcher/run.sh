@@ -4,7 +4,7 @@
 start_display() {
     local number xvfb
     mkfifo "$device/displayfd"
-    ZEMVOLT_RUN=$device Xvfb -displayfd 3 -screen 0 240x320x24 -noreset -nolisten tcp \
+    ZEMVOLT_RUN=$device Xvfb -displayfd 3 -screen 0 "$(desk_screen)x24" -noreset -nolisten tcp \
         3<>"$device/displayfd" >"$device/logs/xvfb.log" 2>&1 </dev/null 9>&- &
     xvfb=$!
     disown
@@ -22,6 +22,16 @@ wait_for_lines() {
     local seen
     seen=$(timeout 60 tail -n +1 -F --pid="$4" "$3" 2>/dev/null | grep -m "$1" -c -E "$2")
     [ "$seen" = "$1" ]
+}
+
+# Where things are on the screen, in pixels: its size, the heights of the bars at its edges.
+measure_screen() {
+    local screen
+    screen=$(setting_of screen 240x320)
+    width=${screen%x*}
+    height=${screen#*x}
+    task_bar=$(setting_of bar 0)
+    menu_bar=$((26 * $(setting_of dpi 96) / 96))
 }
 
 # What the examples' scripts play the person with. Each waits for what it brings about.
@@ -42,7 +52,7 @@ key() { xdotool key "$@"; }
 # A file is there as a whole or not at all: several runs may leave the latest.
 screenshot() {
     local folder=$build/screenshots file=$device/screenshot.png
-    xdotool mousemove 0 319
+    xdotool mousemove 0 $((height - 1))
     import -silent -window root "$file" || return 1
     if [ -z "$screenshot" ]; then
         screenshot=$folder/$example-$$.png
@@ -83,6 +93,7 @@ start_example() {
 # Plays the person that this machine has no display for.
 play_example() {
     output=$device/output
+    measure_screen
     start_display
     start_example >"$output" 2>&1 </dev/null
     (
@@ -153,6 +164,69 @@ keep_storage() {
     mkdir -p "$storage" 2>/dev/null && [ -w "$storage" ] || fail "$1 cannot be written"
 }
 
+# takes_one_of OPTION VALUE CHOICE...
+takes_one_of() {
+    is_one_of "$2" "${@:3}" && return
+    echo "zemvolt: $1 takes no $2; it takes: ${*:3}" >&2
+    exit 2
+}
+
+# What handhelds have. A larger screen has as many dots more per inch.
+screens=(240x320 320x240 240x240 480x640 640x480 480x480)
+densities=(96 128 192)
+usual_density() {
+    case $1 in
+    *480*) echo 192 ;;
+    *) echo 96 ;;
+    esac
+}
+
+add_setting() { export ZEMVOLT_DEVICE=${ZEMVOLT_DEVICE:+$ZEMVOLT_DEVICE,}$1; }
+
+# What the options make of the device.
+describe_device() {
+    [ -z "$screen" ] || add_setting "screen=$screen,dpi=$(usual_density "$screen")"
+    [ -z "$density" ] || add_setting "dpi=$density"
+    [ "$wants_task_bar" != off ] || add_setting bar=0
+    add_task_bar
+    [ "$wants_panel" != off ] || add_setting panel=none
+    [ -n "$can_turn" ] || return
+    if [ "$(setting_of bar)" = 0 ]; then
+        echo "zemvolt: --rotate wants the task bar, whose button turns the screen" >&2
+        exit 2
+    fi
+    add_setting turn=button
+}
+
+# The languages and regions that the machine's own description of them knows.
+locale_names() {
+    sed -n 's,^\([a-z]*_[A-Z]*\)\(\.UTF-8\)\? UTF-8.*,\1,p' /usr/share/i18n/SUPPORTED | sort -u
+}
+
+must_be_locale() {
+    local names
+    install_missing locales
+    mapfile -t names < <(locale_names)
+    is_one_of "$1" "${names[@]}" && return
+    tell_near "--locale takes no $1" "$1" "${names[@]}"
+    exit 2
+}
+
+# use_locale NAME: compiled for this run's device, as the machine need not have it.
+use_locale() {
+    mkdir "$device/locale"
+    localedef -i "$1" -f UTF-8 "$device/locale/$1.UTF-8" >>"$device/logs/locale.log" 2>&1 ||
+        [ -e "$device/locale/$1.UTF-8/LC_CTYPE" ] || fail "the locale $1 cannot be made"
+    export LOCPATH=$device/locale LC_ALL=$1.UTF-8
+}
+
+has_fonts() {
+    font_folder=$(realpath -m -- "$1")
+    [ -n "$(find "$font_folder" -iname '*.[to]t[fc]' -print -quit 2>/dev/null)" ] && return
+    echo "zemvolt: $1 has no fonts; --fonts takes a folder with files *.ttf, *.otf or *.ttc" >&2
+    exit 2
+}
+
 screenshot_to() {
     screenshot=$(realpath -m -- "$1")
     [ -d "$(dirname "$screenshot")" ] && [ -w "$(dirname "$screenshot")" ] ||
@@ -167,7 +241,8 @@ version() {
     [ ! -f "$jre/release" ] || sed -n 's/^JAVA_VERSION="\(.*\)"/with Java \1/p' "$jre/release"
 }
 
-options=(--device --display --help --screenshot --sound-file --sound-speed --storage --version)
+options=(--device --display --dpi --fonts --help --input-panel --locale --rotate --screen --screenshot
+    --sound-file --sound-speed --storage --task-bar --version)
 # The Java VM's own.
 vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --enable-preview
     --illegal-access --limit-modules --module-path --patch-module --upgrade-module-path)
@@ -175,6 +250,13 @@ vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --e
 device_code= # or --device
 display=
 storage=
+screen=
+density=
+wants_task_bar=
+wants_panel=
+can_turn=
+locale=
+font_folder=
 screenshot= # by default one of the run's own among the screenshots, and the latest beside them
 vm_words=()
 program_words=()
@@ -184,10 +266,17 @@ set_option() {
     case $1 in
     --device) device_code=--device ;;
     --display) display=$2 ;;
+    --dpi) takes_one_of "$1" "$2" "${densities[@]}" && density=$2 ;;
+    --fonts) has_fonts "$2" ;;
+    --input-panel) takes_one_of "$1" "$2" on off && wants_panel=$2 ;;
+    --locale) locale=$2 ;;
+    --rotate) can_turn=yes ;;
+    --screen) takes_one_of "$1" "$2" "${screens[@]}" && screen=$2 ;;
     --screenshot) screenshot_to "$2" ;;
     --sound-file) sound_to_file "$2" ;;
     --sound-speed) sound_at_speed "$2" ;;
     --storage) keep_storage "$2" ;;
+    --task-bar) takes_one_of "$1" "$2" on off && wants_task_bar=$2 ;;
     --version)
         version
         exit
@@ -198,7 +287,7 @@ set_option() {
         ;;
     esac
 }
-takes_value() { [[ $1 != --@(device|help|version) ]]; }
+takes_value() { [[ $1 != --@(device|help|rotate|version) ]]; }
 is_one_of() { printf '%s\n' "${@:2}" | grep -qxF -- "$1"; }
 
 # Takes this command's own options out of the words, and leaves the example's name or the words of the
@@ -265,11 +354,16 @@ run_command() {
     has_sound_output && export ZEMVOLT_SOUND_OUTPUT=desk
     read_options "$@"
     [ -z "$example" ] || must_be_example "$example"
+    describe_device
+    [ -z "$locale" ] || must_be_locale "$locale"
     [ -z "$display" ] || export DISPLAY=$display
     setup_for_running
     [ -z "$display" ] || display_works || fail "there is no display $DISPLAY"
     new_device x11 "$storage"
     trap leave_device EXIT
+    [ -z "$locale" ] || use_locale "$locale"
+    [ -z "$font_folder" ] ||
+        fonts_conf "$run/fontconfig/fonts" "$font_folder" >"$device/fonts.conf"
     if [ -n "$example" ]; then
         run_example "$example"
     else

@@ -1,7 +1,7 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
 commands=(setup run test prove bench device)
-proofs=(disposal)
+proofs=(disposal varieties)
 
 usage() {
     cat <<'TEXT'
@@ -34,6 +34,14 @@ usage_of_run() {
   EXAMPLE is one of: $(example_names | tr '\n' ' ')
   OPTIONS stand before or behind the example's name, and before the class or jar:
     --display NAME         shows the device there
+    --screen SIZE          its screen: 240x320, 320x240, 240x240, 480x640, 640x480 or 480x480; the
+                           large ones have 192 dots per inch, the others 96
+    --dpi N                or so many: 96, 128 or 192
+    --rotate               a button in the task bar turns the screen while the program runs
+    --task-bar off         without the task bar, which shows the window's title
+    --input-panel off      without the menu bar's button for the keyboard on the screen
+    --locale NAME          its language and region, such as de_DE
+    --fonts FOLDER         it has the fonts of that folder too
     --screenshot FILE.png  where a played example leaves its picture
     --storage FOLDER       keeps the device's files there; without it they go with the device
     --device               runs the library's code for the device, on an emulated processor

@@ -3,8 +3,8 @@ example_class=com.nuvik.examples.Drawing
 
 play() {
     wait_said '^frame 20'
-    tap 120 250 && wait_said '^stopped'
+    tap $((width / 2)) $((height / 2)) && wait_said '^stopped'
     screenshot
-    tap 120 250 && wait_said '^moving'
+    tap $((width / 2)) $((height / 2)) && wait_said '^moving'
     close_window
 }
