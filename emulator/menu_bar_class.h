@@ -11,4 +11,12 @@ inline int scaledToScreen(int pixels) {
     return MulDiv(pixels, Emulator_GetVariety()->dotsPerInch, usualDotsPerInch);
 }
 
+// What the bars at the screen's edges are written with; theirs for good.
+inline HFONT newBarFont() {
+    LOGFONTW font;
+    GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof(font), &font);
+    font.lfHeight = scaledToScreen(font.lfHeight);
+    return CreateFontIndirectW(&font);
+}
+
 inline int menuBarHeight() { return scaledToScreen(26); } // pixels

@@ -31,8 +31,12 @@ measure_screen() {
     width=${screen%x*}
     height=${screen#*x}
     task_bar=$(setting_of bar 0)
-    menu_bar=$((26 * $(setting_of dpi 96) / 96))
+    density=$(setting_of dpi 96)
+    menu_bar=$(scaled 26)
 }
+
+# scaled N: as large to the eye as so many pixels of the usual screen.
+scaled() { echo $(($1 * density / 96)); }
 
 # What the examples' scripts play the person with. Each waits for what it brings about.
 # wait_said PATTERN [COUNT]
@@ -217,7 +221,8 @@ use_locale() {
     mkdir "$device/locale"
     localedef -i "$1" -f UTF-8 "$device/locale/$1.UTF-8" >>"$device/logs/locale.log" 2>&1 ||
         [ -e "$device/locale/$1.UTF-8/LC_CTYPE" ] || fail "the locale $1 cannot be made"
-    export LOCPATH=$device/locale LC_ALL=$1.UTF-8
+    export LOCPATH=$device/locale
+    export LC_ALL=$1.UTF-8 2>/dev/null # this shell does not find it there
 }
 
 has_fonts() {
@@ -288,7 +293,15 @@ set_option() {
     esac
 }
 takes_value() { [[ $1 != --@(device|help|rotate|version) ]]; }
-is_one_of() { printf '%s\n' "${@:2}" | grep -qxF -- "$1"; }
+is_one_of() {
+    local word=$1
+    shift
+    while [ $# -gt 0 ]; do
+        [ "$1" != "$word" ] || return 0
+        shift
+    done
+    return 1
+}
 
 # Takes this command's own options out of the words, and leaves the example's name or the words of the
 # program, with the VM's options before. Behind a class or a jar all words are the program's; behind

@@ -25,9 +25,10 @@ set(daily_control_proc_test bare)
 set(daily_shell_test_armv4t fine)
 set(daily_menu_test_armv4t handheld)
 set(daily_services_test_armv4t bare)
-set(daily_java_tests handheld landscape)
+set(daily_java_tests handheld)
 
 # What runs on the plain device only, and why.
+set(plain_selftest "it tells in what a device differs from the plain one")
 
 # add_variety_tests(NAME COMMAND...): the same test again on each variety. What the code of older
 # processors does differently, no variety changes.

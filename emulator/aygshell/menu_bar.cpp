@@ -13,6 +13,7 @@
 static constexpr int buttonHeight = 22; // on the usual screen
 
 static ATOM menuBarAtom;
+static HFONT barFont;
 
 static SIZE screen() {
     SIZE size;
@@ -22,7 +23,7 @@ static SIZE screen() {
 
 static int panelButtonWidth() {
     constexpr int width = 26; // at the right end; shows and hides the input panel
-    return Emulator_GetVariety()->hasNoInputPanel ? 0 : width;
+    return Emulator_GetVariety()->hasNoInputPanel ? 0 : scaledToScreen(width);
 }
 
 namespace {
@@ -44,6 +45,7 @@ static HWND makeToolbar(HWND bar, UINT id) {
         menuBarHeight(), bar, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
     if (!toolbar) return nullptr;
     SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(toolbar, WM_SETFONT, reinterpret_cast<WPARAM>(barFont), FALSE);
     SendMessageW(toolbar, TB_SETBUTTONSIZE, 0, MAKELPARAM(0, scaledToScreen(buttonHeight)));
     return toolbar;
 }
@@ -107,7 +109,7 @@ static void drawPanelButton(HDC context) {
     RECT place = {screen().cx - panelButtonWidth(), 0, screen().cx, menuBarHeight()};
     UINT pushed = Emulator_IsInputPanelShown() ? DFCS_PUSHED : 0;
     DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
-    InflateRect(&place, -5, -8);
+    InflateRect(&place, -scaledToScreen(5), -scaledToScreen(8));
     FrameRect(context, &place, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     for (LONG y = place.top + 2; y < place.bottom - 1; y += 2)
         for (LONG x = place.left + 2; x < place.right - 1; x += 2) SetPixel(context, x, y, 0);
@@ -176,6 +178,7 @@ static LRESULT CALLBACK menuBarProc(HWND window, UINT message, WPARAM wParam, LP
 
 bool registerMenuBarClass(HINSTANCE instance) {
     InitCommonControls();
+    barFont = newBarFont();
     WNDCLASSW windowClass = {};
     windowClass.style = CS_GLOBALCLASS;
     windowClass.lpfnWndProc = menuBarProc;

@@ -1,10 +1,12 @@
 #include "task_bar.h"
 #include "emulator.h"
+#include "menu_bar_class.h"
 #include "screen.h"
 
 static constexpr UINT showTitle = WM_APP; // lParam: the window, null for the same as before
 
 static HWND bar;
+static HFONT barFont;
 static HWND titled; // of the bar's thread only
 
 // The button that turns the screen, at the right end; empty without one.
@@ -40,7 +42,7 @@ static void paint(HWND window) {
     InflateRect(&place, -margin, 0);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, GetSysColor(COLOR_CAPTIONTEXT));
-    HGDIOBJ font = SelectObject(context, GetStockObject(DEFAULT_GUI_FONT));
+    HGDIOBJ font = SelectObject(context, barFont);
     DrawTextW(context, title, -1, &place,
               DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
     SelectObject(context, font);
@@ -77,6 +79,7 @@ static HWND makeBar() {
 }
 
 static DWORD WINAPI run(LPVOID shown) {
+    barFont = newBarFont();
     bar = makeBar();
     ShowWindow(bar, SW_SHOWNOACTIVATE);
     UpdateWindow(bar);

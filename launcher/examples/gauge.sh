@@ -4,7 +4,7 @@ example_options=(-companion:gauge.dll=com/nuvik/examples/Gauge)
 
 play() {
     wait_said '^ready'
-    tap 150 $((task_bar + 75)) && wait_said '^level 6'
+    tap "$(scaled 150)" $((task_bar + $(scaled 75))) && wait_said '^level 6'
     screenshot
     close_window
 }

@@ -28,7 +28,7 @@ public final class Drawing {
     private final int strip =
             com.nuvik.wyx.k4tr.OS.Image_NewFromSize(
                     program.display, width, STRIP_HEIGHT, LIGHT_BLUE);
-    private final int title = OS.Font_NewLogical(program.display, 2, 14, BOLD);
+    private final int title = OS.Font_NewLogical(program.display, 2, Program.unscaled(14), BOLD);
     private final int picture = loadPicture();
     private final int star = newStar();
     private final int glass = newGlass();

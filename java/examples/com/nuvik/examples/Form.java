@@ -454,9 +454,9 @@ public final class Form {
     /** The shell loses height while the device's input panel shows. */
     private void placeParts() {
         int[] area = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
-        int top = area[3] - STATUS_HEIGHT;
+        int top = Program.unscaled(area[3]) - STATUS_HEIGHT;
         page.show(top);
-        Program.place(status, 0, top, area[2], STATUS_HEIGHT);
+        Program.place(status, 0, top, Program.unscaled(area[2]), STATUS_HEIGHT);
     }
 
     private void run() {

@@ -246,7 +246,7 @@ public final class Menus {
     }
 
     private void run() {
-        int height = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[3];
+        int height = Program.unscaled(com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[3]);
         makeList(height - 44);
         makeBar(height - 44);
         makePopup();

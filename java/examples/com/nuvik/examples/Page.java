@@ -28,7 +28,8 @@ final class Page {
     private final List<Field> fields = new ArrayList<>();
     private final Deque<Integer> controls = new ArrayDeque<>();
     private Field current;
-    private int width;
+    private final int windowWidth;
+    private final int width;
     private int height;
     private int visible;
 
@@ -74,8 +75,9 @@ final class Page {
                     }
                 });
         int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
-        int[] area = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
-        width = area[2] - insets[0] - insets[2];
+        int shellWidth = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[2];
+        windowWidth = Program.unscaled(shellWidth);
+        width = Program.unscaled(shellWidth - insets[0] - insets[2]);
     }
 
     int width() {
@@ -107,8 +109,7 @@ final class Page {
         OS.Adjustable_SetMaximum(bar, height);
         OS.Adjustable_SetVisibleAmount(bar, visible);
         OS.Adjustable_SetBlockIncrement(bar, visible - LINE);
-        int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
-        Program.place(window, 0, 0, width + insets[0] + insets[2], visible);
+        Program.place(window, 0, 0, windowWidth, visible);
         scrollTo(OS.Adjustable_GetValue(bar));
         com.nuvik.wyx.k4tr.OS.Control_SetVisible(sheet, true);
     }
@@ -116,7 +117,7 @@ final class Page {
     void scrollTo(int wanted) {
         int top = Math.max(0, Math.min(wanted, height - visible));
         OS.Adjustable_SetValue(bar, top);
-        com.nuvik.wyx.k4tr.OS.Control_SetBounds(sheet, 0, -top, width, height);
+        Program.move(sheet, 0, -top, width, height);
     }
 
     private void reveal(Field field) {

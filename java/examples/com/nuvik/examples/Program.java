@@ -9,6 +9,9 @@ import com.nuvik.wyx.k4tr.OS;
  */
 final class Program {
     static final int CLOSE_REQUESTED = 201;
+    private static final int USUAL_DOTS_PER_INCH = 96;
+
+    private static int dotsPerInch;
 
     final int display;
     private boolean running = true;
@@ -61,6 +64,7 @@ final class Program {
                     }
                 };
         display = OS.Display_New();
+        dotsPerInch = com.nuvik.wyx.dovr.OS.Device_GetDPI(display)[1];
         OS.Display_InitCallbacks(display, this);
         register(OS.CB_SELECTION, "selected");
         register(OS.CB_LIST_SELECTION, "listSelected");
@@ -96,9 +100,24 @@ final class Program {
         running = false;
     }
 
-    /** A control's place and its first appearance. */
+    /** The pixels of this screen that are as large to the eye as so many of the usual one. */
+    static int scaled(int usualPixels) {
+        return usualPixels * dotsPerInch / USUAL_DOTS_PER_INCH;
+    }
+
+    /** How many pixels of the usual screen are as large as these. */
+    static int unscaled(int pixels) {
+        return pixels * USUAL_DOTS_PER_INCH / dotsPerInch;
+    }
+
+    /** A control's place, in pixels of the usual screen. */
+    static void move(int control, int x, int y, int width, int height) {
+        OS.Control_SetBounds(control, scaled(x), scaled(y), scaled(width), scaled(height));
+    }
+
+    /** Its place and its first appearance. */
     static void place(int control, int x, int y, int width, int height) {
-        OS.Control_SetBounds(control, x, y, width, height);
+        move(control, x, y, width, height);
         OS.Control_SetVisible(control, true);
     }
 

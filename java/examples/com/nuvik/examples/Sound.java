@@ -92,7 +92,8 @@ public final class Sound {
     }
 
     private void drawWave() {
-        int[] points = outline(width - 2, OS.Control_GetBounds(wave)[3] - 2);
+        int[] area = OS.Control_GetBounds(wave);
+        int[] points = outline(area[2] - 2, area[3] - 2);
         int graphics = OS.Control_NewGraphics(wave);
         int blue = OS.Color_New(program.display, 0, 0, 160);
         OS.Graphics_SetForeground(graphics, blue);
@@ -118,13 +119,13 @@ public final class Sound {
         Program.place(button, x, y, half, BUTTON_HEIGHT);
         buttons[number] = button;
         int[] area = OS.Control_GetBounds(shell);
-        int middleX = area[0] + x + half / 2;
-        int middleY = area[1] + y + BUTTON_HEIGHT / 2;
+        int middleX = area[0] + Program.scaled(x + half / 2);
+        int middleY = area[1] + Program.scaled(y + BUTTON_HEIGHT / 2);
         System.out.println(text + " at " + middleX + " " + middleY);
     }
 
     private void run() {
-        width = OS.Control_GetBounds(shell)[2] - 2 * MARGIN;
+        width = Program.unscaled(OS.Control_GetBounds(shell)[2]) - 2 * MARGIN;
         wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, BORDER);
         OS.Widget_SetData(
                 wave,

@@ -28,12 +28,14 @@ public final class Tap {
                 });
 
         int[] area = OS.Control_GetBounds(shell);
-        int x = (area[2] - WIDTH) / 2;
-        int y = (area[3] - HEIGHT) / 2;
-        OS.Control_SetBounds(button, x, y, WIDTH, HEIGHT);
+        int width = Program.scaled(WIDTH);
+        int height = Program.scaled(HEIGHT);
+        int x = (area[2] - width) / 2;
+        int y = (area[3] - height) / 2;
+        OS.Control_SetBounds(button, x, y, width, height);
         OS.Control_SetVisible(button, true);
         OS.Control_SetVisible(shell, true);
-        System.out.println("button at " + (area[0] + x + WIDTH / 2) + " " + (area[1] + y + HEIGHT / 2));
+        System.out.println("button at " + (area[0] + x + width / 2) + " " + (area[1] + y + height / 2));
 
         program.run();
         program.dispose(button);
