@@ -2,31 +2,45 @@
 
 static constexpr DWORD opaque = 255;
 static constexpr DWORD colorBytes = 0x00FFFFFF;
-static constexpr DWORD lanes = 0x00FF00FF; // two bytes of a pixel with room to multiply
+static constexpr DWORD redAndBlue = 0x00FF00FF; // two lanes, each with room to multiply
+static constexpr DWORD green = 0x0000FF00;
+static constexpr DWORD borrows = 0x01000100; // above the two lanes
 
 // With t = alpha * source + (255 - alpha) * target, truncating toward the target is rounding t /
 // 255 down where the source is not less and up where it is less: 254 is added before rounding down.
-// The quotient of n by 255 is (n + 1 + (n >> 8)) >> 8 for all n up to 65534, which a lane holds.
-static inline DWORD blendLanes(DWORD target, DWORD source, DWORD alpha) {
-    constexpr DWORD borrow = 0x01000100;
-    DWORD less = ~((source | borrow) - target) & borrow; // 256 in the lanes where it is
-    DWORD sum = source * alpha + target * (opaque - alpha) + (less - (less >> 7));
-    return ((sum + 0x00010001 + ((sum >> 8) & lanes)) >> 8) & lanes;
+// The quotient of n by 255 is (m + (m >> 8)) >> 8 with m = n + 1 for all n up to 65534, which a
+// lane holds.
+
+static inline DWORD blendRedAndBlue(DWORD target, DWORD source, DWORD alpha, DWORD rest) {
+    target &= redAndBlue;
+    source &= redAndBlue;
+    DWORD notLess = ((source | borrows) - target) & borrows; // 256 in the lanes where it is
+    DWORD added = redAndBlue - (notLess - (notLess >> 7));   // 1, or 255
+    DWORD sum = source * alpha + (target * rest + added);
+    return (sum + (sum >> 8 & redAndBlue)) >> 8 & redAndBlue;
+}
+
+// Green stays where it is, with 8 bits below that do not matter.
+static inline DWORD blendGreen(DWORD target, DWORD source, DWORD alpha, DWORD rest) {
+    target &= green;
+    source &= green;
+    DWORD sum = source * alpha + (target * rest + (1 << 8));
+    if (source < target) sum += 254 << 8;
+    return ((sum + (sum >> 8)) & green << 8) >> 8;
 }
 
 static inline DWORD blend(DWORD target, DWORD source) {
     DWORD alpha = source >> 24;
     if (alpha == 0) return target;
-    if (alpha == opaque) return (source & colorBytes) | (target & ~colorBytes);
-    // The target's own fourth byte beside the green: blended with itself it stays.
-    DWORD high = (target >> 8) & lanes;
-    DWORD sourceHigh = ((source >> 8) & 0xFF) | (high & ~0xFFu);
-    return blendLanes(target & lanes, source & lanes, alpha) | blendLanes(high, sourceHigh, alpha)
-                                                                   << 8;
+    DWORD rest = opaque - alpha;
+    if (rest == 0) return (source & colorBytes) | (target & ~colorBytes);
+    return blendRedAndBlue(target, source, alpha, rest) |
+           blendGreen(target, source, alpha, rest) | (target & ~colorBytes);
 }
 
 DWORD blendPixel(DWORD target, DWORD source) { return blend(target, source); }
 
 void blendRow(DWORD* target, const DWORD* source, LONG count) {
-    for (LONG i = 0; i < count; ++i) target[i] = blend(target[i], source[i]);
+    for (const DWORD* end = source + count; source < end; ++target)
+        *target = blend(*target, *source++);
 }
