@@ -89,15 +89,10 @@ inline HWND goneWindow() { return reinterpret_cast<HWND>(1); }
 
 // The record of the control whose window it is, or null: other windows may keep anything in their
 // user data. The windows within a choice are the choice's. Display thread.
-inline ControlRecord* controlOf(HWND window) {
-    auto userData = static_cast<DWORD>(GetWindowLongW(window, GWL_USERDATA));
-    // Records are heap blocks: anything else is not even looked at.
-    constexpr DWORD firstAddress = 0x10000;
-    if (userData < firstAddress || userData % sizeof(DWORD)) return nullptr;
-    auto* control = reinterpret_cast<ControlRecord*>(userData);
-    bool isItsOwn = control->hwnd == window || control->hwnd == GetParent(window);
-    return isItsOwn ? control : nullptr;
-}
+ControlRecord* controlOf(HWND window);
+
+// What _Control_Proc does, for a window procedure that has looked the record up already.
+LRESULT Control_Handle(ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Runs on the display's thread with the control's record.
 using ControlWork = void (*)(ControlRecord* control, void* argument);

@@ -9,6 +9,16 @@
 #include "menu/menu.h"
 #include "menu/menu_item.h"
 
+ControlRecord* controlOf(HWND window) {
+    auto userData = static_cast<DWORD>(GetWindowLongW(window, GWL_USERDATA));
+    // Records are heap blocks: anything else is not even looked at.
+    constexpr DWORD firstAddress = 0x10000;
+    if (userData < firstAddress || userData % sizeof(DWORD)) return nullptr;
+    auto* control = reinterpret_cast<ControlRecord*>(userData);
+    bool isItsOwn = control->hwnd == window || control->hwnd == GetParent(window);
+    return isItsOwn ? control : nullptr;
+}
+
 LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
                           LPARAM lParam) {
     if (!control->classProc) return DefWindowProcW(control->hwnd, message, wParam, lParam);
@@ -212,6 +222,9 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
     case controlSetFont:
         _Control_SetFont(control, reinterpret_cast<FontRecord*>(wParam), errorOf(lParam));
         return true;
+    case requestDestroyItself:
+        *result = DestroyWindow(control->hwnd);
+        return true;
     case controlRun:
         reinterpret_cast<ControlWork>(wParam)(control, reinterpret_cast<void*>(lParam));
         return true;
@@ -233,9 +246,9 @@ static LRESULT setFont(const ControlRecord* control, WPARAM wParam, LPARAM lPara
     return result;
 }
 
-extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    ControlRecord* control = controlOf(window);
-    if (!control) return DefWindowProcW(window, message, wParam, lParam);
+[[gnu::noinline]] static LRESULT handle(ControlRecord* control, UINT message, WPARAM wParam,
+                                        LPARAM lParam) {
+    HWND window = control->hwnd;
     switch (message) {
     case WM_DESTROY:
         // Every control does so, not only the last window; the event loop lives on.
@@ -300,8 +313,20 @@ extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wPar
     default:
         break;
     }
-    if (message == requestDestroyItself) return DestroyWindow(window);
     LRESULT result;
     if (message >= WM_APP && answer(control, message, wParam, lParam, &result)) return result;
     return Control_CallClass(control, message, wParam, lParam);
+}
+
+LRESULT Control_Handle(ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Between the system's messages and the library's lie those of the window classes.
+    if (message > WM_MOUSEWHEEL && message < WM_APP)
+        return Control_CallClass(control, message, wParam, lParam);
+    return handle(control, message, wParam, lParam);
+}
+
+extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ControlRecord* control = controlOf(window);
+    if (!control) return DefWindowProcW(window, message, wParam, lParam);
+    return Control_Handle(control, message, wParam, lParam);
 }

@@ -99,6 +99,7 @@ static POINT minimumSize(const ButtonRecord* button) {
 static LRESULT CALLBACK buttonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* button = static_cast<ButtonRecord*>(controlOf(window));
     if (!button) return DefWindowProcW(window, message, wParam, lParam);
+    if (message < WM_APP) return Control_Handle(button, message, wParam, lParam);
     switch (message) {
     case controlForceFocus:
         return forceFocus(button, wParam);
@@ -110,7 +111,7 @@ static LRESULT CALLBACK buttonProc(HWND window, UINT message, WPARAM wParam, LPA
     case controlGetBackground:
         return background(button, wParam, lParam);
     default:
-        return _Control_Proc(window, message, wParam, lParam);
+        return Control_Handle(button, message, wParam, lParam);
     }
 }
 

@@ -165,7 +165,7 @@ static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPA
     case controlSetBounds:
         return setBounds(choice, wParam, lParam);
     default:
-        break;
+        return Control_Handle(choice, message, wParam, lParam);
     }
     return _Control_Proc(window, message, wParam, lParam);
 }

@@ -122,7 +122,7 @@ static LRESULT CALLBACK labelProc(HWND window, UINT message, WPARAM wParam, LPAR
         *reinterpret_cast<POINT*>(wParam) = minimumSize(label);
         return 0;
     default:
-        break;
+        return Control_Handle(label, message, wParam, lParam);
     }
     return _Control_Proc(window, message, wParam, lParam);
 }

@@ -26,7 +26,7 @@ static LPARAM pack(POINT point) { return MAKELPARAM(point.x, point.y); }
 
 // Asked of the hardware: the device's key states of the queue know no pointer.
 static WPARAM ifHeld(int virtualKey, WPARAM button) {
-    return GetAsyncKeyState(virtualKey) & 0x8000 ? button : 0;
+    return narrow(GetAsyncKeyState(virtualKey)) < 0 ? button : 0;
 }
 
 static WPARAM heldButtons() {
@@ -151,7 +151,7 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
         Bar_SetVisible(bar, wParam != 0);
         break;
     default:
-        break;
+        return Control_Handle(bar, message, wParam, lParam);
     }
     return _Control_Proc(window, message, wParam, lParam);
 }

@@ -161,7 +161,7 @@ TEST_F(ListChangesTest, a_list_switched_once_more_by_its_listener_ends_with_the_
     Events events = vm.takeEvents();
     std::erase_if(events, [](const std::string& event) { return event.starts_with("paint"); });
     EXPECT_EQ(events, (Events{"focus(2)", "focus(1)"}));
-    EXPECT_EQ(controlOf(windowOf(list)), reinterpret_cast<ControlRecord*>(list));
+    EXPECT_EQ(GetWindowLongW(windowOf(list), GWL_USERDATA), LONG(list));
 }
 
 static std::vector<DWORD> threads;
