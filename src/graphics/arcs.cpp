@@ -27,7 +27,7 @@ static Direction knownDirections[fullCircle + 1];
 static volatile bool areDirectionsKnown;
 
 static Direction computedDirection(jint degrees) {
-    double angle = degrees * radiansPerDegree;
+    double angle = toDouble(degrees) * radiansPerDegree;
     return {cos(angle), sin(angle)};
 }
 
@@ -67,15 +67,17 @@ static jint halved(jint start, jint length, jint offset) {
 }
 
 // The centre and the radius keep twice the resolution until the end.
-static POINT pointAt(const ArcBox& box, jint degrees) {
+static POINT pointAt(const ArcBox& box, double width, double height, jint degrees) {
     Direction direction = directionOf(degrees);
-    return {halved(box.x, box.width, static_cast<jint>(box.width * direction.cosine)),
-            halved(box.y, box.height, -static_cast<jint>(box.height * direction.sine))};
+    return {halved(box.x, box.width, static_cast<jint>(width * direction.cosine)),
+            halved(box.y, box.height, -static_cast<jint>(height * direction.sine))};
 }
 
 static void fillPoints(POINT* points, const ArcBox& box, jint start, jint count) {
     learnDirections();
-    for (jint i = 0; i <= count; ++i) points[i] = pointAt(box, saturatingAdd(start, i));
+    double width = toDouble(box.width), height = toDouble(box.height);
+    for (jint i = 0; i <= count; ++i)
+        points[i] = pointAt(box, width, height, saturatingAdd(start, i));
 }
 
 static void turnForward(jint* start, jint* arc) {

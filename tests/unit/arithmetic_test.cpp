@@ -21,3 +21,18 @@ TEST(Arithmetic, ends_where_the_range_does) {
         }
     }
 }
+
+TEST(Arithmetic, has_the_double_of_every_kind_of_int) {
+    for (jint number : interesting) EXPECT_EQ(toDouble(number), number);
+    for (int bit = 0; bit < 31; ++bit)
+        for (jint step : {-1, 0, 1}) {
+            jint number = static_cast<jint>(1u << bit) + step;
+            EXPECT_EQ(toDouble(number), number);
+            EXPECT_EQ(toDouble(-number), -number);
+        }
+    jint random = 1;
+    for (int i = 0; i < 100000; ++i) {
+        random = static_cast<jint>(random * 1664525u + 1013904223u);
+        ASSERT_EQ(toDouble(random >> i % 31), random >> i % 31);
+    }
+}
