@@ -37,6 +37,8 @@ def read_link_map(path):
                 continue
             size, indent, text = int(match[1], 16), len(match[2]), match[3]
             if indent == INPUT_INDENT and ":(" in text:
+                if ":(.rel" in text:  # kept for the converter, and not loaded
+                    continue
                 owners[owner_of(text)] += size
                 in_code = ":(.text" in text
             elif indent == SYMBOL_INDENT and in_code and size:

@@ -207,8 +207,8 @@ TEST_F(NativeTest, an_exception_while_taking_an_array_ends_the_native) {
 TEST_F(NativeTest, byte_arrays_are_taken) { EXPECT_EQ(run<sumBytes>(vm.newBytes({10, -3})), 7); }
 
 TEST_F(NativeTest, plain_values_pass) {
-    EXPECT_EQ(run<negate>(jboolean(JNI_TRUE)), JNI_FALSE);
-    EXPECT_EQ(run<negate>(jboolean(JNI_FALSE)), JNI_TRUE);
+    EXPECT_EQ(jboolean(run<negate>(jboolean(JNI_TRUE))), JNI_FALSE);
+    EXPECT_EQ(jboolean(run<negate>(jboolean(JNI_FALSE))), JNI_TRUE);
     EXPECT_EQ(run<sameHandle>(jint(0x1234)), 0x1234);
     EXPECT_EQ(run<characterCode>(jchar(0xFFFF)), 0xFFFF);
 }

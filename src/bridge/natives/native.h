@@ -177,11 +177,6 @@ inline jint finish(JNIEnv* env, const Description& native, jint result, ErrorRec
         return fail(env, native, result, error);
     return result;
 }
-inline jboolean finish(JNIEnv* env, const Description& native, bool result, ErrorRecord* error) {
-    if (error->code != errorNone) [[unlikely]]
-        return static_cast<jboolean>(fail(env, native, result, error));
-    return result;
-}
 template <class Result>
 auto finish(JNIEnv* env, const Description& native, const Result& result, ErrorRecord* error)
     -> decltype(toJava(env, result)) {
@@ -194,6 +189,11 @@ auto finish(JNIEnv* env, const Description& native, const Result& result, ErrorR
     fail(env, native, 0, error);
     return nullptr;
 }
+
+// How an entry function returns a Java result: a boolean as the word that the operation left, of
+// which the VM takes the low byte.
+template <class Java>
+using EntryResult = std::conditional_t<std::is_same_v<Java, jboolean>, jint, Java>;
 
 template <class Result, class... Java>
 [[gnu::noinline]] auto JNICALL body(JNIEnv* env, const Description& native, Java... java) {
@@ -212,11 +212,8 @@ template <class Operation>
 struct Signature;
 template <class Returned, class... Parameters>
 struct Signature<Returned (*)(Parameters...)> {
-    // A word, or nothing, comes back where a jint does.
-    static constexpr bool isWord() {
-        return !std::is_class_v<Returned> && !std::is_same_v<bool, Returned>;
-    }
-    using Result = std::conditional_t<isWord(), jint, Returned>;
+    // Nothing, and what is a word or narrower, comes back where a jint does.
+    using Result = std::conditional_t<std::is_class_v<Returned>, Returned, jint>;
 
     static constexpr Made made() {
         if (std::is_convertible_v<Returned, WidgetRecord*>) return Made::widget;
@@ -258,10 +255,11 @@ auto call(JNIEnv* env, const DescriptionOf<NameSize>& native, Java... java) {
         name}
 
 #define NATIVE_METHOD(package, Result, Class, Method, parameters, arguments)                       \
-    extern "C" Result JNICALL Java_com_nuvik_wyx_##package##_OS_##Class##_1##Method(               \
-        JNIEnv* env, jclass NATIVE_TAIL parameters) {                                              \
+    extern "C" native::EntryResult<Result> JNICALL                                                 \
+        Java_com_nuvik_wyx_##package##_OS_##Class##_1##Method(JNIEnv* env,                         \
+                                                              jclass NATIVE_TAIL parameters) {     \
         NATIVE_DESCRIPTION(description, Class##_##Method, #Class "_" #Method);                     \
-        return static_cast<Result>(                                                                \
+        return static_cast<native::EntryResult<Result>>(                                           \
             native::call<Class##_##Method>(env, description NATIVE_TAIL arguments));               \
     }
 
