@@ -65,6 +65,10 @@ extern "C" void Win32Error_SetError(ErrorRecord* record, LONG code, const wchar_
         Error_Set(record, reported, message, FALSE);
 }
 
+void Win32Error_SetLast(ErrorRecord* record, const wchar_t* message) {
+    Win32Error_SetError(record, GetLastError(), message);
+}
+
 extern "C" LONG WYX_GetError(const ErrorRecord* record) {
     return record ? record->code : errorNone;
 }

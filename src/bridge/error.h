@@ -41,6 +41,9 @@ ErrorRecord* Error_SetCode(ErrorRecord* record, LONG code);
 // Leaves no error, for an operation whose failure is not to be told.
 void Error_Clear(ErrorRecord* record);
 
+// Win32Error_SetError with the code of the calling thread's last failure in the system.
+void Win32Error_SetLast(ErrorRecord* record, const wchar_t* message);
+
 extern "C" {
 
 // A negative code is an ErrorCode and is stored with the message as it is. Any other is a system

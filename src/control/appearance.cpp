@@ -126,7 +126,7 @@ static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jin
                        jint width, jint height, ErrorRecord* error) {
     Drawing drawing(target);
     if (!BitBlt(drawing, 0, 0, width, height, source->dc, x, y, SRCCOPY))
-        Win32Error_SetError(error, GetLastError(), L"Unable to bit blit from control to image");
+        Win32Error_SetLast(error, L"Unable to bit blit from control to image");
 }
 
 // A context whose control does not tell its client area is made all the same, with an error.
@@ -137,7 +137,7 @@ static GraphicsRecord* newContext(ControlRecord* control, ErrorRecord* error) {
     if (!dc) return nullptr;
     RECT bounds = {};
     if (!GetClientRect(control->hwnd, &bounds))
-        Win32Error_SetError(error, GetLastError(), L"Unable to get clipping area");
+        Win32Error_SetLast(error, L"Unable to get clipping area");
     GraphicsRecord* graphics = Graphics_New(dc, nullptr, bounds, error);
     if (!graphics) ReleaseDC(control->hwnd, dc);
     return graphics;

@@ -49,7 +49,7 @@ static HWND createWindow(ControlRecord* parent, const ControlRequest& request) {
                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, parent->hwnd,
                         nullptr, parent->display->instance, nullptr);
     if (!window) {
-        Win32Error_SetError(request.error, GetLastError(), creationFailed);
+        Win32Error_SetLast(request.error, creationFailed);
         return nullptr;
     }
     SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOOWNERZORDER);

@@ -145,8 +145,7 @@ static LRESULT setBounds(const ControlRecord* control, WPARAM wParam, LPARAM lPa
     auto* rect = reinterpret_cast<const RECT*>(wParam);
     if (!SetWindowPos(control->hwnd, nullptr, rect->left, rect->top, rect->right - rect->left,
                       rect->bottom - rect->top, SWP_NOZORDER | SWP_NOACTIVATE))
-        Win32Error_SetError(errorOf(lParam), GetLastError(),
-                            L"Could not change the size of the control");
+        Win32Error_SetLast(errorOf(lParam), L"Could not change the size of the control");
     return 0;
 }
 
@@ -170,8 +169,7 @@ static LRESULT trackMenu(const ControlRecord* control, WPARAM wParam, LPARAM lPa
 
 static LRESULT getContext(const ControlRecord* control, WPARAM wParam) {
     HDC context = GetDC(control->hwnd);
-    if (!context)
-        Win32Error_SetError(errorOf(wParam), GetLastError(), L"Unable to create DC from control");
+    if (!context) Win32Error_SetLast(errorOf(wParam), L"Unable to create DC from control");
     return reinterpret_cast<LRESULT>(context);
 }
 

@@ -84,7 +84,7 @@ static HWND createWindow(const DisplayRecord* display, HWND parent, DWORD javaSt
                         windowStyleOf(parent, javaStyle), CW_USEDEFAULT, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, parent, nullptr, display->instance, nullptr);
     if (!window) {
-        Win32Error_SetError(error, GetLastError(), creationFailed);
+        Win32Error_SetLast(error, creationFailed);
         return nullptr;
     }
     fixFrame(window, parent, javaStyle);

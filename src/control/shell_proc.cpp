@@ -119,8 +119,7 @@ static LRESULT setBounds(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     if (shell->parent &&
         !SetWindowPos(window, nullptr, rect->left, rect->top, rect->right - rect->left,
                       rect->bottom - rect->top, SWP_NOZORDER))
-        Win32Error_SetError(errorOf(lParam), GetLastError(),
-                            L"Could not change the size of the shell");
+        Win32Error_SetLast(errorOf(lParam), L"Could not change the size of the shell");
     shell = shellOf(window);
     if (!shell) return 0;
     Bounds bounds = Control_GetBounds(shell, errorOf(lParam));

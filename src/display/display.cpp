@@ -136,8 +136,7 @@ static void registerWindowClass(HCURSOR cursor) {
 static HWND createMessageWindow(ErrorRecord* error) {
     HWND window = CreateWindowExW(0, displayWindowClass, nullptr, WS_CAPTION, 0, 0, 0, 0, nullptr,
                                   nullptr, Library_GetInstance(), nullptr);
-    if (!window)
-        Win32Error_SetError(error, GetLastError(), L"Unable to create message/creation window");
+    if (!window) Win32Error_SetLast(error, L"Unable to create message/creation window");
     return window;
 }
 
@@ -153,7 +152,7 @@ static void attachMessageWindow(DisplayRecord* display, HWND window) {
 DisplayRecord* Display_New(ErrorRecord* error) {
     WNDCLASSW staticClass;
     if (!GetClassInfoW(nullptr, L"STATIC", &staticClass)) {
-        Win32Error_SetError(error, GetLastError(), L"Unable get \"STATIC\" class data");
+        Win32Error_SetLast(error, L"Unable get \"STATIC\" class data");
         return nullptr;
     }
     registerWindowClass(staticClass.hCursor);
@@ -227,7 +226,7 @@ extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRe
         display->comctlMajorVersion = version.major;
         display->comctlMinorVersion = version.minor;
     } else {
-        Win32Error_SetError(error, GetLastError(), L"Unable to get comctrl version");
+        Win32Error_SetLast(error, L"Unable to get comctrl version");
     }
     FreeLibrary(library);
     return display->comctlMajorVersion;

@@ -33,7 +33,7 @@ bool Device_IsDirect(DeviceRecord* device, ErrorRecord* error) {
 }
 
 static void noScreenContext(ErrorRecord* error) {
-    Win32Error_SetError(error, GetLastError(), L"Cannot get DC for handle");
+    Win32Error_SetLast(error, L"Cannot get DC for handle");
 }
 
 ColorMasks Device_GetDirectPaletteMasks(DeviceRecord*, ErrorRecord* error) {

@@ -46,7 +46,7 @@ static FontRecord* list(FontRecord* record) {
 static FontRecord* create(const LOGFONTW& description, ErrorRecord* error) {
     HFONT font = CreateFontIndirectW(&description);
     if (!font) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to createfont");
+        Win32Error_SetLast(error, L"Unable to createfont");
         return nullptr;
     }
     return list(Font_FromHandle(font, error));
@@ -152,7 +152,7 @@ jint Font_GetStyle(FontRecord* font, ErrorRecord*) {
 jint Font_GetSizeInPoints(FontRecord* font, ErrorRecord* error) {
     WindowContext screen(nullptr);
     if (!screen) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to get screen dc");
+        Win32Error_SetLast(error, L"Unable to get screen dc");
         return 0;
     }
     jint dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
@@ -178,7 +178,7 @@ jint Font_StringAdvance(FontRecord* font, const wchar_t* text, ErrorRecord* erro
     if (!text) return 0;
     WindowContext screen(nullptr);
     if (!screen) {
-        Win32Error_SetError(error, GetLastError(), L"Failed to get screen DC");
+        Win32Error_SetLast(error, L"Failed to get screen DC");
         return 0;
     }
     SelectedObject selected(screen, font->font);
@@ -188,7 +188,7 @@ jint Font_StringAdvance(FontRecord* font, const wchar_t* text, ErrorRecord* erro
     }
     SIZE size = {};
     if (!measure(screen, text, static_cast<int>(wcslen(text)), &size)) {
-        Win32Error_SetError(error, GetLastError(), L"Failed to calculate text extent");
+        Win32Error_SetLast(error, L"Failed to calculate text extent");
         return 0;
     }
     return size.cx;
@@ -197,7 +197,7 @@ jint Font_StringAdvance(FontRecord* font, const wchar_t* text, ErrorRecord* erro
 static wchar_t* copyFaceName(HDC context, ErrorRecord* error) {
     int length = GetTextFaceW(context, 0, nullptr);
     if (length == 0) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to get font face length");
+        Win32Error_SetLast(error, L"Unable to get font face length");
         return nullptr;
     }
     auto* name = allocateArray<wchar_t>(length);
@@ -206,7 +206,7 @@ static wchar_t* copyFaceName(HDC context, ErrorRecord* error) {
         return nullptr;
     }
     if (!GetTextFaceW(context, length, name)) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to copy font face name into buffer");
+        Win32Error_SetLast(error, L"Unable to copy font face name into buffer");
         freeBlock(name);
         return nullptr;
     }
@@ -216,7 +216,7 @@ static wchar_t* copyFaceName(HDC context, ErrorRecord* error) {
 NativeString Font_GetName(FontRecord* font, ErrorRecord* error) {
     WindowContext screen(nullptr);
     if (!screen) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to get screen dc");
+        Win32Error_SetLast(error, L"Unable to get screen dc");
         return {};
     }
     SelectedObject selected(screen, font->font);

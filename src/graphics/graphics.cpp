@@ -69,7 +69,7 @@ static HBITMAP initialBitmapOf(HDC dc) {
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error) {
     HDC dc = CreateCompatibleDC(nullptr);
     if (!dc) {
-        Win32Error_SetError(error, GetLastError(), noContext);
+        Win32Error_SetLast(error, noContext);
         return nullptr;
     }
     if (HBITMAP initial = initialBitmapOf(dc)) image->placeholderBitmap = initial;
@@ -130,7 +130,7 @@ static void selectOwn(HDC dc, Handle object, Handle* saved) {
 static void usePen(GraphicsRecord* graphics, const LOGPEN& description, ErrorRecord* error) {
     HPEN pen = CreatePenIndirect(&description);
     if (!pen) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to create new pen");
+        Win32Error_SetLast(error, L"Unable to create new pen");
         return;
     }
     graphics->pen = description;
@@ -148,12 +148,12 @@ void Graphics_SetForeground(GraphicsRecord* graphics, ColorRecord* color, ErrorR
 void Graphics_SetBackground(GraphicsRecord* graphics, ColorRecord* color, ErrorRecord* error) {
     Drawing drawing(graphics);
     if (SetBkColor(drawing, color->color) == CLR_INVALID) {
-        Win32Error_SetError(error, GetLastError(), L"Error in setting background color");
+        Win32Error_SetLast(error, L"Error in setting background color");
         return;
     }
     HBRUSH brush = CreateSolidBrush(color->color);
     if (!brush) {
-        Win32Error_SetError(error, GetLastError(), L"Error creating new background brush");
+        Win32Error_SetLast(error, L"Error creating new background brush");
         return;
     }
     selectOwn(graphics->dc, brush, &graphics->savedBrush);
@@ -182,8 +182,7 @@ void Graphics_SetFont(GraphicsRecord* graphics, FontRecord* font, ErrorRecord* e
     if (SelectObject(drawing, font->font))
         wear(graphics, font->font);
     else
-        Win32Error_SetError(error, GetLastError(),
-                            L"Unable to select new font into device context");
+        Win32Error_SetLast(error, L"Unable to select new font into device context");
 }
 
 static void setClip(GraphicsRecord* graphics, const RECT& area, ErrorRecord* error) {

@@ -9,7 +9,7 @@ static constexpr wchar_t blitFailed[] = L"Unable to complete blitting operation"
 bool Graphics_MeetsClip(HDC dc, jint x, jint y, jint width, jint height, ErrorRecord* error) {
     RECT clip;
     if (GetClipBox(dc, &clip) == ERROR) {
-        Win32Error_SetError(error, GetLastError(), L"Error getting clipping area");
+        Win32Error_SetLast(error, L"Error getting clipping area");
         return false;
     }
     RECT shape = {x, y, saturatingAdd(x, width), saturatingAdd(y, height)};
@@ -72,8 +72,7 @@ void Graphics_FillRectangle(GraphicsRecord* graphics, jint x, jint y, jint width
                             ErrorRecord* error) {
     Drawing drawing(graphics);
     DWORD operation = isXORMode(drawing) ? PATINVERT : PATCOPY;
-    if (!PatBlt(drawing, x, y, width, height, operation))
-        Win32Error_SetError(error, GetLastError(), blitFailed);
+    if (!PatBlt(drawing, x, y, width, height, operation)) Win32Error_SetLast(error, blitFailed);
 }
 
 // The system's own rounding, unlike the outline's; that is meant.

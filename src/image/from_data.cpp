@@ -14,8 +14,7 @@ ImageRecord* Image_NewFromSize(DeviceRecord*, jint width, jint height, jint colo
     Section section = {};
     HBITMAP bitmap = createSection(width, height, trueColor, &section.bits);
     if (!bitmap) {
-        Win32Error_SetError(error, GetLastError(),
-                            L"Unable to create device-independent image handle");
+        Win32Error_SetLast(error, L"Unable to create device-independent image handle");
         return nullptr;
     }
     section.stride = strideOf(width, trueColor);
@@ -57,8 +56,7 @@ ImageRecord* Image_NewFromIntData(DeviceRecord*, jint width, jint height, IntArg
     Section section = {};
     HBITMAP bitmap = createSection(width, height, bitCount, &section.bits);
     if (!bitmap) {
-        Win32Error_SetError(error, GetLastError(),
-                            L"Unable to create device-independent image handle");
+        Win32Error_SetLast(error, L"Unable to create device-independent image handle");
         return nullptr;
     }
     section.stride = strideOf(width, bitCount);

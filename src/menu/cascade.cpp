@@ -29,7 +29,7 @@ static bool setData(HMENU menu, int position, DWORD id) {
 
 // Takes the new item out again, which has no data or stands beside the old one.
 static bool undo(HMENU menu, int position, const wchar_t* failure, ErrorRecord* error) {
-    Win32Error_SetError(error, GetLastError(), failure);
+    Win32Error_SetLast(error, failure);
     RemoveMenu(menu, position, MF_BYPOSITION);
     return false;
 }
@@ -42,11 +42,11 @@ static bool replace(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* erro
     HMENU menu = item->menu->menuHandle;
     wchar_t text[longestText] = L"";
     if (!readText(menu, position, text)) {
-        Win32Error_SetError(error, GetLastError(), L"Unable to get the menu item text");
+        Win32Error_SetLast(error, L"Unable to get the menu item text");
         return false;
     }
     if (!insert(menu, position, item->id, subMenu, text)) {
-        Win32Error_SetError(error, GetLastError(), insertionFailed);
+        Win32Error_SetLast(error, insertionFailed);
         return false;
     }
     if (!setData(menu, position, item->id)) return undo(menu, position, insertionFailed, error);

@@ -99,7 +99,7 @@ static MenuRecord* createMenu(ControlRecord* owner, const wchar_t* failure, Erro
     }
     menu->menuHandle = CreatePopupMenu();
     if (menu->menuHandle) return menu;
-    Win32Error_SetError(error, GetLastError(), failure);
+    Win32Error_SetLast(error, failure);
     Menu_Free(menu);
     return nullptr;
 }

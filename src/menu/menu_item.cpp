@@ -19,7 +19,7 @@ static int locate(const MenuItemRecord* item, const wchar_t* failure, ErrorRecor
         return -1;
     }
     int position = Menu_FindPosition(item->menu, item->id);
-    if (position < 0) Win32Error_SetError(error, GetLastError(), failure);
+    if (position < 0) Win32Error_SetLast(error, failure);
     return position;
 }
 
@@ -88,7 +88,7 @@ static bool removeFromMenu(const MenuItemRecord* item, ErrorRecord* error) {
     int position = locate(item, L"Unable to find menu item", error);
     if (position < 0) return false;
     if (takeOut(item, position)) return true;
-    Win32Error_SetError(error, GetLastError(), L"Unable to delete menu item");
+    Win32Error_SetLast(error, L"Unable to delete menu item");
     return false;
 }
 

@@ -35,7 +35,7 @@ static void setMenuText(const MenuItemRecord* item, wchar_t* text, ErrorRecord* 
     info.fType = MFT_STRING;
     info.dwTypeData = text;
     if (!SetMenuItemInfoW(item->menu->menuHandle, position, TRUE, &info))
-        Win32Error_SetError(error, GetLastError(), L"Unable to update the menu item's label");
+        Win32Error_SetLast(error, L"Unable to update the menu item's label");
 }
 
 void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,

@@ -310,7 +310,7 @@ static void selectItem(HWND window, jint index, ErrorRecord* error) {
     ask(window, CB_GETCOUNT);
     ask(window, CB_GETCURSEL);
     if (ask(window, CB_SETCURSEL, index) == CB_ERR)
-        Win32Error_SetError(error, GetLastError(), L"Unable to select item in combo");
+        Win32Error_SetLast(error, L"Unable to select item in combo");
 }
 
 void Choice_SelectItem(ChoiceRecord* choice, jint index, ErrorRecord* error) {

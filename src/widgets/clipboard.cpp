@@ -2,9 +2,7 @@
 #include "bridge/memory.h"
 #include <string.h>
 
-static void fail(ErrorRecord* error, const wchar_t* message) {
-    Win32Error_SetError(error, static_cast<LONG>(GetLastError()), message);
-}
+static void fail(ErrorRecord* error, const wchar_t* message) { Win32Error_SetLast(error, message); }
 
 // Opened without a window of its own. An open clipboard is closed whatever happened meanwhile.
 static bool open(ErrorRecord* error, const wchar_t* message) {

@@ -194,8 +194,7 @@ static DWORD CALLBACK showOnThread(void* showing) { return show(static_cast<Show
 static bool showOnOwnThread(Showing* showing, ErrorRecord* error) {
     HANDLE thread = CreateThread(nullptr, 0, showOnThread, showing, 0, nullptr);
     if (!thread) {
-        Win32Error_SetError(error, static_cast<LONG>(GetLastError()),
-                            L"Unable to create thread for file dialog");
+        Win32Error_SetLast(error, L"Unable to create thread for file dialog");
         return false;
     }
     DWORD chosen = FALSE;

@@ -124,9 +124,7 @@ void List_Deselect(ListRecord* list, jint index, ErrorRecord*) {
     });
 }
 
-static void fail(ErrorRecord* error, const wchar_t* message) {
-    Win32Error_SetError(error, static_cast<LONG>(GetLastError()), message);
-}
+static void fail(ErrorRecord* error, const wchar_t* message) { Win32Error_SetLast(error, message); }
 
 static jint countSelected(const ListRecord* list, ErrorRecord* error) {
     if (!List_IsMultiple(list)) return ask(list->hwnd, LB_GETCURSEL) != -1;
