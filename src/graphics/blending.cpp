@@ -34,8 +34,8 @@ static inline DWORD blend(DWORD target, DWORD source) {
     if (alpha == 0) return target;
     DWORD rest = opaque - alpha;
     if (rest == 0) return (source & colorBytes) | (target & ~colorBytes);
-    return blendRedAndBlue(target, source, alpha, rest) |
-           blendGreen(target, source, alpha, rest) | (target & ~colorBytes);
+    return blendRedAndBlue(target, source, alpha, rest) | blendGreen(target, source, alpha, rest) |
+           (target & ~colorBytes);
 }
 
 DWORD blendPixel(DWORD target, DWORD source) { return blend(target, source); }
