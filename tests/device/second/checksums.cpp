@@ -1,4 +1,5 @@
 #include "checksums.h"
+#include "bridge/arithmetic.h"
 #include "graphics/blending.h"
 #include "image/conversion.h"
 #include "sound/formats.h"
@@ -88,7 +89,7 @@ union Bits {
     uint32_t words[2];
 };
 
-// Exponents near one another: sums of numbers 33 places apart are rounded in another way.
+// Of the size that sines and lengths have.
 double number() {
     uint32_t exponent = 1020 + (next() >> 8 & 15);
     Bits bits;
@@ -102,12 +103,9 @@ void addNumber(double value) { add(&value, sizeof(value)); }
 void calculate() {
     for (int i = 0; i < 256; ++i) {
         double a = number(), b = number();
-        addNumber(a + b);
-        addNumber(a - b);
         addNumber(a * b);
         addWord(static_cast<uint32_t>(static_cast<int32_t>(a * b)));
-        addNumber(static_cast<int32_t>(next()));
-        addNumber(static_cast<uint32_t>(next()));
+        addNumber(toDouble(static_cast<int32_t>(next())));
     }
 }
 
