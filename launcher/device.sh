@@ -179,25 +179,28 @@ leave_device() {
     end_device "$device"
 }
 
-# shared_device: the one device, without a display, on which the programs of the unit tests run one after
-# the other; starting it for each would take longer than most of them. It stays until its processes
-# are ended. Its folder is left in device. ZEMVOLT_SHARED names another than the usual one.
+# shared_device: a device without a display, for one program at a time of the tests; making one for each
+# would take longer than most of them. It is the first that nobody uses: this program's, until it ends
+# (file descriptor 9, which what is started from here must not inherit). Its processes stay until they
+# are ended. Its folder is left in device. ZEMVOLT_SHARED names another kind than the usual one.
 shared_device() {
     "$root/launcher/make-prefix" || exit 1
-    device=$run/device${ZEMVOLT_SHARED:+-$ZEMVOLT_SHARED}
-    exec 7>"$device.lock"
-    flock 7
+    local number
+    for ((number = 1; ; number++)); do
+        device=$run/device-${ZEMVOLT_SHARED:-plain}-$number
+        exec 9>"$device.lock"
+        flock -n 9 && break
+    done
     if [ ! "$device/system.reg" -nt "$run/prefix/.recipe" ] ||
         [ "$(readlink "$device/dosdevices/y:")" != "$bin" ]; then
-        end_device "$device" 7>&-
+        end_device "$device" 9>&-
         fill_device "$device" null "$device/storage" || fail "the device cannot be made in $device"
     fi
-    exec 7>&-
 }
 
 end_shared_devices() {
     local folder
-    for folder in "$run/device" "$run"/device-*/; do end_processes "${folder%/}"; done
+    for folder in "$run"/device-*/; do end_processes "${folder%/}"; done
 }
 
 # fonts_conf FOLDER...: the fonts of these folders, and no others.

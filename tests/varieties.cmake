@@ -44,10 +44,10 @@ function(add_variety_tests name)
             set(when)
         endif()
         add_test(NAME ${name}_${variety} ${when} COMMAND ${ARGN})
-        # No variety changes what is left behind in many rounds. Each has a screen of its own.
+        # No variety changes what is left behind in many rounds.
         set_tests_properties(${name}_${variety} PROPERTIES
             ENVIRONMENT "ZEMVOLT_DEVICE=${variety_${variety}};ZEMVOLT_SHARED=${variety};ZEMVOLT_LEAK_ROUNDS=20"
-            LABELS "varieties;${variety}" TIMEOUT 600 RESOURCE_LOCK device_screen_${variety})
+            LABELS "varieties;${variety}" TIMEOUT 600)
         if(name MATCHES "_armv4t$")
             set_tests_properties(${name}_${variety} PROPERTIES FIXTURES_REQUIRED device_library)
         endif()
