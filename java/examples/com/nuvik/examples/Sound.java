@@ -19,6 +19,9 @@ public final class Sound {
     private static final int BORDER = 0x800;
     private static final int MARGIN = 10;
     private static final int BUTTON_HEIGHT = 34;
+    private static final int LABEL_HEIGHT = 20;
+    private static final int WAVE_HEIGHT = 100;
+    private static final int MENU_BAR = 26; // at the bottom of the screen, as high on every one
 
     private final Program program = new Program();
     private final int shell = program.newMainShell("Sound");
@@ -29,6 +32,7 @@ public final class Sound {
     private int label;
     private int wave;
     private int width;
+    private int waveHeight;
 
     /** Rising notes, each of which fades away. */
     private static short[] makeTune() {
@@ -115,7 +119,8 @@ public final class Sound {
                 });
         int half = (width - MARGIN) / 2;
         int x = MARGIN + number % 2 * (half + MARGIN);
-        int y = 150 + number / 2 * (BUTTON_HEIGHT + MARGIN);
+        int top = waveHeight + LABEL_HEIGHT + 3 * MARGIN;
+        int y = top + number / 2 * (BUTTON_HEIGHT + MARGIN);
         Program.place(button, x, y, half, BUTTON_HEIGHT);
         buttons[number] = button;
         int[] area = OS.Control_GetBounds(shell);
@@ -125,7 +130,10 @@ public final class Sound {
     }
 
     private void run() {
-        width = Program.unscaled(OS.Control_GetBounds(shell)[2]) - 2 * MARGIN;
+        int[] area = OS.Control_GetBounds(shell);
+        width = Program.unscaled(area[2]) - 2 * MARGIN;
+        int others = LABEL_HEIGHT + 2 * BUTTON_HEIGHT + 5 * MARGIN + MENU_BAR;
+        waveHeight = Math.min(WAVE_HEIGHT, Program.unscaled(area[3]) - others);
         wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, BORDER);
         OS.Widget_SetData(
                 wave,
@@ -135,9 +143,9 @@ public final class Sound {
                         drawWave();
                     }
                 });
-        Program.place(wave, MARGIN, MARGIN, width, 100);
+        Program.place(wave, MARGIN, MARGIN, width, waveHeight);
         label = com.nuvik.wyx.dovr.OS.Label_New(shell, 0);
-        Program.place(label, MARGIN, 120, width, 20);
+        Program.place(label, MARGIN, waveHeight + 2 * MARGIN, width, LABEL_HEIGHT);
         OS.Control_SetVisible(shell, true);
         makeButton(0, "Play", () -> play(0, "Playing once"));
         makeButton(1, "Three times", () -> play(2, "Playing three times"));
