@@ -3,6 +3,7 @@
 // last argument. Any thread; a record belongs to one call, of which the last error is the one that
 // is told.
 
+#include "bridge/java_numbers.h"
 #include "bridge/layout.h"
 #include "ce.h"
 #include <jni.h>
@@ -15,15 +16,6 @@ struct ErrorRecord {
 ASSERT_OFFSET(ErrorRecord, code, 0)
 ASSERT_OFFSET(ErrorRecord, message, 4)
 ASSERT_OFFSET(ErrorRecord, ownsMessage, 8)
-
-enum ErrorCode : LONG {
-    errorNone = 0,
-    errorNotSupported = -1,
-    errorFailed = -3,
-    errorOutOfMemory = -4,
-    errorNoDecoder = -6,
-    errorDecodingFailed = -8,
-};
 
 // No error yet. Without one nobody reads the message: every native call runs this.
 inline void Error_Init(ErrorRecord* record) {

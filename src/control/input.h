@@ -4,34 +4,10 @@
 
 #include "control/control.h"
 
-enum PointerEventType : jint {
-    pointerPress = 1,
-    pointerRelease = 2,
-    pointerMove = 3,
-    pointerEnter = 4,
-    pointerExit = 5,
-    pointerDrag = 6,
-    pointerDoubleClick = 7,
-    wheelByPage = 8,
-    wheelByLines = 9,
-};
-
-enum PointerButton : jint { buttonNone = 0, buttonLeft = 8, buttonMiddle = 16, buttonRight = 32 };
-
-enum ModifierMask : jint {
-    modifierAlt = 1,
-    modifierShift = 2,
-    modifierControl = 4,
-    modifierLeftButton = 8,
-    modifierMiddleButton = 16,
-    modifierRightButton = 32,
-    modifierContextGesture = 64,
-};
-
 struct PointerEvent {
-    jint type;
-    jint x, y; // client coordinates, pixels
-    jint button;
+    jint type;   // a PointerType or a WheelType
+    jint x, y;   // client coordinates, pixels
+    jint button; // a PointerButton
     jint modifiers;
 };
 

@@ -8,11 +8,7 @@
 static constexpr DWORD tapAndHoldTime = 400; // milliseconds
 static constexpr WPARAM anyButton = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
 
-namespace {
-
-enum GestureAnswer : jint { recognizeByTime = 0, recognizeByShell = 1 };
-
-} // namespace
+namespace {} // namespace
 
 static PointerState& pointerOf(ControlRecord* control) {
     return Control_GetDisplay(control)->pointer;

@@ -12,13 +12,6 @@ struct ScrollableRecord : ControlRecord {
 ASSERT_OFFSET(ScrollableRecord, horizontalBar, 56)
 ASSERT_OFFSET(ScrollableRecord, verticalBar, 60)
 
-// Java style bits of scrollables.
-enum ScrollableStyle : DWORD {
-    styleBorder = 0x800,
-    styleHorizontalScroll = 0x10000,
-    styleVerticalScroll = 0x20000,
-};
-
 // Answer of a child to a reflected WM_NOTIFY.
 struct NotifyAnswer {
     BOOL handled;

@@ -21,13 +21,6 @@ ASSERT_OFFSET(ShellRecord, accelerators, 68)
 ASSERT_OFFSET(ShellRecord, activation, 88)
 ASSERT_OFFSET(ShellRecord, defaultMenuBar, 100)
 
-// Java style bits of shells.
-enum ShellStyle : DWORD {
-    styleCloseBox = 0x1,
-    styleTitle = 0x20, // child shells
-    styleModal = 0x40,
-};
-
 ShellRecord* Shell_New(DisplayRecord* display, DWORD style, ErrorRecord* error);
 ShellRecord* Shell_NewChild(ShellRecord* parent, DWORD style, ErrorRecord* error);
 void Shell_SetText(ShellRecord* shell, const wchar_t* text, ErrorRecord* error);

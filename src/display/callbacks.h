@@ -7,6 +7,7 @@
 // is attached for the call. Exceptions that the Java method throws are left for Java, and while one
 // is pending events vanish.
 
+#include "bridge/java_numbers.h"
 #include "bridge/layout.h"
 #include "ce.h"
 #include <jni.h>
@@ -14,25 +15,6 @@
 
 struct DisplayRecord;
 struct WidgetRecord;
-
-enum CallbackId : DWORD {
-    CB_SELECTION = 0,
-    CB_LIST_SELECTION = 1,
-    CB_WINDOW_EVENT = 2,
-    CB_SCROLL = 3,
-    CB_CHOICE_SELECTION = 4,
-    CB_KEY = 5,
-    CB_TEXT_MODIFIED = 6,
-    CB_POINTER = 7,
-    CB_MENU_SELECTION = 8,
-    CB_FOCUS = 9,
-    CB_PAINT = 10,
-    CB_RESIZE = 11,
-    CB_MOVE = 12,
-    CB_WHEEL = 17,
-    // Java registers this one by its value, so the value must stay.
-    CB_POINTER_DOWN_QUERY = 0x56EB4ABE,
-};
 
 struct CallbackEntry {
     const char* className;  // modified UTF-8, held for good

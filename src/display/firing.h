@@ -4,17 +4,6 @@
 
 #include "display/callbacks.h"
 
-enum class ListSelection { changed = 1, doubleClicked = 2 };
-enum class WindowEvent {
-    closeRequested = 201,
-    minimized = 203,
-    activated = 205,
-    deactivated = 206
-};
-enum class ScrollKind { lineUp, lineDown, pageUp, pageDown, thumbDrag, top, bottom };
-enum class KeyKind { pressed = 1, released = 2 };
-enum class FocusChange { gained = 1, lost = 2 };
-
 void fireSelection(CallbackTarget* target);
 void fireListSelection(CallbackTarget* target, jint index, ListSelection kind);
 void fireWindowEvent(CallbackTarget* target, WindowEvent event);

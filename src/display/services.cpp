@@ -3,11 +3,9 @@
 #include "display/requests.h"
 #include "graphics/color.h"
 
-static constexpr jint eventPress = 1;
-
 void Display_Beep(DisplayRecord*, ErrorRecord*) { MessageBeep(0); }
 
-// By the number under which Java knows the colour.
+// In the order of SystemColor.
 static constexpr BYTE systemColors[] = {
     COLOR_BACKGROUND,
     COLOR_ACTIVECAPTION,
@@ -37,7 +35,7 @@ static constexpr BYTE systemColors[] = {
     COLOR_INFOTEXT,
 };
 static constexpr jint systemColorCount = sizeof(systemColors) / sizeof(systemColors[0]);
-static_assert(systemColorCount == 26);
+static_assert(systemColorCount == static_cast<jint>(SystemColor::toolTipText) + 1);
 
 ColorRecord* Display_GetSystemColor(DeviceRecord* device, jint id, ErrorRecord* error) {
     if (id < 0 || id >= systemColorCount) {
@@ -63,7 +61,7 @@ static BYTE virtualKeyOf(jint key) {
 
 bool Display_PostKeyEvent(DisplayRecord*, jint type, jint key, jchar, ErrorRecord*) {
     DWORD flags = KEYEVENTF_EXTENDEDKEY;
-    if (type != eventPress) flags |= KEYEVENTF_KEYUP;
+    if (type != static_cast<jint>(KeyKind::pressed)) flags |= KEYEVENTF_KEYUP;
     keybd_event(virtualKeyOf(key), 0, flags, 0);
     return true;
 }
@@ -78,13 +76,13 @@ static bool sendMouse(DWORD flags, LONG dx, LONG dy) {
 }
 
 bool Display_PostPointerEvent(DisplayRecord*, jint type, jint button, ErrorRecord*) {
-    bool down = type == eventPress;
+    bool down = type == pointerPress;
     switch (button) {
-    case 8:
+    case buttonLeft:
         return sendMouse(down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP, 0, 0);
-    case 16:
+    case buttonMiddle:
         return sendMouse(down ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_MIDDLEUP, 0, 0);
-    case 32:
+    case buttonRight:
         return sendMouse(down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP, 0, 0);
     default:
         return false;

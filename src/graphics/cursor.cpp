@@ -1,28 +1,26 @@
 #include "graphics/cursor.h"
 
-static constexpr jint cursorHand = 13;
-
 static const wchar_t* systemCursor(jint type) {
     switch (type) {
-    case 1:
+    case cursorArrow:
         return IDC_ARROW;
-    case 2:
+    case cursorCross:
         return IDC_CROSS;
-    case 3:
+    case cursorText:
         return IDC_IBEAM;
-    case 4:
+    case cursorWait:
         return IDC_WAIT;
-    case 5:
-    case 7:
+    case cursorResizeNorth:
+    case cursorResizeSouth:
         return IDC_SIZENS;
-    case 6:
-    case 8:
+    case cursorResizeEast:
+    case cursorResizeWest:
         return IDC_SIZEWE;
-    case 9:
-    case 11:
+    case cursorResizeNortheast:
+    case cursorResizeSouthwest:
         return IDC_SIZENESW;
-    case 10:
-    case 12:
+    case cursorResizeNorthwest:
+    case cursorResizeSoutheast:
         return IDC_SIZENWSE;
     case cursorHand:
         return IDC_HAND;

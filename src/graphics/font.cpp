@@ -66,11 +66,11 @@ FontRecord* Font_New(DeviceRecord*, const wchar_t* name, jint points, jint style
 
 static BYTE familyOf(jint kind) {
     switch (kind) {
-    case 2:
+    case familySansSerif:
         return FF_SWISS;
-    case 3:
+    case familySerif:
         return FF_ROMAN;
-    case 4:
+    case familyFixedPitch:
         return FF_MODERN;
     default:
         return FF_DONTCARE;

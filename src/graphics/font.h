@@ -18,14 +18,6 @@ struct FontRecord {
 };
 ASSERT_OFFSET(FontRecord, metrics, 4)
 
-// Style bits of Java fonts.
-enum FontStyle : jint {
-    fontBold = 2,
-    fontItalic = 4,
-    fontUnderline = 8,
-    fontStrikeOut = 16,
-};
-
 // Fills in what every font is made with; the rest of the zero-filled record stays the caller's.
 extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style);
 
@@ -36,7 +28,7 @@ FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error);
 FontRecord* Font_New(DeviceRecord* device, const wchar_t* name, jint points, jint style,
                      ErrorRecord* error);
 
-// family: 2 sans serif, 3 serif, 4 fixed pitch, any other whatever the system prefers.
+// Any family that is no FontFamily is whatever the system prefers.
 FontRecord* Font_NewLogical(DeviceRecord* device, jint family, jint points, jint style,
                             ErrorRecord* error);
 

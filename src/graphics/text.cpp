@@ -7,12 +7,10 @@
 
 static constexpr LONG farEdge = 0x6FFFFFF; // of the layout: nothing is cut off
 
-enum TextFlag : jint { textBreaksLines = 1, textHasTabs = 2, textHasMnemonics = 4, textOnly = 8 };
-
 static UINT formatOf(jint flags) {
-    UINT format = flags & textBreaksLines ? DT_WORDBREAK : DT_SINGLELINE;
-    if (flags & textHasTabs) format |= DT_EXPANDTABS;
-    if (!(flags & textHasMnemonics)) format |= DT_NOPREFIX;
+    UINT format = flags & textBreakLines ? DT_WORDBREAK : DT_SINGLELINE;
+    if (flags & textExpandTabs) format |= DT_EXPANDTABS;
+    if (!(flags & textMnemonics)) format |= DT_NOPREFIX;
     return format;
 }
 
@@ -50,7 +48,7 @@ void Graphics_DrawString(GraphicsRecord* graphics, const wchar_t* text, jint x, 
     Drawing drawing(graphics);
     RECT layout = {x, y, farEdge, farEdge};
     UINT format = formatOf(flags);
-    bool lettersOnly = flags & textOnly;
+    bool lettersOnly = flags & textLeaveBackground;
     int mode = SetBkMode(drawing, lettersOnly ? TRANSPARENT : OPAQUE);
     if (!isXORMode(drawing))
         DrawTextW(drawing, text, -1, &layout, format);

@@ -59,7 +59,8 @@ static bool isChecked(const MenuItemRecord* item) {
 }
 
 static void select(MenuItemRecord* item, WPARAM, void*) {
-    if (item->style & styleStateItem) StateMenuItem_SetSelection(item, !isChecked(item), nullptr);
+    if (item->style & ownStyleStateItem)
+        StateMenuItem_SetSelection(item, !isChecked(item), nullptr);
     fireMenuSelection(item->callbackTarget, 0);
 }
 
@@ -183,7 +184,7 @@ MenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* e
 }
 
 MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, ErrorRecord* error) {
-    return create(menu, index, {style | styleStateItem, BTNS_AUTOSIZE, 0}, error);
+    return create(menu, index, {style | ownStyleStateItem, BTNS_AUTOSIZE, 0}, error);
 }
 
 static bool readButtonState(HWND bar, DWORD id, TBBUTTONINFOW* info) {
@@ -234,14 +235,11 @@ struct AcceleratorChange {
 } // namespace
 
 static ACCEL entryOf(const MenuItemRecord* item, jint accelerator) {
-    constexpr WORD javaAlt = 1;
-    constexpr WORD javaShift = 2;
-    constexpr WORD javaControl = 4;
     WORD modifiers = HIWORD(accelerator);
     BYTE flags = FVIRTKEY;
-    if (modifiers & javaAlt) flags |= FALT;
-    if (modifiers & javaControl) flags |= FCONTROL;
-    if (modifiers & javaShift) flags |= FSHIFT;
+    if (modifiers & modifierAlt) flags |= FALT;
+    if (modifiers & modifierControl) flags |= FCONTROL;
+    if (modifiers & modifierShift) flags |= FSHIFT;
     WORD key = static_cast<WORD>(Key_FromJava(LOWORD(accelerator)));
     return {flags, key, static_cast<WORD>(item->id)};
 }

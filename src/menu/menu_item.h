@@ -26,12 +26,6 @@ ASSERT_OFFSET(MenuItemRecord, id, 20)
 ASSERT_OFFSET(MenuItemRecord, image, 24)
 ASSERT_OFFSET(MenuItemRecord, subMenu, 28)
 
-// Java style bits of state items.
-enum MenuItemStyle : DWORD {
-    styleRadioItem = 16,
-    styleStateItem = 32, // added to every state item
-};
-
 // The item is inserted before the one that has the index now.
 MenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
 MenuItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error);

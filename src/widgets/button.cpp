@@ -12,9 +12,6 @@ struct Content {
 } // namespace
 
 static constexpr DWORD checkOrRadio = BS_CHECKBOX | BS_RADIOBUTTON;
-static constexpr DWORD javaBorder = 0x800;
-
-enum JavaAlignment : DWORD { alignLeft = 1, alignCenter = 2, alignRight = 4 };
 
 static DWORD alignmentOf(DWORD javaStyle) {
     if (javaStyle & alignLeft) return BS_LEFT;
@@ -119,7 +116,7 @@ static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD ty
                                 ErrorRecord* error) {
     return _Control_New(L"BUTTON", sizeof(ButtonRecord), buttonProc, parent, javaStyle,
                         _Control_Style() | type | alignmentOf(javaStyle),
-                        javaStyle & javaBorder ? WS_EX_CLIENTEDGE : 0, error);
+                        javaStyle & styleBorder ? WS_EX_CLIENTEDGE : 0, error);
 }
 
 static ControlRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,

@@ -251,7 +251,7 @@ static void detachChildren(const ChoiceRecord* choice) {
 
 ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     constexpr LONG visibleItems = 7;
-    bool dropDownList = style & styleDropDownList;
+    bool dropDownList = style & ownStyleDropDownList;
     DWORD windowStyle = _Control_Style() | WS_VSCROLL | CBS_NOINTEGRALHEIGHT | CBS_AUTOHSCROLL |
                         (dropDownList ? CBS_DROPDOWNLIST : CBS_DROPDOWN);
     auto* choice = static_cast<ChoiceRecord*>(_Control_New(
@@ -266,7 +266,7 @@ ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* er
 }
 
 ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
-    return Choice_Create(parent, styleDropDownList, error);
+    return Choice_Create(parent, ownStyleDropDownList, error);
 }
 
 static void addItem(HWND window, const wchar_t* item, jint index, ErrorRecord* error) {

@@ -5,7 +5,6 @@
 #include "control/scrollable.h"
 
 // Java style bits of choices.
-enum ChoiceStyle : DWORD { styleDropDownList = 0x1000000 };
 
 struct ChoiceRecord : ScrollableRecord {
     WNDPROC listProc;  // of the list within the window; null where the list is a window of its own
@@ -21,7 +20,7 @@ ASSERT_OFFSET(ChoiceRecord, visibleItems, 76)
 // A drop-down list.
 ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error);
 
-// The same, or without styleDropDownList a choice with an edit field.
+// The same, or without ownStyleDropDownList a choice with an edit field.
 ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // Before the item at the index; -1 appends. A null item is the empty text.

@@ -122,7 +122,7 @@ NativeStringList FileDialog_GetFileNames(FileDialogRecord* dialog, ErrorRecord*)
     return {names, true};
 }
 
-static bool takesSeveral(const FileDialogRecord* dialog) { return dialog->style & styleSeveral; }
+static bool takesSeveral(const FileDialogRecord* dialog) { return dialog->style & styleMultiple; }
 
 static UINT capacityOf(const FileDialogRecord* dialog) {
     return takesSeveral(dialog) ? severalCapacity : singleCapacity;

@@ -23,8 +23,6 @@ ASSERT_OFFSET(FileDialogRecord, fileName, 24)
 ASSERT_OFFSET(FileDialogRecord, title, 28)
 ASSERT_OFFSET(FileDialogRecord, fileNames, 32)
 
-enum FileDialogStyle : DWORD { styleSave = 0x2000, styleSeveral = 0x800000 };
-
 FileDialogRecord* FileDialog_New(ControlRecord* owner, DWORD style, ErrorRecord* error);
 
 // What the dialog starts with; null stands for none. The title is the owner's while the dialog is

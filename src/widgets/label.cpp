@@ -5,9 +5,6 @@
 #include "image/image.h"
 #include "widgets/measuring.h"
 
-enum LabelStyle : DWORD { styleCentered = 2, styleWraps = 0x100, styleBorder = 0x800 };
-enum LabelAlignment : DWORD { alignLeft = 1, alignCenter = 2, alignRight = 4 };
-
 static constexpr DWORD typeBits = 0xF;
 
 static DWORD styleOf(HWND window) { return GetWindowLongW(window, GWL_STYLE); }
@@ -53,7 +50,7 @@ static void drawLine(HDC context, const LabelRecord* label, const wchar_t* text)
 // Vertically centred text is one line, which is drawn here and not by the window class.
 static LRESULT paint(const LabelRecord* label, WPARAM wParam, LPARAM lParam) {
     HWND window = label->hwnd;
-    wchar_t* text = label->style & styleCentered ? copyWindowText(window) : nullptr;
+    wchar_t* text = label->style & styleCenteredLine ? copyWindowText(window) : nullptr;
     if (!text) return CallWindowProcW(label->staticProc, window, WM_PAINT, wParam, lParam);
     PAINTSTRUCT area;
     drawLine(BeginPaint(window, &area), label, text);
@@ -129,8 +126,8 @@ static LRESULT CALLBACK labelProc(HWND window, UINT message, WPARAM wParam, LPAR
 
 static DWORD windowStyle(DWORD javaStyle) {
     DWORD style = (_Control_Style() & ~WS_TABSTOP) | SS_NOTIFY | SS_NOPREFIX;
-    if (!(javaStyle & styleWraps)) style |= SS_LEFTNOWORDWRAP;
-    if (javaStyle & styleCentered) style |= SS_CENTERIMAGE;
+    if (!(javaStyle & styleWrap)) style |= SS_LEFTNOWORDWRAP;
+    if (javaStyle & styleCenteredLine) style |= SS_CENTERIMAGE;
     return style;
 }
 
@@ -146,7 +143,7 @@ ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error)
 }
 
 static DWORD typeFor(DWORD alignment, DWORD javaStyle) {
-    DWORD left = javaStyle & styleWraps ? SS_LEFT : SS_LEFTNOWORDWRAP;
+    DWORD left = javaStyle & styleWrap ? SS_LEFT : SS_LEFTNOWORDWRAP;
     if (alignment & alignLeft) return left;
     if (alignment & alignRight) return SS_RIGHT;
     if (alignment & alignCenter) return SS_CENTER;
@@ -158,7 +155,7 @@ static void setAlignment(LabelRecord* label, DWORD alignment, ErrorRecord* error
     DWORD before = styleOf(label->hwnd);
     if (isImage(before) || isIcon(before)) return;
     DWORD style = (before & ~(typeBits | SS_CENTERIMAGE)) | typeFor(alignment, label->style);
-    if (label->style & styleCentered) style |= SS_CENTERIMAGE;
+    if (label->style & styleCenteredLine) style |= SS_CENTERIMAGE;
     if (style == before) return;
     setStyle(label->hwnd, style);
     Control_Redraw(label, error);

@@ -12,8 +12,6 @@ struct ListRecord : ScrollableRecord {
 };
 ASSERT_OFFSET(ListRecord, singleSelect, 64)
 
-constexpr DWORD styleMultiple = 0x800000; // Java style bit
-
 ControlRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // A null item is the empty text. At -1 it is appended.

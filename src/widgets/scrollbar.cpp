@@ -9,8 +9,6 @@ static constexpr UINT_PTR pointerTimer = 1000;
 static constexpr UINT pointerPeriod = 10; // milliseconds
 static constexpr UINT ownValues = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS;
 
-enum JavaOrientation : jint { orientationVertical = 8, orientationHorizontal = 16 };
-
 static AdjustableRecord* barOf(HWND window) {
     return static_cast<AdjustableRecord*>(controlOf(window));
 }

@@ -4,8 +4,6 @@
 #include "widgets/line_breaks.h"
 #include "widgets/measuring.h"
 
-enum TextStyle : DWORD { styleWraps = 0x100, styleMultiLine = 0x800000 };
-
 static constexpr wchar_t noMemoryForText[] = L"Unable to allocate memory for text";
 static constexpr wchar_t noMemoryForSelection[] =
     L"Unable to allocate memory to substring selection text";
@@ -17,7 +15,7 @@ static LRESULT send(const TextRecord* text, UINT message, WPARAM wParam = 0, LPA
 }
 
 static bool wraps(DWORD javaStyle) {
-    constexpr DWORD both = styleMultiLine | styleWraps;
+    constexpr DWORD both = styleMultiple | styleWrap;
     return (javaStyle & both) == both;
 }
 
@@ -112,7 +110,7 @@ ControlRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* er
 static DWORD areaStyle(DWORD javaStyle) {
     DWORD style = _Scrollable_Style(javaStyle) | ES_MULTILINE | ES_NOHIDESEL;
     if (!(style & WS_VSCROLL)) style |= ES_AUTOVSCROLL;
-    if (javaStyle & styleWraps) return style & ~WS_HSCROLL;
+    if (javaStyle & styleWrap) return style & ~WS_HSCROLL;
     return style & WS_HSCROLL ? style : style | ES_AUTOHSCROLL;
 }
 

@@ -1,5 +1,6 @@
 package com.nuvik.bench;
 
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.k4tr.OS;
 import java.io.ByteArrayOutputStream;
 import java.io.DataOutputStream;
@@ -171,7 +172,8 @@ public final class Bench {
         row("native call / empty native", ours, plain, "");
         row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), "1.30");
         row("message through the chain / bare subclass", Natives.message(control), "");
-        int list = com.nuvik.wyx.dovr.OS.List_New(shell, 0x30000);
+        int bothBars = Style.HORIZONTAL_SCROLL | Style.VERTICAL_SCROLL;
+        int list = com.nuvik.wyx.dovr.OS.List_New(shell, bothBars);
         for (int items : new int[] {1000, 10000})
             row("one of " + items + " list items / list box + measuring", Natives.listItem(list, items), "");
         drawing(display);

@@ -1,12 +1,12 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Orientation;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 
 /** Scroll bars, alone and of a composite. */
 final class BarChecks extends Checks {
-    private static final int DOWN_ARROW = 1016;
-    private static final int HORIZONTAL = 16;
-
     String title() {
         return "bar";
     }
@@ -34,7 +34,7 @@ final class BarChecks extends Checks {
         OS.Adjustable_SetUnitIncrement(bar, 7);
         Recorder recorder = stage.listen(bar);
         OS.Control_ForceFocus(bar);
-        stage.key(DOWN_ARROW);
+        stage.key(Key.DOWN);
         stage.await(recorder, "scrolled 27 1");
         came(recorder.take("scrolled"));
         at("tap on the arrow");
@@ -42,10 +42,11 @@ final class BarChecks extends Checks {
         stage.await(recorder, "scrolled 34 1");
         came(recorder.take("scrolled"));
         at("turned");
-        OS.Scrollbar_SetOrientation(bar, HORIZONTAL);
+        OS.Scrollbar_SetOrientation(bar, Orientation.HORIZONTAL);
         came(values(bar));
         stage.dispose(bar);
-        ofComposite(Stage.place(OS.Composite_New(stage.room, 0x20000), 10, 10, 100, 100));
+        int composite = OS.Composite_New(stage.room, Style.VERTICAL_SCROLL);
+        ofComposite(Stage.place(composite, 10, 10, 100, 100));
     }
 
     private void ofComposite(int composite) {

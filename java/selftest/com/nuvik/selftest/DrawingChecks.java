@@ -1,5 +1,6 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.TextFlag;
 import com.nuvik.wyx.dovr.OS;
 
 /** Every way to draw, read back. */
@@ -77,11 +78,13 @@ final class DrawingChecks extends Checks {
     private void text() {
         com.nuvik.wyx.k4tr.OS.Graphics_DrawString(begin("text"), "Ag", 2, 2, 0);
         end();
-        com.nuvik.wyx.k4tr.OS.Graphics_DrawString(begin("transparent text"), "Ag", 2, 2, 8);
+        com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
+                begin("transparent text"), "Ag", 2, 2, TextFlag.LEAVE_BACKGROUND);
         end();
         com.nuvik.wyx.k4tr.OS.Graphics_DrawString(begin("empty text"), "", 2, 2, 0);
         end();
-        com.nuvik.wyx.k4tr.OS.Graphics_DrawString(begin("marked text"), "&A", 2, 2, 4);
+        com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
+                begin("marked text"), "&A", 2, 2, TextFlag.MNEMONICS);
         end();
     }
 

@@ -1,10 +1,11 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.KeyKind;
 import com.nuvik.wyx.dovr.OS;
 
 /** Taps and keys that the program makes itself. */
 final class EventChecks extends Checks {
-    private static final int SHIFT_KEY = 1017;
     private static final int[] KEYS = {'a', '7', ' ', '\r', 27, 1015, 1016, 1023, 1034};
 
     String title() {
@@ -66,9 +67,9 @@ final class EventChecks extends Checks {
             came(recorder.take("key"));
         }
         at("key with Shift");
-        OS.Display_PostKeyEvent(stage.display, Stage.PRESS, SHIFT_KEY, '\0');
+        OS.Display_PostKeyEvent(stage.display, KeyKind.PRESSED, Key.SHIFT, '\0');
         stage.key('a');
-        OS.Display_PostKeyEvent(stage.display, Stage.RELEASE, SHIFT_KEY, '\0');
+        OS.Display_PostKeyEvent(stage.display, KeyKind.RELEASED, Key.SHIFT, '\0');
         stage.settle();
         came(recorder.take("key"));
     }

@@ -1,14 +1,16 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.FontFamily;
+import com.nuvik.wyx.FontStyle;
 import com.nuvik.wyx.dovr.OS;
 
 /** The faces that the system chooses, and their sizes. */
 final class FontChecks extends Checks {
-    private static final int[] FAMILIES = {2, 3, 4};
+    private static final int[] FAMILIES = {
+        FontFamily.SANS_SERIF, FontFamily.SERIF, FontFamily.FIXED_PITCH
+    };
     private static final String[] FAMILY_NAMES = {"sans serif", "serif", "fixed"};
     private static final int[] POINTS = {8, 10, 14};
-    private static final int BOLD = 2;
-    private static final int ITALIC = 4;
 
     String title() {
         return "font";
@@ -19,10 +21,10 @@ final class FontChecks extends Checks {
             for (int i = 0; i < POINTS.length; i++) {
                 logical(FAMILY_NAMES[family] + " " + POINTS[i], FAMILIES[family], POINTS[i], 0);
             }
-            logical(FAMILY_NAMES[family] + " bold", FAMILIES[family], 10, BOLD);
-            logical(FAMILY_NAMES[family] + " italic", FAMILIES[family], 10, ITALIC);
+            logical(FAMILY_NAMES[family] + " bold", FAMILIES[family], 10, FontStyle.BOLD);
+            logical(FAMILY_NAMES[family] + " italic", FAMILIES[family], 10, FontStyle.ITALIC);
         }
-        logical("sans serif of any size", 2, 0, 0);
+        logical("sans serif of any size", FontFamily.SANS_SERIF, 0, 0);
         named("unknown face", "No such face");
         named("fixed by name", "Fixed");
         at("default font");

@@ -1,18 +1,19 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.ListSelection;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 
 /** Lists and choices. */
 final class ListChecks extends Checks {
-    private static final int DOWN_ARROW = 1016;
-    private static final int CHANGED = 1;
-
     String title() {
         return "list";
     }
 
     void run() {
-        int list = Stage.place(OS.List_New(stage.room, 0x20800), 10, 10, 100, 60);
+        int list = OS.List_New(stage.room, Style.BORDER | Style.VERTICAL_SCROLL);
+        Stage.place(list, 10, 10, 100, 60);
         items(list);
         selection(list);
         taps(list);
@@ -69,11 +70,11 @@ final class ListChecks extends Checks {
         Recorder recorder = stage.listen(list);
         at("tap on the first item");
         stage.tap(30, 18);
-        stage.await(recorder, "list 0 " + CHANGED);
+        stage.await(recorder, "list 0 " + ListSelection.CHANGED);
         came(recorder.take("list"));
         at("arrow to the second item");
-        stage.key(DOWN_ARROW);
-        stage.await(recorder, "list 1 " + CHANGED);
+        stage.key(Key.DOWN);
+        stage.await(recorder, "list 1 " + ListSelection.CHANGED);
         came(recorder.take("list"));
     }
 
@@ -96,7 +97,7 @@ final class ListChecks extends Checks {
         at("arrow in a choice");
         OS.Choice_SelectItem(choice, 1);
         OS.Control_ForceFocus(choice);
-        stage.key(DOWN_ARROW);
+        stage.key(Key.DOWN);
         stage.await(recorder, "choice 2");
         came(recorder.take("choice"));
         at("emptied");

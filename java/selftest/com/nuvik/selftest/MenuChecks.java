@@ -1,12 +1,13 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.Modifier;
 import com.nuvik.wyx.dovr.OS;
 
 /** Menu bars, menus, their items and the keys that choose them. */
 final class MenuChecks extends Checks {
-    private static final int CONTROL_KEY = 1019;
-    private static final int CONTROL = 4 << 16;
-    private static final int DOWN_ARROW = 1016;
+    private static final int CONTROL = Modifier.CONTROL << 16;
 
     String title() {
         return "menu";
@@ -76,9 +77,9 @@ final class MenuChecks extends Checks {
         Recorder recorder = stage.listen(item);
         at("key of an item");
         OS.Control_ForceFocus(stage.shell);
-        OS.Display_PostKeyEvent(stage.display, Stage.PRESS, CONTROL_KEY, '\0');
+        OS.Display_PostKeyEvent(stage.display, KeyKind.PRESSED, Key.CONTROL, '\0');
         stage.key('g');
-        OS.Display_PostKeyEvent(stage.display, Stage.RELEASE, CONTROL_KEY, '\0');
+        OS.Display_PostKeyEvent(stage.display, KeyKind.RELEASED, Key.CONTROL, '\0');
         stage.await(recorder, "menu 0");
         came(recorder.take("menu"));
         stage.dispose(item);
@@ -130,7 +131,7 @@ final class MenuChecks extends Checks {
         OS.LabeledMenuItem_SetText(item, "Mark", null);
         Recorder recorder = stage.listen(item);
         at("item of a pop-up");
-        stage.key(DOWN_ARROW);
+        stage.key(Key.DOWN);
         stage.key('\r');
         OS.PopupMenu_Show(menu, 10, 10);
         stage.await(recorder, "menu 0");

@@ -1,11 +1,11 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.CursorType;
 import com.nuvik.wyx.dovr.OS;
 
 /** The screen, what the system's bars leave of it, and what the system offers. */
 final class ScreenChecks extends Checks {
     private static final int SYSTEM_COLORS = 26;
-    private static final int CURSORS = 13;
     private static final String NO_WORDS = "::FormatMessage failed";
 
     String title() {
@@ -70,12 +70,12 @@ final class ScreenChecks extends Checks {
     private void cursors() {
         at("cursors");
         StringBuffer made = new StringBuffer();
-        for (int type = 1; type <= CURSORS; type++) {
+        for (int type = 1; type <= CursorType.HAND; type++) {
             made.append(OS.Cursor_New(stage.display, type) == 0 ? '-' : '+');
         }
         came(made.toString());
         at("cursor of another kind");
-        came(made(OS.Cursor_New(stage.display, CURSORS + 1)));
+        came(made(OS.Cursor_New(stage.display, CursorType.HAND + 1)));
     }
 
     private void systemColors() {

@@ -1,5 +1,6 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.WindowEvent;
 import java.io.IOException;
 
 /**
@@ -54,7 +55,7 @@ public final class SelfTest {
     }
 
     private static void showEnd(Stage stage, Report report) {
-        final String closed = "window 201";
+        final String closed = "window " + WindowEvent.CLOSE_REQUESTED;
         Recorder recorder = stage.listen(stage.shell);
         String end = report.differences() + " of " + report.done() + " differ. Close with ok.";
         stage.tell(end);

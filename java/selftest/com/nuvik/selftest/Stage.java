@@ -1,13 +1,14 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.PointerButton;
+import com.nuvik.wyx.PointerType;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.WYXErrorHandler;
 import com.nuvik.wyx.dovr.OS;
 
 /** The display, the program's shell with a line that tells the progress, and room for the checks. */
 final class Stage {
-    static final int PRESS = 1;
-    static final int RELEASE = 2;
-    static final int LEFT = 8;
     private static final int LINE = 22;
     private static final int PATIENCE = 3000;
     private static final int TICK = 50;
@@ -43,8 +44,7 @@ final class Stage {
         register(com.nuvik.wyx.k4tr.OS.CB_RESIZE, "resize");
         register(com.nuvik.wyx.k4tr.OS.CB_MOVE, "move");
 
-        final int hasCloseBox = 1;
-        shell = com.nuvik.wyx.k4tr.OS.Shell_New(display, hasCloseBox);
+        shell = com.nuvik.wyx.k4tr.OS.Shell_New(display, Style.CLOSE_BOX);
         com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, "Self-test");
         int[] bounds = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
         progress = OS.Label_New(shell, 0);
@@ -113,11 +113,11 @@ final class Stage {
 
     void press(int x, int y) {
         OS.Display_PostPointerMoveEvent(display, x, y);
-        OS.Display_PostPointerEvent(display, PRESS, LEFT);
+        OS.Display_PostPointerEvent(display, PointerType.PRESS, PointerButton.LEFT);
     }
 
     void release() {
-        OS.Display_PostPointerEvent(display, RELEASE, LEFT);
+        OS.Display_PostPointerEvent(display, PointerType.RELEASE, PointerButton.LEFT);
     }
 
     /** A tap at a place in the room. */
@@ -127,8 +127,8 @@ final class Stage {
     }
 
     void key(int key) {
-        OS.Display_PostKeyEvent(display, PRESS, key, '\0');
-        OS.Display_PostKeyEvent(display, RELEASE, key, '\0');
+        OS.Display_PostKeyEvent(display, KeyKind.PRESSED, key, '\0');
+        OS.Display_PostKeyEvent(display, KeyKind.RELEASED, key, '\0');
     }
 
     void end() {

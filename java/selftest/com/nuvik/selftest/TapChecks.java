@@ -1,10 +1,13 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.PointerType;
+import com.nuvik.wyx.Style;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 
 /** What only a stylus does: a person is asked for three taps, which closing the shell leaves out. */
 final class TapChecks extends Checks {
-    private static final String CLOSED = "window 201";
+    private static final String CLOSED = "window " + WindowEvent.CLOSE_REQUESTED;
     private static final int CONTEXT_GESTURE = 64;
     private static final int BY_THE_SYSTEM = 1;
     private final boolean alone;
@@ -50,7 +53,7 @@ final class TapChecks extends Checks {
     }
 
     private void hold() {
-        int composite = Stage.place(OS.Composite_New(stage.room, 0x800), 30, 30, 140, 60);
+        int composite = Stage.place(OS.Composite_New(stage.room, Style.BORDER), 30, 30, 140, 60);
         final boolean[] context = new boolean[1];
         Recorder recorder =
                 new Recorder() {
@@ -60,7 +63,7 @@ final class TapChecks extends Checks {
 
                     void pointer(int type, int x, int y, int button, int modifiers) {
                         context[0] |= (modifiers & CONTEXT_GESTURE) != 0;
-                        if (type == Stage.RELEASE) selected();
+                        if (type == PointerType.RELEASE) selected();
                     }
                 };
         com.nuvik.wyx.k4tr.OS.Widget_SetData(composite, recorder);

@@ -1,5 +1,6 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 
 /** Text fields and areas. */
@@ -12,8 +13,9 @@ final class TextChecks extends Checks {
     }
 
     void run() {
-        field(Stage.place(OS.TextField_New(stage.room, 0x800), 10, 10, 120, 22));
-        area(Stage.place(OS.TextArea_New(stage.room, 0x20800), 10, 10, 120, 80));
+        field(Stage.place(OS.TextField_New(stage.room, Style.BORDER), 10, 10, 120, 22));
+        int area = OS.TextArea_New(stage.room, Style.BORDER | Style.VERTICAL_SCROLL);
+        area(Stage.place(area, 10, 10, 120, 80));
     }
 
     private void field(int field) {

@@ -1,13 +1,17 @@
 package com.nuvik.selftest;
 
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 
 /** Controls and shells: that they can be made, their places, sizes, colours and focus. */
 final class WindowChecks extends Checks {
-    private static final int BORDER = 0x800;
-    private static final int HORIZONTAL = 0x10000;
-    private static final int VERTICAL = 0x20000;
-    private static final int[] STYLES = {0, BORDER, HORIZONTAL, VERTICAL, HORIZONTAL | VERTICAL};
+    private static final int[] STYLES = {
+        0,
+        Style.BORDER,
+        Style.HORIZONTAL_SCROLL,
+        Style.VERTICAL_SCROLL,
+        Style.HORIZONTAL_SCROLL | Style.VERTICAL_SCROLL
+    };
 
     String title() {
         return "window";
@@ -73,7 +77,7 @@ final class WindowChecks extends Checks {
             int composite = Stage.place(OS.Composite_New(stage.room, STYLES[i]), 10, 10, 120, 100);
             at("insets of style " + style);
             came(com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(composite));
-            if ((STYLES[i] & VERTICAL) != 0) {
+            if ((STYLES[i] & Style.VERTICAL_SCROLL) != 0) {
                 at("vertical bar of style " + style);
                 int bar = OS.Scrollable_GetVerticalBar(composite);
                 came(OS.Scrollable_GetAdjustableBounds(composite, bar));
@@ -86,8 +90,7 @@ final class WindowChecks extends Checks {
     }
 
     private void childShell() {
-        final int titleAndCloseBox = 0x21;
-        int child = OS.Shell_NewChild(stage.shell, titleAndCloseBox);
+        int child = OS.Shell_NewChild(stage.shell, Style.TITLE | Style.CLOSE_BOX);
         Recorder recorder = stage.listen(child);
         at("new child shell");
         came(made(child));

@@ -3,6 +3,7 @@ package com.nuvik.tests;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Key;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Arrays;
 import java.util.Collections;
@@ -12,8 +13,6 @@ import org.junit.Test;
 
 /** Choices from Java. */
 public final class ChoiceTest {
-    private static final int DOWN = 1016;
-
     @Rule public final ShownShell shown = new ShownShell();
 
     private int choice;
@@ -50,8 +49,8 @@ public final class ChoiceTest {
     public void keysChooseToo() {
         OS.Control_ForceFocus(choice);
         Device.Recorder recorder = shown.device.listen(choice);
-        shown.device.pressKey(DOWN);
-        shown.device.pressKey(DOWN);
+        shown.device.pressKey(Key.DOWN);
+        shown.device.pressKey(Key.DOWN);
         assertEquals(
                 Arrays.asList(
                         "key 1 65535 1016 0", "choice 0", "key 2 40 1016 0",

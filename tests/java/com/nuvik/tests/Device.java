@@ -1,5 +1,8 @@
 package com.nuvik.tests;
 
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.PointerButton;
+import com.nuvik.wyx.PointerType;
 import com.nuvik.wyx.k4tr.OS;
 import java.util.ArrayList;
 import java.util.List;
@@ -8,10 +11,6 @@ import java.util.concurrent.FutureTask;
 
 /** One display on the emulated device, made by the thread that the tests run on. */
 final class Device {
-    static final int PRESS = 1;
-    static final int RELEASE = 2;
-    static final int LEFT = 8;
-
     final List<String> errors = new ArrayList<>();
     final int display;
     private final String missing;
@@ -178,18 +177,20 @@ final class Device {
     /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
     void tapScreen(int x, int y) {
         com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
-        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, PRESS, LEFT);
-        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(display, RELEASE, LEFT);
+        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(
+                display, PointerType.PRESS, PointerButton.LEFT);
+        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(
+                display, PointerType.RELEASE, PointerButton.LEFT);
         dispatchAll();
     }
 
     /** A key goes down; it is handled with the next dispatch. */
     void press(int key) {
-        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, PRESS, key, '\0');
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, KeyKind.PRESSED, key, '\0');
     }
 
     void release(int key) {
-        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, RELEASE, key, '\0');
+        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, KeyKind.RELEASED, key, '\0');
     }
 
     /** Shows a control at its place in its parent. */
@@ -202,8 +203,8 @@ final class Device {
 
     /** The key goes down and up; the control with the focus gets it. */
     void pressKey(int key) {
-        for (int type : new int[] {PRESS, RELEASE}) {
-            com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, type, key, (char) 0);
+        for (int kind : new int[] {KeyKind.PRESSED, KeyKind.RELEASED}) {
+            com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, kind, key, (char) 0);
             dispatchAll();
         }
     }

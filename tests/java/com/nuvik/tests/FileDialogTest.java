@@ -5,6 +5,9 @@ import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Style;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import org.junit.After;
 import org.junit.Before;
@@ -13,17 +16,13 @@ import org.junit.Test;
 
 /** File dialogs from Java. A person's keys come as soon as the dialog takes the activation. */
 public final class FileDialogTest {
-    private static final int DEACTIVATED = 206;
-    private static final int ENTER = 1002;
-    private static final int ESCAPE = 1003;
-
     @Rule public final ShownShell shown = new ShownShell();
 
     private int dialog;
 
     @Before
     public void open() {
-        dialog = OS.FileDialog_New(shown.shell, 0x2000);
+        dialog = OS.FileDialog_New(shown.shell, Style.SAVE);
         OS.FileDialog_SetTitle(dialog, "Save it");
         OS.FileDialog_SetFilterPath(dialog, "\\My Documents");
     }
@@ -41,7 +40,7 @@ public final class FileDialogTest {
 
                     @Override
                     void window(int event) {
-                        if (event != DEACTIVATED || typed) return;
+                        if (event != WindowEvent.DEACTIVATED || typed) return;
                         typed = true;
                         for (int key : keys) {
                             shown.device.press(key);
@@ -53,7 +52,7 @@ public final class FileDialogTest {
 
     @Test
     public void aTypedNameIsChosen() {
-        typeWhenItOpens('j', 'a', 'v', 'a', ENTER);
+        typeWhenItOpens('j', 'a', 'v', 'a', Key.ENTER);
         assertTrue(OS.FileDialog_Open(dialog));
         assertEquals("\\My Documents\\", OS.FileDialog_GetFilterPath(dialog));
         assertArrayEquals(new String[] {"java"}, OS.FileDialog_GetFileNames(dialog));
@@ -62,7 +61,7 @@ public final class FileDialogTest {
 
     @Test
     public void aDialogOpensOnAnotherThread() throws Exception {
-        typeWhenItOpens('j', ENTER);
+        typeWhenItOpens('j', Key.ENTER);
         assertTrue(shown.device.onOtherThread(() -> OS.FileDialog_Open(dialog)));
         assertArrayEquals(new String[] {"j"}, OS.FileDialog_GetFileNames(dialog));
     }
@@ -70,7 +69,7 @@ public final class FileDialogTest {
     @Test
     public void aCancelledDialogChoosesNothing() {
         OS.FileDialog_SetFileName(dialog, "a/b");
-        typeWhenItOpens(ESCAPE);
+        typeWhenItOpens(Key.ESCAPE);
         assertFalse(OS.FileDialog_Open(dialog));
         assertEquals("\\My Documents", OS.FileDialog_GetFilterPath(dialog));
         assertArrayEquals(new String[0], OS.FileDialog_GetFileNames(dialog));

@@ -3,6 +3,7 @@ package com.nuvik.tests;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Alignment;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Collections;
 import org.junit.Rule;
@@ -35,7 +36,7 @@ public final class LabelTest {
     public void aTapOnALabelIsThePointersAndNothingElse() {
         int label = newLabel(2);
         OS.Label_SetText(label, "text");
-        OS.Label_SetAlignment(label, 4);
+        OS.Label_SetAlignment(label, Alignment.RIGHT);
         Device.Recorder recorder = shown.device.listen(label);
         shown.device.tap(90, 70);
         assertEquals(1, Collections.frequency(recorder.events, "pointer 1 50 20 8 0"));

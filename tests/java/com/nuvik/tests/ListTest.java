@@ -5,6 +5,8 @@ import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Arrays;
 import java.util.List;
@@ -15,15 +17,15 @@ import org.junit.Test;
 
 /** Lists from Java. */
 public final class ListTest {
-    private static final int DOWN_ARROW = 1016;
-
     @Rule public final ShownShell shown = new ShownShell();
+
+    private static final int BOTH_BARS = Style.HORIZONTAL_SCROLL | Style.VERTICAL_SCROLL;
 
     private int list;
 
     @Before
     public void open() {
-        list = shown.device.show(OS.List_New(shown.shell, 0x30000), 40, 50, 100, 100);
+        list = shown.device.show(OS.List_New(shown.shell, BOTH_BARS), 40, 50, 100, 100);
         for (String item : new String[] {"pear", "apple", "plum \u00e4\ud83d\ude00"})
             OS.List_Add(list, item, -1);
         shown.device.dispatchAll();
@@ -47,7 +49,7 @@ public final class ListTest {
         Device.Recorder recorder = shown.device.listen(list);
         tapItem(1);
         assertEquals(1, OS.List_GetSelectionIndex(list));
-        shown.device.pressKey(DOWN_ARROW);
+        shown.device.pressKey(Key.DOWN);
         assertEquals(Arrays.asList("list 1 1", "list 2 1"), selections(recorder));
         assertArrayEquals(new int[] {2}, OS.List_GetSelectionIndices(list));
     }

@@ -5,6 +5,7 @@ import static org.junit.Assert.assertNotEquals;
 import static org.junit.Assert.assertSame;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.KeyKind;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Collections;
 import org.junit.After;
@@ -98,8 +99,8 @@ public final class TapTest {
     public void keysReachTheControlWithTheFocus() {
         Device.Recorder recorder = device.listen(button);
         assertTrue(OS.Control_ForceFocus(button));
-        OS.Display_PostKeyEvent(device.display, Device.PRESS, 'a', 'a');
-        OS.Display_PostKeyEvent(device.display, Device.RELEASE, 'a', 'a');
+        OS.Display_PostKeyEvent(device.display, KeyKind.PRESSED, 'a', 'a');
+        OS.Display_PostKeyEvent(device.display, KeyKind.RELEASED, 'a', 'a');
         device.dispatchAll();
         assertEquals(1, count(recorder, "key 1 97 65 0"));
         assertEquals(1, count(recorder, "key 2 97 65 0"));

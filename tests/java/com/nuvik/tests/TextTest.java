@@ -4,6 +4,8 @@ import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Arrays;
 import java.util.Collections;
@@ -12,16 +14,15 @@ import org.junit.Test;
 
 /** Text fields and text areas from Java. */
 public final class TextTest {
-    private static final int ENTER = 1002;
-
     @Rule public final ShownShell shown = new ShownShell();
 
     private int newField() {
-        return shown.device.show(OS.TextField_New(shown.shell, 0x800), 40, 50, 100, 20);
+        return shown.device.show(OS.TextField_New(shown.shell, Style.BORDER), 40, 50, 100, 20);
     }
 
     private int newArea() {
-        return shown.device.show(OS.TextArea_New(shown.shell, 0x20800), 40, 100, 150, 80);
+        int area = OS.TextArea_New(shown.shell, Style.BORDER | Style.VERTICAL_SCROLL);
+        return shown.device.show(area, 40, 100, 150, 80);
     }
 
     @Test
@@ -43,7 +44,7 @@ public final class TextTest {
         int area = newArea();
         shown.device.tap(50, 110);
         shown.device.type("a");
-        shown.device.pressKey(ENTER);
+        shown.device.pressKey(Key.ENTER);
         shown.device.type("b");
         assertEquals("a\r\nb", OS.AbstractTextComponent_GetText(area));
         assertEquals(4, OS.AbstractTextComponent_GetCharCount(area));

@@ -6,6 +6,11 @@ import static org.junit.Assert.assertFalse;
 import static org.junit.Assert.assertNotEquals;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Modifier;
+import com.nuvik.wyx.ScrollKind;
+import com.nuvik.wyx.Style;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Arrays;
 import java.util.Collections;
@@ -17,16 +22,7 @@ import org.junit.Test;
 
 /** Whole application windows: what a person does to their parts reaches Java. */
 public final class WindowTest {
-    private static final int DOWN_ARROW = 1016;
-    private static final int CONTROL_KEY = 1019;
-    private static final int SHIFT_KEY = 1017;
-    private static final int CONTROL_SHIFT = 6 << 16;
-    private static final int MODAL = 0x40;
-    private static final int VERTICAL_SCROLL = 0x20000;
-    private static final int LINE_DOWN = 1;
-    private static final int ACTIVATED = 205;
-    private static final int DEACTIVATED = 206;
-    private static final int CLOSE_REQUESTED = 201;
+    private static final int CONTROL_SHIFT = (Modifier.CONTROL | Modifier.SHIFT) << 16;
 
     private Device device;
     private int shell;
@@ -127,7 +123,7 @@ public final class WindowTest {
 
     @Test
     public void aTapOnACompositesArrowScrollsByAUnit() {
-        int list = place(OS.Composite_New(shell, VERTICAL_SCROLL), 20, 30, 100, 120);
+        int list = place(OS.Composite_New(shell, Style.VERTICAL_SCROLL), 20, 30, 100, 120);
         int bar = OS.Scrollable_GetVerticalBar(list);
         OS.Adjustable_SetMaximum(bar, 300);
         OS.Adjustable_SetVisibleAmount(bar, 120);
@@ -136,7 +132,8 @@ public final class WindowTest {
         int[] window = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
         device.tapScreen(window[0] + 20 + 100 - 5, window[1] + 30 + 120 - 5);
         assertEquals(
-                Collections.singletonList("scrolled 25 " + LINE_DOWN), only(recorder, "scrolled"));
+                Collections.singletonList("scrolled 25 " + ScrollKind.LINE_DOWN),
+                only(recorder, "scrolled"));
         assertEquals(25, OS.Adjustable_GetValue(bar));
         com.nuvik.wyx.k4tr.OS.Widget_SetData(bar, null);
         device.dispose(list);
@@ -148,11 +145,12 @@ public final class WindowTest {
         OS.Adjustable_SetUnitIncrement(bar, 7);
         Device.Recorder recorder = device.listen(bar);
         assertTrue(OS.Control_ForceFocus(bar));
-        device.press(DOWN_ARROW);
-        device.release(DOWN_ARROW);
+        device.press(Key.DOWN);
+        device.release(Key.DOWN);
         device.dispatchAll();
         assertEquals(
-                Collections.singletonList("scrolled 7 " + LINE_DOWN), only(recorder, "scrolled"));
+                Collections.singletonList("scrolled 7 " + ScrollKind.LINE_DOWN),
+                only(recorder, "scrolled"));
         device.dispose(bar);
     }
 
@@ -161,13 +159,15 @@ public final class WindowTest {
         int button = device.newButton(shell);
         Device.Recorder taps = device.listen(button);
         Device.Recorder activation = device.listen(shell);
-        int child = OS.Shell_NewChild(shell, MODAL);
+        int child = OS.Shell_NewChild(shell, Style.MODAL);
         Device.Recorder childActivation = device.listen(child);
         place(child, 20, 200, 100, 60);
         assertEquals(
-                Collections.singletonList("window " + DEACTIVATED), only(activation, "window"));
+                Collections.singletonList("window " + WindowEvent.DEACTIVATED),
+                only(activation, "window"));
         assertEquals(
-                Collections.singletonList("window " + ACTIVATED), only(childActivation, "window"));
+                Collections.singletonList("window " + WindowEvent.ACTIVATED),
+                only(childActivation, "window"));
         device.tap(90, 70);
         assertEquals(Collections.emptyList(), only(taps, "selected"));
         com.nuvik.wyx.k4tr.OS.Control_SetVisible(child, false);
@@ -180,12 +180,11 @@ public final class WindowTest {
 
     @Test
     public void aTappedOkButtonAsksToCloseAndClosesNothing() {
-        final int titleAndCloseBox = 0x21;
-        int child = OS.Shell_NewChild(shell, titleAndCloseBox);
+        int child = OS.Shell_NewChild(shell, Style.TITLE | Style.CLOSE_BOX);
         Device.Recorder recorder = device.listen(child);
         place(child, 20, 100, 160, 80);
         device.tapScreen(20 + 160 - 12, 100 + 12);
-        assertTrue(recorder.events.contains("window " + CLOSE_REQUESTED));
+        assertTrue(recorder.events.contains("window " + WindowEvent.CLOSE_REQUESTED));
         assertEquals(160, com.nuvik.wyx.k4tr.OS.Control_GetBounds(child)[2]);
         device.dispose(child);
     }
@@ -198,7 +197,7 @@ public final class WindowTest {
         OS.LabeledMenuItem_SetAccelerator(item, CONTROL_SHIFT | 'g');
         Device.Recorder recorder = device.listen(item);
         OS.Control_ForceFocus(shell);
-        int[] keys = {CONTROL_KEY, SHIFT_KEY, 'g'};
+        int[] keys = {Key.CONTROL, Key.SHIFT, 'g'};
         for (int key : keys) device.press(key);
         for (int i = keys.length; i-- > 0; )
             device.release(keys[i]);
@@ -229,7 +228,7 @@ public final class WindowTest {
         int item = OS.PushMenuItem_New(menu, 0);
         OS.LabeledMenuItem_SetText(item, "Mark", null);
         Device.Recorder recorder = device.listen(item);
-        for (int key : new int[] {DOWN_ARROW, '\r'}) {
+        for (int key : new int[] {Key.DOWN, '\r'}) {
             device.press(key);
             device.release(key);
         }
