@@ -1,5 +1,7 @@
 package com.nuvik.tests;
 
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Locale;
 
@@ -8,8 +10,6 @@ import java.util.Locale;
  * how wide text is in a font that is asked for. It is closed by the person.
  */
 public final class Watched {
-    private static final int CLOSE_REQUESTED = 201;
-
     private static boolean isOpen = true;
 
     private static void watch(Device device, int shell) {
@@ -23,13 +23,13 @@ public final class Watched {
 
                     @Override
                     boolean key(int kind, char character, int keyCode, int modifiers) {
-                        if (kind == Device.PRESS) System.out.println("key " + character);
+                        if (kind == KeyKind.PRESSED) System.out.println("key " + character);
                         return false;
                     }
 
                     @Override
                     void window(int event) {
-                        if (event == CLOSE_REQUESTED) isOpen = false;
+                        if (event == WindowEvent.CLOSE_REQUESTED) isOpen = false;
                     }
                 });
     }
