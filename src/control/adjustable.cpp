@@ -73,7 +73,8 @@ void Adjustable_SetValue(AdjustableRecord* bar, jint value, ErrorRecord*) {
 }
 
 void Adjustable_SetVisibleAmount(AdjustableRecord* bar, jint amount, ErrorRecord*) {
-    // One more than was asked for, on purpose; read back as one less.
+    // Quirk: the thumb stands for one step more than the visible amount, which is read back as one
+    // less. Pinned by AdjustableTest.a_visible_amount_is_kept_as_a_page_one_larger.
     bar->info.nPage = amount ? amount + 1 : 0;
     HWND window = bar->hwnd;
     pushIfLive(bar, SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL);
@@ -193,8 +194,9 @@ struct ScrollStep {
 
 } // namespace
 
-// The top end is the window's to clamp. That the minimum is added to the thumb's position is
-// meant.
+// The top end is the window's to clamp.
+// Quirk: the minimum is added to the thumb's position, so that a dragged thumb jumps where the
+// minimum is not 0. Pinned by ScrollTest.the_thumb_moves_the_value_to_its_place_above_the_minimum.
 static ScrollStep stepOf(const AdjustableRecord* bar, UINT code) {
     const SCROLLINFO& info = bar->info;
     LONG old = info.nPos;

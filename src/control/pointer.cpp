@@ -216,7 +216,8 @@ void Control_ProcessWheel(HWND window, WPARAM wParam, LPARAM lParam) {
     bool byPage = lines == WHEEL_PAGESCROLL;
     jint amount = byPage ? 1 : static_cast<jint>(lines);
     jint notches = static_cast<short>(HIWORD(wParam)) / notch;
-    // The position stays in screen coordinates, as the message has it; that is meant.
+    // Quirk: the wheel's position is the screen's, where every other event of the pointer has the
+    // control's. Pinned by WheelTest.a_notch_forward_is_minus_one_by_lines_at_the_screen_position.
     PointerEvent event =
         Control_BuildPointerEvent(byPage ? wheelByPage : wheelByLines, buttonLeft, wParam, lParam);
     fireWheel(controlOf(window)->callbackTarget, event.type, event.x, event.y, event.modifiers,

@@ -100,7 +100,9 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
     if (parent) display = Control_GetDisplay(parent);
     HWND parentWindow = parent ? parent->hwnd : nullptr;
     auto* shell = allocate<ShellRecord>();
-    if (!shell) return nullptr; // without an error, that is meant
+    // Quirk: Java gets no shell and no error when there is no memory for the record. Pinned by
+    // ShellTest.no_memory_for_a_shell_gives_none_and_no_error.
+    if (!shell) return nullptr;
     HWND window = createWindow(display, parentWindow, javaStyle, error);
     if (window && isGone(parent, parentWindow)) {
         DestroyWindow(window);

@@ -28,7 +28,8 @@ void Shell_SetText(ShellRecord* shell, const wchar_t* text, ErrorRecord* error);
 // Fills the work area; false does nothing.
 void Shell_SetMaximized(ShellRecord* shell, bool maximized, ErrorRecord* error);
 
-// Minimising cannot be asked for on this platform: always false, and nothing done. Both are meant.
+// Quirk: a shell is never minimised and cannot be, and no error tells so. Pinned by
+// ShellTest.minimising_and_images_are_not_this_platforms.
 bool Shell_GetMinimized(ShellRecord* shell, ErrorRecord* error);
 void Shell_SetMinimized(ShellRecord* shell, bool minimized, ErrorRecord* error);
 

@@ -96,7 +96,7 @@ static const ACCEL* findShifted(const ShellAccelerators& accelerators, WPARAM ke
     return nullptr;
 }
 
-// Ctrl+Shift accelerators are dispatched by hand on purpose: the system does not match them.
+// The system does not match Ctrl+Shift accelerators.
 static bool dispatchControlShift(const ShellAccelerators& accelerators, const MSG& message) {
     if (message.message != WM_KEYDOWN || !accelerators.shiftDown) return false;
     if (message.wParam == VK_SHIFT || message.wParam == VK_CONTROL) return false;

@@ -145,7 +145,8 @@ struct Invocation {
 
 } // namespace
 
-// A thread that was attached here stays attached when the method cannot be resolved; that is meant.
+// Quirk: a thread that was attached for the call stays attached when the method cannot be resolved.
+// Pinned by CallbacksTest.a_thread_stays_attached_when_its_event_has_no_method.
 static jmethodID resolveMethod(JNIEnv* env, CallbackEntry* entry, const char* signature) {
     jclass receiver = env->FindClass(entry->className);
     if (receiver) entry->methodID = env->GetMethodID(receiver, entry->methodName, signature);
@@ -211,7 +212,8 @@ extern "C" void vaCallback(DWORD id, const char* signature, CallbackTarget* targ
 extern "C" jint vaCallbackBoolean(DWORD id, const char* signature, CallbackTarget* target, ...) {
     Invocation call = {};
     JNIEnv* env = prepare(id, signature, target, &call);
-    // Without an environment the answer is true; that is meant.
+    // Quirk: a thread without an environment has every question answered with yes, where any other
+    // failure means no. Pinned by CallbacksTest.a_question_without_environment_is_answered_yes.
     if (!env) return call.lacksEnvironment;
     va_list arguments;
     va_start(arguments, target);

@@ -110,8 +110,9 @@ static LRESULT end(void* context) {
     display->callbackLookup = nullptr;
     Font_Dispose(systemFont, nullptr);
     DestroyWindow(messageWindow);
-    // While another display still uses the class, the command table is left allocated; that is
-    // meant.
+    // Quirk: a display that ends while another still uses the class leaves its command table
+    // allocated. Pinned by
+    // DisplayTest.that_ends_beside_another_leaves_its_table_of_commands_behind.
     if (UnregisterClassW(displayWindowClass, display->instance)) forgetCommandItems(display);
     return 0;
 }

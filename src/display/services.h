@@ -28,5 +28,6 @@ bool Display_PostPointerMoveEvent(DisplayRecord* display, jint x, jint y, ErrorR
 // Leaves no window with the focus.
 void Display_ClearFocus(DisplayRecord* display, ErrorRecord* error);
 
-// Does nothing on this platform; that is meant.
+// Quirk: nothing is done, and no error tells that this platform has no full screen. Pinned by
+// ServicesTest.a_full_screen_shell_is_not_offered_and_no_error.
 void Display_SetFullScreenShell(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error);

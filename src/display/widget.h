@@ -28,8 +28,9 @@ ASSERT_OFFSET(WidgetRecord, dispose, 12)
 
 // Ends the widget without firing any further callback, and frees its record. Any thread: the work
 // is done on the display's, so that nobody there meets a record that is half gone. Disposing again
-// of what is being disposed of does nothing. A callback target that is still installed stays alive
-// on purpose: Java detaches its data first.
+// of what is being disposed of does nothing.
+// Quirk: a callback target that is still installed is never freed, as Java detaches its data first.
+// Pinned by ControlTest.a_listener_that_is_still_there_outlives_its_control.
 void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error);
 
 // Widget_Dispose of a widget that Java was not told of, whose errors nobody hears. Null is allowed.

@@ -118,7 +118,8 @@ void Graphics_FillArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint
                       jint startAngle, jint arcAngle, ErrorRecord* error) {
     ArcBox box = normalized(x, y, width, height);
     graphics->beginDraw(graphics);
-    // An image's lock stays entered once more by this thread; that is meant.
+    // Quirk: an empty pie leaves an image's lock entered once more by its thread. Pinned by
+    // ArcTest.an_empty_pie_leaves_the_lock_entered.
     if (box.width == 0 || box.height == 0 || arcAngle == 0) return;
     if (Graphics_MeetsClip(graphics->dc, box.x, box.y, box.width, box.height, error)) {
         turnForward(&startAngle, &arcAngle);
@@ -154,7 +155,8 @@ void Graphics_DrawRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint 
         Graphics_DrawRectangle(graphics, x, y, width, height, error);
         return;
     }
-    // The far edges come from the sizes as they were given, negative ones too; that is meant.
+    // Quirk: with a negative size the far edges lie on the other side of the near ones. Pinned by
+    // RoundRectangleTest.of_negative_size_places_its_far_edges_from_that.
     jint lastColumn = saturatingSubtract(width, 1);
     jint lastRow = saturatingSubtract(height, 1);
     normalize(&x, &width);

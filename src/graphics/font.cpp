@@ -10,7 +10,8 @@ static FontRecord* madeFonts; // under the leaf lock
 
 extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style) {
     WindowContext screen(nullptr);
-    // Positive on purpose: the size is the height of the cell, internal leading included.
+    // Quirk: a font's points are the height of its cell, so that its letters are smaller than asked
+    // for. Pinned by FontTest.is_described_by_face_size_and_style.
     jint dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
     font->lfHeight = saturatingMultiply(dotsPerInch, points) / pointsPerInch;
     font->lfWeight = style & fontBold ? FW_BOLD : FW_NORMAL;
@@ -24,7 +25,8 @@ FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error) {
     WindowContext screen(nullptr);
     auto* record = allocate<FontRecord>();
     if (!record) {
-        // The font is not deleted, on purpose: it may be one of the system's own.
+        // Quirk: a font that finds no memory for its record is left behind, as it may be the
+        // system's own. Pinned by FontTest.that_finds_no_record_is_left_to_the_system.
         Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to allocate font");
         return nullptr;
     }
@@ -58,7 +60,9 @@ FontRecord* Font_New(DeviceRecord*, const wchar_t* name, jint points, jint style
     if (!name) name = L"";
     if (lstrcmpiW(name, L"fixed") == 0)
         description.lfPitchAndFamily = FF_MODERN;
-    else // a longer name is cut, and one that fills the field is not terminated: both are meant
+    else
+        // Quirk: a name that fills the field, or is cut to it, is not terminated. Pinned by
+        // FontTest.a_face_name_fills_its_field_and_is_cut.
         for (int i = 0; i < LF_FACESIZE && name[i]; ++i) description.lfFaceName[i] = name[i];
     _Font_FillInFont(&description, points, style);
     return create(description, error);
@@ -143,7 +147,9 @@ jint Font_GetStyle(FontRecord* font, ErrorRecord*) {
     const TEXTMETRICW& metrics = font->metrics;
     jint style = 0;
     if (metrics.tmItalic) style |= fontItalic;
-    if (metrics.tmWeight == FW_BOLD) style |= fontBold; // no other weight, on purpose
+    // Quirk: a font heavier than bold is told as not bold. Pinned by
+    // FontTest.is_bold_at_weight_700_alone.
+    if (metrics.tmWeight == FW_BOLD) style |= fontBold;
     if (metrics.tmUnderlined) style |= fontUnderline;
     if (metrics.tmStruckOut) style |= fontStrikeOut;
     return style;
@@ -166,7 +172,8 @@ static BOOL measure(HDC context, const wchar_t* text, int length, SIZE* size) {
 
 jint Font_GetAdvanceWidth(FontRecord* font, jchar character, ErrorRecord*) {
     WindowContext screen(nullptr);
-    // The font stays selected until the context is released; that is meant.
+    // Quirk: the screen's context is given back with the font selected. Pinned by
+    // FontTest.of_a_measured_character_is_selected_until_the_screen_is_released.
     SelectObject(screen, font->font);
     wchar_t text = static_cast<wchar_t>(character);
     SIZE size = {};

@@ -136,7 +136,9 @@ static void blendOnto(BYTE* bits, const Section& image, const Area& from) {
     }
 }
 
-// The background is fetched at the source's size, also when the result is stretched; that is meant.
+// Quirk: where a region is stretched, what is behind it is fetched at the source's size and
+// stretched too. Pinned by
+// ImageDrawingTest.a_stretched_region_with_alpha_stretches_what_was_behind_its_own_size.
 static bool drawBlended(const Copy& copy, DWORD* code) {
     if (isEmpty(copy.from)) return true;
     BYTE* bits = nullptr;
@@ -175,7 +177,8 @@ void Graphics_DrawImage(GraphicsRecord* graphics, ImageRecord* image, jint x, ji
     Area to = {x, y, section.width, section.height};
     if (!Graphics_MeetsClip(drawing, to.x, to.y, to.width, to.height, error)) return;
     ImageSource source(drawing, image);
-    // Blended pixels are not inverted here; that is meant.
+    // Quirk: a whole image with alpha is blended and not inverted in XOR mode. Pinned by
+    // ImageDrawingTest.alpha_blends_with_what_is_there.
     DWORD operation = hasAlpha(image) ? SRCCOPY : operationOf(drawing);
     DWORD code = 0;
     if (!draw({drawing, to, image, source, atOrigin(to), operation}, &code))

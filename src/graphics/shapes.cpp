@@ -75,7 +75,8 @@ void Graphics_FillRectangle(GraphicsRecord* graphics, jint x, jint y, jint width
     if (!PatBlt(drawing, x, y, width, height, operation)) Win32Error_SetLast(error, blitFailed);
 }
 
-// The system's own rounding, unlike the outline's; that is meant.
+// Quirk: a filled round rectangle has the system's rounding and does not meet its outline at the
+// corners. Pinned by DrawingTest.a_round_rectangle_is_filled_by_the_systems_own_rounding.
 void Graphics_FillRoundRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,
                                  jint arcWidth, jint arcHeight, ErrorRecord*) {
     Drawing drawing(graphics);

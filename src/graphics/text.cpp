@@ -14,7 +14,8 @@ static UINT formatOf(jint flags) {
     return format;
 }
 
-// Only the first character is drawn in this mode; that is meant.
+// Quirk: of a text with a background only the first character is drawn in XOR mode. Pinned by
+// TextTest.inverting_with_a_background_draws_the_first_character_alone.
 static void invertWithBackground(HDC dc, const wchar_t* text, RECT layout, UINT format) {
     if (!*text) return;
     COLORREF color = GetTextColor(dc);

@@ -4,7 +4,9 @@
 #include "image/image.h"
 
 // The palette as drawing sees it: each index in turn is put into the bits of the first pixel, and
-// its colour read. It is done so on purpose.
+// its colour read.
+// Quirk: the image's first pixel shows every colour of its palette in turn while it is copied.
+// Pinned by ImageTest.copies_the_palette_as_its_pixels_show_it.
 static void readPalette(HDC context, const Section& section, RGBQUAD* entries, UINT length) {
     BYTE before = section.bits[0];
     for (UINT i = 0; i < length; ++i) {
@@ -47,7 +49,8 @@ ImageRecord* Image_Flip(ImageRecord* image, bool horizontal, bool vertical, jint
     if (!flipped) return nullptr;
     flipped->transparentIndex = image->transparentIndex;
     flipped->transparentColor = image->transparentColor;
-    // Without the image's lock, on purpose.
+    // Quirk: a flip does not wait for who draws on the image, and may show half of a drawing.
+    // Pinned by ImageTest.flipping_works_on_a_held_image_and_takes_no_lock.
     Deselected deselected(image);
     BitmapContext source(nullptr, image->bitmap);
     BitmapContext target(nullptr, flipped->bitmap);

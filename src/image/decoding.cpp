@@ -107,7 +107,9 @@ static DecodedImage decode(IStream* stream, ErrorRecord* error) {
 // Whether the decoded pixels have alpha shows in their depth.
 static ImageRecord* newFromStream(IStream* source, ErrorRecord* error) {
     Reference<IStream> stream(source);
-    if (!stream) { // the same words for a file, on purpose
+    if (!stream) {
+        // Quirk: a file that is not there is reported as a memory location. Pinned by
+        // DecodingTest.file_that_is_not_there.
         Win32Error_SetError(error, errorFailed,
                             L"Failed to create an IStream from a memory location");
         return nullptr;

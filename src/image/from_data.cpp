@@ -42,7 +42,8 @@ static void storeRow(const DirectPixels& source, BYTE* row, WORD bitCount, LONG 
     if (bitCount != trueColorWithAlpha) return; // another depth has no pixels of colours
     if (alphas && isHighColor) return storeWidenedWithAlphas(row, pixels, count, alphas);
     if (alphas) return storeWithAlphas(row, pixels, count, alphas);
-    // The components keep their 5 bits here, on purpose.
+    // Quirk: with one alpha for all, pixels of 16 bits keep components of 5 bits, and white is a
+    // dark grey. Pinned by ImageTest.of_colors_stores_every_depth_and_width_and_alpha.
     if (isHighColor) return storeNarrowedWithAlpha(row, pixels, count, alpha);
     if (source.alpha != noAlpha) return storeWithAlpha(row, pixels, count, alpha);
     memcpy(row, pixels, count * sizeof(jint));

@@ -73,7 +73,9 @@ static HRESULT STDMETHODCALLTYPE seekMemory(ReadStream* stream, LARGE_INTEGER of
     case STREAM_SEEK_CUR:
         wanted += memory->position;
         break;
-    case STREAM_SEEK_END: // counted back from the end, on purpose
+    case STREAM_SEEK_END:
+        // Quirk: an offset from the end counts backwards, so that a negative one lies outside.
+        // Pinned by StreamTest.memory_is_sought_within_its_size.
         wanted = memory->length - wanted;
         break;
     default:
@@ -103,7 +105,9 @@ static HRESULT STDMETHODCALLTYPE readFile(ReadStream* stream, void* buffer, ULON
     BOOL succeeded =
         ReadFile(static_cast<FileStream*>(stream)->file, buffer, count, &taken, nullptr);
     if (read) *read = taken;
-    if (!succeeded) return S_FALSE; // not an error code, on purpose
+    // Quirk: a file that cannot be read tells its decoder of no error. Pinned by
+    // StreamTest.file_that_cannot_be_read_says_so_without_an_error_code.
+    if (!succeeded) return S_FALSE;
     return resultOfRead(stream, taken);
 }
 
@@ -114,7 +118,9 @@ static HRESULT STDMETHODCALLTYPE seekFile(ReadStream* stream, LARGE_INTEGER offs
     auto* file = static_cast<FileStream*>(stream);
     if (origin > STREAM_SEEK_END) return E_NOTIMPL;
     DWORD reached = SetFilePointer(file->file, static_cast<LONG>(offset.LowPart), nullptr, origin);
-    if (reached >= file->length) return STG_E_INVALIDFUNCTION; // the end too, on purpose
+    // Quirk: the end of a file cannot be sought, although that of memory can. Pinned by
+    // StreamTest.file_is_sought_before_its_end.
+    if (reached >= file->length) return STG_E_INVALIDFUNCTION;
     tellPosition(position, reached);
     return S_OK;
 }

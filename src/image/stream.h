@@ -1,7 +1,10 @@
 #pragma once
-// The streams that decoders read from: over memory and over a file, for reading only. They answer
-// to no other interface, and a read at the end is a fault: both are meant. A stream is used by one
-// thread at a time.
+// The streams that decoders read from: over memory and over a file, for reading only. A stream is
+// used by one thread at a time.
+// Quirk: a stream that is asked for any interface, its own too, says that it has none. Pinned by
+// StreamTest.offers_nothing_else.
+// Quirk: a read at the end is a fault and not an empty success. Pinned by
+// StreamTest.read_to_the_end_which_is_a_fault.
 
 #include "bridge/layout.h"
 #include "imaging.h"

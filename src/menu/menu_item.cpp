@@ -193,7 +193,8 @@ static bool readButtonState(HWND bar, DWORD id, TBBUTTONINFOW* info) {
     return SendMessageW(bar, TB_GETBUTTONINFO, id, reinterpret_cast<LPARAM>(info)) != -1;
 }
 
-// A state that cannot be read is written all the same, which is meant.
+// Quirk: a state that cannot be read is written all the same, and reported as not written. Pinned
+// by MenuBarTest.an_item_is_enabled_although_the_bar_does_not_tell_its_state.
 static void enableButton(HWND bar, DWORD id, bool enabled, ErrorRecord* error) {
     TBBUTTONINFOW info = {};
     bool changed = readButtonState(bar, id, &info);

@@ -27,8 +27,9 @@ static bool isWave(const BYTE* file, LONG length) {
            littleLong(file + idSize) == length - riffHeader;
 }
 
-// The body of the first chunk with the id, or null. The byte that pads an odd body in other
-// readers' eyes is the next chunk's first one here, which is meant.
+// The body of the first chunk with the id, or null.
+// Quirk: a file that pads odd chunks is out of step behind the first, as the padding is taken for
+// the next chunk's first byte. Pinned by WaveTest.loses_step_behind_an_odd_chunk_that_is_padded.
 static const BYTE* findChunk(const BYTE* file, LONG length, const char* id, LONG* size) {
     LONG body = firstChunk + chunkHeader;
     while (length >= body) {

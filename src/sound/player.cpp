@@ -161,7 +161,8 @@ SoundStatus Player_Start(SoundRecord* sound, DWORD rounds) {
     player->thread = nullptr;
     if (!fillFormat(&player->format, sound->samples) || !isPlayable(&player->format))
         return soundUnsupported;
-    // A start that fails from here on leaves it so, which is meant.
+    // Quirk: a start that fails from here on leaves a sound that says it plays. Pinned by
+    // FailingSoundTest.is_told_when_memory_output_or_thread_are_missing.
     sound->state = soundPlaying;
     fillHeader(&player->header, sound->samples, rounds);
     SoundStatus status = openDevice(player);

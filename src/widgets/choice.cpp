@@ -182,7 +182,9 @@ static LRESULT callEdit(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
 static bool swallowsEscape(HWND edit) {
     constexpr DWORD swallowing = WS_CLIPSIBLINGS;
     if (!(GetWindowLongW(edit, GWL_STYLE) & swallowing)) return false;
-    // It is the field and not the choice that is asked whether a list is dropped; that is meant.
+    // Quirk: the field, which knows of no list, is asked whether one is dropped, so that a clipped
+    // field swallows every Escape. Pinned by
+    // ChoiceEditTest.swallows_the_escape_of_a_clipped_field_that_shows_no_list.
     return !SendMessageW(edit, CB_GETDROPPEDSTATE, VK_ESCAPE, 0);
 }
 
@@ -274,7 +276,8 @@ static void addItem(HWND window, const wchar_t* item, jint index, ErrorRecord* e
         ask(window, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
     if (result != CB_ERR && result != CB_ERRSPACE) return;
     DWORD code = GetLastError();
-    // Every failure at a positive index counts as out of range; that is meant.
+    // Quirk: whatever fails at a positive index is reported as an index out of range. Pinned by
+    // ChoiceTest.an_item_without_room_is_reported.
     bool outOfRange = index > 0 || index >= countItems(window);
     Win32Error_SetError(error, code,
                         outOfRange ? L"Index is out of valid range for combo"
@@ -291,7 +294,8 @@ static void removeItem(const ChoiceRecord* choice, jint index, ErrorRecord* erro
     bool showsItem = choice->dropDownList;
     LRESULT result = ask(window, CB_DELETESTRING, index);
     LONG count = countItems(window);
-    // The index right behind the last item is let pass; that is meant.
+    // Quirk: nothing reports the removal at the index right behind the last item, nor at a negative
+    // one. Pinned by ChoiceTest.removing_what_is_not_there_is_reported_beyond_the_end_only.
     if (result == CB_ERR && index > 0 && index > count)
         Win32Error_SetError(error, errorFailed, L"Invalid range of item to remove from combo");
     // The field would go on showing the item that was its last.
@@ -307,6 +311,8 @@ void Choice_RemoveAllItems(ChoiceRecord* choice, ErrorRecord*) {
 }
 
 static void selectItem(HWND window, jint index, ErrorRecord* error) {
+    // Quirk: the choice's window is asked for what nobody uses. Pinned by
+    // ChoiceTest.an_item_is_selected_after_a_look_at_what_there_is.
     ask(window, CB_GETCOUNT);
     ask(window, CB_GETCURSEL);
     if (ask(window, CB_SETCURSEL, index) == CB_ERR)

@@ -143,7 +143,9 @@ static HWND ownerOf(const FileDialogRecord* dialog) {
     return controlOf(window) == dialog->owner ? window : nullptr;
 }
 
-// The dialog gets the name as it was given; the record keeps the converted one. The order is meant.
+// Quirk: the dialog shows the name with the slashes that it was given with; the record keeps it
+// with backslashes. Pinned by
+// FileDialogTest.the_name_is_shown_as_it_was_given_and_kept_with_backslashes.
 static Showing* newShowing(FileDialogRecord* dialog) {
     UINT capacity = capacityOf(dialog);
     auto* showing =
@@ -218,7 +220,8 @@ static bool showTitled(Showing* showing, DisplayRecord* display, ErrorRecord* er
     return chosen;
 }
 
-// Only the low byte of each character is looked at; that is meant.
+// Quirk: only the low byte of each character is looked at, so that some letters end the folder or
+// part it. Pinned by SystemDialogTest.without_an_offset_the_low_bytes_tell_the_folder.
 static UINT folderLength(const OPENFILENAMEW& request) {
     if (request.nFileOffset) return request.nFileOffset;
     UINT length = 0;

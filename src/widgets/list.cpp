@@ -18,7 +18,8 @@ bool List_Insert(HWND window, const wchar_t* item, jint index, ErrorRecord* erro
     LRESULT inserted = ask(window, LB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item));
     if (inserted != LB_ERR && inserted != LB_ERRSPACE) return true;
     DWORD code = GetLastError();
-    // Every failure at a positive index counts as out of range; that is meant.
+    // Quirk: whatever fails at a positive index is reported as an index out of range. Pinned by
+    // ListTest.an_item_that_cannot_be_added_is_an_error.
     failWithIndex(error, code, index > 0 || index >= countItems(window),
                   L"Index is out of valid range for list", L"Unable to add item to list");
     return false;
@@ -96,7 +97,9 @@ void List_SetItem(ListRecord* list, jint index, const wchar_t* item, ErrorRecord
 static void selectItem(ListRecord* list, jint index, ErrorRecord* error) {
     if (index < 0 || index >= countItems(list->hwnd)) return;
     Control_SetRedraw(list, false, error);
-    ask(list->hwnd, LB_GETTOPINDEX); // the answer is not used; that is meant
+    // Quirk: the list's window is asked for what nobody uses. Pinned by
+    // ListTest.an_item_is_selected_after_a_look_at_the_top_item.
+    ask(list->hwnd, LB_GETTOPINDEX);
     select(list, index);
     Control_SetRedraw(list, true, error);
     Control_Redraw(list, error);
@@ -206,7 +209,8 @@ void List_SetMultipleMode(ListRecord* list, bool multiple, ErrorRecord* error) {
     SendMessageW(list->hwnd, controlSetListMode, multiple, reinterpret_cast<LPARAM>(&error));
 }
 
-// That the larger of the index and the last item is taken, not the smaller, is meant.
+// Quirk: an index behind the end leaves the list where it is, and a negative one scrolls to the
+// end. Pinned by ListTest.the_larger_of_a_missing_top_item_and_the_last_is_tried.
 void List_SetTopItemIndex(ListRecord* list, jint index, ErrorRecord*) {
     Control_Run(list, [=](const ListRecord* found) {
         HWND window = found->hwnd;

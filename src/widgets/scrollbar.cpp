@@ -103,8 +103,9 @@ static DWORD orientedStyle(DWORD style, jint orientation) {
     return style;
 }
 
-// A window's direction is fixed at its creation, so that the bar needs a new one. Where that cannot
-// be made the bar stays as it is, and nothing is reported; that is meant.
+// A window's direction is fixed at its creation, so that the bar needs a new one.
+// Quirk: a bar that cannot be turned stays as it is, and nothing is reported. Pinned by
+// ScrollbarTest.a_bar_that_cannot_be_turned_stays_and_tells_nobody.
 static void setOrientation(AdjustableRecord* bar, jint orientation) {
     HWND old = bar->hwnd;
     HWND messageWindow = bar->display->messageWindow;

@@ -52,7 +52,8 @@ static PixelPair preferredSize(const TextRecord* text) {
     return withSurroundings(text, sizeOfText(text), borderGap);
 }
 
-// One pixel more than the preferred size leaves; that is meant.
+// Quirk: around the same text the minimum size is one pixel larger than the preferred one. Pinned
+// by TextTest.minimum_sizes_count_columns_and_rows.
 static PixelPair minimumSize(const TextRecord* text, PixelPair size) {
     constexpr LONG borderGap = 3;
     return withSurroundings(text, size, borderGap);
@@ -213,7 +214,8 @@ PixelPair AbstractTextComponent_GetSelection(TextRecord* text, ErrorRecord*) {
     return getSelection(text);
 }
 
-// The whole text is read for the part; its copy is left behind, and that is meant.
+// Quirk: each reading of a selection leaves a copy of the whole text behind. Pinned by
+// TextTest.a_selection_that_is_read_leaves_one_copy_of_the_whole_text.
 static NativeString getSelectionText(const TextRecord* text, ErrorRecord* error) {
     PixelPair selection = getSelection(text);
     jint length = selection.y - selection.x;

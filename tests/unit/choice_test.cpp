@@ -2,6 +2,7 @@
 #include "faults.h"
 #include "graphics/font.h"
 #include "leaks.h"
+#include "messages.h"
 #include "widgets/choice.h"
 #include <algorithm>
 
@@ -218,6 +219,17 @@ TEST_F(ChoiceTest, selecting_what_is_not_there_clears_the_selection_and_is_repor
         expectReport("Choice_SelectItem", -3, u"Unable to select item in combo::");
         EXPECT_EQ(selected(choice), -1) << missing;
     }
+}
+
+TEST_F(ChoiceTest, an_item_is_selected_after_a_look_at_what_there_is) {
+    jint choice = newChoice(fruit);
+    MessageRecorder messages(vm, {{CB_GETCOUNT, "CB_GETCOUNT"},
+                                  {CB_GETCURSEL, "CB_GETCURSEL"},
+                                  {CB_SETCURSEL, "CB_SETCURSEL"}});
+    messages.watch(windowOf(choice), "choice");
+    select(choice, 1);
+    expectSequence(vm.takeEvents(),
+                   {{"choice CB_GETCOUNT"}, {"choice CB_GETCURSEL"}, {"choice CB_SETCURSEL"}});
 }
 
 static int boundsRequests;

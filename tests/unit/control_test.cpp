@@ -261,9 +261,21 @@ TEST_F(ControlTest, disposing_of_a_control_fires_nothing) {
     call<void(jint)>("Widget_Dispose", button);
     dispatchAll();
     EXPECT_TRUE(vm.takeEvents().empty());
-    // The target outlives the widget on purpose.
+    // The target outlives the widget.
     vm.env()->DeleteGlobalRef(target->object);
     LocalFree(target);
+}
+
+TEST_F(ControlTest, a_listener_that_is_still_there_outlives_its_control) {
+    jint button = newButton(newShell());
+    listen(button);
+    auto* target = record(button)->callbackTarget;
+    int references = vm.globalReferences;
+    call<void(jint)>("Widget_Dispose", button);
+    EXPECT_EQ(vm.globalReferences, references);
+    EXPECT_EQ(target->widget, record(button)) << "is told of nothing";
+    vm.env()->DeleteGlobalRef(target->object);
+    EXPECT_EQ(LocalFree(target), nullptr);
 }
 
 TEST_F(ControlTest, a_display_that_is_not_known_yet_is_the_parents) {

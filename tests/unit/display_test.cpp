@@ -62,6 +62,18 @@ TEST_F(DisplayTest, a_second_display_in_the_same_process_works) {
     EXPECT_TRUE(vm.reports.empty());
 }
 
+TEST_F(DisplayTest, that_ends_beside_another_leaves_its_table_of_commands_behind) {
+    long blocks = countHeapBlocks();
+    jint second = call<NewDisplay>("Display_New");
+    jint shell = call<jint(jint, jint)>("Shell_New", second, 0);
+    jint menu = call<jint(jint)>("DropDownMenu_New", shell);
+    jint item = call<jint(jint, jint)>("PushMenuItem_New", menu, 0);
+    for (jint widget : {item, menu, shell}) call<void(jint)>("Widget_Dispose", widget);
+    call<void(jint)>("Device_Dispose", second);
+    EXPECT_EQ(countHeapBlocks(), blocks + 1);
+    EXPECT_TRUE(vm.reports.empty());
+}
+
 TEST_F(DisplayTest, its_creation_fails_without_the_class_that_it_takes_the_cursor_from) {
     Faults faults;
     faults.fail("GetClassInfoW", 1, ERROR_CLASS_DOES_NOT_EXIST);

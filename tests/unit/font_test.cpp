@@ -190,6 +190,23 @@ TEST_F(FontTest, without_memory_is_an_error) {
     expectReport("Font_New", -4, u"Not enough memory to allocate font");
 }
 
+static HGDIOBJ selectedAtRelease;
+static int WINAPI recordSelected(HWND window, HDC context) {
+    selectedAtRelease = GetCurrentObject(context, OBJ_FONT);
+    return ReleaseDC(window, context);
+}
+
+TEST_F(FontTest, of_a_measured_character_is_selected_until_the_screen_is_released) {
+    jint font = newFont(u"Tahoma", 12);
+    Faults faults;
+    faults.replace("ReleaseDC", reinterpret_cast<void*>(recordSelected));
+    call<jint(jint, jchar)>("Font_GetAdvanceWidth", font, u'W');
+    EXPECT_EQ(selectedAtRelease, reinterpret_cast<FontRecord*>(font)->font);
+    advance(font, u"W");
+    EXPECT_EQ(selectedAtRelease, GetStockObject(SYSTEM_FONT)) << "a text puts the font back";
+    disposeFont(font);
+}
+
 TEST_F(FontTest, queries_without_a_screen_are_errors) {
     jint font = newFont(u"Tahoma", 12);
     Faults faults;
@@ -258,6 +275,15 @@ TEST_F(FontTest, the_default_font_is_the_systems_and_made_once) {
     EXPECT_EQ(reinterpret_cast<FontRecord*>(font)->font, GetStockObject(SYSTEM_FONT));
     EXPECT_EQ(nameOf(font), u"System");
     EXPECT_EQ(get("SizeInPoints", font), 16 * 72 / theDevice().dotsPerInch);
+}
+
+TEST_F(FontTest, that_finds_no_record_is_left_to_the_system) {
+    Faults faults;
+    faults.fail("LocalAlloc", 2); // the first is the name
+    EXPECT_EQ(newFont(u"Tahoma", 12), 0);
+    onlyReport();
+    EXPECT_EQ(faults.countCalls("CreateFontIndirectW"), 1);
+    EXPECT_EQ(faults.countCalls("DeleteObject"), 0);
 }
 
 TEST_F(FontTest, a_default_font_without_memory_is_an_error) {

@@ -195,6 +195,14 @@ TEST_F(ImageDrawingTest, a_region_with_alpha_is_blended) {
     EXPECT_EQ(row(2, 2, 6), (Pixels{gray, blendPixel(gray, 0x80FF0000), 0x0000FF, gray}));
 }
 
+TEST_F(ImageDrawingTest, a_stretched_region_with_alpha_stretches_what_was_behind_its_own_size) {
+    drawImage(newDirect(4, {0x204060, 0x406020, 0x602040, 0x808000}), 2, 2);
+    jint image = newDirect(2, {0xFF0000, 0xFF0000}, -1, {jbyte(128), jbyte(128)});
+    drawRegion(image, 0, 0, 2, 1, 2, 2, 4, 1);
+    DWORD left = blendPixel(0x204060, 0x80FF0000), right = blendPixel(0x406020, 0x80FF0000);
+    EXPECT_EQ(row(2, 1, 7), (Pixels{gray, left, left, right, right, gray}));
+}
+
 TEST_F(ImageDrawingTest, a_region_that_reaches_beyond_its_image_leaves_the_rest) {
     jint image = newDirect(1, {0x0000FF}, -1, {jbyte(255)});
     drawRegion(image, -1, -1, 3, 3, 0, 0, 3, 3);

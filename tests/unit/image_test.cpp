@@ -422,6 +422,16 @@ TEST_F(ImageTest, of_shortened_color_arrays_is_black_there) {
     disposeImage(image);
 }
 
+TEST_F(ImageTest, copies_the_palette_as_its_pixels_show_it) {
+    jint image = newIndexed(1, 1, {0}, 1, 4, paletteOfLength(16));
+    Faults faults;
+    jint copy = copyOf(image);
+    EXPECT_EQ(faults.countCalls("GetPixel"), 16);
+    EXPECT_EQ(faults.countCalls("GetDIBColorTable"), 0);
+    disposeImage(copy);
+    disposeImage(image);
+}
+
 TEST_F(ImageTest, copies_every_kind) {
     std::vector<jint> images = {
         newImage(7, 5, 0x123456), newDirect(5, 3, randomInts(15), 16, 0x102030),

@@ -210,7 +210,7 @@ TEST_F(KeyboardTest, a_handled_key_does_not_reach_the_class) {
     EXPECT_EQ(send(WM_KEYUP, VK_LEFT), 1);
 }
 
-// Its code is looked up in the table twice, and lost; that is meant.
+// Its code is looked up in the table twice, and lost.
 TEST_F(KeyboardTest, cancel_is_a_key_without_code) {
     send(WM_KEYDOWN, VK_CANCEL);
     send(WM_CHAR, 3);

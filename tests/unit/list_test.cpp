@@ -423,6 +423,19 @@ TEST_F(ListTest, a_selection_by_the_program_is_drawn_and_fires_nothing) {
     EXPECT_FALSE(GetUpdateRect(windowOf(list), nullptr, FALSE)) << "nothing was selected";
 }
 
+TEST_F(ListTest, an_item_is_selected_after_a_look_at_the_top_item) {
+    for (jint style : {plain, multiple}) {
+        jint list = newList(style, {u"a", u"b"});
+        MessageRecorder messages(vm, {{LB_GETTOPINDEX, "LB_GETTOPINDEX"},
+                                      {LB_SETCURSEL, "LB_SETCURSEL"},
+                                      {LB_SETSEL, "LB_SETSEL"}});
+        messages.watch(windowOf(list), "list");
+        select(list, 1);
+        const char* selecting = style == multiple ? "list LB_SETSEL" : "list LB_SETCURSEL";
+        expectSequence(vm.takeEvents(), {{"list LB_GETTOPINDEX"}, {selecting}});
+    }
+}
+
 TEST_F(ListTest, several_indices_are_selected_in_multiple_mode_only) {
     jint single = newList(0, {u"a", u"b", u"c"});
     selectAll(single, {0, 1}, 2);

@@ -777,6 +777,19 @@ TEST_F(MenuBarTest, a_bar_that_refuses_is_an_error) {
     SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(barProc));
 }
 
+TEST_F(MenuBarTest, an_item_is_enabled_although_the_bar_does_not_tell_its_state) {
+    jint item = newItem("PushMenuItem", bar, 0);
+    setEnabled(item, false);
+    barProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(refuse)));
+    refused = 0x43F;
+    refusedAnswer = WPARAM(-1);
+    setEnabled(item, true);
+    onlyReport();
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(barProc));
+    EXPECT_TRUE(buttonAt(window, 0).fsState & TBSTATE_ENABLED);
+}
+
 TEST_F(MenuBarTest, a_disposed_item_leaves_the_bar) {
     newItem("PushMenuItem", bar, 0);
     jint second = newItem("PushMenuItem", bar, 1);
