@@ -16,3 +16,8 @@ std::wstring systemText(DWORD code) {
                        nullptr);
     return text;
 }
+
+std::u16string textOf(DWORD code) {
+    const std::wstring words = systemText(code);
+    return {words.begin(), words.end()};
+}

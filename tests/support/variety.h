@@ -9,3 +9,6 @@ const EmulatorVariety& theDevice();
 
 // The words that end the library's message of a system error: the device's, where it has some.
 std::wstring systemText(DWORD code);
+
+// The same as Java gets them.
+std::u16string textOf(DWORD code);

@@ -269,11 +269,6 @@ TEST_F(ImageDrawingTest, failures_are_errors_of_whole_images_alone) {
     }
 }
 
-static std::u16string textOf(DWORD code) {
-    const std::wstring words = systemText(code);
-    return {words.begin(), words.end()};
-}
-
 static BOOL WINAPI deleteAndForgetTheError(HDC dc) {
     BOOL deleted = DeleteDC(dc);
     SetLastError(ERROR_SUCCESS);

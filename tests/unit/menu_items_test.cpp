@@ -4,6 +4,7 @@
 #include "faults.h"
 #include "leaks.h"
 #include "menu/menu_item.h"
+#include "variety.h"
 
 class MenuItemsTest : public DeviceTest {
   protected:
@@ -35,13 +36,6 @@ class MenuItemsTest : public DeviceTest {
         info.cch = length;
         EXPECT_TRUE(GetMenuItemInfoW(handleOf(menu), 0, TRUE, &info));
         return info;
-    }
-    // The system's words for a code.
-    static std::u16string textOf(DWORD code) {
-        wchar_t text[200];
-        DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                      nullptr, code, 0, text, 200, nullptr);
-        return {text, text + length};
     }
 
     jint shell = newShell();

@@ -74,8 +74,10 @@ jint ObjectsTest::make(Kind kind) {
     case Kind::font:
         return call<jint(jint, jstring, jint, jint)>("Font_New", display, vm.newString(u"Tahoma"),
                                                      9, 0);
-    case Kind::cursor:
-        return call<jint(jint, jint)>("Cursor_New", display, 1);
+    case Kind::cursor: {
+        constexpr jint waiting = 4; // the one that every device has
+        return call<jint(jint, jint)>("Cursor_New", display, waiting);
+    }
     case Kind::image:
         return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 16, 12, 0);
     case Kind::indexedImage: {
