@@ -54,11 +54,11 @@ TEST_F(CaptureTest, shows_no_hidden_window) {
 
 TEST_F(CaptureTest, writes_a_bitmap_of_the_whole_screen) {
     SetLastError(0);
-    EXPECT_TRUE(Emulator_SaveScreen(L"emulator_test_screen.bmp"));
+    EXPECT_TRUE(Emulator_SaveScreen(L"C:\\screen.bmp"));
     WIN32_FILE_ATTRIBUTE_DATA file;
-    EXPECT_TRUE(GetFileAttributesExW(L"emulator_test_screen.bmp", GetFileExInfoStandard, &file));
+    EXPECT_TRUE(GetFileAttributesExW(L"C:\\screen.bmp", GetFileExInfoStandard, &file));
     EXPECT_EQ(file.nFileSizeLow, DWORD(54 + screen().cx * screen().cy * 3));
-    EXPECT_TRUE(DeleteFileW(L"emulator_test_screen.bmp"));
+    EXPECT_TRUE(DeleteFileW(L"C:\\screen.bmp"));
 }
 
 TEST_F(CaptureTest, fails_where_no_file_can_be_made) {

@@ -84,9 +84,9 @@ void RecorderTest::tap(int x, int y) {
 }
 
 std::vector<DWORD> RecorderTest::pixels(RECT place) {
-    constexpr const char* name = "emulator_test_screen.bmp";
+    constexpr const char* name = "C:\\screen.bmp";
     const int rowBytes = (screen().cx * 3 + 3) & ~3;
-    EXPECT_TRUE(Emulator_SaveScreen(L"emulator_test_screen.bmp"));
+    EXPECT_TRUE(Emulator_SaveScreen(L"C:\\screen.bmp"));
     std::vector<DWORD> found;
     FILE* file = std::fopen(name, "rb");
     if (!file) return found;
