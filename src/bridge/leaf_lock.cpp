@@ -4,6 +4,6 @@ static CRITICAL_SECTION section;
 
 void LeafLock::Initialize() { InitializeCriticalSection(&section); }
 
-LeafLock::LeafLock() { EnterCriticalSection(&section); }
+LeafLock::LeafLock() : lock(&section) {}
 
-LeafLock::~LeafLock() { LeaveCriticalSection(&section); }
+LeafLock::~LeafLock() = default;

@@ -5,7 +5,7 @@
 // runs and no other lock is taken. What is found under it may be gone as soon as it is left. Any
 // thread.
 
-#include "ce.h"
+#include "bridge/lock.h"
 
 class LeafLock {
   public:
@@ -16,4 +16,7 @@ class LeafLock {
 
     // Once, while the process loads the library.
     static void Initialize();
+
+  private:
+    Lock lock;
 };

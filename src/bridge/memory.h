@@ -21,3 +21,25 @@ template <class Element>
 Element* allocateArray(UINT count) {
     return static_cast<Element*>(allocateBytes(count * sizeof(Element)));
 }
+
+// Owns a block, which may be null, until it is released.
+template <class Element>
+class Block {
+  public:
+    explicit Block(Element* elements) : elements(elements) {}
+    ~Block() { freeBlock(elements); }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+    operator Element*() const { return elements; }
+    Element* operator->() const { return elements; }
+
+    // The block is the caller's from here on.
+    Element* release() {
+        Element* released = elements;
+        elements = nullptr;
+        return released;
+    }
+
+  private:
+    Element* elements;
+};

@@ -99,20 +99,18 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
                           ErrorRecord* error) {
     if (parent) display = Control_GetDisplay(parent);
     HWND parentWindow = parent ? parent->hwnd : nullptr;
-    auto* shell = allocate<ShellRecord>();
+    Block<ShellRecord> record(allocate<ShellRecord>());
     // Quirk: Java gets no shell and no error when there is no memory for the record. Pinned by
     // ShellTest.no_memory_for_a_shell_gives_none_and_no_error.
-    if (!shell) return nullptr;
+    if (!record) return nullptr;
     HWND window = createWindow(display, parentWindow, javaStyle, error);
     if (window && isGone(parent, parentWindow)) {
         DestroyWindow(window);
         window = nullptr;
         Win32Error_SetError(error, ERROR_INVALID_WINDOW_HANDLE, creationFailed);
     }
-    if (!window) {
-        freeBlock(shell);
-        return nullptr;
-    }
+    if (!window) return nullptr;
+    ShellRecord* shell = record.release();
     Control_FillHead(shell, display, parent, window, javaStyle);
     shell->dispose = disposeShell;
     shell->inheritsBackground = TRUE;

@@ -33,32 +33,16 @@ static CallbackEntry* findEntry(CallbackLookup* lookup, DWORD id) {
     return nullptr;
 }
 
-static CallbackLookup* newLookup(JNIEnv* env) {
-    auto* lookup = allocate<CallbackLookup>();
-    if (!lookup) {
-        throwOutOfMemory(env, "Failed to allocate space for callback lookup");
-        return nullptr;
-    }
-    lookup->table = allocateArray<CallbackEntry*>(callbackBuckets);
-    if (!lookup->table) {
-        freeBlock(lookup);
-        throwOutOfMemory(env, "Failed to allocate space for callback table");
-        return nullptr;
-    }
-    return lookup;
-}
-
 void Display_InitCallbacks(JNIEnv* env, DisplayRecord* display, jobject target) {
-    CallbackLookup* lookup = newLookup(env);
-    if (!lookup) return;
+    Block<CallbackLookup> lookup(allocate<CallbackLookup>());
+    if (!lookup) return throwOutOfMemory(env, "Failed to allocate space for callback lookup");
+    Block<CallbackEntry*> table(allocateArray<CallbackEntry*>(callbackBuckets));
+    if (!table) return throwOutOfMemory(env, "Failed to allocate space for callback table");
     env->GetJavaVM(&lookup->vm);
     lookup->target = env->NewGlobalRef(target);
-    if (!lookup->target) {
-        freeBlock(lookup->table);
-        freeBlock(lookup);
-        return;
-    }
-    display->callbackLookup = lookup;
+    if (!lookup->target) return;
+    lookup->table = table.release();
+    display->callbackLookup = lookup.release();
 }
 
 static bool nameMethod(JNIEnv* env, CallbackEntry* entry, jstring className, jstring methodName) {

@@ -157,7 +157,7 @@ DisplayRecord* Display_New(ErrorRecord* error) {
         return nullptr;
     }
     registerWindowClass(staticClass.hCursor);
-    auto* display = allocate<DisplayRecord>();
+    Block<DisplayRecord> display(allocate<DisplayRecord>());
     if (!display) {
         Win32Error_SetError(error, ERROR_NOT_ENOUGH_MEMORY,
                             L"Unable to create message/creation window");
@@ -166,12 +166,9 @@ DisplayRecord* Display_New(ErrorRecord* error) {
     display->device.dispose = disposeDisplay;
     display->owners = 1;
     HWND window = createMessageWindow(error);
-    if (!window) {
-        freeBlock(display);
-        return nullptr;
-    }
+    if (!window) return nullptr;
     attachMessageWindow(display, window);
-    return display;
+    return display.release();
 }
 
 bool Display_ReadAndDispatch(DisplayRecord*, ErrorRecord*) {

@@ -1,5 +1,6 @@
 #include "display/shells.h"
 #include "bridge/leaf_lock.h"
+#include "bridge/links.h"
 #include "bridge/memory.h"
 #include "control/shell.h"
 #include "display/display.h"
@@ -9,14 +10,13 @@ HWND topLevelWindow(HWND window) {
     return window;
 }
 
-static bool contains(const ShellNode* list, const ShellRecord* shell) {
-    for (; list; list = list->next)
-        if (list->shell == shell) return true;
-    return false;
+static ShellNode* find(ShellNode* list, const ShellRecord* shell) {
+    while (list && list->shell != shell) list = list->next;
+    return list;
 }
 
 static bool add(ShellNode** list, ShellRecord* shell) {
-    if (contains(*list, shell)) return true;
+    if (find(*list, shell)) return true;
     auto* node = allocate<ShellNode>();
     if (!node) return false;
     *node = {shell, *list, 0};
@@ -25,14 +25,11 @@ static bool add(ShellNode** list, ShellRecord* shell) {
 }
 
 static bool remove(ShellNode** list, const ShellRecord* shell) {
-    for (; *list; list = &(*list)->next) {
-        if ((*list)->shell != shell) continue;
-        ShellNode* found = *list;
-        *list = found->next;
-        freeBlock(found);
-        return true;
-    }
-    return false;
+    ShellNode* node = find(*list, shell);
+    if (!node) return false;
+    takeOut<&ShellNode::next>(list, node);
+    freeBlock(node);
+    return true;
 }
 
 static bool isInside(const ShellRecord* shell, const ShellRecord* outer) {
@@ -93,17 +90,9 @@ void Display_RememberShell(DisplayRecord* display, ShellRecord* shell) {
     display->shells = shell;
 }
 
-static void unlink(DisplayRecord* display, ShellRecord* shell) {
-    for (ShellRecord** link = &display->shells; *link; link = Shell_GetNext(*link)) {
-        if (*link != shell) continue;
-        *link = *Shell_GetNext(shell);
-        return;
-    }
-}
-
 bool Display_ForgetShell(DisplayRecord* display, ShellRecord* shell) {
     LeafLock lock;
-    unlink(display, shell);
+    takeOut<&ShellRecord::next>(&display->shells, shell);
     remove(&display->controlList, shell);
     return remove(&display->modalShells, shell);
 }
@@ -151,7 +140,7 @@ bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool 
 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell) {
     LeafLock lock;
-    return contains(display->controlList, shell);
+    return find(display->controlList, shell);
 }
 
 static bool isListedWindow(const DisplayRecord* display, HWND window) {
@@ -173,9 +162,7 @@ OpenDialog::~OpenDialog() {
     bool isListed;
     {
         LeafLock lock;
-        OpenDialog** link = &display->dialogs;
-        while (*link != this) link = &(*link)->outer;
-        *link = outer;
+        takeOut<&OpenDialog::outer>(&display->dialogs, this);
         isListed = isListedWindow(display, window);
     }
     if (wasListed && !isListed) EnableWindow(window, FALSE);

@@ -1,6 +1,7 @@
 #include "graphics/font.h"
 #include "bridge/arithmetic.h"
 #include "bridge/leaf_lock.h"
+#include "bridge/links.h"
 #include "bridge/memory.h"
 #include "graphics/gdi_guards.h"
 
@@ -95,16 +96,10 @@ static FontRecord* madeFontOf(HFONT handle) {
     return font;
 }
 
-static void unlist(const FontRecord* font) {
-    FontRecord** link = &madeFonts;
-    while (*link && *link != font) link = &(*link)->next;
-    if (*link) *link = font->next;
-}
-
 // One owner less. Whether it was the last, who ends the font.
 static bool isLeftByLast(FontRecord* font) {
     if (--font->owners > 0) return false;
-    unlist(font);
+    takeOut<&FontRecord::next>(&madeFonts, font);
     return true;
 }
 
@@ -207,17 +202,16 @@ static wchar_t* copyFaceName(HDC context, ErrorRecord* error) {
         Win32Error_SetLast(error, L"Unable to get font face length");
         return nullptr;
     }
-    auto* name = allocateArray<wchar_t>(length);
+    Block<wchar_t> name(allocateArray<wchar_t>(length));
     if (!name) {
         Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to store font face name");
         return nullptr;
     }
     if (!GetTextFaceW(context, length, name)) {
         Win32Error_SetLast(error, L"Unable to copy font face name into buffer");
-        freeBlock(name);
         return nullptr;
     }
-    return name;
+    return name.release();
 }
 
 NativeString Font_GetName(FontRecord* font, ErrorRecord* error) {

@@ -1,5 +1,6 @@
 #include "graphics/graphics.h"
 #include "bridge/arithmetic.h"
+#include "bridge/lock.h"
 #include "bridge/memory.h"
 
 static constexpr wchar_t noContext[] = L"Unable to allocate enough memory for device context";
@@ -87,17 +88,18 @@ static void putBackObjects(const GraphicsRecord* graphics) {
 
 // Until the bitmap is given back another thread may take it out, and a device context serves one
 // thread at a time.
-static void leaveImage(const GraphicsRecord* graphics) {
-    ImageRecord* image = graphics->image;
-    EnterCriticalSection(&image->lock);
+static void giveBack(const GraphicsRecord* graphics, ImageRecord* image) {
+    Lock lock(&image->lock);
     putBackObjects(graphics);
-    if (image->selectedDC == graphics->dc) {
-        SelectObject(graphics->dc, image->placeholderBitmap);
-        image->selectedDC = nullptr;
-    }
-    LeaveCriticalSection(&image->lock);
+    if (image->selectedDC != graphics->dc) return;
+    SelectObject(graphics->dc, image->placeholderBitmap);
+    image->selectedDC = nullptr;
+}
+
+static void leaveImage(const GraphicsRecord* graphics) {
+    giveBack(graphics, graphics->image);
     DeleteDC(graphics->dc);
-    Image_Leave(image);
+    Image_Leave(graphics->image);
 }
 
 static void leaveControl(const GraphicsRecord* graphics) {

@@ -2,6 +2,7 @@
 // Bitmaps are selected into a device context for a while, and an image's bitmap is in one context
 // at a time.
 
+#include "bridge/lock.h"
 #include "image/image.h"
 
 // A memory device context like the given one (null: like the screen) with the bitmap selected.
@@ -25,22 +26,26 @@ class BitmapContext {
     HGDIOBJ previous;
 };
 
-// Holds an image's lock. The image stays meanwhile, whoever disposes of it.
-class ImageLock {
+// One more owner of an image: it stays, whoever disposes of it.
+class ImageUse {
   public:
-    explicit ImageLock(ImageRecord* image) : image(image) {
-        Image_Join(image);
-        EnterCriticalSection(&image->lock);
-    }
-    ~ImageLock() {
-        LeaveCriticalSection(&image->lock);
-        Image_Leave(image);
-    }
-    ImageLock(const ImageLock&) = delete;
-    ImageLock& operator=(const ImageLock&) = delete;
+    explicit ImageUse(ImageRecord* image) : image(image) { Image_Join(image); }
+    ~ImageUse() { Image_Leave(image); }
+    ImageUse(const ImageUse&) = delete;
+    ImageUse& operator=(const ImageUse&) = delete;
 
   private:
     ImageRecord* image;
+};
+
+// Holds an image's lock, and the image.
+class ImageLock {
+  public:
+    explicit ImageLock(ImageRecord* image) : use(image), lock(&image->lock) {}
+
+  private:
+    ImageUse use; // outlives the lock
+    Lock lock;
 };
 
 // Takes an image's bitmap out of the drawing context that holds it, and puts it back there. The

@@ -137,15 +137,14 @@ ImageRecord* Image_NewFromByteData(DeviceRecord*, jint width, jint height, ByteA
     const PaletteArguments palette = {reds, greens, blues};
     bool pairs = depth == 2;
     auto bitCount = static_cast<WORD>(pairs ? 4 : depth);
-    BITMAPINFOHEADER* header =
-        newHeader(sectionInfo(width, height, bitCount), palette, paletteSize);
+    Block<BITMAPINFOHEADER> header(
+        newHeader(sectionInfo(width, height, bitCount), palette, paletteSize));
     if (!header) {
         Win32Error_SetError(error, errorOutOfMemory, L"Not enough memory to create image");
         return nullptr;
     }
     Section section = {};
     HBITMAP bitmap = createSection(*header, &section.bits);
-    freeBlock(header);
     if (!bitmap) {
         Win32Error_SetError(error, errorFailed,
                             L"Unable to create device-independent image handle");

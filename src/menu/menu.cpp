@@ -1,5 +1,6 @@
 #include "menu/menu.h"
 #include "bridge/leaf_lock.h"
+#include "bridge/links.h"
 #include "bridge/memory.h"
 #include "control/control.h"
 #include "control/shell.h"
@@ -41,13 +42,9 @@ static void leaveShells(const MenuRecord* bar) {
     while (ShellRecord* shell = findShowing(bar)) Shell_SetMenuBar(shell, nullptr, nullptr);
 }
 
-static void unlink(MenuRecord* menu) {
+static void unlink(const MenuRecord* menu) {
     LeafLock lock;
-    for (MenuRecord** link = &menu->display->menus; *link; link = &(*link)->next) {
-        if (*link != menu) continue;
-        *link = menu->next;
-        return;
-    }
+    takeOut<&MenuRecord::next>(&menu->display->menus, menu);
 }
 
 static int disposeMenu(WidgetRecord* widget, ErrorRecord*) {

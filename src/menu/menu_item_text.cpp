@@ -43,7 +43,7 @@ void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
     HWND bar = MenuItem_GetBar(item);
     if (!text) text = L"";
     if (!acceleratorText || bar) acceleratorText = L"";
-    wchar_t* label = buildLabel(text, acceleratorText);
+    Block<wchar_t> label(buildLabel(text, acceleratorText));
     if (!label) {
         Win32Error_SetError(error, errorOutOfMemory, L"");
         return;
@@ -52,5 +52,4 @@ void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
         setButtonText(bar, item->id, label, error);
     else
         setMenuText(item, label, error);
-    freeBlock(label);
 }

@@ -1,4 +1,5 @@
 #include "sound/player.h"
+#include "bridge/lock.h"
 #include "bridge/memory.h"
 #include "sound/sound.h"
 #include <initializer_list>
@@ -14,18 +15,17 @@ static void closeEvents(const SoundPlayer* player) {
 }
 
 SoundStatus Player_New(SoundPlayer** result) {
-    auto* player = allocate<SoundPlayer>();
+    Block<SoundPlayer> player(allocate<SoundPlayer>());
     if (!player) return soundNoMemory;
     player->doneEvent = newEvent();
     player->startedEvent = newEvent();
     player->stoppedEvent = newEvent();
     if (!player->doneEvent || !player->startedEvent || !player->stoppedEvent) {
         closeEvents(player);
-        freeBlock(player);
         return soundSystemFailed;
     }
     InitializeCriticalSection(&player->lock);
-    *result = player;
+    *result = player.release();
     return soundDone;
 }
 
@@ -133,11 +133,11 @@ static DWORD WINAPI play(LPVOID argument) {
     EventModify(player->startedEvent, EVENT_SET);
     if (isQueued) WaitForSingleObject(player->doneEvent, INFINITE);
 
-    EnterCriticalSection(&player->lock);
-    closeDevice(player);
-    tellEnd(sound, player);
-    LeaveCriticalSection(&player->lock);
-
+    {
+        Lock lock(&player->lock);
+        closeDevice(player);
+        tellEnd(sound, player);
+    }
     freeBlock(player->header.lpData);
     player->header.lpData = nullptr;
     EventModify(player->stoppedEvent, EVENT_SET);
@@ -169,21 +169,18 @@ SoundStatus Player_Start(SoundRecord* sound, DWORD rounds) {
     return status == soundDone ? startThread(sound, player) : status;
 }
 
-static void endPlayback(SoundPlayer* player) {
-    EnterCriticalSection(&player->lock);
-    if (!player->device) {
-        LeaveCriticalSection(&player->lock);
-        return;
-    }
+// Whether there was one to end.
+static bool endPlayback(SoundPlayer* player) {
+    Lock lock(&player->lock);
+    if (!player->device) return false;
     EventModify(player->stoppedEvent, EVENT_RESET);
     // A device that does not give the buffer back must not keep its caller waiting.
     if (waveOutReset(player->device) != MMSYSERR_NOERROR) EventModify(player->doneEvent, EVENT_SET);
-    LeaveCriticalSection(&player->lock);
-    WaitForSingleObject(player->stoppedEvent, INFINITE);
+    return true;
 }
 
 void Player_Stop(SoundPlayer* player) {
-    endPlayback(player);
+    if (endPlayback(player)) WaitForSingleObject(player->stoppedEvent, INFINITE);
     // The thread uses the player to the last: an event is set before the call that sets it returns.
     if (player->thread) WaitForSingleObject(player->thread, INFINITE);
 }

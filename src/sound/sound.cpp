@@ -1,4 +1,5 @@
 #include "sound/sound.h"
+#include "bridge/lock.h"
 #include "bridge/memory.h"
 #include <string.h>
 
@@ -6,37 +7,18 @@ static constexpr LONG endless = -1;
 static constexpr DWORD endlessRounds = 0x7FFFFFFF;
 static constexpr LONG noPreferredSize = -1;
 
-namespace {
-
-// Keeps other operations on the sound out.
-class Operation {
-  public:
-    explicit Operation(SoundRecord* sound) : section(&sound->operation) {
-        EnterCriticalSection(section);
-    }
-    ~Operation() { LeaveCriticalSection(section); }
-    Operation(const Operation&) = delete;
-    Operation& operator=(const Operation&) = delete;
-
-  private:
-    CRITICAL_SECTION* section;
-};
-
-} // namespace
-
 SoundRecord* Sound_New(ErrorRecord* error) {
-    auto* sound = allocate<SoundRecord>();
+    Block<SoundRecord> sound(allocate<SoundRecord>());
     if (!sound) {
         Error_SetCode(error, errorOutOfMemory);
         return nullptr;
     }
     if (Player_New(&sound->player) != soundDone) {
-        freeBlock(sound);
         Error_SetCode(error, errorFailed);
         return nullptr;
     }
     InitializeCriticalSection(&sound->operation);
-    return sound;
+    return sound.release();
 }
 
 // Players that were made for a sound on top of another one go when they have ended.
@@ -61,9 +43,8 @@ static SoundStatus chooseIdlePlayer(SoundRecord* sound) {
     if (status != soundDone) return status;
     player->earlier = sound->player;
     // Not while the other one tells its end.
-    EnterCriticalSection(&player->earlier->lock);
+    Lock lock(&player->earlier->lock);
     sound->player = player;
-    LeaveCriticalSection(&player->earlier->lock);
     return soundDone;
 }
 
@@ -106,7 +87,7 @@ static SoundStatus takeFile(SoundRecord* sound, ByteArguments file, LONG length)
 
 void Sound_Play(SoundRecord* sound, ByteArguments file, LONG length, LONG loops,
                 ErrorRecord* error) {
-    Operation operation(sound);
+    Lock operation(&sound->operation);
     SoundStatus status = takeFile(sound, file, length);
     if (status == soundDone) status = start(sound, loops);
     if (status != soundDone) Error_SetCode(error, errorFailed);
@@ -118,7 +99,7 @@ static void stopAll(SoundRecord* sound) {
 
 void Sound_Stop(SoundRecord* sound, ErrorRecord*) {
     if (!sound) return;
-    Operation operation(sound);
+    Lock operation(&sound->operation);
     stopAll(sound);
     dropEndedPlayers(sound->player);
 }
@@ -126,7 +107,7 @@ void Sound_Stop(SoundRecord* sound, ErrorRecord*) {
 void Sound_Dispose(SoundRecord* sound, ErrorRecord*) {
     if (!sound) return;
     {
-        Operation operation(sound);
+        Lock operation(&sound->operation);
         stopAll(sound);
     }
     DeleteCriticalSection(&sound->operation);

@@ -121,11 +121,9 @@ static LONG textWidth(HWND window) {
     constexpr LONG margin = 10;
     constexpr LONG columnsWithoutItem = 6;
     LONG count = countItems(window);
-    wchar_t* text = count > 0 ? copyItem(window, itemToMeasure(window, count)) : nullptr;
+    Block<wchar_t> text(count > 0 ? copyItem(window, itemToMeasure(window, count)) : nullptr);
     if (!text) return columnsWithoutItem * measureFont(window).averageWidth;
-    LONG width = widthOf(window, text) + margin;
-    freeBlock(text);
-    return width;
+    return widthOf(window, text) + margin;
 }
 
 static PixelPair minimumSize(HWND window) {

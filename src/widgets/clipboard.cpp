@@ -34,10 +34,9 @@ static wchar_t* copyText(ErrorRecord* error) {
 NativeString Clipboard_GetText(ErrorRecord* error) {
     if (!IsClipboardFormatAvailable(CF_UNICODETEXT)) return {};
     if (!open(error, L"Unabled to open clipboard")) return {}; // spelt so
-    wchar_t* text = copyText(error);
-    if (close(error)) return {text, true};
-    freeBlock(text);
-    return {};
+    Block<wchar_t> text(copyText(error));
+    if (!close(error)) return {};
+    return {text.release(), true};
 }
 
 static wchar_t* newBlock(const wchar_t* text) {

@@ -1,5 +1,6 @@
 #include "widgets/file_dialog.h"
 #include "bridge/leaf_lock.h"
+#include "bridge/links.h"
 #include "bridge/memory.h"
 #include "bridge/string_list.h"
 #include "control/control.h"
@@ -148,15 +149,12 @@ static HWND ownerOf(const FileDialogRecord* dialog) {
 // FileDialogTest.the_name_is_shown_as_it_was_given_and_kept_with_backslashes.
 static Showing* newShowing(FileDialogRecord* dialog) {
     UINT capacity = capacityOf(dialog);
-    auto* showing =
-        static_cast<Showing*>(allocateBytes(sizeof(Showing) + capacity * sizeof(wchar_t)));
+    Block<Showing> showing(
+        static_cast<Showing*>(allocateBytes(sizeof(Showing) + capacity * sizeof(wchar_t))));
     if (!showing) return nullptr;
     bool hasTitle = dialog->title && *dialog->title;
     showing->title = hasTitle ? copyOf(dialog->title, wcslen(dialog->title)) : nullptr;
-    if (hasTitle && !showing->title) {
-        freeBlock(showing);
-        return nullptr;
-    }
+    if (hasTitle && !showing->title) return nullptr;
     showing->several = takesSeveral(dialog);
     showing->saves = dialog->style & styleSave;
     copyInto(showing->files, dialog->fileName, capacity);
@@ -173,7 +171,7 @@ static Showing* newShowing(FileDialogRecord* dialog) {
     request.Flags = OFN_HIDEREADONLY;
     if (showing->several) request.Flags |= OFN_EXPLORER;
     if (showing->saves) request.lpstrDefExt = L"";
-    return showing;
+    return showing.release();
 }
 
 static BOOL ask(Showing* showing) {
@@ -309,10 +307,7 @@ static void begin(Showing* showing, FileDialogRecord* dialog) {
 
 static void leaveRecord(const Showing* showing) {
     LeafLock lock;
-    if (!showing->dialog) return;
-    Showing** link = &showing->dialog->showing;
-    while (*link != showing) link = &(*link)->outer;
-    *link = showing->outer;
+    if (showing->dialog) takeOut<&Showing::outer>(&showing->dialog->showing, showing);
 }
 
 static void end(Showing* showing) {

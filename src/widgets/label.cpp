@@ -50,12 +50,11 @@ static void drawLine(HDC context, const LabelRecord* label, const wchar_t* text)
 // Vertically centred text is one line, which is drawn here and not by the window class.
 static LRESULT paint(const LabelRecord* label, WPARAM wParam, LPARAM lParam) {
     HWND window = label->hwnd;
-    wchar_t* text = label->style & styleCenteredLine ? copyWindowText(window) : nullptr;
+    Block<wchar_t> text(label->style & styleCenteredLine ? copyWindowText(window) : nullptr);
     if (!text) return CallWindowProcW(label->staticProc, window, WM_PAINT, wParam, lParam);
     PAINTSTRUCT area;
     drawLine(BeginPaint(window, &area), label, text);
     EndPaint(window, &area);
-    freeBlock(text);
     return 0;
 }
 

@@ -37,10 +37,9 @@ void List_RecomputeExtent(HWND window) {
     LONG widest = 0;
     jint count = countItems(window);
     for (jint i = 0; i < count; ++i) {
-        wchar_t* text = List_CopyItem(window, i);
+        Block<wchar_t> text(List_CopyItem(window, i));
         LONG width = text ? widthOnLine(context, text) : 0;
         if (width > widest) widest = width;
-        freeBlock(text);
     }
     setExtent(window, widest);
 }
@@ -69,11 +68,9 @@ static jint longestItem(HWND window) {
 static LONG itemWidth(HWND window, HDC context, const TEXTMETRICW& metrics) {
     constexpr LONG defaultCharacters = 6;
     jint longest = longestItem(window);
-    wchar_t* text = longest < 0 ? nullptr : List_CopyItem(window, longest);
+    Block<wchar_t> text(longest < 0 ? nullptr : List_CopyItem(window, longest));
     if (!text) return defaultCharacters * metrics.tmAveCharWidth;
-    LONG width = widthOf(context, text, DT_CALCRECT | DT_NOPREFIX);
-    freeBlock(text);
-    return width;
+    return widthOf(context, text, DT_CALCRECT | DT_NOPREFIX);
 }
 
 static PixelPair minimumSize(const ListRecord* list, jint rows) {

@@ -31,10 +31,9 @@ TextExtent measureText(HWND window, UINT flags, RECT area) {
     SelectedObject selected(context, windowFont(window));
     TextExtent extent = extentOfNothing(context);
 
-    wchar_t* text = copyWindowText(window);
+    Block<wchar_t> text(copyWindowText(window));
     if (!text) return extent;
     DrawTextW(context, text, -1, &area, flags);
-    freeBlock(text);
     extent.width = area.right - area.left;
     extent.height = area.bottom - area.top;
     extent.isEmpty = false;
