@@ -24,46 +24,46 @@ ASSERT_OFFSET(AdjustableRecord, barKind, 68)
 ASSERT_OFFSET(AdjustableRecord, enabled, 76)
 ASSERT_OFFSET(AdjustableRecord, info, 88)
 
-jint Adjustable_GetMinimum(AdjustableRecord* bar, ErrorRecord* error);
-jint Adjustable_GetMaximum(AdjustableRecord* bar, ErrorRecord* error);
-jint Adjustable_GetValue(AdjustableRecord* bar, ErrorRecord* error);
-jint Adjustable_GetVisibleAmount(AdjustableRecord* bar, ErrorRecord* error);
-void Adjustable_SetMinimum(AdjustableRecord* bar, jint value, ErrorRecord* error);
-void Adjustable_SetMaximum(AdjustableRecord* bar, jint value, ErrorRecord* error);
-void Adjustable_SetValue(AdjustableRecord* bar, jint value, ErrorRecord* error);
-void Adjustable_SetVisibleAmount(AdjustableRecord* bar, jint amount, ErrorRecord* error);
+jint Adjustable_GetMinimum(AdjustableRecord* adjustable, ErrorRecord* error);
+jint Adjustable_GetMaximum(AdjustableRecord* adjustable, ErrorRecord* error);
+jint Adjustable_GetValue(AdjustableRecord* adjustable, ErrorRecord* error);
+jint Adjustable_GetVisibleAmount(AdjustableRecord* adjustable, ErrorRecord* error);
+void Adjustable_SetMinimum(AdjustableRecord* adjustable, jint value, ErrorRecord* error);
+void Adjustable_SetMaximum(AdjustableRecord* adjustable, jint value, ErrorRecord* error);
+void Adjustable_SetValue(AdjustableRecord* adjustable, jint value, ErrorRecord* error);
+void Adjustable_SetVisibleAmount(AdjustableRecord* adjustable, jint amount, ErrorRecord* error);
 
 // The step of an arrow; any number.
-void Adjustable_SetUnitIncrement(AdjustableRecord* bar, jint value, ErrorRecord* error);
+void Adjustable_SetUnitIncrement(AdjustableRecord* adjustable, jint value, ErrorRecord* error);
 
 // The step of a page; below 1 it is ignored.
-void Adjustable_SetBlockIncrement(AdjustableRecord* bar, jint value, ErrorRecord* error);
+void Adjustable_SetBlockIncrement(AdjustableRecord* adjustable, jint value, ErrorRecord* error);
 
 // Sends the window the record's values of the given SIF_ mask, whatever its state. Listeners may
 // run meanwhile and dispose of the bar.
-void Adjustable_Push(AdjustableRecord* bar, UINT mask, bool redraw);
+void Adjustable_Push(AdjustableRecord* adjustable, UINT mask, bool redraw);
 
 // Ends a scroll bar that is a control; refuses for a scrollable's own bars.
 int Adjustable_Dispose(WidgetRecord* widget, ErrorRecord* error);
 
 // The record of a window's own bar, SB_HORZ or SB_VERT, with the window's values. Null with the
 // error set.
-AdjustableRecord* Bar_New(ScrollableRecord* owner, int kind, ErrorRecord* error);
+AdjustableRecord* Adjustable_New(ScrollableRecord* owner, int kind, ErrorRecord* error);
 
 // Has a window's own bar drawn in its proper state where the page fills the range. That may change
 // the window's size, and a listener may dispose of it.
-void Bar_Nudge(HWND window, int kind);
+void Adjustable_Nudge(HWND window, int kind);
 
 // Null is allowed.
-void Bar_Free(AdjustableRecord* bar);
+void Adjustable_Free(AdjustableRecord* adjustable);
 
-void Bar_SetEnabled(AdjustableRecord* bar, bool enabled);
+void Adjustable_SetEnabled(AdjustableRecord* adjustable, bool enabled);
 // Listeners may run meanwhile and dispose of the bar.
-void Bar_SetVisible(AdjustableRecord* bar, bool visible);
+void Adjustable_SetVisible(AdjustableRecord* adjustable, bool visible);
 
 // A WM_HSCROLL or WM_VSCROLL of the bar: moves it and fires the scroll callback. Whether the value
 // changed.
-bool Bar_Scroll(AdjustableRecord* bar, WPARAM wParam);
+bool Adjustable_Scroll(AdjustableRecord* adjustable, WPARAM wParam);
 
 // The control as the scroll bar that it is; null when it is something else.
-AdjustableRecord* Bar_Of(ControlRecord* control);
+AdjustableRecord* Adjustable_Of(ControlRecord* control);

@@ -45,15 +45,15 @@ static LRESULT notify(HWND window, WPARAM wParam, LPARAM lParam) {
 
 // The bar that a scroll message is about; null when it is not a bar of Java's.
 static AdjustableRecord* barOf(HWND window, UINT message, HWND sender) {
-    if (sender && sender != window) return Bar_Of(controlOf(sender));
+    if (sender && sender != window) return Adjustable_Of(controlOf(sender));
     auto* composite = static_cast<const ScrollableRecord*>(controlOf(window));
     if (!composite) return nullptr;
     return message == WM_HSCROLL ? composite->horizontalBar : composite->verticalBar;
 }
 
 static LRESULT scroll(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    AdjustableRecord* bar = barOf(window, message, reinterpret_cast<HWND>(lParam));
-    if (bar) Bar_Scroll(bar, wParam);
+    AdjustableRecord* adjustable = barOf(window, message, reinterpret_cast<HWND>(lParam));
+    if (adjustable) Adjustable_Scroll(adjustable, wParam);
     return _Scrollable_Proc(window, message, wParam, lParam);
 }
 

@@ -35,8 +35,8 @@ extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM w
 
 extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
     auto* scrollable = static_cast<ScrollableRecord*>(widget);
-    Bar_Free(scrollable->horizontalBar);
-    Bar_Free(scrollable->verticalBar);
+    Adjustable_Free(scrollable->horizontalBar);
+    Adjustable_Free(scrollable->verticalBar);
     scrollable->horizontalBar = nullptr;
     scrollable->verticalBar = nullptr;
     return _Dispose_Control(widget, error);
@@ -45,14 +45,14 @@ extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
 // A listener that hears of the window's new size may ask for the bar as well, or dispose of it
 // with its scrollable: null.
 static AdjustableRecord* getBar(ScrollableRecord* scrollable,
-                                AdjustableRecord* ScrollableRecord::*bar, int kind,
+                                AdjustableRecord* ScrollableRecord::*adjustable, int kind,
                                 ErrorRecord* error) {
-    if (scrollable->*bar) return scrollable->*bar;
+    if (scrollable->*adjustable) return scrollable->*adjustable;
     HWND window = scrollable->hwnd;
-    scrollable->*bar = Bar_New(scrollable, kind, error);
-    if (!(scrollable->*bar)) return nullptr;
-    Bar_Nudge(window, kind);
-    return controlOf(window) == scrollable ? scrollable->*bar : nullptr;
+    scrollable->*adjustable = Adjustable_New(scrollable, kind, error);
+    if (!(scrollable->*adjustable)) return nullptr;
+    Adjustable_Nudge(window, kind);
+    return controlOf(window) == scrollable ? scrollable->*adjustable : nullptr;
 }
 
 AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
@@ -63,24 +63,24 @@ AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorR
     return getBar(scrollable, &ScrollableRecord::verticalBar, SB_VERT, error);
 }
 
-Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* bar,
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
                                       ErrorRecord*) {
     RECT client = {};
     GetClientRect(scrollable->hwnd, &client);
-    if (bar == scrollable->horizontalBar)
+    if (adjustable == scrollable->horizontalBar)
         return {0, 0, client.right, GetSystemMetrics(SM_CYHSCROLL)};
     return {0, 0, GetSystemMetrics(SM_CXVSCROLL), client.bottom};
 }
 
-void Scrollable_SetAdjustableEnabled(ScrollableRecord*, AdjustableRecord* bar, bool enabled,
+void Scrollable_SetAdjustableEnabled(ScrollableRecord*, AdjustableRecord* adjustable, bool enabled,
                                      ErrorRecord*) {
-    Bar_SetEnabled(bar, enabled);
+    Adjustable_SetEnabled(adjustable, enabled);
 }
 
-void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* bar,
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
                                      bool visible, ErrorRecord*) {
     HWND window = scrollable->hwnd;
-    Bar_SetVisible(bar, visible);
+    Adjustable_SetVisible(adjustable, visible);
     SetWindowPos(window, nullptr, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED |
                      SWP_NOOWNERZORDER);

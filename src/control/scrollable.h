@@ -32,11 +32,11 @@ AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, Erro
 AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error);
 
 // The room that the bar takes, from the client area's origin, in pixels.
-Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* bar,
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
                                       ErrorRecord* error);
-void Scrollable_SetAdjustableEnabled(ScrollableRecord* scrollable, AdjustableRecord* bar,
+void Scrollable_SetAdjustableEnabled(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
                                      bool enabled, ErrorRecord* error);
-void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* bar,
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
                                      bool visible, ErrorRecord* error);
 
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error);

@@ -159,9 +159,9 @@ static void dropBorders(HWND window) {
 void Shell_Maximize(ShellRecord* shell) {
     RECT work = {};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
+    HWND barWindow = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
     int width = work.right - work.left;
-    int height = work.bottom - work.top - visibleHeight(bar);
+    int height = work.bottom - work.top - visibleHeight(barWindow);
     if (shell->style & styleBorder) dropBorders(shell->hwnd);
 
     RECT now;
@@ -190,15 +190,15 @@ void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord*) {
 }
 
 void Shell_ShowMenuBar(const ShellRecord* shell) {
-    HWND bar = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
-    if (bar) ShowWindow(bar, SW_SHOW);
+    HWND barWindow = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
+    if (barWindow) ShowWindow(barWindow, SW_SHOW);
 }
 
 // The new bar is the shell's before anybody can dispose of it: it is taken out of the shell then.
-static void changeBar(ShellRecord* shell, MenuRecord* bar) {
+static void changeBar(ShellRecord* shell, MenuRecord* menuBar) {
     HWND window = shell->hwnd;
     HWND shown = MenuBar_GetWindow(Shell_GetCurrentMenuBar(shell));
-    shell->menuBar = bar;
+    shell->menuBar = menuBar;
     if (shown) ShowWindow(shown, SW_HIDE);
     shell = Shell_Find(window);
     if (!shell) return;
@@ -207,6 +207,6 @@ static void changeBar(ShellRecord* shell, MenuRecord* bar) {
     if (shell && !shell->parent) Shell_Maximize(shell);
 }
 
-void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord*) {
-    Control_Run(shell, [=](ShellRecord* found) { changeBar(found, bar); });
+void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* menuBar, ErrorRecord*) {
+    Control_Run(shell, [=](ShellRecord* found) { changeBar(found, menuBar); });
 }

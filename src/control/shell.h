@@ -41,7 +41,7 @@ void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord* error);
 
 // Shows the bar in place of the one that shows; null stands for the empty default bar. The shell
 // does not own it.
-void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* bar, ErrorRecord* error);
+void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* menuBar, ErrorRecord* error);
 
 // The shell's window procedure. Display thread.
 LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -84,9 +84,9 @@ static bool isOkButton(HWND window, WPARAM wParam, LPARAM lParam) {
 }
 
 static bool isFromMenuBar(const ShellRecord* shell, LPARAM lParam) {
-    HWND bar = shell->menuBar ? MenuBar_GetWindow(shell->menuBar) : nullptr;
+    HWND barWindow = shell->menuBar ? MenuBar_GetWindow(shell->menuBar) : nullptr;
     HWND sender = reinterpret_cast<HWND>(lParam);
-    return bar && sender && (sender == bar || IsChild(bar, sender));
+    return barWindow && sender && (sender == barWindow || IsChild(barWindow, sender));
 }
 
 static LRESULT command(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {

@@ -64,7 +64,7 @@ struct DisplayRecord {
     LONG commandItemCapacity;
     FontRecord* systemFont;   // owned; null until asked for
     ShellNode* modalShells;   // most recently made modal first; owned
-    ShellNode* controlList;   // owned
+    ShellNode* controlList;   // the shells that Java wants enabled; owned
     DWORD comctlMajorVersion; // 0 until asked for
     DWORD comctlMinorVersion;
     KeyTranslation key;

@@ -5,6 +5,8 @@
 #include "image/sink.h"
 #include "image/stream.h"
 
+namespace {
+
 struct DecodedImage {
     HBITMAP bitmap; // null: the error was set
     bool isDirect;
@@ -46,6 +48,8 @@ class ComUse {
   private:
     HRESULT result;
 };
+
+} // namespace
 
 // The sink's image; its bitmap is the caller's from here on.
 static DecodedImage takeImage(Sink* sink) {

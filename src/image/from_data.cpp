@@ -24,6 +24,8 @@ ImageRecord* Image_NewFromSize(DeviceRecord*, jint width, jint height, jint colo
     return Image_FromBitmap(bitmap, true, noIndex, noTransparentColor, error);
 }
 
+namespace {
+
 // Java's pixels and how they are stored.
 struct DirectPixels {
     const jint* pixels;
@@ -31,6 +33,8 @@ struct DirectPixels {
     jint depth;
     jint alpha; // of every pixel, or noAlpha
 };
+
+} // namespace
 
 static void storeRow(const DirectPixels& source, BYTE* row, WORD bitCount, LONG first, LONG count) {
     const jint* pixels = source.pixels + first;
@@ -69,9 +73,13 @@ ImageRecord* Image_NewFromIntData(DeviceRecord*, jint width, jint height, IntArg
     return Image_FromBitmap(bitmap, true, 0, transparentColor, error);
 }
 
+namespace {
+
 struct PaletteArguments {
     ByteArguments reds, greens, blues;
 };
+
+} // namespace
 
 static BYTE byteAt(ByteArguments bytes, jint index) {
     return index >= 0 && index < bytes.count ? static_cast<BYTE>(bytes.values[index]) : 0;
@@ -105,12 +113,16 @@ static BITMAPINFOHEADER* newHeader(const SectionInfo& described, const PaletteAr
     return &info->header;
 }
 
+namespace {
+
 struct IndexedRows {
     const BYTE* data;
     LONG available; // bytes
     LONG length;    // bytes of a row
     bool pairs;     // indices of 2 bits, which sections do not have: stored with 4
 };
+
+} // namespace
 
 static void storeRows(const IndexedRows& source, const Section& section, LONG height) {
     LONG most = source.pairs ? section.stride / 2 : section.stride;

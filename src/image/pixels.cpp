@@ -89,11 +89,15 @@ NativeByteArray Image_GetPixelsLowColor(ImageRecord* image, ErrorRecord* error) 
     return {reinterpret_cast<jbyte*>(section.bits), section.stride * section.height, false};
 }
 
+namespace {
+
 // What of a stretch lies within 0 to end.
 struct Stretch {
     jint skipped; // before the first that lies within
     jint start, count;
 };
+
+} // namespace
 
 // In 64 bits: no start and length that Java gives runs over.
 static Stretch within(long long start, jint length, jint end) {

@@ -55,9 +55,9 @@ static bool replace(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* erro
 }
 
 static bool show(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) {
-    HWND bar = MenuItem_GetBar(item);
-    if (!bar) return replace(item, subMenu, error);
-    SendMessageW(bar, SHCMBM_SETSUBMENU, item->id, reinterpret_cast<LPARAM>(subMenu));
+    HWND barWindow = MenuItem_GetBar(item);
+    if (!barWindow) return replace(item, subMenu, error);
+    SendMessageW(barWindow, SHCMBM_SETSUBMENU, item->id, reinterpret_cast<LPARAM>(subMenu));
     return true;
 }
 

@@ -32,14 +32,14 @@ static void releaseSubMenus(HMENU menu) {
     }
 }
 
-static ShellRecord* findShowing(const MenuRecord* bar) {
-    ShellRecord* shell = bar->display->shells;
-    while (shell && shell->menuBar != bar) shell = shell->next;
+static ShellRecord* findShowing(const MenuRecord* menuBar) {
+    ShellRecord* shell = menuBar->display->shells;
+    while (shell && shell->menuBar != menuBar) shell = shell->next;
     return shell;
 }
 
-static void leaveShells(const MenuRecord* bar) {
-    while (ShellRecord* shell = findShowing(bar)) Shell_SetMenuBar(shell, nullptr, nullptr);
+static void leaveShells(const MenuRecord* menuBar) {
+    while (ShellRecord* shell = findShowing(menuBar)) Shell_SetMenuBar(shell, nullptr, nullptr);
 }
 
 static void unlink(const MenuRecord* menu) {
@@ -51,9 +51,9 @@ static int disposeMenu(WidgetRecord* widget, ErrorRecord*) {
     auto* menu = static_cast<MenuRecord*>(widget);
     leaveItems(menu);
     leaveShells(menu);
-    HWND bar = menu->menuBarWindow;
+    HWND barWindow = menu->menuBarWindow;
     unlink(menu);
-    if (bar) Display_DestroyWindow(menu->display, bar);
+    if (barWindow) Display_DestroyWindow(menu->display, barWindow);
     if (!menu->menuHandle) return 0;
     releaseSubMenus(menu->menuHandle);
     return DestroyMenu(menu->menuHandle);

@@ -57,7 +57,7 @@ HMENU Menu_GetHandle(const MenuRecord* menu);
 void Menu_ForgetOwner(DisplayRecord* display, const ControlRecord* owner);
 
 // Ends a menu bar that Java does not know. Null is allowed.
-void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error);
+void MenuBar_Destroy(MenuRecord* menuBar, ErrorRecord* error);
 
 // The command bar's window; null without one.
-HWND MenuBar_GetWindow(const MenuRecord* bar);
+HWND MenuBar_GetWindow(const MenuRecord* menuBar);

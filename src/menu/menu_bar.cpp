@@ -10,8 +10,8 @@ static constexpr UINT menuBarToolbar = 100;
 static constexpr wchar_t creationFailed[] = L"Unable to create menu bar!";
 
 MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error) {
-    MenuRecord* bar = Menu_Allocate(shell);
-    if (!bar) {
+    MenuRecord* menuBar = Menu_Allocate(shell);
+    if (!menuBar) {
         Win32Error_SetError(error, errorOutOfMemory, creationFailed);
         return nullptr;
     }
@@ -20,17 +20,19 @@ MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error) {
     info.hwndParent = shell->hwnd;
     info.dwFlags = SHCMBF_EMPTYBAR;
     info.nToolBarId = menuBarToolbar;
-    info.hInstRes = bar->display->instance;
+    info.hInstRes = menuBar->display->instance;
     if (!SHCreateMenuBar(&info)) Win32Error_SetError(error, errorOutOfMemory, creationFailed);
-    bar->menuBarWindow = info.hwndMB;
+    menuBar->menuBarWindow = info.hwndMB;
     // The bar comes with a button of the system's.
-    if (bar->menuBarWindow) SendMessageW(bar->menuBarWindow, TB_DELETEBUTTON, 0, 0);
-    return bar;
+    if (menuBar->menuBarWindow) SendMessageW(menuBar->menuBarWindow, TB_DELETEBUTTON, 0, 0);
+    return menuBar;
 }
 
-void MenuBar_Destroy(MenuRecord* bar, ErrorRecord* error) {
-    if (!bar) return;
-    if (Widget_End(bar, error)) Widget_Free(bar);
+void MenuBar_Destroy(MenuRecord* menuBar, ErrorRecord* error) {
+    if (!menuBar) return;
+    if (Widget_End(menuBar, error)) Widget_Free(menuBar);
 }
 
-HWND MenuBar_GetWindow(const MenuRecord* bar) { return bar ? bar->menuBarWindow : nullptr; }
+HWND MenuBar_GetWindow(const MenuRecord* menuBar) {
+    return menuBar ? menuBar->menuBarWindow : nullptr;
+}

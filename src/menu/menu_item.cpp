@@ -68,13 +68,13 @@ void MenuItem_Select(MenuItemRecord* item, WPARAM wParam) {
     if (item->select) item->select(item, wParam, nullptr);
 }
 
-static bool removeFromBar(HWND bar, DWORD id, ErrorRecord* error) {
-    LRESULT index = SendMessageW(bar, TB_COMMANDTOINDEX, id, 0);
+static bool removeFromBar(HWND barWindow, DWORD id, ErrorRecord* error) {
+    LRESULT index = SendMessageW(barWindow, TB_COMMANDTOINDEX, id, 0);
     if (index == -1) {
         Win32Error_SetError(error, errorFailed, L"Unable to find menu item");
         return false;
     }
-    if (SendMessageW(bar, TB_DELETEBUTTON, index, 0)) return true;
+    if (SendMessageW(barWindow, TB_DELETEBUTTON, index, 0)) return true;
     Win32Error_SetError(error, errorFailed, L"Unable to delete menu item");
     return false;
 }
@@ -105,21 +105,22 @@ static void removeAccelerator(const MenuItemRecord* item) {
 static int disposeItem(WidgetRecord* widget, ErrorRecord* error) {
     auto* item = static_cast<MenuItemRecord*>(widget);
     removeAccelerator(item);
-    HWND bar = MenuItem_GetBar(item);
-    bool removed = bar ? removeFromBar(bar, item->id, error) : removeFromMenu(item, error);
+    HWND barWindow = MenuItem_GetBar(item);
+    bool removed =
+        barWindow ? removeFromBar(barWindow, item->id, error) : removeFromMenu(item, error);
     // Its record goes in any case, so its id must not lead to it any more.
     Display_ReleaseCommandId(item->display, item->id);
     if (item->subMenu && item->subMenu->cascadeItem == item) item->subMenu->cascadeItem = nullptr;
     return removed;
 }
 
-static bool insertIntoBar(HWND bar, jint index, DWORD id, BYTE buttonStyle) {
+static bool insertIntoBar(HWND barWindow, jint index, DWORD id, BYTE buttonStyle) {
     TBBUTTON button = {};
     button.iBitmap = I_IMAGENONE;
     button.idCommand = id;
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = buttonStyle;
-    return SendMessageW(bar, TB_INSERTBUTTON, index, reinterpret_cast<LPARAM>(&button)) != 0;
+    return SendMessageW(barWindow, TB_INSERTBUTTON, index, reinterpret_cast<LPARAM>(&button)) != 0;
 }
 
 static bool insertIntoMenu(HMENU menu, jint index, DWORD id, UINT flags) {
@@ -165,9 +166,9 @@ static MenuItemRecord* create(MenuRecord* menu, jint index, const ItemKind& kind
     item->select = select;
     item->id = Display_AssignCommandId(menu->display, item);
     if (!item->id) return fail(item, error);
-    HWND bar = menu->menuBarWindow;
-    bool inserted = bar ? insertIntoBar(bar, index, item->id, kind.buttonStyle)
-                        : insertIntoMenu(menu->menuHandle, index, item->id, kind.menuFlags);
+    HWND barWindow = menu->menuBarWindow;
+    bool inserted = barWindow ? insertIntoBar(barWindow, index, item->id, kind.buttonStyle)
+                              : insertIntoMenu(menu->menuHandle, index, item->id, kind.menuFlags);
     return inserted ? item : fail(item, error);
 }
 
@@ -187,29 +188,30 @@ MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, Err
     return create(menu, index, {style | ownStyleStateItem, BTNS_AUTOSIZE, 0}, error);
 }
 
-static bool readButtonState(HWND bar, DWORD id, TBBUTTONINFOW* info) {
+static bool readButtonState(HWND barWindow, DWORD id, TBBUTTONINFOW* info) {
     info->cbSize = sizeof(*info);
     info->dwMask = TBIF_STATE;
-    return SendMessageW(bar, TB_GETBUTTONINFO, id, reinterpret_cast<LPARAM>(info)) != -1;
+    return SendMessageW(barWindow, TB_GETBUTTONINFO, id, reinterpret_cast<LPARAM>(info)) != -1;
 }
 
 // Quirk: a state that cannot be read is written all the same, and reported as not written. Pinned
 // by MenuBarTest.an_item_is_enabled_although_the_bar_does_not_tell_its_state.
-static void enableButton(HWND bar, DWORD id, bool enabled, ErrorRecord* error) {
+static void enableButton(HWND barWindow, DWORD id, bool enabled, ErrorRecord* error) {
     TBBUTTONINFOW info = {};
-    bool changed = readButtonState(bar, id, &info);
+    bool changed = readButtonState(barWindow, id, &info);
     if (enabled)
         info.fsState |= TBSTATE_ENABLED;
     else
         info.fsState &= ~TBSTATE_ENABLED;
-    if (!SendMessageW(bar, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info))) changed = false;
+    if (!SendMessageW(barWindow, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
+        changed = false;
     if (!changed) Win32Error_SetError(error, errorFailed, L"Unable to set menu item enabled state");
 }
 
 void AbstractMenuItem_SetEnabled(MenuItemRecord* item, bool enabled, ErrorRecord* error) {
-    HWND bar = MenuItem_GetBar(item);
-    if (bar) {
-        enableButton(bar, item->id, enabled, error);
+    HWND barWindow = MenuItem_GetBar(item);
+    if (barWindow) {
+        enableButton(barWindow, item->id, enabled, error);
         return;
     }
     int position = MenuItem_Locate(item, error);

@@ -19,12 +19,12 @@ static wchar_t* buildLabel(const wchar_t* text, const wchar_t* accelerator) {
     return label;
 }
 
-static void setButtonText(HWND bar, DWORD id, wchar_t* text, ErrorRecord* error) {
+static void setButtonText(HWND barWindow, DWORD id, wchar_t* text, ErrorRecord* error) {
     TBBUTTONINFOW info = {};
     info.cbSize = sizeof(info);
     info.dwMask = TBIF_TEXT;
     info.pszText = text;
-    if (!SendMessageW(bar, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
+    if (!SendMessageW(barWindow, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
         Win32Error_SetError(error, errorFailed, L"Unable to set menu item text");
 }
 
@@ -40,16 +40,16 @@ static void setMenuText(const MenuItemRecord* item, wchar_t* text, ErrorRecord* 
 
 void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
                              const wchar_t* acceleratorText, ErrorRecord* error) {
-    HWND bar = MenuItem_GetBar(item);
+    HWND barWindow = MenuItem_GetBar(item);
     if (!text) text = L"";
-    if (!acceleratorText || bar) acceleratorText = L"";
+    if (!acceleratorText || barWindow) acceleratorText = L"";
     Block<wchar_t> label(buildLabel(text, acceleratorText));
     if (!label) {
         Win32Error_SetError(error, errorOutOfMemory, L"");
         return;
     }
-    if (bar)
-        setButtonText(bar, item->id, label, error);
+    if (barWindow)
+        setButtonText(barWindow, item->id, label, error);
     else
         setMenuText(item, label, error);
 }

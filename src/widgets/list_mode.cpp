@@ -68,8 +68,8 @@ static DWORD styleFor(HWND window, DWORD javaStyle, bool multiple) {
     return style;
 }
 
-static void moveBar(AdjustableRecord* bar, HWND window) {
-    if (bar) bar->hwnd = window;
+static void moveBar(AdjustableRecord* adjustable, HWND window) {
+    if (adjustable) adjustable->hwnd = window;
 }
 
 static void moveTo(ListRecord* list, HWND window, bool multiple) {

@@ -33,9 +33,10 @@ static WPARAM heldButtons() {
 }
 
 static void fireRelease(HWND window) {
-    const ControlRecord* bar = controlOf(window);
+    const ControlRecord* adjustable = controlOf(window);
     LPARAM point = pack(cursorIn(window));
-    Control_FirePointer(bar, Control_BuildPointerEvent(pointerRelease, buttonLeft, 0, point));
+    Control_FirePointer(adjustable,
+                        Control_BuildPointerEvent(pointerRelease, buttonLeft, 0, point));
 }
 
 // A bar that was turned meanwhile has another window, which waits for the real release as long as
@@ -53,22 +54,22 @@ static void endTracking(HWND pressed, HWND window) {
 // release comes by itself when a listener runs another loop, a dialog's for instance.
 static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
     _Control_ProcessWmLButtonDown(pressed, wParam, lParam);
-    AdjustableRecord* bar = barOf(pressed);
-    if (!bar) return 0;
+    AdjustableRecord* adjustable = barOf(pressed);
+    if (!adjustable) return 0;
     HWND window = pressed;
-    HWND* outer = bar->follower;
-    BOOL outerReleased = bar->released;
-    bar->follower = &window;
-    bar->released = FALSE;
+    HWND* outer = adjustable->follower;
+    BOOL outerReleased = adjustable->released;
+    adjustable->follower = &window;
+    adjustable->released = FALSE;
     SetTimer(pressed, pointerTimer, pointerPeriod, nullptr);
     Control_PassOnToLoop(pressed, WM_LBUTTONDOWN, wParam, lParam);
     KillTimer(pressed, pointerTimer);
-    bar = barOf(window);
-    if (!bar || bar->follower != &window) return 0;
-    bar->follower = outer;
+    adjustable = barOf(window);
+    if (!adjustable || adjustable->follower != &window) return 0;
+    adjustable->follower = outer;
     if (outer) *outer = window;
-    bool released = bar->released;
-    bar->released = outerReleased;
+    bool released = adjustable->released;
+    adjustable->released = outerReleased;
     if (!released) endTracking(pressed, window);
     return 0;
 }
@@ -79,12 +80,12 @@ static LRESULT trackAgain(HWND window, WPARAM wParam, LPARAM lParam) {
     return Control_PassOnToLoop(window, WM_LBUTTONDBLCLK, wParam, lParam);
 }
 
-static LRESULT reportMove(AdjustableRecord* bar) {
-    POINT point = cursorIn(bar->hwnd);
-    if (point.x == bar->lastPointerX && point.y == bar->lastPointerY) return 0;
-    bar->lastPointerX = point.x;
-    bar->lastPointerY = point.y;
-    Control_ProcessMouseMove(bar->hwnd, heldButtons(), pack(point));
+static LRESULT reportMove(AdjustableRecord* adjustable) {
+    POINT point = cursorIn(adjustable->hwnd);
+    if (point.x == adjustable->lastPointerX && point.y == adjustable->lastPointerY) return 0;
+    adjustable->lastPointerX = point.x;
+    adjustable->lastPointerY = point.y;
+    Control_ProcessMouseMove(adjustable->hwnd, heldButtons(), pack(point));
     return 0;
 }
 
@@ -106,34 +107,34 @@ static DWORD orientedStyle(DWORD style, jint orientation) {
 // A window's direction is fixed at its creation, so that the bar needs a new one.
 // Quirk: a bar that cannot be turned stays as it is, and nothing is reported. Pinned by
 // ScrollbarTest.a_bar_that_cannot_be_turned_stays_and_tells_nobody.
-static void setOrientation(AdjustableRecord* bar, jint orientation) {
-    HWND old = bar->hwnd;
-    HWND messageWindow = bar->display->messageWindow;
+static void setOrientation(AdjustableRecord* adjustable, jint orientation) {
+    HWND old = adjustable->hwnd;
+    HWND messageWindow = adjustable->display->messageWindow;
     DWORD style = orientedStyle(GetWindowLongW(old, GWL_STYLE), orientation);
-    HWND window = Renewal_Create(bar, scrollBarClass, style);
+    HWND window = Renewal_Create(adjustable, scrollBarClass, style);
     if (!window) return;
     bool hadFocus = GetFocus() == old;
-    bar->orientation = orientation;
-    Renewal_MoveTo(bar, window, scrollBarProc, bar->follower);
-    Adjustable_Push(bar, ownValues, true);
-    bar = barOf(window);
-    if (bar && hadFocus) fireFocus(bar->callbackTarget, FocusChange::lost);
+    adjustable->orientation = orientation;
+    Renewal_MoveTo(adjustable, window, scrollBarProc, adjustable->follower);
+    Adjustable_Push(adjustable, ownValues, true);
+    adjustable = barOf(window);
+    if (adjustable && hadFocus) fireFocus(adjustable->callbackTarget, FocusChange::lost);
     Renewal_DestroyOld(messageWindow, old);
 }
 
 static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    AdjustableRecord* bar = barOf(window);
-    if (!bar) return DefWindowProcW(window, message, wParam, lParam);
+    AdjustableRecord* adjustable = barOf(window);
+    if (!adjustable) return DefWindowProcW(window, message, wParam, lParam);
     switch (message) {
     case WM_LBUTTONDOWN:
         return track(window, wParam, lParam);
     case WM_LBUTTONDBLCLK:
         return trackAgain(window, wParam, lParam);
     case WM_LBUTTONUP:
-        bar->released = TRUE;
+        adjustable->released = TRUE;
         break;
     case WM_TIMER:
-        if (wParam == pointerTimer) return reportMove(bar);
+        if (wParam == pointerTimer) return reportMove(adjustable);
         break;
     case controlGetMinimumSize:
         *reinterpret_cast<POINT*>(wParam) = minimumSize(window);
@@ -141,16 +142,16 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
     case controlGetBackground:
         return systemColor(COLOR_SCROLLBAR);
     case controlSetOrientation:
-        setOrientation(bar, wParam);
+        setOrientation(adjustable, wParam);
         return 0;
     case controlSetEnabled:
-        Bar_SetEnabled(bar, wParam != 0);
+        Adjustable_SetEnabled(adjustable, wParam != 0);
         break;
     case controlSetVisible:
-        Bar_SetVisible(bar, wParam != 0);
+        Adjustable_SetVisible(adjustable, wParam != 0);
         break;
     default:
-        return Control_Handle(bar, message, wParam, lParam);
+        return Control_Handle(adjustable, message, wParam, lParam);
     }
     return _Control_Proc(window, message, wParam, lParam);
 }
@@ -158,23 +159,24 @@ static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, 
 AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
     constexpr LONG firstMaximum = 100;
     constexpr UINT firstPage = 11; // a visible amount of 10
-    auto* bar = static_cast<AdjustableRecord*>(
+    auto* adjustable = static_cast<AdjustableRecord*>(
         _Control_New(scrollBarClass, sizeof(AdjustableRecord), scrollBarProc, parent, 0,
                      _Control_Style() | SBS_VERT, 0, error));
-    if (!bar) return nullptr;
-    bar->dispose = Adjustable_Dispose;
-    bar->unitIncrement = 1;
-    bar->blockIncrement = 10;
-    bar->orientation = orientationVertical;
-    bar->barKind = SB_CTL;
-    bar->enabled = TRUE;
-    bar->info.cbSize = sizeof(bar->info);
-    bar->info.nMax = firstMaximum;
-    bar->info.nPage = firstPage;
-    Adjustable_Push(bar, ownValues, true);
-    return bar;
+    if (!adjustable) return nullptr;
+    adjustable->dispose = Adjustable_Dispose;
+    adjustable->unitIncrement = 1;
+    adjustable->blockIncrement = 10;
+    adjustable->orientation = orientationVertical;
+    adjustable->barKind = SB_CTL;
+    adjustable->enabled = TRUE;
+    adjustable->info.cbSize = sizeof(adjustable->info);
+    adjustable->info.nMax = firstMaximum;
+    adjustable->info.nPage = firstPage;
+    Adjustable_Push(adjustable, ownValues, true);
+    return adjustable;
 }
 
-void Scrollbar_SetOrientation(AdjustableRecord* bar, jint orientation, ErrorRecord* error) {
-    SendMessageW(bar->hwnd, controlSetOrientation, orientation, reinterpret_cast<LPARAM>(&error));
+void Scrollbar_SetOrientation(AdjustableRecord* adjustable, jint orientation, ErrorRecord* error) {
+    SendMessageW(adjustable->hwnd, controlSetOrientation, orientation,
+                 reinterpret_cast<LPARAM>(&error));
 }

@@ -8,4 +8,4 @@ AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error);
 
 // 8 vertical, 16 horizontal; any other keeps the direction. The bar keeps its place and gets a new
 // window.
-void Scrollbar_SetOrientation(AdjustableRecord* bar, jint orientation, ErrorRecord* error);
+void Scrollbar_SetOrientation(AdjustableRecord* adjustable, jint orientation, ErrorRecord* error);
