@@ -7,7 +7,7 @@ set(ZEMVOLT_VM "\"\\Windows\\java.exe\" -classpath \"{classpath}\" {class}"
     CACHE STRING "The command line of the device's Java virtual machine, in the package's shortcuts")
 
 set(package ${CMAKE_BINARY_DIR}/package)
-set(package_jars zemvolt11.jar device-examples.jar selftest.jar)
+set(package_jars zemvolt11.jar program.jar device-examples.jar selftest.jar)
 list(TRANSFORM package_jars PREPEND ${CMAKE_BINARY_DIR}/java/)
 set(java ${PROJECT_SOURCE_DIR}/java)
 set(guide ${PROJECT_SOURCE_DIR}/docs/device.md)

@@ -25,11 +25,12 @@ LONG_AGO_SECONDS = 315532800
 # The installer's names of the folders that every device has.
 PROGRAMS, SYSTEM, START_MENU = "%CE1%\\" + NAME, "%CE2%", "%CE11%"
 
-# A shortcut, the jar of its program, and what the virtual machine is told to run.
+# A shortcut, the jars of its program, and what the virtual machine is told to run.
+EXAMPLE_JARS = ("program.jar", "device-examples.jar")
 SHORTCUTS = [
-    ("Tap", "device-examples.jar", "com.nuvik.examples.Logged \\Tap.txt com.nuvik.examples.Tap"),
-    ("Menus", "device-examples.jar", "com.nuvik.examples.Logged \\Menus.txt com.nuvik.examples.Menus"),
-    ("Self-test", "selftest.jar", "com.nuvik.selftest.SelfTest \\zemvolt11-report.txt"),
+    ("Tap", EXAMPLE_JARS, "com.nuvik.examples.Logged \\Tap.txt com.nuvik.examples.Tap"),
+    ("Menus", EXAMPLE_JARS, "com.nuvik.examples.Logged \\Menus.txt com.nuvik.examples.Menus"),
+    ("Self-test", ("selftest.jar",), "com.nuvik.selftest.SelfTest \\zemvolt11-report.txt"),
 ]
 
 
@@ -37,9 +38,9 @@ def fail(text):
     sys.exit("zemvolt: " + text)
 
 
-def shortcut(vm, jar, program):
+def shortcut(vm, jars, program):
     """What a file that starts the program holds: the length of a command line, and that."""
-    classpath = ";".join(FOLDER + "\\" + name for name in (NAME + ".jar", jar))
+    classpath = ";".join(FOLDER + "\\" + name for name in (NAME + ".jar", *jars))
     if not vm.isascii():
         fail("the VM's command line is not plain ASCII")
     line = vm.replace("{classpath}", classpath).replace("{class}", program)
@@ -139,9 +140,9 @@ def collect(options):
         fail("the VM's command line has to hold {classpath} and {class}")
     files = {path.name: path.read_bytes() for path in options.jars}
     files["guide.txt"] = options.guide.read_bytes().replace(b"\n", b"\r\n")
-    for name, jar, program in SHORTCUTS:
-        if jar in files:
-            files[name + ".lnk"] = shortcut(options.vm, jar, program)
+    for name, jars, program in SHORTCUTS:
+        if files.keys() >= set(jars):
+            files[name + ".lnk"] = shortcut(options.vm, jars, program)
     return files
 
 

@@ -28,8 +28,18 @@ endfunction()
 file(GLOB_RECURSE examples CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/examples/*.java)
 list(REMOVE_ITEM examples ${device_examples})
 file(GLOB_RECURSE pictures CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/examples/*.png)
-add_jar(examples ${toolkit_jar}:${device_examples_jar} ${examples}
+add_jar(examples ${toolkit_jar}:${program_jar}:${device_examples_jar} ${examples}
     RESOURCES ${pictures} WITH ${CMAKE_CURRENT_BINARY_DIR}/device-examples)
 
+# The documentation of all that programs are written with. A gap in it, or a warning, is an error.
+set(documentation ${CMAKE_BINARY_DIR}/java/documentation)
+set(documented ${toolkit} ${program} ${CMAKE_CURRENT_SOURCE_DIR}/overview.html)
+add_custom_command(OUTPUT ${documentation}/index.html
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${documentation}
+    COMMAND ${JAVADOC} -quiet -notimestamp -Xdoclint:all -Werror -d ${documentation}
+        -windowtitle zemvolt11 -overview ${CMAKE_CURRENT_SOURCE_DIR}/overview.html
+        ${toolkit} ${program}
+    DEPENDS ${documented} VERBATIM)
+add_custom_target(documentation DEPENDS ${documentation}/index.html)
 add_test(NAME every_native_has_javadoc
-    COMMAND ${JAVADOC} -quiet -Xdoclint:all -Werror -d ${CMAKE_CURRENT_BINARY_DIR}/javadoc ${toolkit})
+    COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target documentation)

@@ -88,7 +88,7 @@ await_program() {
 examples=$root/launcher/examples
 example_names() { basename -s .sh "$examples"/*.sh; }
 example_options=() # of the example itself
-toolkit=$build/desk/java/zemvolt11.jar
+toolkit=$build/desk/java/zemvolt11.jar:$build/desk/java/program.jar
 
 start_example() {
     start_java "${example_options[@]}" "${vm_words[@]}" -cp "$toolkit:$build/desk/java/examples.jar" "$example_class"
@@ -122,7 +122,7 @@ run_example() {
     await_program
 }
 
-# Adds the toolkit to the program's class path.
+# Adds the toolkit, and what programs on it need, to the program's class path.
 run_program() {
     local words=()
     while [ $# -gt 0 ]; do

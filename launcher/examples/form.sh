@@ -15,10 +15,11 @@ choose_file() {
     key Return
 }
 
-# answer KEYS...: to the question, when it is there.
+# answer QUESTION COUNT KEYS...: when the program asks it for the COUNTth time. It says so as soon as keys
+# reach the question; its window is there before, and one that was answered a little longer.
 answer() {
-    wait_shown Question
-    key "$@"
+    wait_said "^$1[?]\$" "$2"
+    key "${@:3}"
 }
 
 fill_in() {
@@ -50,15 +51,15 @@ play() {
     # What was changed since is saved before the form goes.
     wait_shown Inspection
     enter ' East' Tab 'Site: Mill Lane 4 East'
-    key ctrl+n && answer space
+    key ctrl+n && answer 'Save the form first' 1 space
     choose_file 'Save As' 'mill lane' && wait_said "$saved" 2
     wait_said '^New form$' 2
     # Another form does not take its place unasked, and is discarded.
     wait_shown Inspection
     enter 'Mill Lane 5' Tab 'Site: Mill Lane 5'
     key ctrl+s && choose_file 'Save As' 'mill lane'
-    answer Tab space && wait_said '^Not saved$'
-    key ctrl+n && answer Tab space && wait_said '^New form$' 3
+    answer 'Replace the other form' 1 Tab space && wait_said '^Not saved$'
+    key ctrl+n && answer 'Save the form first' 2 Tab space && wait_said '^New form$' 3
     wait_shown Inspection
     key ctrl+o && choose_file Open 'mill lane.txt'
     wait_said '^Opened .My Documents.mill lane.txt$'

@@ -16,7 +16,7 @@ import zipfile
 ROOT = pathlib.Path(__file__).parent.parent.parent
 BUILD = pathlib.Path(sys.argv.pop(1))
 PACKAGE = BUILD / "package"
-JARS = ("zemvolt11.jar", "device-examples.jar", "selftest.jar")
+JARS = ("zemvolt11.jar", "program.jar", "device-examples.jar", "selftest.jar")
 SHORTCUTS = ("Tap.lnk", "Menus.lnk", "Self-test.lnk")
 VM = '"\\Windows\\java.exe" -classpath "{classpath}" {class}'
 
@@ -167,7 +167,8 @@ class MakingTest(unittest.TestCase):
 
     def test_the_vms_command_line_is_the_shortcuts(self):
         self.assertEqual(self.make(vm="\\vm\\run.exe -cp {classpath} {class}"), (0, ""))
-        jars = "\\Program Files\\zemvolt11\\zemvolt11.jar;\\Program Files\\zemvolt11\\device-examples.jar"
+        names = ("zemvolt11.jar", "program.jar", "device-examples.jar")
+        jars = ";".join("\\Program Files\\zemvolt11\\" + name for name in names)
         line = ("\\vm\\run.exe -cp %s com.nuvik.examples.Logged \\Tap.txt com.nuvik.examples.Tap" % jars)
         self.assertEqual((self.folder / "out/zemvolt11/Tap.lnk").read_text("ascii"),
                          "%d#%s" % (len(line), line))

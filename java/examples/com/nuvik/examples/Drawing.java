@@ -1,5 +1,12 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
+import com.nuvik.wyx.FontFamily;
+import com.nuvik.wyx.FontStyle;
+import com.nuvik.wyx.PointerType;
+import com.nuvik.wyx.TextFlag;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import java.io.IOException;
 import java.io.InputStream;
@@ -17,23 +24,44 @@ public final class Drawing {
     private static final int STRIP_HEIGHT = 40;
     private static final int BALL = 24;
     private static final int FRAME_MILLISECONDS = 40;
-    private static final int RELEASE = 2;
-    private static final int LEAVE_BACKGROUND = 8;
-    private static final int BREAK_LINES = 1;
-    private static final int BOLD = 2;
 
     private final Program program = new Program();
-    private final int shell = program.newMainShell("Drawing");
+    private final int shell = program.newMainShell("Drawing", new Canvas());
     private final int width = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[2];
     private final int strip =
             com.nuvik.wyx.k4tr.OS.Image_NewFromSize(
                     program.display, width, STRIP_HEIGHT, LIGHT_BLUE);
-    private final int title = OS.Font_NewLogical(program.display, 2, Program.unscaled(14), BOLD);
+    private final int title =
+            OS.Font_NewLogical(
+                    program.display,
+                    FontFamily.SANS_SERIF,
+                    program.screen.unscaled(14),
+                    FontStyle.BOLD);
     private final int picture = loadPicture();
     private final int star = newStar();
     private final int glass = newGlass();
     private boolean moving = true;
     private int frame;
+
+    /** The shell, on which all is drawn. */
+    private final class Canvas extends Listener {
+        @Override
+        public void window(int event) {
+            if (event == WindowEvent.CLOSE_REQUESTED) program.leave();
+        }
+
+        @Override
+        public void paint(int x, int y, int paintWidth, int paintHeight) {
+            Drawing.this.paint();
+        }
+
+        @Override
+        public void pointer(int type, int x, int y, int button, int modifiers) {
+            if (type != PointerType.RELEASE) return;
+            moving = !moving;
+            System.out.println(moving ? "moving" : "stopped");
+        }
+    }
 
     /** Does something in a colour that lives as long as it takes. */
     private void inColor(int graphics, int red, int green, int blue, Runnable drawing) {
@@ -125,14 +153,14 @@ public final class Drawing {
                 () -> {
                     com.nuvik.wyx.k4tr.OS.Graphics_SetFont(graphics, title);
                     com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
-                            graphics, "Drawn in Java", 10, 8, LEAVE_BACKGROUND);
+                            graphics, "Drawn in Java", 10, 8, TextFlag.LEAVE_BACKGROUND);
                     com.nuvik.wyx.k4tr.OS.Graphics_SetFont(graphics, 0);
                     com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
                             graphics,
                             "a picture,\nstars,\na glass",
                             165,
                             124,
-                            LEAVE_BACKGROUND | BREAK_LINES);
+                            TextFlag.LEAVE_BACKGROUND | TextFlag.BREAK_LINES);
                 });
     }
 
@@ -179,33 +207,15 @@ public final class Drawing {
         if (frame == 20) System.out.println("frame 20");
     }
 
-    private void listen() {
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                shell,
-                program.new MainShell() {
-                    @Override
-                    void paint(int x, int y, int paintWidth, int paintHeight) {
-                        Drawing.this.paint();
-                    }
-
-                    @Override
-                    void pointer(int type, int x, int y, int button, int modifiers) {
-                        if (type != RELEASE) return;
-                        moving = !moving;
-                        System.out.println(moving ? "moving" : "stopped");
-                    }
-                });
-    }
-
     private void run() {
-        listen();
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, true);
+        program.showMainShell();
         System.out.println("ready");
-        program.run(
+        program.every(
                 FRAME_MILLISECONDS,
                 () -> {
                     if (moving) drawFrame();
                 });
+        program.run();
         program.dispose(shell);
         for (int image : new int[] {strip, picture, star, glass})
             com.nuvik.wyx.k4tr.OS.Image_Dispose(image);

@@ -1,5 +1,7 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
 import com.nuvik.wyx.k4tr.OS;
 
 /**
@@ -38,9 +40,9 @@ public final class Gauge {
     private static void follow(int leader, int follower) {
         OS.Widget_SetData(
                 leader,
-                new Program.Listener() {
+                new Listener() {
                     @Override
-                    void selected() {
+                    public void selected() {
                         int level = Gauge_GetLevel(leader);
                         Gauge_SetLevel(follower, level);
                         System.out.println("level " + level);
@@ -55,11 +57,11 @@ public final class Gauge {
         int lower = Gauge_New(shell, 0);
         int blue = OS.Color_New(program.display, BLUE >> 16, BLUE >> 8 & 0xFF, BLUE & 0xFF);
         com.nuvik.wyx.dovr.OS.Control_SetForeground(lower, blue);
-        Program.place(upper, 20, 60, 200, 30);
-        Program.place(lower, 20, 110, 200, 30);
+        program.screen.place(upper, 20, 60, 200, 30);
+        program.screen.place(lower, 20, 110, 200, 30);
         follow(upper, lower);
         follow(lower, upper);
-        OS.Control_SetVisible(shell, true);
+        program.showMainShell();
         System.out.println("ready");
         program.run();
         program.dispose(upper);

@@ -1,5 +1,14 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
+import com.nuvik.wyx.FontFamily;
+import com.nuvik.wyx.FontStyle;
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.Modifier;
+import com.nuvik.wyx.PointerType;
+import com.nuvik.wyx.Style;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import java.util.Vector;
 
@@ -9,14 +18,8 @@ import java.util.Vector;
  * person does.
  */
 public final class Menus {
-    private static final int CONTROL = 4 << 16;
-    private static final int SHIFT = 2 << 16;
-    private static final int F1 = 1023;
-    private static final int RADIO = 16;
-    private static final int VERTICAL_SCROLL = 0x20000;
-    private static final int BORDER = 0x800;
-    private static final int RELEASE = 2;
-    private static final int CONTEXT_GESTURE = 64;
+    private static final int CONTROL = Modifier.CONTROL << 16;
+    private static final int SHIFT = Modifier.SHIFT << 16;
     private static final int ROW = 30;
     private static final String[] SIZES = {"Small", "Medium", "Large"};
 
@@ -37,8 +40,8 @@ public final class Menus {
     private void onMenu(int item, final Runnable action) {
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 item,
-                new Program.Listener() {
-                    void menu(int code) {
+                new Listener() {
+                    public void menu(int code) {
                         action.run();
                     }
                 });
@@ -74,8 +77,12 @@ public final class Menus {
         int sizes = keep(OS.DropDownMenu_New(shell));
         for (int i = 0; i < SIZES.length; i++) {
             final int size = i;
-            fonts[i] = OS.Font_NewLogical(program.display, 2, 7 + 3 * i, i == 2 ? 2 : 0);
-            sizeItems[i] = keep(OS.StateMenuItem_New(sizes, i, RADIO));
+            fonts[i] = OS.Font_NewLogical(
+                            program.display,
+                            FontFamily.SANS_SERIF,
+                            7 + 3 * i,
+                            i == 2 ? FontStyle.BOLD : FontStyle.PLAIN);
+            sizeItems[i] = keep(OS.StateMenuItem_New(sizes, i, Style.RADIO_ITEM));
             OS.LabeledMenuItem_SetText(sizeItems[i], SIZES[i], "Ctrl+" + (i + 1));
             OS.LabeledMenuItem_SetAccelerator(sizeItems[i], CONTROL | ('1' + i));
             onMenu(
@@ -91,7 +98,7 @@ public final class Menus {
         keep(OS.SeparatorItem_New(view, 1));
         int colored = keep(OS.StateMenuItem_New(view, 2, 0));
         OS.LabeledMenuItem_SetText(colored, "&Colour", "F1");
-        OS.LabeledMenuItem_SetAccelerator(colored, F1);
+        OS.LabeledMenuItem_SetAccelerator(colored, Key.F1);
         onMenu(
                 colored,
                 new Runnable() {
@@ -141,24 +148,24 @@ public final class Menus {
     }
 
     private void showAbout() {
-        int closeBoxTitleModal = 0x1 | 0x20 | 0x40 | BORDER;
-        final int about = OS.Shell_NewChild(shell, closeBoxTitleModal);
+        int style = Style.CLOSE_BOX | Style.TITLE | Style.MODAL | Style.BORDER;
+        final int about = OS.Shell_NewChild(shell, style);
         com.nuvik.wyx.k4tr.OS.Shell_SetText(about, "About");
         final int box = OS.Checkbox_New(about, 0);
         OS.Button_SetLabel(box, "Show this at start");
-        Program.place(box, 20, 20, 150, 24);
+        program.screen.place(box, 20, 20, 150, 24);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 about,
-                new Program.Listener() {
-                    void window(int event) {
-                        if (event != Program.CLOSE_REQUESTED) return;
+                new Listener() {
+                    public void window(int event) {
+                        if (event != WindowEvent.CLOSE_REQUESTED) return;
                         com.nuvik.wyx.k4tr.OS.Control_SetVisible(about, false);
                         program.dispose(box);
                         program.dispose(about);
                         say("about closed");
                     }
                 });
-        Program.place(about, 20, 80, 200, 100);
+        program.screen.place(about, 20, 80, 200, 100);
         say("about shown");
     }
 
@@ -171,25 +178,27 @@ public final class Menus {
     }
 
     private void placeRows(int top) {
-        for (int i = 0; i < rows.length; i++) Program.place(rows[i], 4, 4 + i * ROW - top, 150, ROW - 4);
+        for (int i = 0; i < rows.length; i++) {
+            program.screen.place(rows[i], 4, 4 + i * ROW - top, 150, ROW - 4);
+        }
     }
 
     private void makeList(int height) {
-        list = keep(OS.Composite_New(shell, VERTICAL_SCROLL | BORDER));
+        list = keep(OS.Composite_New(shell, Style.VERTICAL_SCROLL | Style.BORDER));
         rowColor = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 240, 170);
         for (int i = 0; i < rows.length; i++) {
             rows[i] = keep(OS.Checkbox_New(list, 0));
             OS.Button_SetLabel(rows[i], "Point " + (i + 1));
         }
-        Program.place(list, 8, 8, 190, height);
+        program.screen.place(list, 8, 8, 190, height);
         verticalBar = OS.Scrollable_GetVerticalBar(list);
         OS.Adjustable_SetMaximum(verticalBar, rows.length * ROW + 8);
         OS.Adjustable_SetVisibleAmount(verticalBar, height);
         OS.Adjustable_SetUnitIncrement(verticalBar, ROW);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 verticalBar,
-                new Program.Listener() {
-                    void scrolled(int value, int kind) {
+                new Listener() {
+                    public void scrolled(int value, int kind) {
                         placeRows(value);
                         say("scrolled to " + value);
                     }
@@ -200,11 +209,11 @@ public final class Menus {
     private void makeBar(int height) {
         int bar = keep(OS.Scrollbar_New(shell));
         OS.Adjustable_SetMaximum(bar, 255);
-        Program.place(bar, 208, 8, 16, height);
+        program.screen.place(bar, 208, 8, 16, height);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 bar,
-                new Program.Listener() {
-                    void scrolled(int value, int kind) {
+                new Listener() {
+                    public void scrolled(int value, int kind) {
                         int old = rowColor;
                         rowColor = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 255 - value, 170);
                         colorRows();
@@ -233,9 +242,10 @@ public final class Menus {
                 });
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 list,
-                new Program.Listener() {
-                    void pointer(int type, int x, int y, int button, int modifiers) {
-                        if (type == RELEASE && (modifiers & CONTEXT_GESTURE) != 0) OS.PopupMenu_Show(popup, x, y);
+                new Listener() {
+                    public void pointer(int type, int x, int y, int button, int modifiers) {
+                        boolean asks = (modifiers & Modifier.CONTEXT_GESTURE) != 0;
+                        if (asks && type == PointerType.RELEASE) OS.PopupMenu_Show(popup, x, y);
                     }
                 });
     }
@@ -246,12 +256,12 @@ public final class Menus {
     }
 
     private void run() {
-        int height = Program.unscaled(com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[3]);
+        int height = program.screen.unscaled(com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[3]);
         makeList(height - 44);
         makeBar(height - 44);
         makePopup();
         makeMenuBar();
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, true);
+        program.showMainShell();
         chooseSize(1);
         say("ready");
         program.run();

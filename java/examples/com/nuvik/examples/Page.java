@@ -1,5 +1,12 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
+import com.nuvik.wyx.FocusChange;
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.Modifier;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
 import java.util.ArrayDeque;
 import java.util.ArrayList;
@@ -11,11 +18,6 @@ import java.util.List;
  * focus, and the Tab key leads from field to field in the order in which they were added.
  */
 final class Page {
-    private static final int VERTICAL_SCROLL = 0x20000;
-    private static final int PRESSED = 1;
-    private static final int SHIFT = 2;
-    private static final int TAB = 1001;
-    private static final int FOCUS_GAINED = 1;
     private static final int LINE = 24;
     private static final int MARGIN = 6;
 
@@ -34,7 +36,7 @@ final class Page {
     private int visible;
 
     /** The listener of a field; a field overrides what it wants to know. */
-    class Field extends Program.Listener {
+    class Field extends Listener {
         int control;
         private int top;
         private int bottom;
@@ -43,8 +45,8 @@ final class Page {
         void left() {}
 
         @Override
-        void focused(int change) {
-            if (change != FOCUS_GAINED) {
+        public void focused(int change) {
+            if (change != FocusChange.GAINED) {
                 left();
                 return;
             }
@@ -53,31 +55,45 @@ final class Page {
         }
 
         @Override
-        boolean key(int kind, char character, int keyCode, int modifiers) {
-            if (kind != PRESSED || keyCode != TAB) return false;
-            moveFocus((modifiers & SHIFT) != 0 ? -1 : 1);
+        public boolean key(int kind, char character, int keyCode, int modifiers) {
+            if (kind != KeyKind.PRESSED || keyCode != Key.TAB) return false;
+            moveFocus((modifiers & Modifier.SHIFT) != 0 ? -1 : 1);
             return true;
+        }
+    }
+
+    /** A button of any kind. */
+    class ButtonField extends Field {
+        private final Runnable action;
+
+        ButtonField(Runnable action) {
+            this.action = action;
+        }
+
+        @Override
+        public void selected() {
+            action.run();
         }
     }
 
     Page(Program program, int shell) {
         this.program = program;
-        window = OS.Composite_New(shell, VERTICAL_SCROLL);
+        window = OS.Composite_New(shell, Style.VERTICAL_SCROLL);
         sheet = OS.Composite_New(window, 0);
         bar = OS.Scrollable_GetVerticalBar(window);
         OS.Adjustable_SetUnitIncrement(bar, LINE);
         com.nuvik.wyx.k4tr.OS.Widget_SetData(
                 bar,
-                new Program.Listener() {
+                new Listener() {
                     @Override
-                    void scrolled(int value, int kind) {
+                    public void scrolled(int value, int kind) {
                         scrollTo(value);
                     }
                 });
         int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
         int shellWidth = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[2];
-        windowWidth = Program.unscaled(shellWidth);
-        width = Program.unscaled(shellWidth - insets[0] - insets[2]);
+        windowWidth = program.screen.unscaled(shellWidth);
+        width = program.screen.unscaled(shellWidth - insets[0] - insets[2]);
     }
 
     int width() {
@@ -87,7 +103,7 @@ final class Page {
     /** Puts a control that is only looked at on the sheet, which disposes of it in the end. */
     int add(int control, int font, int x, int y, int controlWidth, int controlHeight) {
         OS.Control_SetFont(control, font);
-        Program.place(control, x, y, controlWidth, controlHeight);
+        program.screen.place(control, x, y, controlWidth, controlHeight);
         controls.push(control);
         height = Math.max(height, y + controlHeight + MARGIN);
         return control;
@@ -109,7 +125,7 @@ final class Page {
         OS.Adjustable_SetMaximum(bar, height);
         OS.Adjustable_SetVisibleAmount(bar, visible);
         OS.Adjustable_SetBlockIncrement(bar, visible - LINE);
-        Program.place(window, 0, 0, windowWidth, visible);
+        program.screen.place(window, 0, 0, windowWidth, visible);
         scrollTo(OS.Adjustable_GetValue(bar));
         com.nuvik.wyx.k4tr.OS.Control_SetVisible(sheet, true);
     }
@@ -117,7 +133,7 @@ final class Page {
     void scrollTo(int wanted) {
         int top = Math.max(0, Math.min(wanted, height - visible));
         OS.Adjustable_SetValue(bar, top);
-        Program.move(sheet, 0, -top, width, height);
+        program.screen.move(sheet, 0, -top, width, height);
     }
 
     private void reveal(Field field) {

@@ -1,5 +1,11 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
+import com.nuvik.wyx.Key;
+import com.nuvik.wyx.KeyKind;
+import com.nuvik.wyx.Style;
+import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
 import java.util.ArrayList;
 import java.util.List;
@@ -9,10 +15,8 @@ final class Question {
     /** The person has closed the window. */
     static final int UNANSWERED = -1;
 
-    private static final int CLOSE_BOX_TITLE_MODAL_BORDER = 0x1 | 0x20 | 0x40 | 0x800;
-    private static final int CENTERED = 2;
-    private static final int PRESSED = 1;
-    private static final int TAB = 1001;
+    private static final int STYLE =
+            Style.CLOSE_BOX | Style.TITLE | Style.MODAL | Style.BORDER;
     private static final int LEFT = 10;
     private static final int TOP = 100;
     private static final int WIDTH = 220;
@@ -24,28 +28,20 @@ final class Question {
     private final int font;
     private final int shell;
     private final int label;
-    private final List<Integer> buttons = new ArrayList<>();
+    private final List<AnswerButton> buttons = new ArrayList<>();
     private int answer = UNANSWERED;
     private boolean isOpen = true;
 
     private Question(Program program, int owner, int font, String title) {
         this.program = program;
         this.font = font;
-        shell = OS.Shell_NewChild(owner, CLOSE_BOX_TITLE_MODAL_BORDER);
-        label = OS.Label_New(shell, CENTERED);
+        shell = OS.Shell_NewChild(owner, STYLE);
+        label = OS.Label_New(shell, Style.CENTERED_LINE);
         com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, title);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                shell,
-                new Program.Listener() {
-                    @Override
-                    void window(int event) {
-                        if (event == Program.CLOSE_REQUESTED) isOpen = false;
-                    }
-                });
     }
 
     /**
-     * Asks and waits for the answer; tells the question on standard output.
+     * Asks and waits for the answer. Tells the question on standard output when it can be answered.
      *
      * @return the number of the answer, from 0, or {@link #UNANSWERED}
      */
@@ -53,7 +49,8 @@ final class Question {
             Program program, int owner, int font, String title, String text, String... answers) {
         Question question = new Question(program, owner, font, title);
         question.addText(text);
-        for (int i = 0; i < answers.length; i++) question.addButton(answers[i], i, answers.length);
+        for (String each : answers) question.addButton(each, answers.length);
+        question.open();
         System.out.println(text);
         question.run();
         return question.answer;
@@ -64,41 +61,57 @@ final class Question {
         place(label, MARGIN, MARGIN, WIDTH - 4 * MARGIN);
     }
 
-    private void addButton(String text, int number, int count) {
-        int button = OS.PushButton_New(shell, 0);
-        OS.Button_SetLabel(button, text);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                button,
-                new Program.Listener() {
-                    @Override
-                    void selected() {
-                        answer = number;
-                        isOpen = false;
-                    }
+    /** The listener of a button, which is an answer. */
+    private final class AnswerButton extends Listener {
+        final int control = OS.PushButton_New(shell, 0);
+        private final int number = buttons.size();
 
-                    @Override
-                    boolean key(int kind, char character, int keyCode, int modifiers) {
-                        if (kind != PRESSED || keyCode != TAB) return false;
-                        int next = buttons.get((number + 1) % buttons.size());
-                        return OS.Control_ForceFocus(next);
-                    }
-                });
+        @Override
+        public void selected() {
+            answer = number;
+            isOpen = false;
+        }
+
+        @Override
+        public boolean key(int kind, char character, int keyCode, int modifiers) {
+            if (kind != KeyKind.PRESSED || keyCode != Key.TAB) return false;
+            int next = (number + 1) % buttons.size();
+            return OS.Control_ForceFocus(buttons.get(next).control);
+        }
+    }
+
+    private void addButton(String text, int count) {
+        AnswerButton button = new AnswerButton();
+        OS.Button_SetLabel(button.control, text);
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(button.control, button);
         int step = (WIDTH - 3 * MARGIN) / count;
-        place(button, MARGIN + number * step, 2 * MARGIN + LINE, step - MARGIN);
+        place(button.control, MARGIN + button.number * step, 2 * MARGIN + LINE, step - MARGIN);
         buttons.add(button);
     }
 
     private void place(int control, int x, int y, int width) {
         OS.Control_SetFont(control, font);
-        Program.place(control, x, y, width, LINE);
+        program.screen.place(control, x, y, width, LINE);
+    }
+
+    private void open() {
+        Listener listener =
+                new Listener() {
+                    @Override
+                    public void window(int event) {
+                        if (event == WindowEvent.CLOSE_REQUESTED) isOpen = false;
+                    }
+                };
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(shell, listener);
+        program.screen.move(shell, LEFT, TOP, WIDTH, HEIGHT);
+        program.show(shell, listener);
+        program.focus(buttons.get(0).control, buttons.get(0));
     }
 
     private void run() {
-        Program.place(shell, LEFT, TOP, WIDTH, HEIGHT);
-        OS.Control_ForceFocus(buttons.get(0));
         while (isOpen) program.dispatch();
         com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, false);
-        for (int button : buttons) program.dispose(button);
+        for (AnswerButton button : buttons) program.dispose(button.control);
         program.dispose(label);
         program.dispose(shell);
     }

@@ -1,5 +1,6 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.DeviceFiles;
 import java.io.File;
 import java.io.FileInputStream;
 import java.io.FileOutputStream;
@@ -22,6 +23,16 @@ final class Report {
 
     static boolean exists(String path) {
         return fileAt(path).exists();
+    }
+
+    /** What the person may want to call its file. */
+    String fileName() {
+        return site.replaceAll("\\W+", " ").trim();
+    }
+
+    static String withExtension(String path) {
+        boolean hasOne = path.indexOf('.', path.lastIndexOf('\\')) >= 0;
+        return hasOne ? path : path + ".txt";
     }
 
     void save(String path) throws IOException {
@@ -78,9 +89,7 @@ final class Report {
         throw new IOException("no report: " + name + " is " + line(lines, name));
     }
 
-    /** The emulated device has its files in a folder of the desk, which its Java VM does not know. */
-    private static File fileAt(String path) {
-        String storage = System.getProperty("zemvolt.storage");
-        return storage == null ? new File(path) : new File(storage, path.replace('\\', '/'));
+    private static File fileAt(String name) {
+        return new File(DeviceFiles.pathOf(name));
     }
 }

@@ -1,5 +1,8 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
+import com.nuvik.wyx.Style;
 import com.nuvik.wyx.k4tr.OS;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
@@ -16,7 +19,6 @@ public final class Sound {
     private static final int HEADER = 44;
     private static final double[] NOTES = {523.25, 659.26, 783.99, 1046.5};
     private static final int SAMPLES_OF_A_NOTE = RATE / 4;
-    private static final int BORDER = 0x800;
     private static final int MARGIN = 10;
     private static final int BUTTON_HEIGHT = 34;
     private static final int LABEL_HEIGHT = 20;
@@ -111,9 +113,9 @@ public final class Sound {
         com.nuvik.wyx.dovr.OS.Button_SetLabel(button, text);
         OS.Widget_SetData(
                 button,
-                new Program.Listener() {
+                new Listener() {
                     @Override
-                    void selected() {
+                    public void selected() {
                         action.run();
                     }
                 });
@@ -121,32 +123,32 @@ public final class Sound {
         int x = MARGIN + number % 2 * (half + MARGIN);
         int top = waveHeight + LABEL_HEIGHT + 3 * MARGIN;
         int y = top + number / 2 * (BUTTON_HEIGHT + MARGIN);
-        Program.place(button, x, y, half, BUTTON_HEIGHT);
+        program.screen.place(button, x, y, half, BUTTON_HEIGHT);
         buttons[number] = button;
         int[] area = OS.Control_GetBounds(shell);
-        int middleX = area[0] + Program.scaled(x + half / 2);
-        int middleY = area[1] + Program.scaled(y + BUTTON_HEIGHT / 2);
+        int middleX = area[0] + program.screen.scaled(x + half / 2);
+        int middleY = area[1] + program.screen.scaled(y + BUTTON_HEIGHT / 2);
         System.out.println(text + " at " + middleX + " " + middleY);
     }
 
     private void run() {
         int[] area = OS.Control_GetBounds(shell);
-        width = Program.unscaled(area[2]) - 2 * MARGIN;
+        width = program.screen.unscaled(area[2]) - 2 * MARGIN;
         int others = LABEL_HEIGHT + 2 * BUTTON_HEIGHT + 5 * MARGIN + MENU_BAR;
-        waveHeight = Math.min(WAVE_HEIGHT, Program.unscaled(area[3]) - others);
-        wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, BORDER);
+        waveHeight = Math.min(WAVE_HEIGHT, program.screen.unscaled(area[3]) - others);
+        wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, Style.BORDER);
         OS.Widget_SetData(
                 wave,
-                new Program.Listener() {
+                new Listener() {
                     @Override
-                    void paint(int x, int y, int paintWidth, int paintHeight) {
+                    public void paint(int x, int y, int paintWidth, int paintHeight) {
                         drawWave();
                     }
                 });
-        Program.place(wave, MARGIN, MARGIN, width, waveHeight);
+        program.screen.place(wave, MARGIN, MARGIN, width, waveHeight);
         label = com.nuvik.wyx.dovr.OS.Label_New(shell, 0);
-        Program.place(label, MARGIN, waveHeight + 2 * MARGIN, width, LABEL_HEIGHT);
-        OS.Control_SetVisible(shell, true);
+        program.screen.place(label, MARGIN, waveHeight + 2 * MARGIN, width, LABEL_HEIGHT);
+        program.showMainShell();
         makeButton(0, "Play", () -> play(0, "Playing once"));
         makeButton(1, "Three times", () -> play(2, "Playing three times"));
         makeButton(2, "Loop", () -> play(-1, "Playing until it is stopped"));

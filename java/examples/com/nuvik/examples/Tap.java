@@ -1,5 +1,7 @@
 package com.nuvik.examples;
 
+import com.nuvik.program.Listener;
+import com.nuvik.program.Program;
 import com.nuvik.wyx.k4tr.OS;
 
 /**
@@ -19,8 +21,8 @@ public final class Tap {
         com.nuvik.wyx.dovr.OS.Button_SetLabel(button, "Tap me");
         OS.Widget_SetData(
                 button,
-                new Program.Listener() {
-                    void selected() {
+                new Listener() {
+                    public void selected() {
                         String label = ++taps == 1 ? "Tapped once" : "Tapped " + taps + " times";
                         com.nuvik.wyx.dovr.OS.Button_SetLabel(button, label);
                         System.out.println(label);
@@ -28,13 +30,13 @@ public final class Tap {
                 });
 
         int[] area = OS.Control_GetBounds(shell);
-        int width = Program.scaled(WIDTH);
-        int height = Program.scaled(HEIGHT);
+        int width = program.screen.scaled(WIDTH);
+        int height = program.screen.scaled(HEIGHT);
         int x = (area[2] - width) / 2;
         int y = (area[3] - height) / 2;
         OS.Control_SetBounds(button, x, y, width, height);
         OS.Control_SetVisible(button, true);
-        OS.Control_SetVisible(shell, true);
+        program.showMainShell();
         System.out.println("button at " + (area[0] + x + width / 2) + " " + (area[1] + y + height / 2));
 
         program.run();
