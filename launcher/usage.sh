@@ -1,6 +1,6 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
-commands=(setup run test prove bench device)
+commands=(setup run test prove bench docs device)
 proofs=(disposal varieties)
 
 usage() {
@@ -12,6 +12,7 @@ usage() {
 ./zemvolt test [--checks]  runs every test; with --checks the style checks too
 ./zemvolt prove PROOF      runs what is too long for every day (docs/proof.md)
 ./zemvolt bench            measures the library against the plain way, side by side
+./zemvolt docs             builds the documentation of the natives, and tells where it is
 ./zemvolt device           builds the DLL and the package for the device, into build/device
 ./zemvolt COMMAND --help   tells more of a command
 TEXT
@@ -70,6 +71,14 @@ usage_of_bench() {
     cat <<'TEXT'
 ./zemvolt bench
   Measures the library against the plain way, side by side.
+TEXT
+}
+
+usage_of_docs() {
+    cat <<'TEXT'
+./zemvolt docs
+  Builds the documentation of the toolkit's classes and of what programs on them need, and prints the
+  path of its first page.
 TEXT
 }
 
