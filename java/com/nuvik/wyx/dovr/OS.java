@@ -2,7 +2,7 @@ package com.nuvik.wyx.dovr;
 
 /**
  * The widget layer of the toolkit's natives. Handles, errors, threads and units are those of the
- * base layer, {@link com.nuvik.wyx.k4tr.OS}.
+ * base layer, {@link com.nuvik.wyx.k4tr.OS}, which also says who ends what.
  */
 public final class OS {
     static {
@@ -10,6 +10,343 @@ public final class OS {
     }
 
     private OS() {}
+
+    // Display
+
+    /**
+     * Sounds the system's beep.
+     *
+     * @param display the display
+     */
+    public static native void Display_Beep(int display);
+
+    /**
+     * What the system's own bars take from the screen's edges.
+     *
+     * @param display the display
+     * @return left, top, right, bottom
+     */
+    public static native int[] Display_GetInsets(int display);
+
+    /**
+     * Presses or releases a key, as if on the keyboard.
+     *
+     * @param display the display
+     * @param type 1 presses, any other releases
+     * @param key the toolkit's key code, or a character
+     * @param character not looked at
+     * @return true
+     */
+    public static native boolean Display_PostKeyEvent(
+            int display, int type, int key, char character);
+
+    /**
+     * Presses or releases a pointer button where the pointer is.
+     *
+     * @param display the display
+     * @param type 1 presses, any other releases
+     * @param button 8 left, 16 middle, 32 right
+     * @return false for another button, or when the system refuses
+     */
+    public static native boolean Display_PostPointerEvent(int display, int type, int button);
+
+    /**
+     * Moves the pointer.
+     *
+     * @param display the display
+     * @param x on the screen
+     * @param y on the screen
+     * @return false when the system refuses
+     */
+    public static native boolean Display_PostPointerMoveEvent(int display, int x, int y);
+
+    /**
+     * Leaves no control with the focus.
+     *
+     * @param display the display
+     */
+    public static native void Display_ClearFocus(int display);
+
+    /**
+     * Does nothing on this platform.
+     *
+     * @param display the display
+     * @param shell the shell
+     */
+    public static native void Display_SetFullScreenShell(int display, int shell);
+
+    /**
+     * Makes a colour like one of the system's.
+     *
+     * @param device the display
+     * @param id 0 to 25: desktop; active caption, its text and border; inactive caption, its text
+     *     and border; window, its frame and text; menu, its text; text field, its text; highlight,
+     *     its text; disabled text; control, its text; control's light, highlight, shadow and dark
+     *     shadow; scroll bar; tool tip, its text
+     * @return the colour, which is the caller's; 0 on an error: "Unrecognized color ID" (-3)
+     */
+    public static native int Display_GetSystemColor(int device, int id);
+
+    // Devices: the screen
+
+    /**
+     * The resolution of the screen.
+     *
+     * @param device the display
+     * @return pixels per inch across and down
+     */
+    public static native int[] Device_GetDPI(int device);
+
+    /**
+     * The depth of the screen.
+     *
+     * @param device the display
+     * @return bits per pixel
+     */
+    public static native int Device_GetDepth(int device);
+
+    /**
+     * Whether the screen's pixels hold colours and not palette indices.
+     *
+     * @param device the display
+     * @return true for a depth of more than 8
+     */
+    public static native boolean Device_IsDirect(int device);
+
+    /**
+     * Where the screen's pixels hold the components of a colour.
+     *
+     * @param device the display
+     * @return the masks of red, green, blue and alpha; all 0 for a screen without them. Null on an
+     *     error: "Cannot get DC for handle" with the system's text
+     */
+    public static native int[] Device_GetDirectPaletteMasks(int device);
+
+    /**
+     * Reads the system's palette. Errors: "Cannot get DC for handle" with the system's text,
+     * "Unable to retrieve system palette entries" (-3) for a screen without a palette.
+     *
+     * @param device the display
+     * @param reds receives the red components; as many entries are read as the shortest array holds
+     * @param greens receives the green components
+     * @param blues receives the blue components
+     */
+    public static native void Device_GetIndexedPalette(
+            int device, byte[] reds, byte[] greens, byte[] blues);
+
+    /**
+     * Always an error without a message (-1): copying from the screen is not offered.
+     *
+     * @param device the display
+     * @param graphics the target
+     * @param x of the area
+     * @param y of the area
+     * @param width of the area
+     * @param height of the area
+     */
+    public static native void Device_CopyArea(
+            int device, int graphics, int x, int y, int width, int height);
+
+    /**
+     * The free memory for accelerated drawing, of which the device has none.
+     *
+     * @param device the display
+     * @return always 0
+     */
+    public static native int Device_GetAvailableAcceleratedMemory(int device);
+
+    // Platform
+
+    /**
+     * What the platform can do.
+     *
+     * @param id the capability
+     * @return 1 for id 2, 4158 for id 4, else 0
+     */
+    public static native int Platform_GetCapability(int id);
+
+    // Controls: all widgets with a window
+
+    /**
+     * Smallest useful size of a control.
+     *
+     * @param control the control
+     * @return width, height; 0, 0 when its type asks for nothing
+     */
+    public static native int[] Control_GetMinimumSize(int control);
+
+    /**
+     * Lets a control take input, or not. A shell outside the current modal shell stays disabled
+     * until that one goes.
+     *
+     * @param control the control
+     * @param enabled whether it takes input
+     */
+    public static native void Control_SetEnabled(int control, boolean enabled);
+
+    /**
+     * Switches the drawing of a control and all in it off or on. What was not drawn meanwhile is
+     * drawn then.
+     *
+     * @param control the control
+     * @param redraw whether it draws
+     */
+    public static native void Control_SetRedraw(int control, boolean redraw);
+
+    /**
+     * Gives a control the focus.
+     *
+     * @param control the control
+     * @return true when it has it already, or another window had it; false when the control or its
+     *     parent is hidden or disabled
+     */
+    public static native boolean Control_ForceFocus(int control);
+
+    /**
+     * Sets the background colour of a control and redraws it.
+     *
+     * @param control the control
+     * @param color the colour, which the control keeps; 0 for the default
+     */
+    public static native void Control_SetBackground(int control, int color);
+
+    /**
+     * Sets the text colour of a control and redraws it.
+     *
+     * @param control the control
+     * @param color the colour, which the control keeps; 0 for the default
+     */
+    public static native void Control_SetForeground(int control, int color);
+
+    /**
+     * The background colour of a control, or the default one where none is set.
+     *
+     * @param control the control
+     * @return 0xRRGGBB
+     */
+    public static native int Control_GetBackgroundRGB(int control);
+
+    /**
+     * The text colour of a control, or the default one where none is set.
+     *
+     * @param control the control
+     * @return 0xRRGGBB
+     */
+    public static native int Control_GetForegroundRGB(int control);
+
+    /**
+     * Whether a control without a background colour shows its parent's.
+     *
+     * @param control the control
+     * @return true for shells, composites and the like
+     */
+    public static native boolean Control_InheritsBackground(int control);
+
+    /**
+     * Sets the font of a control's text and redraws it.
+     *
+     * @param control the control
+     * @param font the font, which the control keeps; 0 for the default
+     */
+    public static native void Control_SetFont(int control, int font);
+
+    /**
+     * The font of controls for which none is set.
+     *
+     * @param control any control of the display
+     * @return the font, which stays the display's; 0 on an error: "Not enough memory to allocate
+     *     font" (-4)
+     */
+    public static native int Control_GetDefaultFont(int control);
+
+    /**
+     * Sets the cursor over a control and shows it at once.
+     *
+     * @param control the control
+     * @param cursor the cursor; 0 for the nearest parent's
+     */
+    public static native void Control_SetCursor(int control, int cursor);
+
+    /**
+     * Moves a control above another of the same parent; a control of another parent stays.
+     *
+     * @param control the control or shell
+     * @param other the other control; 0 moves above all, and brings a shell to the foreground
+     */
+    public static native void Control_MoveAbove(int control, int other);
+
+    /**
+     * Moves a control below another of the same parent; a control of another parent stays.
+     *
+     * @param control the control or shell
+     * @param other the other control; 0 moves below all
+     */
+    public static native void Control_MoveBelow(int control, int other);
+
+    /**
+     * Copies what a control shows to an image's corner. Errors: as for {@code Control_NewGraphics},
+     * "Unable to bit blit from control to image" with the system's text.
+     *
+     * @param control the control
+     * @param image the image
+     * @param x of the rectangle in the control's client area
+     * @param y of the rectangle in the control's client area
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Control_CopyArea(
+            int control, int image, int x, int y, int width, int height);
+
+    // Scrollables: controls that may have bars of their own
+
+    /**
+     * The horizontal scroll bar of a shell or composite that was made with one.
+     *
+     * @param scrollable the shell or composite
+     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
+     *     create scroll bar" (-4)
+     */
+    public static native int Scrollable_GetHorizontalBar(int scrollable);
+
+    /**
+     * The vertical scroll bar of a shell or composite that was made with one.
+     *
+     * @param scrollable the shell or composite
+     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
+     *     create scroll bar" (-4)
+     */
+    public static native int Scrollable_GetVerticalBar(int scrollable);
+
+    /**
+     * The room that one of a scrollable's own bars takes.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @return x, y, width, height in pixels
+     */
+    public static native int[] Scrollable_GetAdjustableBounds(int scrollable, int bar);
+
+    /**
+     * Enables or disables one of a scrollable's own bars.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @param enabled whether it can be moved
+     */
+    public static native void Scrollable_SetAdjustableEnabled(
+            int scrollable, int bar, boolean enabled);
+
+    /**
+     * Shows or hides one of a scrollable's own bars.
+     *
+     * @param scrollable the shell or composite
+     * @param bar its horizontal or vertical bar
+     * @param visible whether it is shown
+     */
+    public static native void Scrollable_SetAdjustableVisible(
+            int scrollable, int bar, boolean visible);
+
+    // Composites
 
     /**
      * Makes a composite: a control that holds other controls.
@@ -20,6 +357,60 @@ public final class OS {
      *     for parent 0, "Unable to create handle for widget" with the system's text
      */
     public static native int Composite_New(int parent, int style);
+
+    // Shells: top-level windows
+
+    /**
+     * Makes a child shell: a window of its own that belongs to another shell.
+     *
+     * @param parent the shell that it belongs to; must not be 0
+     * @param style 0x1 OK button in the caption, 0x20 caption, 0x40 modal, 0x800 border, 0x10000 and
+     *     0x20000 horizontal and vertical scroll bar
+     * @return the shell; 0 when it cannot be made. Errors as for {@code Shell_New}
+     */
+    public static native int Shell_NewChild(int parent, int style);
+
+    /**
+     * Whether a shell is minimised, which cannot be told on this platform.
+     *
+     * @param shell the shell
+     * @return always false
+     */
+    public static native boolean Shell_GetMinimized(int shell);
+
+    /**
+     * Does nothing on this platform.
+     *
+     * @param shell the shell
+     * @param minimized whether it should be minimised
+     */
+    public static native void Shell_SetMinimized(int shell, boolean minimized);
+
+    /**
+     * Does nothing on this platform: shells show no image.
+     *
+     * @param shell the shell
+     * @param image the image, or 0
+     */
+    public static native void Shell_SetImage(int shell, int image);
+
+    /**
+     * Lets the user size a child shell by its frame, or not. A top shell stays as it is.
+     *
+     * @param shell the shell
+     * @param resizable whether it can be sized
+     */
+    public static native void Shell_SetResizable(int shell, boolean resizable);
+
+    /**
+     * Shows a menu bar in place of the one that the shell shows.
+     *
+     * @param shell the shell
+     * @param bar a menu bar made for the shell; 0 for the empty default bar. It stays the caller's
+     */
+    public static native void Shell_SetMenuBar(int shell, int bar);
+
+    // Buttons
 
     /**
      * Makes a push button. A click fires {@code CB_SELECTION}.
@@ -68,6 +459,8 @@ public final class OS {
      */
     public static native void Button_SetSelection(int button, boolean selected);
 
+    // Labels
+
     /**
      * Makes a label: text, or an image.
      *
@@ -93,6 +486,8 @@ public final class OS {
      * @param text null is the empty text
      */
     public static native void Label_SetText(int label, String text);
+
+    // Text fields, text areas and what both have
 
     /**
      * Makes a text field: one line of text that scrolls by itself. What a person types, and
@@ -233,6 +628,8 @@ public final class OS {
      */
     public static native void AbstractTextComponent_SetText(int text, String characters);
 
+    // Choices
+
     /**
      * Makes a choice: a field that shows one of several items, and a list of seven of them that
      * drops from it. What a person selects fires {@code CB_CHOICE_SELECTION} with the item's index.
@@ -286,6 +683,8 @@ public final class OS {
      * @return its index; -1 when none is selected
      */
     public static native int Choice_GetSelectedItemIndex(int choice);
+
+    // Lists
 
     /**
      * Makes a list: items of text of which one, or in multiple mode several, can be selected.
@@ -427,526 +826,7 @@ public final class OS {
      */
     public static native int[] List_GetMinimumSize(int list, int rows);
 
-    /**
-     * Tells the text of the clipboard.
-     *
-     * @return null when it holds no text. Errors with the system's text: "Unabled to open clipboard"
-     *     (spelt so), "Unable to copy text from clipboard", "Unable to close the clipboard"; without
-     *     memory for the text: "Cannot create copy of global string"
-     */
-    public static native String Clipboard_GetText();
-
-    /**
-     * Replaces all that the clipboard holds by a text.
-     *
-     * @param text null is the empty text. Errors with the system's text: "Unable to open the
-     *     clipboard", "Unable to empty the clipboard", "Unable to set text in clipboard", "Unable to
-     *     close the clipboard"; without memory for the text: "Unable to allocate global copy of text"
-     */
-    public static native void Clipboard_SetText(String text);
-
-    /**
-     * Makes a dialog that asks for files. It shows nothing before it is opened, and is disposed of
-     * like any widget.
-     *
-     * @param owner the shell or control that takes no input while the dialog is open
-     * @param style 0x2000 asks for a file to save, 0x800000 lets several files be chosen
-     * @return the dialog; 0 without memory for it. Error: "Not enough memory to allocate file dialog",
-     *     as that of the other operations on dialogs
-     */
-    public static native int FileDialog_New(int owner, int style);
-
-    /**
-     * Sets what the caption of a dialog's owner shows while the dialog is open.
-     *
-     * @param dialog the dialog
-     * @param title null or empty leaves the caption as it is
-     */
-    public static native void FileDialog_SetTitle(int dialog, String title);
-
-    /**
-     * Sets the name that a dialog starts with.
-     *
-     * @param dialog the dialog
-     * @param name null is none
-     */
-    public static native void FileDialog_SetFileName(int dialog, String name);
-
-    /**
-     * Sets the folder that a dialog starts in.
-     *
-     * @param dialog the dialog
-     * @param path null is the system's choice
-     */
-    public static native void FileDialog_SetFilterPath(int dialog, String path);
-
-    /**
-     * Opens a dialog and waits until it is closed. Called on a thread that is not the display's, it
-     * runs on a thread of its own.
-     *
-     * @param dialog the dialog
-     * @return whether a file was chosen. Error: "Unable to create thread for file dialog" with the
-     *     system's text
-     */
-    public static native boolean FileDialog_Open(int dialog);
-
-    /**
-     * Tells the folder of what was chosen, or the one that was set.
-     *
-     * @param dialog the dialog
-     * @return null for none; of one chosen file with the backslash at its end
-     */
-    public static native String FileDialog_GetFilterPath(int dialog);
-
-    /**
-     * Hands over the names of the files that were chosen last.
-     *
-     * @param dialog the dialog, which has them no longer then
-     * @return the names without their folder; empty when none were chosen
-     */
-    public static native String[] FileDialog_GetFileNames(int dialog);
-
-    /**
-     * Makes a child shell: a window of its own that belongs to another shell.
-     *
-     * @param parent the shell that it belongs to; must not be 0
-     * @param style 0x1 OK button in the caption, 0x20 caption, 0x40 modal, 0x800 border, 0x10000 and
-     *     0x20000 horizontal and vertical scroll bar
-     * @return the shell; 0 when it cannot be made. Errors as for {@code Shell_New}
-     */
-    public static native int Shell_NewChild(int parent, int style);
-
-    /**
-     * Smallest useful size of a control.
-     *
-     * @param control the control
-     * @return width, height; 0, 0 when its type asks for nothing
-     */
-    public static native int[] Control_GetMinimumSize(int control);
-
-    /**
-     * Lets a control take input, or not. A shell outside the current modal shell stays disabled
-     * until that one goes.
-     *
-     * @param control the control
-     * @param enabled whether it takes input
-     */
-    public static native void Control_SetEnabled(int control, boolean enabled);
-
-    /**
-     * Switches the drawing of a control and all in it off or on. What was not drawn meanwhile is
-     * drawn then.
-     *
-     * @param control the control
-     * @param redraw whether it draws
-     */
-    public static native void Control_SetRedraw(int control, boolean redraw);
-
-    /**
-     * Gives a control the focus.
-     *
-     * @param control the control
-     * @return true when it has it already, or another window had it; false when the control or its
-     *     parent is hidden or disabled
-     */
-    public static native boolean Control_ForceFocus(int control);
-
-    /**
-     * Sounds the system's beep.
-     *
-     * @param display the display
-     */
-    public static native void Display_Beep(int display);
-
-    /**
-     * What the system's own bars take from the screen's edges.
-     *
-     * @param display the display
-     * @return left, top, right, bottom
-     */
-    public static native int[] Display_GetInsets(int display);
-
-    /**
-     * Presses or releases a key, as if on the keyboard.
-     *
-     * @param display the display
-     * @param type 1 presses, any other releases
-     * @param key the toolkit's key code, or a character
-     * @param character not looked at
-     * @return true
-     */
-    public static native boolean Display_PostKeyEvent(
-            int display, int type, int key, char character);
-
-    /**
-     * Presses or releases a pointer button where the pointer is.
-     *
-     * @param display the display
-     * @param type 1 presses, any other releases
-     * @param button 8 left, 16 middle, 32 right
-     * @return false for another button, or when the system refuses
-     */
-    public static native boolean Display_PostPointerEvent(int display, int type, int button);
-
-    /**
-     * Moves the pointer.
-     *
-     * @param display the display
-     * @param x on the screen
-     * @param y on the screen
-     * @return false when the system refuses
-     */
-    public static native boolean Display_PostPointerMoveEvent(int display, int x, int y);
-
-    /**
-     * Leaves no control with the focus.
-     *
-     * @param display the display
-     */
-    public static native void Display_ClearFocus(int display);
-
-    /**
-     * Does nothing on this platform.
-     *
-     * @param display the display
-     * @param shell the shell
-     */
-    public static native void Display_SetFullScreenShell(int display, int shell);
-
-    /**
-     * What the platform can do.
-     *
-     * @param id the capability
-     * @return 1 for id 2, 4158 for id 4, else 0
-     */
-    public static native int Platform_GetCapability(int id);
-
-    /**
-     * Whether a shell is minimised, which cannot be told on this platform.
-     *
-     * @param shell the shell
-     * @return always false
-     */
-    public static native boolean Shell_GetMinimized(int shell);
-
-    /**
-     * Does nothing on this platform.
-     *
-     * @param shell the shell
-     * @param minimized whether it should be minimised
-     */
-    public static native void Shell_SetMinimized(int shell, boolean minimized);
-
-    /**
-     * Does nothing on this platform: shells show no image.
-     *
-     * @param shell the shell
-     * @param image the image, or 0
-     */
-    public static native void Shell_SetImage(int shell, int image);
-
-    /**
-     * Lets the user size a child shell by its frame, or not. A top shell stays as it is.
-     *
-     * @param shell the shell
-     * @param resizable whether it can be sized
-     */
-    public static native void Shell_SetResizable(int shell, boolean resizable);
-
-    /**
-     * Shows a menu bar in place of the one that the shell shows.
-     *
-     * @param shell the shell
-     * @param bar a menu bar made for the shell; 0 for the empty default bar. It stays the caller's
-     */
-    public static native void Shell_SetMenuBar(int shell, int bar);
-
-    /**
-     * Sets the background colour of a control and redraws it.
-     *
-     * @param control the control
-     * @param color the colour, which must outlive its use; 0 for the default
-     */
-    public static native void Control_SetBackground(int control, int color);
-
-    /**
-     * Sets the text colour of a control and redraws it.
-     *
-     * @param control the control
-     * @param color the colour, which must outlive its use; 0 for the default
-     */
-    public static native void Control_SetForeground(int control, int color);
-
-    /**
-     * The background colour of a control, or the default one where none is set.
-     *
-     * @param control the control
-     * @return 0xRRGGBB
-     */
-    public static native int Control_GetBackgroundRGB(int control);
-
-    /**
-     * The text colour of a control, or the default one where none is set.
-     *
-     * @param control the control
-     * @return 0xRRGGBB
-     */
-    public static native int Control_GetForegroundRGB(int control);
-
-    /**
-     * Whether a control without a background colour shows its parent's.
-     *
-     * @param control the control
-     * @return true for shells, composites and the like
-     */
-    public static native boolean Control_InheritsBackground(int control);
-
-    /**
-     * Sets the font of a control's text and redraws it.
-     *
-     * @param control the control
-     * @param font the font, which must outlive its use; 0 for the default
-     */
-    public static native void Control_SetFont(int control, int font);
-
-    /**
-     * The font of controls for which none is set.
-     *
-     * @param control any control of the display
-     * @return the font, which stays the display's; 0 on an error: "Not enough memory to allocate
-     *     font" (-4)
-     */
-    public static native int Control_GetDefaultFont(int control);
-
-    /**
-     * Sets the cursor over a control and shows it at once.
-     *
-     * @param control the control
-     * @param cursor the cursor; 0 for the nearest parent's
-     */
-    public static native void Control_SetCursor(int control, int cursor);
-
-    /**
-     * Moves a control above another of the same parent; a control of another parent stays.
-     *
-     * @param control the control or shell
-     * @param other the other control; 0 moves above all, and brings a shell to the foreground
-     */
-    public static native void Control_MoveAbove(int control, int other);
-
-    /**
-     * Moves a control below another of the same parent; a control of another parent stays.
-     *
-     * @param control the control or shell
-     * @param other the other control; 0 moves below all
-     */
-    public static native void Control_MoveBelow(int control, int other);
-
-    /**
-     * Makes a colour like one of the system's.
-     *
-     * @param device the display
-     * @param id 0 to 25: desktop; active caption, its text and border; inactive caption, its text
-     *     and border; window, its frame and text; menu, its text; text field, its text; highlight,
-     *     its text; disabled text; control, its text; control's light, highlight, shadow and dark
-     *     shadow; scroll bar; tool tip, its text
-     * @return the colour, which is the caller's; 0 on an error: "Unrecognized color ID" (-3)
-     */
-    public static native int Display_GetSystemColor(int device, int id);
-
-    /**
-     * The red component of a colour.
-     *
-     * @param color the colour
-     * @return 0 to 255
-     */
-    public static native int Color_GetRed(int color);
-
-    /**
-     * The green component of a colour.
-     *
-     * @param color the colour
-     * @return 0 to 255
-     */
-    public static native int Color_GetGreen(int color);
-
-    /**
-     * The blue component of a colour.
-     *
-     * @param color the colour
-     * @return 0 to 255
-     */
-    public static native int Color_GetBlue(int color);
-
-    /**
-     * A cursor of the system's.
-     *
-     * @param device the display
-     * @param type 1 arrow, 2 cross, 3 text, 4 waiting, 5 and 7 up and down, 6 and 8 left and right,
-     *     9 to 12 the diagonals, 13 hand
-     * @return the cursor; 0 for another type. Error: "Unable to create cursor in WinCE" (-3) when
-     *     the device has no hand
-     */
-    public static native int Cursor_New(int device, int type);
-
-    /**
-     * Does nothing: cursors are the system's.
-     *
-     * @param cursor the cursor
-     */
-    public static native void Cursor_Dispose(int cursor);
-
-    /**
-     * The resolution of the screen.
-     *
-     * @param device the display
-     * @return pixels per inch across and down
-     */
-    public static native int[] Device_GetDPI(int device);
-
-    /**
-     * The depth of the screen.
-     *
-     * @param device the display
-     * @return bits per pixel
-     */
-    public static native int Device_GetDepth(int device);
-
-    /**
-     * Whether the screen's pixels hold colours and not palette indices.
-     *
-     * @param device the display
-     * @return true for a depth of more than 8
-     */
-    public static native boolean Device_IsDirect(int device);
-
-    /**
-     * Where the screen's pixels hold the components of a colour.
-     *
-     * @param device the display
-     * @return the masks of red, green, blue and alpha; all 0 for a screen without them. Null on an
-     *     error: "Cannot get DC for handle" with the system's text
-     */
-    public static native int[] Device_GetDirectPaletteMasks(int device);
-
-    /**
-     * Reads the system's palette. Errors: "Cannot get DC for handle" with the system's text,
-     * "Unable to retrieve system palette entries" (-3) for a screen without a palette.
-     *
-     * @param device the display
-     * @param reds receives the red components; as many entries are read as the shortest array holds
-     * @param greens receives the green components
-     * @param blues receives the blue components
-     */
-    public static native void Device_GetIndexedPalette(
-            int device, byte[] reds, byte[] greens, byte[] blues);
-
-    /**
-     * Always an error without a message (-1): copying from the screen is not offered.
-     *
-     * @param device the display
-     * @param graphics the target
-     * @param x of the area
-     * @param y of the area
-     * @param width of the area
-     * @param height of the area
-     */
-    public static native void Device_CopyArea(
-            int device, int graphics, int x, int y, int width, int height);
-
-    /**
-     * The free memory for accelerated drawing, of which the device has none.
-     *
-     * @param device the display
-     * @return always 0
-     */
-    public static native int Device_GetAvailableAcceleratedMemory(int device);
-
-    /**
-     * Makes a font of a family, in a face of the system's choice.
-     *
-     * @param device the display
-     * @param family 2 sans serif, 3 serif, 4 fixed pitch, any other for no preference
-     * @param points the height in points, internal leading included; 0 for the system's own choice
-     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
-     * @return the font; 0 when it cannot be made. Errors as for {@code Font_New}
-     */
-    public static native int Font_NewLogical(int device, int family, int points, int style);
-
-    /**
-     * The width of a text.
-     *
-     * @param font the font
-     * @param text null counts as empty
-     * @return pixels; 0 on an error: "Failed to get screen DC", "Failed to calculate text extent"
-     *     with the system's text, "Failed to select font" (-3)
-     */
-    public static native int Font_StringAdvance(int font, String text);
-
-    /**
-     * The name of the face that the system chose for a font.
-     *
-     * @param font the font
-     * @return the name; null on an error: "Unable to get screen dc", "Unable to get font face
-     *     length", "Unable to copy font face name into buffer" with the system's text, "Not enough
-     *     memory to store font face name" (-4)
-     */
-    public static native String Font_GetName(int font);
-
-    /**
-     * The style of the face that the system chose for a font.
-     *
-     * @param font the font
-     * @return 2 bold, 4 italic, 8 underlined, 16 struck out, added up
-     */
-    public static native int Font_GetStyle(int font);
-
-    /**
-     * The horizontal scroll bar of a shell or composite that was made with one.
-     *
-     * @param scrollable the shell or composite
-     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
-     *     create scroll bar" (-4)
-     */
-    public static native int Scrollable_GetHorizontalBar(int scrollable);
-
-    /**
-     * The vertical scroll bar of a shell or composite that was made with one.
-     *
-     * @param scrollable the shell or composite
-     * @return the same bar on every call, which cannot be disposed; 0 on an error: "Unable to
-     *     create scroll bar" (-4)
-     */
-    public static native int Scrollable_GetVerticalBar(int scrollable);
-
-    /**
-     * The room that one of a scrollable's own bars takes.
-     *
-     * @param scrollable the shell or composite
-     * @param bar its horizontal or vertical bar
-     * @return x, y, width, height in pixels
-     */
-    public static native int[] Scrollable_GetAdjustableBounds(int scrollable, int bar);
-
-    /**
-     * Enables or disables one of a scrollable's own bars.
-     *
-     * @param scrollable the shell or composite
-     * @param bar its horizontal or vertical bar
-     * @param enabled whether it can be moved
-     */
-    public static native void Scrollable_SetAdjustableEnabled(
-            int scrollable, int bar, boolean enabled);
-
-    /**
-     * Shows or hides one of a scrollable's own bars.
-     *
-     * @param scrollable the shell or composite
-     * @param bar its horizontal or vertical bar
-     * @param visible whether it is shown
-     */
-    public static native void Scrollable_SetAdjustableVisible(
-            int scrollable, int bar, boolean visible);
+    // Scroll bars, and what those of scrollables have too
 
     /**
      * Makes a vertical scroll bar of 0 to 100 with a visible amount of 10. Moving it fires {@code
@@ -1048,6 +928,91 @@ public final class OS {
      */
     public static native void Adjustable_SetBlockIncrement(int bar, int value);
 
+    // File dialogs
+
+    /**
+     * Makes a dialog that asks for files. It shows nothing before it is opened, and is disposed of
+     * like any widget.
+     *
+     * @param owner the shell or control that takes no input while the dialog is open
+     * @param style 0x2000 asks for a file to save, 0x800000 lets several files be chosen
+     * @return the dialog; 0 without memory for it. Error: "Not enough memory to allocate file dialog",
+     *     as that of the other operations on dialogs
+     */
+    public static native int FileDialog_New(int owner, int style);
+
+    /**
+     * Sets what the caption of a dialog's owner shows while the dialog is open.
+     *
+     * @param dialog the dialog
+     * @param title null or empty leaves the caption as it is
+     */
+    public static native void FileDialog_SetTitle(int dialog, String title);
+
+    /**
+     * Sets the name that a dialog starts with.
+     *
+     * @param dialog the dialog
+     * @param name null is none
+     */
+    public static native void FileDialog_SetFileName(int dialog, String name);
+
+    /**
+     * Sets the folder that a dialog starts in.
+     *
+     * @param dialog the dialog
+     * @param path null is the system's choice
+     */
+    public static native void FileDialog_SetFilterPath(int dialog, String path);
+
+    /**
+     * Opens a dialog and waits until it is closed. Called on a thread that is not the display's, it
+     * runs on a thread of its own.
+     *
+     * @param dialog the dialog
+     * @return whether a file was chosen. Error: "Unable to create thread for file dialog" with the
+     *     system's text
+     */
+    public static native boolean FileDialog_Open(int dialog);
+
+    /**
+     * Tells the folder of what was chosen, or the one that was set.
+     *
+     * @param dialog the dialog
+     * @return null for none; of one chosen file with the backslash at its end
+     */
+    public static native String FileDialog_GetFilterPath(int dialog);
+
+    /**
+     * Hands over the names of the files that were chosen last.
+     *
+     * @param dialog the dialog, which has them no longer then
+     * @return the names without their folder; empty when none were chosen
+     */
+    public static native String[] FileDialog_GetFileNames(int dialog);
+
+    // Clipboard
+
+    /**
+     * Tells the text of the clipboard.
+     *
+     * @return null when it holds no text. Errors with the system's text: "Unabled to open clipboard"
+     *     (spelt so), "Unable to copy text from clipboard", "Unable to close the clipboard"; without
+     *     memory for the text: "Cannot create copy of global string"
+     */
+    public static native String Clipboard_GetText();
+
+    /**
+     * Replaces all that the clipboard holds by a text.
+     *
+     * @param text null is the empty text. Errors with the system's text: "Unable to open the
+     *     clipboard", "Unable to empty the clipboard", "Unable to set text in clipboard", "Unable to
+     *     close the clipboard"; without memory for the text: "Unable to allocate global copy of text"
+     */
+    public static native void Clipboard_SetText(String text);
+
+    // Menus
+
     /**
      * Makes a menu bar, which {@code Shell_SetMenuBar} shows.
      *
@@ -1090,6 +1055,8 @@ public final class OS {
      * @param font the font, or 0
      */
     public static native void Menu_SetFont(int menu, int font);
+
+    // Menu items
 
     /**
      * Adds an item that fires {@code CB_MENU_SELECTION} with 0 when it is chosen.
@@ -1148,16 +1115,6 @@ public final class OS {
     public static native void StateMenuItem_SetSelection(int item, boolean checked);
 
     /**
-     * Lets an item be chosen or not. Errors: "Unable to set menu item enabled state" (-3) in a menu
-     * bar; "The menu item does not exist" (-3), "Unable to find the item" with the system's text in
-     * other menus.
-     *
-     * @param item the item
-     * @param enabled whether it can be chosen
-     */
-    public static native void AbstractMenuItem_SetEnabled(int item, boolean enabled);
-
-    /**
      * Sets the text of an item. Errors: "Unable to set menu item text" (-3) in a menu bar; "Unable
      * to find the item", "Unable to update the menu item's label" with the system's text in other
      * menus; an empty message (-4) without memory.
@@ -1187,6 +1144,180 @@ public final class OS {
      * @param font the font, or 0
      */
     public static native void LabeledMenuItem_SetFont(int item, int font);
+
+    /**
+     * Lets an item be chosen or not. Errors: "Unable to set menu item enabled state" (-3) in a menu
+     * bar; "The menu item does not exist" (-3), "Unable to find the item" with the system's text in
+     * other menus.
+     *
+     * @param item the item
+     * @param enabled whether it can be chosen
+     */
+    public static native void AbstractMenuItem_SetEnabled(int item, boolean enabled);
+
+    // Graphics contexts
+
+    /**
+     * Lets drawing reach the whole control or image again. Errors (-3): "Unable to create clip
+     * region", "Unable to select clip region".
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_ClearClipping(int graphics);
+
+    /**
+     * Lets drawing invert by its colour, so that drawing twice leaves nothing.
+     *
+     * @param graphics the context
+     * @param on whether it inverts
+     */
+    public static native void Graphics_SetXORMode(int graphics, boolean on);
+
+    /**
+     * Does nothing: lines have one style on this platform.
+     *
+     * @param graphics the context
+     * @param first ignored
+     * @param second ignored
+     * @param third ignored
+     */
+    public static native void Graphics_SetLineNodeStyle(
+            int graphics, int first, int second, int third);
+
+    /**
+     * Fills a rectangle with a colour, whatever the context's own colours and mode.
+     *
+     * @param graphics the context
+     * @param color the colour
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     */
+    public static native void Graphics_FillBackground(
+            int graphics, int color, int x, int y, int width, int height);
+
+    /**
+     * Copies a rectangle of what the context has drawn on.
+     *
+     * @param graphics the context
+     * @param sourceX of the rectangle
+     * @param sourceY of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param targetX of the copy
+     * @param targetY of the copy
+     */
+    public static native void Graphics_CopyArea(
+            int graphics, int sourceX, int sourceY, int width, int height, int targetX, int
+            targetY);
+
+    /**
+     * Draws a rectangle of an image, stretched when the sizes differ.
+     *
+     * @param graphics the context
+     * @param image the image
+     * @param sourceX of the rectangle of the image
+     * @param sourceY of the rectangle of the image
+     * @param sourceWidth of the rectangle of the image
+     * @param sourceHeight of the rectangle of the image
+     * @param targetX where it is drawn
+     * @param targetY where it is drawn
+     * @param targetWidth the size drawn
+     * @param targetHeight the size drawn
+     */
+    public static native void Graphics_DrawImageRegion(
+            int graphics, int image, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
+            int targetX, int targetY, int targetWidth, int targetHeight);
+
+    // Colours
+
+    /**
+     * The red component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetRed(int color);
+
+    /**
+     * The green component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetGreen(int color);
+
+    /**
+     * The blue component of a colour.
+     *
+     * @param color the colour
+     * @return 0 to 255
+     */
+    public static native int Color_GetBlue(int color);
+
+    // Fonts
+
+    /**
+     * Makes a font of a family, in a face of the system's choice.
+     *
+     * @param device the display
+     * @param family 2 sans serif, 3 serif, 4 fixed pitch, any other for no preference
+     * @param points the height in points, internal leading included; 0 for the system's own choice
+     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
+     * @return the font; 0 when it cannot be made. Errors as for {@code Font_New}
+     */
+    public static native int Font_NewLogical(int device, int family, int points, int style);
+
+    /**
+     * The width of a text.
+     *
+     * @param font the font
+     * @param text null counts as empty
+     * @return pixels; 0 on an error: "Failed to get screen DC", "Failed to calculate text extent"
+     *     with the system's text, "Failed to select font" (-3)
+     */
+    public static native int Font_StringAdvance(int font, String text);
+
+    /**
+     * The name of the face that the system chose for a font.
+     *
+     * @param font the font
+     * @return the name; null on an error: "Unable to get screen dc", "Unable to get font face
+     *     length", "Unable to copy font face name into buffer" with the system's text, "Not enough
+     *     memory to store font face name" (-4)
+     */
+    public static native String Font_GetName(int font);
+
+    /**
+     * The style of the face that the system chose for a font.
+     *
+     * @param font the font
+     * @return 2 bold, 4 italic, 8 underlined, 16 struck out, added up
+     */
+    public static native int Font_GetStyle(int font);
+
+    // Cursors
+
+    /**
+     * A cursor of the system's.
+     *
+     * @param device the display
+     * @param type 1 arrow, 2 cross, 3 text, 4 waiting, 5 and 7 up and down, 6 and 8 left and right,
+     *     9 to 12 the diagonals, 13 hand
+     * @return the cursor; 0 for another type. Error: "Unable to create cursor in WinCE" (-3) when
+     *     the device has no hand
+     */
+    public static native int Cursor_New(int device, int type);
+
+    /**
+     * Does nothing: cursors are the system's.
+     *
+     * @param cursor the cursor
+     */
+    public static native void Cursor_Dispose(int cursor);
+
+    // Images
 
     /**
      * Decodes an image file, as {@code Image_NewFromFileData} of the base layer does.
@@ -1298,92 +1429,7 @@ public final class OS {
      */
     public static native void Image_SetRGB(int image, int x, int y, int rgb);
 
-    /**
-     * Lets drawing reach the whole control or image again. Errors (-3): "Unable to create clip
-     * region", "Unable to select clip region".
-     *
-     * @param graphics the context
-     */
-    public static native void Graphics_ClearClipping(int graphics);
-
-    /**
-     * Lets drawing invert by its colour, so that drawing twice leaves nothing.
-     *
-     * @param graphics the context
-     * @param on whether it inverts
-     */
-    public static native void Graphics_SetXORMode(int graphics, boolean on);
-
-    /**
-     * Does nothing: lines have one style on this platform.
-     *
-     * @param graphics the context
-     * @param first ignored
-     * @param second ignored
-     * @param third ignored
-     */
-    public static native void Graphics_SetLineNodeStyle(
-            int graphics, int first, int second, int third);
-
-    /**
-     * Fills a rectangle with a colour, whatever the context's own colours and mode.
-     *
-     * @param graphics the context
-     * @param color the colour
-     * @param x of the rectangle
-     * @param y of the rectangle
-     * @param width of the rectangle
-     * @param height of the rectangle
-     */
-    public static native void Graphics_FillBackground(
-            int graphics, int color, int x, int y, int width, int height);
-
-    /**
-     * Copies a rectangle of what the context has drawn on.
-     *
-     * @param graphics the context
-     * @param sourceX of the rectangle
-     * @param sourceY of the rectangle
-     * @param width of the rectangle
-     * @param height of the rectangle
-     * @param targetX of the copy
-     * @param targetY of the copy
-     */
-    public static native void Graphics_CopyArea(
-            int graphics, int sourceX, int sourceY, int width, int height, int targetX, int
-            targetY);
-
-    /**
-     * Draws a rectangle of an image, stretched when the sizes differ.
-     *
-     * @param graphics the context
-     * @param image the image
-     * @param sourceX of the rectangle of the image
-     * @param sourceY of the rectangle of the image
-     * @param sourceWidth of the rectangle of the image
-     * @param sourceHeight of the rectangle of the image
-     * @param targetX where it is drawn
-     * @param targetY where it is drawn
-     * @param targetWidth the size drawn
-     * @param targetHeight the size drawn
-     */
-    public static native void Graphics_DrawImageRegion(
-            int graphics, int image, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
-            int targetX, int targetY, int targetWidth, int targetHeight);
-
-    /**
-     * Copies what a control shows to an image's corner. Errors: as for {@code Control_NewGraphics},
-     * "Unable to bit blit from control to image" with the system's text.
-     *
-     * @param control the control
-     * @param image the image
-     * @param x of the rectangle in the control's client area
-     * @param y of the rectangle in the control's client area
-     * @param width of the rectangle
-     * @param height of the rectangle
-     */
-    public static native void Control_CopyArea(
-            int control, int image, int x, int y, int width, int height);
+    // Sounds
 
     /**
      * Makes a sound, which plays sound files. Sounds may be used on any thread; operations on one
@@ -1420,17 +1466,17 @@ public final class OS {
     public static native void Sound_Stop(int sound);
 
     /**
-     * Stops a sound and disposes of it. Nothing else may use the sound at the time or later.
-     *
-     * @param sound the sound, or 0, which does nothing
-     */
-    public static native void Sound_Dispose(int sound);
-
-    /**
      * How many bytes should be played at a time: sounds are played whole.
      *
      * @param sound the sound
      * @return -1: no preferred size
      */
     public static native int Sound_GetPreferredChunkSize(int sound);
+
+    /**
+     * Stops a sound and disposes of it. Nothing else may use the sound at the time or later.
+     *
+     * @param sound the sound, or 0, which does nothing
+     */
+    public static native void Sound_Dispose(int sound);
 }

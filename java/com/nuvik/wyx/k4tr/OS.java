@@ -12,6 +12,32 @@ import com.nuvik.wyx.WYXErrorHandler;
  * <p>Windows belong to the thread that made the display. Unless a method says otherwise it may be
  * called on any thread; the work is then done on the display's thread, which must be reading
  * messages. Positions and sizes are in pixels.
+ *
+ * <p><b>Who ends what.</b> What a {@code New} made is the program's, which ends it once: a widget,
+ * menu, menu item or file dialog by {@link #Widget_Dispose}, all else by the {@code Dispose} of its
+ * own class. Nothing is ended by the end of something else but what is said here, and the order is the
+ * program's choice where none is given.
+ *
+ * <ul>
+ *   <li>Display and widgets: either may go first. Without its display a widget shows nothing and fires
+ *       nothing, and still has to be disposed of.
+ *   <li>Parent and control, shell and child shell: either may go first. With the parent's window go
+ *       those in it; their handles stay until they are disposed of.
+ *   <li>Scrollable and its own bars: these go with it and cannot be disposed of.
+ *   <li>Shell and menu bar, and owner and menu: either may go first. A bar that is disposed of leaves
+ *       the shell with its empty one, which is the shell's.
+ *   <li>Menu and item: either may go first. An item without menu only waits to be disposed of.
+ *   <li>Cascade item and the menu that it opens: either may go first; neither ends the other.
+ *   <li>Control and colour, font: these may be disposed of while a control has them, which keeps
+ *       them. A graphics context keeps a font too, and of a colour takes what it needs.
+ *   <li>Control and cursor: cursors are the system's and end never.
+ *   <li>Image and graphics context on it: either may go first.
+ *   <li>Control and graphics context on it: the context first.
+ *   <li>Sound and what it plays: {@code Sound_Dispose} stops that and is the last call of the sound.
+ *   <li>Dialog and owner: either may go first, also while the dialog is open.
+ *   <li>Widget and data: the program sets the data to null, then disposes of the widget. Data that is
+ *       still set is held for good.
+ * </ul>
  */
 public final class OS {
     static {
@@ -88,6 +114,8 @@ public final class OS {
      */
     public static final int CB_POINTER_DOWN_QUERY = 1458260670;
 
+    // Display
+
     /**
      * Makes a display. The calling thread becomes the display's thread.
      *
@@ -144,15 +172,34 @@ public final class OS {
      */
     public static native int Display_Wake(int display);
 
+    // Devices: the screen
+
     /**
-     * Disposes of a widget: its window goes with the windows in it. The widget fires no event from
-     * here on. Its data is not released: set it to null first. Errors: "Invalid disposal of a
-     * scrollable's scrollbars" (-3), and of menu items "Unable to find menu item" and "Unable to
-     * delete menu item", with the system's text but for those of menu bars (-3).
+     * The screen.
      *
-     * @param widget the widget; its handle is invalid afterwards
+     * @param device not looked at
+     * @return 0, 0, width, height
      */
-    public static native void Widget_Dispose(int widget);
+    public static native int[] Device_GetBounds(int device);
+
+    /**
+     * The face names of the device's fonts, once for every font of a family.
+     *
+     * @param device the display
+     * @param scalable whether the scalable faces are listed, else the raster ones
+     * @return the names; empty when there is none. Error: "Not enough memory to list typefaces"
+     *     (-4)
+     */
+    public static native String[] Device_GetTypefaces(int device, boolean scalable);
+
+    /**
+     * Ends a display or another device.
+     *
+     * @param device the display; its handle is invalid afterwards
+     */
+    public static native void Device_Dispose(int device);
+
+    // Widgets: what all of them have
 
     /**
      * Sets the object that receives a widget's events.
@@ -163,6 +210,18 @@ public final class OS {
      * @throws OutOfMemoryError when the reference cannot be allocated
      */
     public static native void Widget_SetData(int widget, Object data);
+
+    /**
+     * Disposes of a widget: its window goes with the windows in it. The widget fires no event from
+     * here on. Its data is not released: set it to null first. Errors: "Invalid disposal of a
+     * scrollable's scrollbars" (-3), and of menu items "Unable to find menu item" and "Unable to
+     * delete menu item", with the system's text but for those of menu bars (-3).
+     *
+     * @param widget the widget; its handle is invalid afterwards
+     */
+    public static native void Widget_Dispose(int widget);
+
+    // Controls: all widgets with a window
 
     /**
      * Where a control is.
@@ -192,20 +251,17 @@ public final class OS {
      */
     public static native void Control_SetVisible(int control, boolean visible);
 
-    /**
-     * Ends a display or another device.
-     *
-     * @param device the display; its handle is invalid afterwards
-     */
-    public static native void Device_Dispose(int device);
+    // Scrollables: controls that may have bars of their own
 
     /**
-     * The screen.
+     * What a scrollable's frame and scroll bars take from its window.
      *
-     * @param device not looked at
-     * @return 0, 0, width, height
+     * @param scrollable a composite or a shell
+     * @return left, top, right, bottom
      */
-    public static native int[] Device_GetBounds(int device);
+    public static native int[] Scrollable_GetInsets(int scrollable);
+
+    // Shells: top-level windows
 
     /**
      * Makes a top shell: a window that fills the work area above its menu bar. It is not shown yet.
@@ -235,228 +291,7 @@ public final class OS {
      */
     public static native void Shell_SetText(int shell, String text);
 
-    /**
-     * What a scrollable's frame and scroll bars take from its window.
-     *
-     * @param scrollable a composite or a shell
-     * @return left, top, right, bottom
-     */
-    public static native int[] Scrollable_GetInsets(int scrollable);
-
-    /**
-     * The face names of the device's fonts, once for every font of a family.
-     *
-     * @param device the display
-     * @param scalable whether the scalable faces are listed, else the raster ones
-     * @return the names; empty when there is none. Error: "Not enough memory to list typefaces"
-     *     (-4)
-     */
-    public static native String[] Device_GetTypefaces(int device, boolean scalable);
-
-    /**
-     * Makes a colour.
-     *
-     * @param device the display
-     * @param red 0 to 255
-     * @param green 0 to 255
-     * @param blue 0 to 255
-     * @return the colour; 0 when it cannot be made. Errors: "Invalid color component range" (-3),
-     *     "Not enough memory to allocate color" (-4)
-     */
-    public static native int Color_New(int device, int red, int green, int blue);
-
-    /**
-     * Ends a colour. No control may use it any more.
-     *
-     * @param color the colour
-     */
-    public static native void Color_Dispose(int color);
-
-    /**
-     * Makes a font of a face.
-     *
-     * @param device the display
-     * @param name the face; "fixed", in any case, for any fixed-pitch face; null or an unknown face
-     *     leaves the choice to the system. What goes beyond 32 characters is cut off
-     * @param points the height in points, internal leading included; 0 for the system's own choice
-     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
-     * @return the font; 0 when it cannot be made. Errors: "Unable to createfont" with the system's
-     *     text, "Not enough memory to allocate font" (-4)
-     */
-    public static native int Font_New(int device, String name, int points, int style);
-
-    /**
-     * Ends a font. Controls and graphics contexts that have it keep it.
-     *
-     * @param font the font
-     */
-    public static native void Font_Dispose(int font);
-
-    /**
-     * How far the font's characters rise above the base line, without the leading.
-     *
-     * @param font the font
-     * @return pixels
-     */
-    public static native int Font_GetAscent(int font);
-
-    /**
-     * How far the font's characters reach below the base line.
-     *
-     * @param font the font
-     * @return pixels
-     */
-    public static native int Font_GetDescent(int font);
-
-    /**
-     * The room that the font keeps free above its characters, for accents.
-     *
-     * @param font the font
-     * @return pixels
-     */
-    public static native int Font_GetLeading(int font);
-
-    /**
-     * The height of the font, leading included.
-     *
-     * @param font the font
-     * @return points; 0 on an error: "Unable to get screen dc" with the system's text
-     */
-    public static native int Font_GetSizeInPoints(int font);
-
-    /**
-     * The width of one character.
-     *
-     * @param font the font
-     * @param character the character
-     * @return pixels
-     */
-    public static native int Font_GetAdvanceWidth(int font, char character);
-
-    /**
-     * Makes an image of one colour, with 24 bits a pixel and no transparency. Images belong to no
-     * device and may be used on any thread.
-     *
-     * @param device not looked at
-     * @param width in pixels
-     * @param height in pixels
-     * @param color 0xRRGGBB
-     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
-     *     image handle" with the system's text, no message (-4) without memory
-     */
-    public static native int Image_NewFromSize(int device, int width, int height, int color);
-
-    /**
-     * Makes a direct image of colours. It has the bits per pixel of depth, or 32 when it has alpha.
-     *
-     * @param device not looked at
-     * @param width in pixels
-     * @param height in pixels
-     * @param pixels row by row. Where the array is too short, or null, the pixels are 0
-     * @param depth the bits of a pixel: 16 (5 red, 6 green, 5 blue), 24 or 32 (0xAARRGGBB)
-     * @param transparentColor 0xBBGGRR; -1 for none
-     * @param alpha of every pixel, 0 clear to 255 opaque; -1 for none. Pixels of 16 bits keep the
-     *     values of their 5 bits then, and look dark
-     * @param alphaData the alpha of each pixel, row by row, which counts before alpha; null for
-     *     none. Where the array is too short the pixels are 0
-     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
-     *     image handle" with the system's text, no message (-4) without memory
-     */
-    public static native int Image_NewFromIntData(
-            int device,
-            int width,
-            int height,
-            int[] pixels,
-            int depth,
-            int transparentColor,
-            int alpha,
-            byte[] alphaData);
-
-    /**
-     * Makes an indexed image. Where an array is too short, or null, its values are 0.
-     *
-     * @param device not looked at
-     * @param width in pixels
-     * @param height in pixels
-     * @param data palette indices row by row, the leftmost pixel in a byte's highest bits
-     * @param bytesPerLine the bytes of a row
-     * @param depth the bits of a pixel: 1, 2, 4 or 8; an image of 2 is stored with 4
-     * @param red the palette's red, 0 to 255 each
-     * @param green the palette's green
-     * @param blue the palette's blue
-     * @param paletteSize the number of colours; 0 for as many, black, as a pixel can count
-     * @param transparentIndex the index whose pixels are not drawn; -1 for none
-     * @return the image; 0 when it cannot be made. Errors: "Not enough memory to create image"
-     *     (-4), "Unable to create device-independent image handle" (-3), no message (-4)
-     *     without memory
-     */
-    public static native int Image_NewFromByteData(
-            int device,
-            int width,
-            int height,
-            byte[] data,
-            int bytesPerLine,
-            int depth,
-            byte[] red,
-            byte[] green,
-            byte[] blue,
-            int paletteSize,
-            int transparentIndex);
-
-    /**
-     * Decodes the contents of an image file, of whatever formats the device knows. Palettes of up
-     * to 256 colours and 24 bits without alpha stay as they are; all else becomes 32 bits with
-     * alpha. The thread must not use COM in an apartment of its own.
-     *
-     * @param device not looked at
-     * @param data the file's contents
-     * @param length how many bytes of it count
-     * @return the image; 0 when it cannot be decoded. Errors: "Failed to create an IStream from a
-     *     memory location" (-3), "Failed to initialize COM" (-3), "Failed to create
-     *     IImagingFactory" (-3), "Failed to create IImageDecoder from IStream" (-6): no known
-     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), no message
-     *     (-4) without memory
-     */
-    public static native int Image_NewFromFileData(int device, byte[] data, int length);
-
-    /**
-     * Ends an image. Graphics contexts on it may still draw, and end later.
-     *
-     * @param image the image
-     */
-    public static native void Image_Dispose(int image);
-
-    /**
-     * The size of an image.
-     *
-     * @param image the image
-     * @return 0, 0, width, height
-     */
-    public static native int[] Image_GetBounds(int image);
-
-    /**
-     * The depth of an image.
-     *
-     * @param image the image
-     * @return bits per pixel
-     */
-    public static native int Image_GetDepth(int image);
-
-    /**
-     * Reads colours of an image of 24 bits per pixel; the bytes of another depth are taken as if
-     * they were such pixels. What lies outside the image or the array is left out.
-     *
-     * @param image the image
-     * @param x of the rectangle
-     * @param y of the rectangle
-     * @param width of the rectangle
-     * @param height of the rectangle
-     * @param offset where the first pixel goes
-     * @param scanSize how much further each next row begins
-     * @param out receives 0xFFRRGGBB for each pixel
-     */
-    public static native void Image_GetRGB(
-            int image, int x, int y, int width, int height, int offset, int scanSize, int[] out);
+    // Graphics contexts
 
     /**
      * Makes a graphics context on a control's client area.
@@ -471,18 +306,11 @@ public final class OS {
     /**
      * Makes a graphics context on an image, one of any number.
      *
-     * @param image the image, which must outlive the context
+     * @param image the image, which may be disposed of before the context
      * @return the context; 0 on an error: "Unable to allocate enough memory for device context"
      *     (-4)
      */
     public static native int Image_NewGraphics(int image);
-
-    /**
-     * Ends a graphics context.
-     *
-     * @param graphics the context
-     */
-    public static native void Graphics_Dispose(int graphics);
 
     /**
      * Sets the colour of lines, outlines and text. Error: "Unable to create new pen" with the
@@ -516,7 +344,7 @@ public final class OS {
      * system's text.
      *
      * @param graphics the context
-     * @param font the font, which must outlive its use; 0 for the system's
+     * @param font the font; 0 for the system's
      */
     public static native void Graphics_SetFont(int graphics, int font);
 
@@ -697,4 +525,222 @@ public final class OS {
      * @param y of the image's top edge
      */
     public static native void Graphics_DrawImage(int graphics, int image, int x, int y);
+
+    /**
+     * Ends a graphics context.
+     *
+     * @param graphics the context
+     */
+    public static native void Graphics_Dispose(int graphics);
+
+    // Colours
+
+    /**
+     * Makes a colour.
+     *
+     * @param device the display
+     * @param red 0 to 255
+     * @param green 0 to 255
+     * @param blue 0 to 255
+     * @return the colour; 0 when it cannot be made. Errors: "Invalid color component range" (-3),
+     *     "Not enough memory to allocate color" (-4)
+     */
+    public static native int Color_New(int device, int red, int green, int blue);
+
+    /**
+     * Ends a colour. Controls that have it keep it.
+     *
+     * @param color the colour
+     */
+    public static native void Color_Dispose(int color);
+
+    // Fonts
+
+    /**
+     * Makes a font of a face.
+     *
+     * @param device the display
+     * @param name the face; "fixed", in any case, for any fixed-pitch face; null or an unknown face
+     *     leaves the choice to the system. What goes beyond 32 characters is cut off
+     * @param points the height in points, internal leading included; 0 for the system's own choice
+     * @param style 0 plain, 2 bold, 4 italic, 8 underlined, 16 struck out
+     * @return the font; 0 when it cannot be made. Errors: "Unable to createfont" with the system's
+     *     text, "Not enough memory to allocate font" (-4)
+     */
+    public static native int Font_New(int device, String name, int points, int style);
+
+    /**
+     * How far the font's characters rise above the base line, without the leading.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetAscent(int font);
+
+    /**
+     * How far the font's characters reach below the base line.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetDescent(int font);
+
+    /**
+     * The room that the font keeps free above its characters, for accents.
+     *
+     * @param font the font
+     * @return pixels
+     */
+    public static native int Font_GetLeading(int font);
+
+    /**
+     * The height of the font, leading included.
+     *
+     * @param font the font
+     * @return points; 0 on an error: "Unable to get screen dc" with the system's text
+     */
+    public static native int Font_GetSizeInPoints(int font);
+
+    /**
+     * The width of one character.
+     *
+     * @param font the font
+     * @param character the character
+     * @return pixels
+     */
+    public static native int Font_GetAdvanceWidth(int font, char character);
+
+    /**
+     * Ends a font. Controls and graphics contexts that have it keep it.
+     *
+     * @param font the font
+     */
+    public static native void Font_Dispose(int font);
+
+    // Images
+
+    /**
+     * Makes an image of one colour, with 24 bits a pixel and no transparency. Images belong to no
+     * device and may be used on any thread.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param color 0xRRGGBB
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, no message (-4) without memory
+     */
+    public static native int Image_NewFromSize(int device, int width, int height, int color);
+
+    /**
+     * Makes a direct image of colours. It has the bits per pixel of depth, or 32 when it has alpha.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param pixels row by row. Where the array is too short, or null, the pixels are 0
+     * @param depth the bits of a pixel: 16 (5 red, 6 green, 5 blue), 24 or 32 (0xAARRGGBB)
+     * @param transparentColor 0xBBGGRR; -1 for none
+     * @param alpha of every pixel, 0 clear to 255 opaque; -1 for none. Pixels of 16 bits keep the
+     *     values of their 5 bits then, and look dark
+     * @param alphaData the alpha of each pixel, row by row, which counts before alpha; null for
+     *     none. Where the array is too short the pixels are 0
+     * @return the image; 0 when it cannot be made. Errors: "Unable to create device-independent
+     *     image handle" with the system's text, no message (-4) without memory
+     */
+    public static native int Image_NewFromIntData(
+            int device,
+            int width,
+            int height,
+            int[] pixels,
+            int depth,
+            int transparentColor,
+            int alpha,
+            byte[] alphaData);
+
+    /**
+     * Makes an indexed image. Where an array is too short, or null, its values are 0.
+     *
+     * @param device not looked at
+     * @param width in pixels
+     * @param height in pixels
+     * @param data palette indices row by row, the leftmost pixel in a byte's highest bits
+     * @param bytesPerLine the bytes of a row
+     * @param depth the bits of a pixel: 1, 2, 4 or 8; an image of 2 is stored with 4
+     * @param red the palette's red, 0 to 255 each
+     * @param green the palette's green
+     * @param blue the palette's blue
+     * @param paletteSize the number of colours; 0 for as many, black, as a pixel can count
+     * @param transparentIndex the index whose pixels are not drawn; -1 for none
+     * @return the image; 0 when it cannot be made. Errors: "Not enough memory to create image"
+     *     (-4), "Unable to create device-independent image handle" (-3), no message (-4)
+     *     without memory
+     */
+    public static native int Image_NewFromByteData(
+            int device,
+            int width,
+            int height,
+            byte[] data,
+            int bytesPerLine,
+            int depth,
+            byte[] red,
+            byte[] green,
+            byte[] blue,
+            int paletteSize,
+            int transparentIndex);
+
+    /**
+     * Decodes the contents of an image file, of whatever formats the device knows. Palettes of up
+     * to 256 colours and 24 bits without alpha stay as they are; all else becomes 32 bits with
+     * alpha. The thread must not use COM in an apartment of its own.
+     *
+     * @param device not looked at
+     * @param data the file's contents
+     * @param length how many bytes of it count
+     * @return the image; 0 when it cannot be decoded. Errors: "Failed to create an IStream from a
+     *     memory location" (-3), "Failed to initialize COM" (-3), "Failed to create
+     *     IImagingFactory" (-3), "Failed to create IImageDecoder from IStream" (-6): no known
+     *     format, "Failed to begin decoding" (-8), "Failed to decode image" (-8), no message
+     *     (-4) without memory
+     */
+    public static native int Image_NewFromFileData(int device, byte[] data, int length);
+
+    /**
+     * The size of an image.
+     *
+     * @param image the image
+     * @return 0, 0, width, height
+     */
+    public static native int[] Image_GetBounds(int image);
+
+    /**
+     * The depth of an image.
+     *
+     * @param image the image
+     * @return bits per pixel
+     */
+    public static native int Image_GetDepth(int image);
+
+    /**
+     * Reads colours of an image of 24 bits per pixel; the bytes of another depth are taken as if
+     * they were such pixels. What lies outside the image or the array is left out.
+     *
+     * @param image the image
+     * @param x of the rectangle
+     * @param y of the rectangle
+     * @param width of the rectangle
+     * @param height of the rectangle
+     * @param offset where the first pixel goes
+     * @param scanSize how much further each next row begins
+     * @param out receives 0xFFRRGGBB for each pixel
+     */
+    public static native void Image_GetRGB(
+            int image, int x, int y, int width, int height, int offset, int scanSize, int[] out);
+
+    /**
+     * Ends an image. Graphics contexts on it may still draw, and end later.
+     *
+     * @param image the image
+     */
+    public static native void Image_Dispose(int image);
 }
