@@ -13,7 +13,7 @@ import elf
 import frames
 import pe
 
-LARGEST_FILE = 160 * 1024
+LARGEST_FILE = 128 * 1024
 LARGEST_FRAME = 4096  # a page: larger ones would have to touch each page of theirs
 CODE, WRITABLE = 0x20, 0x80000000
 NEVER = 0xF
@@ -112,7 +112,7 @@ class Check:
     def sections(self):
         image = self.image
         names = [section.name for section in image.sections]
-        wanted = [".text", ".rdata", ".data", ".idata", ".edata", ".pdata", ".rsrc", ".reloc"]
+        wanted = [".text", ".data", ".rdata", ".rsrc", ".reloc"]
         if not image.directories[pe.RESOURCE_TABLE][1]:
             wanted.remove(".rsrc")
         self.expect(names == wanted, f"the sections are {names}, not {wanted}")
@@ -188,7 +188,7 @@ class Check:
                 for address in range(start, end, 4)}
         self.expect(not code & fixups.keys(), "instructions are relocated")
         for section in image.sections:
-            if section.name in (".idata", ".edata", ".rsrc", ".reloc"):  # these hold no absolute addresses
+            if section.name in (".rsrc", ".reloc"):  # these hold no absolute addresses
                 continue
             for address in range(section.address, section.address + section.size - 3, 4):
                 if address in fixups or address in code:

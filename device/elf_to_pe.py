@@ -28,6 +28,7 @@ STACK_RESERVE, HEAP_RESERVE, COMMIT = 0x10000, 0x100000, 0x1000
 FILE_FLAGS = 0x210E
 CODE, READABLE_DATA, WRITABLE_DATA = 0x60000020, 0x40000040, 0xC0000040
 DISCARDABLE = 0x02000000
+READ_ONLY = ".rdata"
 
 EXPORT_TABLE, IMPORT_TABLE, RESOURCE_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 0, 1, 2, 3, 5
 DIRECTORY_COUNT = 16
@@ -78,7 +79,7 @@ class Image:
         self._carry_sections()
 
     def _carry_sections(self):
-        flags = {".text": CODE, ".rdata": READABLE_DATA, ".data": WRITABLE_DATA}
+        flags = {".text": CODE, READ_ONLY: READABLE_DATA, ".data": WRITABLE_DATA}
         for section in self.source.loaded_sections():
             address = section.address - IMAGE_BASE
             if section.name == ".bss":
@@ -104,10 +105,23 @@ class Image:
         return self.sections[-1].end if self.sections else SECTION_ALIGNMENT
 
     def add(self, name, directory, build, flags=READABLE_DATA):
-        """build(address) gives the section's bytes, and how many of them the directory names."""
+        """build(address) gives the section's bytes, which the directory describes."""
         address = align(self._end(), SECTION_ALIGNMENT)
-        content, described = build(address)
+        content = build(address)
         self.sections.append(PeSection(name, address, content, flags))
+        self.directories[directory] = (address, len(content))
+
+    def append(self, directory, build):
+        """Behind the read-only data. build(address) gives the table's bytes, and how many of them the
+        directory names."""
+        section = self.sections[-1]
+        if section.name != READ_ONLY:
+            raise ConversionError("there is no read-only data behind all other")
+        section.content += bytes(-len(section.content) % 4)
+        address = section.address + len(section.content)
+        content, described = build(address)
+        section.content += content
+        section.size = len(section.content)
         self.directories[directory] = (address, described)
 
     def _section_at(self, address):
@@ -209,8 +223,16 @@ def build_imports(image, modules, address):
     return descriptors + lookups + texts, len(descriptors)
 
 
+def stored_text(image, text):
+    """Where the read-only data has a text and its end; None when it has not."""
+    section = image.sections[-1]
+    place = section.content.find(text + b"\0")
+    return section.address + place if place >= 0 else None
+
+
 def build_exports(image, module, address):
-    """Ordinals count from 1 in the order of the names, which is that of their bytes."""
+    """Ordinals count from 1 in the order of the names, which is that of their bytes. A name that the
+    image has anyway is not stored again."""
     names = sorted(entry.name.encode("ascii") for entry in module.entries)
     if len(set(names)) != len(names):
         raise ConversionError("a name is exported twice")
@@ -225,9 +247,10 @@ def build_exports(image, module, address):
     for index, name in enumerate(names):
         function = image.address_of(name.decode("ascii"))
         struct.pack_into("<I", content, functions + 4 * index, function)
-        struct.pack_into("<I", content, pointers + 4 * index, address + len(content))
+        place = stored_text(image, name)
+        struct.pack_into("<I", content, pointers + 4 * index, place or address + len(content))
         struct.pack_into("<H", content, ordinals + 2 * index, index)
-        content += name + b"\0"
+        content += b"" if place else name + b"\0"
     return content, len(content)
 
 
@@ -276,7 +299,7 @@ def build_relocations(image, _):
         content += struct.pack(f"<II{len(entries)}H", page, 8 + 2 * len(entries), *entries)
     if not content:
         raise ConversionError("an image that cannot be moved")
-    return content, len(content)
+    return content
 
 
 def headers(image):
@@ -329,9 +352,9 @@ def convert(data, exports, imports, without_bx=False, compiled_resources=None):
         replace_bx(image)
     if not image.sections[0].address <= source.entry - IMAGE_BASE < image.sections[0].end:
         raise ConversionError("the entry point is no code")
-    image.add(".idata", IMPORT_TABLE, lambda address: build_imports(image, imports, address))
-    image.add(".edata", EXPORT_TABLE, lambda address: build_exports(image, exports, address))
-    image.add(".pdata", EXCEPTION_TABLE, lambda address: build_exceptions(image, address))
+    image.append(IMPORT_TABLE, lambda address: build_imports(image, imports, address))
+    image.append(EXPORT_TABLE, lambda address: build_exports(image, exports, address))
+    image.append(EXCEPTION_TABLE, lambda address: build_exceptions(image, address))
     if compiled_resources:
         found = resources.read(compiled_resources)
         image.add(".rsrc", RESOURCE_TABLE, lambda address: resources.build(found, address))

@@ -76,8 +76,7 @@ def build(resources, address):
         return place
 
     add(resources, 0)
-    content = bytes(directories) + b"".join(descriptions) + bytes(contents)
-    return content, len(content)
+    return bytes(directories) + b"".join(descriptions) + bytes(contents)
 
 
 def _size_of_directories(resources, depth):

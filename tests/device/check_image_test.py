@@ -93,8 +93,8 @@ class Flaws(CheckTest):
         self.tells("bytes behind the last section", self.build() + bytes(512))
 
     def test_a_file_that_is_too_large(self):
-        self.build(SAMPLE + ".section .rodata.table\n .space 0x28000, 1\n")
-        self.tells("more than 163840")
+        self.build(SAMPLE + ".section .rodata.table\n .space 0x20000, 1\n")
+        self.tells("more than 131072")
 
     def test_every_single_relocation_that_is_dropped(self):
         data = self.build()
@@ -247,7 +247,8 @@ class Flaws(CheckTest):
         data = self.build()
         image = pe.Pe(self.folder.path("sample.dll"))
         address, size = image.directories[pe.EXCEPTION_TABLE]
-        place = image.section_at(address).place
+        section = image.section_at(address)
+        place = section.place + address - section.address
         swapped = bytearray(data)
         swapped[place:place + 16] = data[place + 8:place + 16] + data[place:place + 8]
         self.tells("is wrong", swapped)

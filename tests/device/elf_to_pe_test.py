@@ -76,6 +76,32 @@ class CarriesOver(ConversionTest):
                          [(number, name, linked.addresses[name] - image.base)
                           for number, name in ((1, "Allocate"), (2, "_find"), (3, "beep"))])
 
+    def with_texts(self, *texts):
+        source = ".section .rodata.table\n" + "".join(f' .asciz "{text}"\n' for text in texts)
+        image, _ = self.sample(source + ' .section .text.beep\n .reloc 0, R_ARM_NONE, table\n')
+        return image
+
+    def test_the_name_of_an_export_that_the_image_has_is_not_stored_again(self):
+        plain, _ = self.sample()
+        image = self.with_texts("beep", "a text that ends in Allocate")
+        self.assertEqual([name for _, name, _ in image.exports()], ["Allocate", "_find", "beep"])
+        for name in (b"Allocate\0", b"beep\0"):
+            self.assertEqual(image.data.count(name), plain.data.count(name), name)
+
+    def test_a_longer_text_is_no_name_of_an_export(self):
+        image = self.with_texts("beeper", "Allocated", "_finds")
+        self.assertEqual([name for _, name, _ in image.exports()], ["Allocate", "_find", "beep"])
+
+    def test_the_tables_lie_on_words_behind_the_read_only_data(self):
+        image = self.with_texts("odd", "more")
+        linked = elf.Elf(self.folder.read("image.elf")).section(".rdata")
+        free = linked.address + linked.size - image.base
+        for table in (pe.IMPORT_TABLE, pe.EXPORT_TABLE, pe.EXCEPTION_TABLE):
+            address, size = image.directories[table]
+            self.assertEqual((address % 4, image.section_at(address).name), (0, ".rdata"))
+            self.assertGreaterEqual(address, free)
+            free = address + size
+
     def test_exactly_the_addresses_are_relocated(self):
         image, _ = self.sample()
         linked = elf.Elf(self.folder.read("image.elf"))
@@ -290,6 +316,10 @@ class Stops(ConversionTest):
             '.section .secret, "a", %progbits\n .word 1\n'
             '.section .text.beep\n .reloc 0, R_ARM_NONE, .secret\n',
             "section .secret has no place")
+
+    def test_an_image_without_read_only_data(self):
+        source = SAMPLE.replace(".section .rodata.table, \"a\"", ".section .data.table, \"aw\"")
+        self.refuses(self.folder.link(source), "no read-only data behind all other")
 
     def test_an_unknown_relocation(self):
         def change(data, offset):

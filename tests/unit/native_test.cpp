@@ -114,7 +114,7 @@ class NativeTest : public testing::Test {
   protected:
     template <auto Operation, class... Java>
     auto run(Java... java) {
-        NATIVE_DESCRIPTION(description, Operation, "Class_Method");
+        NATIVE_DESCRIPTION(description, Operation, "Java_com_nuvik_wyx_k4tr_OS_Class_1Method");
         return native::call<Operation>(vm.env(), description, java...);
     }
     NativeTest() { reset(); }

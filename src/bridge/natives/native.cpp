@@ -50,10 +50,22 @@ static void discard(GraphicsRecord* graphics) {
     Error_Clear(&unheard);
 }
 
+// "Class_Method", under which errors are reported: what follows the package and the class of the
+// natives, where "_1" stands for "_".
+static void nameMethod(const Description& native, char (&name)[longestEntryName]) {
+    static constexpr char natives[] = "Java_com_nuvik_wyx_k4tr_OS_";
+    char* end = name;
+    for (const char* next = native.entryName + sizeof(natives) - 1; *next; next++)
+        if (next[0] != '1' || next[-1] != '_') *end++ = *next;
+    *end = '\0';
+}
+
 jint fail(JNIEnv* env, const Description& native, jint result, ErrorRecord* error) {
     if (native.made == Made::widget) Widget_Discard(reinterpret_cast<WidgetRecord*>(result));
     if (native.made == Made::graphics) discard(reinterpret_cast<GraphicsRecord*>(result));
-    WYX_ErrorHandler(env, native.name, error);
+    char name[longestEntryName];
+    nameMethod(native, name);
+    WYX_ErrorHandler(env, name, error);
     return 0;
 }
 

@@ -11,6 +11,9 @@
 //
 // Natives of the same Java types have one body. An entry function hands it the native's description
 // in the place of the class, which leaves all other arguments where they are.
+//
+// The name of an entry function is the longest text that a native has, and the export table holds
+// it anyway: a description keeps it whole, so that the device's library stores it once.
 
 #include "bridge/error.h"
 #include "bridge/java_values.h"
@@ -30,12 +33,16 @@ namespace native {
 // What an operation makes, and who ends it when Java does not learn of it.
 enum class Made : BYTE { nothing, widget, graphics };
 
+// With its terminator.
+inline constexpr size_t longestEntryName = 80;
+
 // What tells natives of the same Java types apart. A body reads it whatever the length of its name.
 template <size_t NameSize>
 struct DescriptionOf {
+    static_assert(NameSize <= longestEntryName);
     void (*operation)(); // called with the types that the body's Java types stand for
     Made made;
-    char name[NameSize]; // Class_Method, under which errors are reported; NUL-terminated
+    char entryName[NameSize]; // Java_com_nuvik_wyx_k4tr_OS_Class_1Method; NUL-terminated
 };
 using Description = DescriptionOf<1>;
 
@@ -258,7 +265,8 @@ auto call(JNIEnv* env, const DescriptionOf<NameSize>& native, Java... java) {
     extern "C" native::EntryResult<Result> JNICALL                                                 \
         Java_com_nuvik_wyx_##package##_OS_##Class##_1##Method(JNIEnv* env,                         \
                                                               jclass NATIVE_TAIL parameters) {     \
-        NATIVE_DESCRIPTION(description, Class##_##Method, #Class "_" #Method);                     \
+        NATIVE_DESCRIPTION(description, Class##_##Method,                                          \
+                           "Java_com_nuvik_wyx_" #package "_OS_" #Class "_1" #Method);             \
         return static_cast<native::EntryResult<Result>>(                                           \
             native::call<Class##_##Method>(env, description NATIVE_TAIL arguments));               \
     }
