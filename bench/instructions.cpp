@@ -6,11 +6,6 @@
 #include "toolkit.h"
 #include <cstdio>
 
-using NewImage = jint(jint, jint, jint, jintArray, jint, jint, jint, jbyteArray);
-using FromSize = jint(jint, jint, jint, jint);
-using Draw = void(jint, jint, jint, jint);
-using GetPixels = void(jint, jint, jint, jint, jint, jint, jint, jintArray);
-
 class InstructionsTest : public DeviceTest {
   protected:
     static constexpr jint smallSide = 16, largeSide = 80; // pixels
@@ -48,10 +43,10 @@ class InstructionsTest : public DeviceTest {
 
     jint newSquare(jint side, jint alpha) {
         std::vector<jint> pixels(static_cast<size_t>(side) * side, 0x336699);
-        return call<NewImage>("Image_NewFromIntData", display, side, side, vm.newInts(pixels), 32,
-                              -1, alpha, static_cast<jbyteArray>(nullptr));
+        return call(OS::Image_NewFromIntData, display, side, side, vm.newInts(pixels), 32, -1,
+                    alpha, nullptr);
     }
-    void disposeImage(jint image) { call<void(jint)>("Image_Dispose", image); }
+    void disposeImage(jint image) { call(OS::Image_Dispose, image); }
 };
 
 TEST_F(InstructionsTest, are_counted) {
@@ -60,26 +55,25 @@ TEST_F(InstructionsTest, are_counted) {
     listen(button);
     auto* widget = reinterpret_cast<WidgetRecord*>(button);
 
-    tell("native_call", [&] { call<jboolean(jint)>("Control_InheritsBackground", button); });
+    tell("native_call", [&] { call(OS::Control_InheritsBackground, button); });
     using Fire = void (*)(DWORD, const char*, CallbackTarget*, ...);
     auto fire = reinterpret_cast<Fire>(exportOf("vaCallback"));
     tell("fired_callback", [&] { fire(CB_SELECTION, "()V", widget->callbackTarget); });
     tell("message_through_the_chain", [&] { SendMessageW(windowOf(button), WM_USER + 50, 0, 0); });
 
     constexpr jint side = 100;
-    jint target = call<FromSize>("Image_NewFromSize", display, side, side, 0x808080);
-    jint graphics = call<jint(jint)>("Image_NewGraphics", target);
+    jint target = call(OS::Image_NewFromSize, display, side, side, 0x808080);
+    jint graphics = call(OS::Image_NewGraphics, target);
     const jint squares[] = {newSquare(smallSide, 128), newSquare(largeSide, 128)};
     tellForPixel("pixel_blended", [&](jint squareSide) {
-        call<Draw>("Graphics_DrawImage", graphics, squares[squareSide == largeSide], 0, 0);
+        call(OS::Graphics_DrawImage, graphics, squares[squareSide == largeSide], 0, 0);
     });
     for (jint square : squares) disposeImage(square);
     jintArray pixels = vm.newInts(std::vector<jint>(side * side));
     tellForPixel("pixel_converted", [&](jint squareSide) {
-        call<GetPixels>("Image_GetRGB", target, 0, 0, squareSide, squareSide, 0, squareSide,
-                        pixels);
+        call(OS::Image_GetRGB, target, 0, 0, squareSide, squareSide, 0, squareSide, pixels);
     });
-    call<void(jint)>("Graphics_Dispose", graphics);
+    call(OS::Graphics_Dispose, graphics);
     disposeImage(target);
     EXPECT_TRUE(vm.reports.empty());
 }

@@ -4,73 +4,76 @@
 
 static constexpr jint bothBars = 0x30000, titled = 0x20;
 
-static Kind control(const char* name, const char* native, jint style = 0) {
-    return {name, native, Role::control,
+static Kind control(const char* name, const Maker& native, jint style = 0) {
+    return {name, native.name, Role::control,
             [=](Stage& stage) { return stage.make(native, stage.parent, style); }};
 }
 
 static jint filledList(Stage& stage) {
-    jint list = stage.make("List_New", stage.parent, 0);
-    for (jint i = 0; i < 20; ++i) stage.add("List_Add", list, i);
+    jint list = stage.make(OS::List_New, stage.parent, 0);
+    for (jint i = 0; i < 20; ++i) stage.add(OS::List_Add, list, i);
     return list;
 }
 
 static jint filledChoice(Stage& stage) {
-    jint choice = stage.make("Choice_New", stage.parent);
-    for (jint i = 0; i < 3; ++i) stage.add("Choice_AddItem", choice, i);
+    jint choice = stage.make(OS::Choice_New, stage.parent);
+    for (jint i = 0; i < 3; ++i) stage.add(OS::Choice_AddItem, choice, i);
     return choice;
 }
 
 static jint ownBar(Stage& stage) {
     jint bar = stage.vertical(stage.parent);
-    stage.tell("Adjustable_SetMaximum", bar, jint(100));
-    stage.tell("Adjustable_SetVisibleAmount", bar, jint(10));
+    stage.tell(OS::Adjustable_SetMaximum, bar, 100);
+    stage.tell(OS::Adjustable_SetVisibleAmount, bar, 10);
     return bar;
 }
 
 static jint shownShell(Stage& stage) { return stage.shell; }
 
 static jint childShell(Stage& stage) {
-    jint child = stage.make("Shell_NewChild", stage.shell, titled | bothBars);
+    jint child = stage.make(OS::Shell_NewChild, stage.shell, titled | bothBars);
     stage.place(child, {20, 40, 200, 240});
     stage.show(child);
     return child;
 }
 
-static Kind item(const char* name, const char* native) {
-    return {name, native, Role::item, [=](Stage& stage) {
-                stage.menu = stage.make("PopupMenu_New", stage.parent);
-                return stage.item(native, stage.menu);
+template <class Signature, class... Arguments>
+static Kind item(const char* name, const Native<Signature>& native, Arguments... arguments) {
+    return {name, native.name, Role::item, [=](Stage& stage) {
+                stage.menu = stage.make(OS::PopupMenu_New, stage.parent);
+                return stage.make(native, stage.menu, arguments...);
             }};
 }
 
 const std::vector<Kind>& kinds() {
     static const std::vector<Kind> all = {
-        {"Shell", "Shell_New", Role::shell, shownShell},
-        {"ChildShell", "Shell_NewChild", Role::shell, childShell},
-        control("Composite", "Composite_New", bothBars),
-        control("PushButton", "PushButton_New"),
-        control("Checkbox", "Checkbox_New"),
-        control("RadioButton", "RadioButton_New"),
-        control("Label", "Label_New"),
-        control("TextField", "TextField_New"),
-        control("TextArea", "TextArea_New", bothBars),
-        {"List", "List_New", Role::control, filledList},
-        {"Choice", "Choice_New", Role::control, filledChoice},
-        {"Scrollbar", "Scrollbar_New", Role::control,
-         [](Stage& stage) { return stage.make("Scrollbar_New", stage.parent); }},
-        {"OwnBar", "Scrollable_GetVerticalBar", Role::ownBar, ownBar},
-        item("PushMenuItem", "PushMenuItem_New"),
-        item("CascadeMenuItem", "CascadeMenuItem_New"),
-        item("StateMenuItem", "StateMenuItem_New"),
+        {"Shell", OS::Shell_New.name, Role::shell, shownShell},
+        {"ChildShell", OS::Shell_NewChild.name, Role::shell, childShell},
+        control("Composite", OS::Composite_New, bothBars),
+        control("PushButton", OS::PushButton_New),
+        control("Checkbox", OS::Checkbox_New),
+        control("RadioButton", OS::RadioButton_New),
+        control("Label", OS::Label_New),
+        control("TextField", OS::TextField_New),
+        control("TextArea", OS::TextArea_New, bothBars),
+        {"List", OS::List_New.name, Role::control, filledList},
+        {"Choice", OS::Choice_New.name, Role::control, filledChoice},
+        {"Scrollbar", OS::Scrollbar_New.name, Role::control,
+         [](Stage& stage) { return stage.make(OS::Scrollbar_New, stage.parent); }},
+        {"OwnBar", OS::Scrollable_GetVerticalBar.name, Role::ownBar, ownBar},
+        item("PushMenuItem", OS::PushMenuItem_New, 0),
+        item("CascadeMenuItem", OS::CascadeMenuItem_New, 0),
+        item("StateMenuItem", OS::StateMenuItem_New, 0, 0),
     };
     return all;
 }
 
 const std::set<std::string>& kindsThatFireNothing() {
     static const std::set<std::string> all = {
-        "Color_New", "Cursor_New",  "Display_New",   "DropDownMenu_New", "FileDialog_New",
-        "Font_New",  "MenuBar_New", "PopupMenu_New", "Sound_New",        "SeparatorItem_New",
+        OS::Color_New.name,         OS::Cursor_New.name,     OS::Display_New.name,
+        OS::DropDownMenu_New.name,  OS::FileDialog_New.name, OS::Font_New.name,
+        OS::MenuBar_New.name,       OS::PopupMenu_New.name,  OS::Sound_New.name,
+        OS::SeparatorItem_New.name,
     };
     return all;
 }

@@ -31,7 +31,7 @@ static void click(Stage& stage, UINT down, UINT up, WPARAM button) {
 }
 
 static void takeFocus(Stage& stage) {
-    stage.prepare([&] { stage.tell("Control_ForceFocus", stage.subject); });
+    stage.prepare([&] { stage.tell(OS::Control_ForceFocus, stage.subject); });
 }
 
 static void pressKey(WPARAM key) {
@@ -58,20 +58,20 @@ static void showAgain(Stage& stage) {
 
 static void switchMode(Stage& stage) {
     if (strcmp(stage.kind.name, "List") == 0)
-        stage.tell("List_SetMultipleMode", stage.subject, jboolean(JNI_TRUE));
+        stage.tell(OS::List_SetMultipleMode, stage.subject, true);
     if (strcmp(stage.kind.name, "Scrollbar") == 0)
-        stage.tell("Scrollbar_SetOrientation", stage.subject, jint(16));
+        stage.tell(OS::Scrollbar_SetOrientation, stage.subject, 16);
 }
 
 static void changeText(Stage& stage) {
     if (strncmp(stage.kind.name, "Text", 4) != 0) return;
-    stage.tell("AbstractTextComponent_SetText", stage.subject, stage.vm.newString(u"text"));
+    stage.tell(OS::AbstractTextComponent_SetText, stage.subject, stage.vm.newString(u"text"));
 }
 
-static void changeBars(Stage& stage, const char* native) {
+static void changeBars(Stage& stage, const Native<void(jint, jint, jboolean)>& native) {
     jint owner = stage.kind.role == Role::shell ? stage.subject : stage.parent;
     jint bar = stage.vertical(owner);
-    for (jboolean on : {jboolean(JNI_FALSE), jboolean(JNI_TRUE)}) {
+    for (bool on : {false, true}) {
         if (stage.isGone(owner)) return;
         stage.tell(native, owner, bar, on);
     }
@@ -79,23 +79,23 @@ static void changeBars(Stage& stage, const char* native) {
 
 static void changeRange(Stage& stage) {
     jint bar = stage.vertical(stage.subject);
-    auto set = [&](const char* native, jint value) {
+    auto set = [&](const Native<void(jint, jint)>& native, jint value) {
         if (!stage.isGone(stage.subject)) stage.tell(native, bar, value);
     };
-    set("Adjustable_SetMaximum", 200);
-    set("Adjustable_SetVisibleAmount", 201);
-    set("Adjustable_SetVisibleAmount", 5);
-    set("Adjustable_SetMinimum", 300);
+    set(OS::Adjustable_SetMaximum, 200);
+    set(OS::Adjustable_SetVisibleAmount, 201);
+    set(OS::Adjustable_SetVisibleAmount, 5);
+    set(OS::Adjustable_SetMinimum, 300);
 }
 
 static void swapMenuBar(Stage& stage) {
-    stage.tell("Shell_SetMenuBar", stage.subject, jint(0));
-    if (!stage.isGone(stage.bar)) stage.tell("Shell_SetMenuBar", stage.subject, stage.bar);
+    stage.tell(OS::Shell_SetMenuBar, stage.subject, 0);
+    if (!stage.isGone(stage.bar)) stage.tell(OS::Shell_SetMenuBar, stage.subject, stage.bar);
 }
 
 static void loseActivation(Stage& stage) {
     stage.prepare([&] { SetActiveWindow(stage.window()); });
-    jint next = stage.make("Shell_New", stage.display, 0);
+    jint next = stage.make(OS::Shell_New, stage.display, 0);
     stage.show(next);
     stage.pump();
     if (HWND window = stage.window()) SetActiveWindow(window);
@@ -116,7 +116,7 @@ static void choosePopup(Stage& stage) {
         keybd_event(key, 0, 0, 0);
         keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
     }
-    stage.tell("PopupMenu_Show", stage.menu, jint(10), jint(10));
+    stage.tell(OS::PopupMenu_Show, stage.menu, 10, 10);
 }
 
 static void scrollBy(Stage& stage, WPARAM code) {
@@ -187,13 +187,13 @@ const std::vector<Provocation>& provocations() {
         {"take the focus",
          windows,
          {"focus1", "selected"},
-         [](Stage& stage) { stage.tell("Control_ForceFocus", stage.subject); }},
+         [](Stage& stage) { stage.tell(OS::Control_ForceFocus, stage.subject); }},
         {"lose the focus",
          windows,
          {"focus2"},
          [](Stage& stage) {
              takeFocus(stage);
-             stage.tell("Control_ForceFocus", stage.other);
+             stage.tell(OS::Control_ForceFocus, stage.other);
          }},
         {"letter key",
          windows,
@@ -220,7 +220,7 @@ const std::vector<Provocation>& provocations() {
          {"focus2"},
          [](Stage& stage) {
              takeFocus(stage);
-             stage.tell("Control_SetEnabled", stage.subject, jboolean(JNI_FALSE));
+             stage.tell(OS::Control_SetEnabled, stage.subject, false);
          }},
         {"switch",
          controls,
@@ -254,11 +254,11 @@ const std::vector<Provocation>& provocations() {
         {"show the own bar",
          shells,
          {"resize"},
-         [](Stage& stage) { changeBars(stage, "Scrollable_SetAdjustableVisible"); }},
+         [](Stage& stage) { changeBars(stage, OS::Scrollable_SetAdjustableVisible); }},
         {"enable the own bar",
          shells,
          {"resize"},
-         [](Stage& stage) { changeBars(stage, "Scrollable_SetAdjustableEnabled"); }},
+         [](Stage& stage) { changeBars(stage, OS::Scrollable_SetAdjustableEnabled); }},
         {"change the own range", shells, {"resize"}, changeRange},
         {"scroll",
          {Role::control, Role::ownBar},
@@ -293,7 +293,7 @@ const std::vector<Action>& actions() {
         {"dispose another", nullptr, [](Stage& stage) { stage.end(stage.bystander); }},
         {"switch itself", canSwitch, switchMode},
         {"move the focus", nullptr,
-         [](Stage& stage) { stage.tell("Control_ForceFocus", stage.other); }},
+         [](Stage& stage) { stage.tell(OS::Control_ForceFocus, stage.other); }},
         {"hide itself", isControl, [](Stage& stage) { stage.show(stage.subject, false); }},
         {"hide its shell", nullptr, [](Stage& stage) { stage.show(stage.shell, false); }},
         {"open a file dialog", nullptr, [](Stage& stage) { stage.runFileDialog(); }},

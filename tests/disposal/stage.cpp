@@ -15,20 +15,20 @@ std::string keyOf(const std::string& event) {
 }
 
 Stage::Stage(const Kind& made) : kind(made) {
-    shell = make("Shell_New", display, bothBars);
+    shell = make(OS::Shell_New, display, bothBars);
     show(shell);
-    parent = make("Composite_New", shell, bothBars);
+    parent = make(OS::Composite_New, shell, bothBars);
     place(parent, {5, 5, 205, 205});
     show(parent);
-    other = make("PushButton_New", shell, 0);
+    other = make(OS::PushButton_New, shell, 0);
     place(other, {5, 220, 105, 250});
     show(other);
-    bystander = make("PushButton_New", parent, 0);
+    bystander = make(OS::PushButton_New, parent, 0);
     place(bystander, {130, 130, 170, 150});
     show(bystander);
-    bar = make("MenuBar_New", shell);
-    barItem = make("PushMenuItem_New", bar, 0);
-    tell("Shell_SetMenuBar", shell, bar);
+    bar = make(OS::MenuBar_New, shell);
+    barItem = make(OS::PushMenuItem_New, bar, 0);
+    tell(OS::Shell_SetMenuBar, shell, bar);
     subject = kind.make(*this);
     if (kind.role == Role::control) {
         place(subject, {10, 10, 110, 110});
@@ -46,29 +46,11 @@ Stage::~Stage() {
     pump();
 }
 
-jint Stage::make(const std::string& native, jint first) {
-    made.push_back(call<jint(jint)>(native, first));
-    return made.back();
-}
-
-jint Stage::make(const std::string& native, jint first, jint second) {
-    made.push_back(call<jint(jint, jint)>(native, first, second));
-    return made.back();
-}
-
-jint Stage::item(const std::string& native, jint menu) {
-    if (native != "StateMenuItem_New") return make(native, menu, 0);
-    made.push_back(call<jint(jint, jint, jint)>(native, menu, 0, 0));
-    return made.back();
-}
-
-void Stage::show(jint control, bool shown) {
-    tell("Control_SetVisible", control, static_cast<jboolean>(shown));
-}
+void Stage::show(jint control, bool shown) { tell(OS::Control_SetVisible, control, shown); }
 
 void Stage::place(jint control, RECT place) {
-    tell("Control_SetBounds", control, static_cast<jint>(place.left), static_cast<jint>(place.top),
-         static_cast<jint>(place.right - place.left), static_cast<jint>(place.bottom - place.top));
+    tell(OS::Control_SetBounds, control, place.left, place.top, place.right - place.left,
+         place.bottom - place.top);
 }
 
 void Stage::end(jint widget) {
@@ -78,7 +60,7 @@ void Stage::end(jint widget) {
 }
 
 void Stage::endDisplay() {
-    call<void(jint)>("Device_Dispose", display);
+    call(OS::Device_Dispose, display);
     display = 0;
 }
 
@@ -99,15 +81,15 @@ static void CALLBACK leaveDialog(HWND, UINT, UINT_PTR timer, DWORD) {
 }
 
 void Stage::runFileDialog() {
-    jint dialog = make("FileDialog_New", shell, 0);
+    jint dialog = make(OS::FileDialog_New, shell, 0);
     if (!dialog) return;
     UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, leaveDialog);
-    tell("FileDialog_Open", dialog);
+    tell(OS::FileDialog_Open, dialog);
     KillTimer(nullptr, timer);
 }
 
 void Stage::showModalShell() {
-    jint child = make("Shell_NewChild", shell, titled | modal);
+    jint child = make(OS::Shell_NewChild, shell, titled | modal);
     if (!child) return; // of a shell that is gone
     show(child);
     end(child);
@@ -139,7 +121,7 @@ void Stage::pump() {
     MSG message;
     for (int i = 0; i < tooMany; ++i) {
         if (display) {
-            if (!call<jboolean(jint)>("Display_ReadAndDispatch", display)) return;
+            if (!call(OS::Display_ReadAndDispatch, display)) return;
         } else {
             if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return;
             TranslateMessage(&message);
@@ -215,9 +197,9 @@ Events Stage::play(const Provocation& provocation, const char* key, const Action
 
 void Stage::expectNextTapWorks() {
     if (!display) openDisplay();
-    jint next = make("Shell_New", display, 0);
+    jint next = make(OS::Shell_New, display, 0);
     show(next);
-    jint button = make("PushButton_New", next, 0);
+    jint button = make(OS::PushButton_New, next, 0);
     place(button, {10, 10, 60, 40});
     show(button);
     pump();

@@ -13,7 +13,7 @@ class Stage;
 // A widget that Java can make.
 struct Kind {
     const char* name;   // as its native has it: PushButton for PushButton_New
-    const char* native; // that makes it
+    const char* native; // that makes it, by its Java name
     Role role;
     std::function<jint(Stage&)> make;
 };
@@ -64,19 +64,19 @@ class Stage : public DeviceTest {
     using DeviceTest::windowOf;
 
     // For kinds, provocations and actions.
-    jint make(const std::string& native, jint first);
-    jint make(const std::string& native, jint first, jint second);
-    jint item(const std::string& native, jint menu);
+    template <class Signature, class... Arguments>
+    jint make(const Native<Signature>& native, Arguments... arguments) {
+        made.push_back(call(native, arguments...));
+        return made.back();
+    }
     // The vertical bar of a scrollable.
-    jint vertical(jint scrollable) {
-        return call<jint(jint)>("Scrollable_GetVerticalBar", scrollable);
+    jint vertical(jint scrollable) { return call(OS::Scrollable_GetVerticalBar, scrollable); }
+    void add(const Native<void(jint, jstring, jint)>& native, jint widget, jint index) {
+        call(native, widget, vm.newString(u"item"), index);
     }
-    void add(const char* native, jint widget, jint index) {
-        call<void(jint, jstring, jint)>(native, widget, vm.newString(u"item"), index);
-    }
-    template <class... Arguments>
-    void tell(const std::string& native, jint widget, Arguments... arguments) {
-        if (!isGone(widget)) call<void(jint, Arguments...)>(native, widget, arguments...);
+    template <class Signature, class... Arguments>
+    void tell(const Native<Signature>& native, jint widget, Arguments... arguments) {
+        if (!isGone(widget)) call(native, widget, arguments...);
         surface();
     }
     void show(jint control, bool shown = true);

@@ -38,13 +38,12 @@ const char* listenerMethod(jint id) {
 DeviceTest::DeviceTest() { openDisplay(); }
 
 void DeviceTest::openDisplay() {
-    display = call<jint()>("Display_New");
-    call<void(jint, jobject)>("Display_InitCallbacks", display, vm.newObject("test/Display"));
+    display = call(OS::Display_New);
+    call(OS::Display_InitCallbacks, display, vm.newObject("test/Display"));
     std::vector<std::string> methods;
     for (const auto& callback : callbacks) {
-        call<void(jint, jint, jstring, jstring)>("Display_RegisterCallback", display, callback.id,
-                                                 vm.newString(wide(listener)),
-                                                 vm.newString(wide(callback.method)));
+        call(OS::Display_RegisterCallback, display, callback.id, vm.newString(wide(listener)),
+             vm.newString(wide(callback.method)));
         methods.push_back(std::string(callback.method) + callback.signature);
     }
     vm.declare(listener, methods);
@@ -54,50 +53,54 @@ DeviceTest::~DeviceTest() {
     std::reverse(shells.begin(), shells.end());
     for (jint shell : std::vector<jint>(shells)) dispose(shell);
     if (!display) return;
-    call<void(jint)>("Device_Dispose", display);
+    call(OS::Device_Dispose, display);
     dispatchAll();
 }
 
 jint DeviceTest::newShell(bool shown, jint style) {
-    jint shell = call<jint(jint, jint)>("Shell_New", display, style);
+    jint shell = call(OS::Shell_New, display, style);
     shells.push_back(shell);
     if (shown) {
-        call<void(jint, jboolean)>("Control_SetVisible", shell, JNI_TRUE);
+        call(OS::Control_SetVisible, shell, true);
         dispatchAll();
     }
     return shell;
 }
 
-jint DeviceTest::newButton(jint parent, const char* kind) {
-    jint button = call<jint(jint, jint)>(std::string(kind) + "_New", parent, 0);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", button, 20, 30, 100, 40);
-    call<void(jint, jboolean)>("Control_SetVisible", button, JNI_TRUE);
-    dispatchAll();
-    return button;
-}
+jint DeviceTest::newButton(jint parent, const Maker& kind) { return newControl(kind, parent); }
 
-jint DeviceTest::newControl(const char* kind, jint parent, jint style, RECT place) {
-    jint control = call<jint(jint, jint)>(std::string(kind) + "_New", parent, style);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, place.left, place.top,
-                                             place.right - place.left, place.bottom - place.top);
-    call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
-    dispatchAll();
+jint DeviceTest::newControl(const Maker& kind, jint parent, jint style, RECT place) {
+    jint control = call(kind, parent, style);
+    placeAndShow(control, place);
     return control;
 }
 
+jint DeviceTest::newControl(const Native<jint(jint)>& kind, jint parent, RECT place) {
+    jint control = call(kind, parent);
+    placeAndShow(control, place);
+    return control;
+}
+
+void DeviceTest::placeAndShow(jint control, RECT place) {
+    call(OS::Control_SetBounds, control, place.left, place.top, place.right - place.left,
+         place.bottom - place.top);
+    call(OS::Control_SetVisible, control, true);
+    dispatchAll();
+}
+
 void DeviceTest::listen(jint widget) {
-    call<void(jint, jobject)>("Widget_SetData", widget, vm.newObject(listener));
+    call(OS::Widget_SetData, widget, vm.newObject(listener));
     vm.takeEvents();
 }
 
 void DeviceTest::dispose(jint widget) {
     shells.erase(std::remove(shells.begin(), shells.end(), widget), shells.end());
-    call<void(jint, jobject)>("Widget_SetData", widget, static_cast<jobject>(nullptr));
-    call<void(jint)>("Widget_Dispose", widget);
+    call(OS::Widget_SetData, widget, nullptr);
+    call(OS::Widget_Dispose, widget);
 }
 
 void DeviceTest::dispatchAll() {
-    while (call<jboolean(jint)>("Display_ReadAndDispatch", display)) {
+    while (call(OS::Display_ReadAndDispatch, display)) {
     }
 }
 
@@ -110,17 +113,17 @@ void DeviceTest::tap(jint control) {
 void DeviceTest::tapAt(jint control, int x, int y) {
     POINT point = {x, y};
     ClientToScreen(windowOf(control), &point);
-    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+    call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
     for (jint type : {1, 2}) {
         constexpr jint leftButton = 8;
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, leftButton);
+        call(OS::Display_PostPointerEvent, display, type, leftButton);
         dispatchAll();
     }
 }
 
 void DeviceTest::pressKey(jint key, bool withShift) {
     auto post = [&](jint type, jint posted) {
-        call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, type, posted, 0);
+        call(OS::Display_PostKeyEvent, display, type, posted, u'\0');
         dispatchAll();
     };
     if (withShift) post(1, keys::shift);

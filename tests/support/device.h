@@ -2,11 +2,14 @@
 // A display on the emulated device with a recording VM: what most tests start from.
 
 #include "control/control.h"
-#include "library.h"
+#include "natives.h"
 #include "test_vm.h"
 #include <gtest/gtest.h>
 
 using Events = std::vector<std::string>;
+
+// A native that makes a widget in a parent.
+using Maker = Native<jint(jint parent, jint style)>;
 
 // The listener's method that a callback id is registered with; null for none.
 const char* listenerMethod(jint id);
@@ -29,16 +32,18 @@ class DeviceTest : public testing::Test {
     void openDisplay();
 
     template <class Signature, class... Arguments>
-    auto call(const std::string& nativeName, Arguments... arguments) {
-        return nativeMethod<Signature>(nativeName)(vm.env(), arguments...);
+    auto call(const Native<Signature>& native, Arguments... arguments) {
+        return native(vm.env(), arguments...);
     }
 
     // A top shell; shown when asked for. Disposed at the end of the test with all that is left.
     jint newShell(bool shown = true, jint style = 0);
-    jint newButton(jint parent, const char* kind = "PushButton");
+    jint newButton(jint parent, const Maker& kind = OS::PushButton_New);
 
-    // A shown control of a kind that is made of parent and style.
-    jint newControl(const char* kind, jint parent, jint style = 0, RECT place = {20, 30, 120, 70});
+    // A shown control.
+    jint newControl(const Maker& kind, jint parent, jint style = 0, RECT place = {20, 30, 120, 70});
+    jint newControl(const Native<jint(jint parent)>& kind, jint parent,
+                    RECT place = {20, 30, 120, 70});
 
     // Lets the widget's events be recorded: "selected()", "pointer(1, 5, 5, 8, 0)" and so on.
     void listen(jint widget);
@@ -74,5 +79,7 @@ class DeviceTest : public testing::Test {
     void expectFailedCreationsReported(const std::function<jint()>& create);
 
   private:
+    void placeAndShow(jint control, RECT place);
+
     std::vector<jint> shells;
 };

@@ -22,9 +22,7 @@ class Faulting : public DeviceTest {
         vm.behavior.clear();
         std::printf("it went on\n");
     }
-    void setBounds(jint width) {
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", button, 1, 2, width, 22);
-    }
+    void setBounds(jint width) { call(OS::Control_SetBounds, button, 1, 2, width, 22); }
 
     jint shell, button;
 };
@@ -43,7 +41,7 @@ TEST_F(Faulting, in_a_focus_listener) {
 TEST_F(Faulting, in_a_resize_listener) {
     listen(shell);
     faultIn("resize");
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", shell, 0, 0, 100, 100);
+    call(OS::Control_SetBounds, shell, 0, 0, 100, 100);
 }
 
 TEST_F(Faulting, on_another_thread) {

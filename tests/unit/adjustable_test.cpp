@@ -30,22 +30,18 @@ class AdjustableTest : public DeviceTest {
   protected:
     AdjustableTest() {
         shell = newShell();
-        bar = call<jint(jint)>("Scrollbar_New", shell);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 150);
+        bar = call(OS::Scrollbar_New, shell);
+        call(OS::Control_SetBounds, bar, 20, 30, 13, 150);
     }
     static AdjustableRecord* record(jint handle) {
         return reinterpret_cast<AdjustableRecord*>(handle);
     }
     void show(jint control, bool shown = true) {
-        call<void(jint, jboolean)>("Control_SetVisible", control, shown);
+        call(OS::Control_SetVisible, control, shown);
         dispatchAll();
     }
-    jint get(const char* property) {
-        return call<jint(jint)>(std::string("Adjustable_Get") + property, bar);
-    }
-    void set(const char* property, jint value) {
-        call<void(jint, jint)>(std::string("Adjustable_Set") + property, bar, value);
-    }
+    jint get(const Native<jint(jint)>& property) { return call(property, bar); }
+    void set(const Native<void(jint, jint)>& property, jint value) { call(property, bar, value); }
     SCROLLINFO infoOf(jint handle) {
         SCROLLINFO info = {};
         info.cbSize = sizeof(info);
@@ -71,10 +67,10 @@ class AdjustableTest : public DeviceTest {
 };
 
 TEST_F(AdjustableTest, a_new_bar_has_its_values) {
-    EXPECT_EQ(get("Minimum"), 0);
-    EXPECT_EQ(get("Maximum"), 100);
-    EXPECT_EQ(get("Value"), 0);
-    EXPECT_EQ(get("VisibleAmount"), 10);
+    EXPECT_EQ(get(OS::Adjustable_GetMinimum), 0);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 100);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 0);
+    EXPECT_EQ(get(OS::Adjustable_GetVisibleAmount), 10);
     EXPECT_EQ(record(bar)->unitIncrement, 1);
     EXPECT_EQ(record(bar)->blockIncrement, 10);
     EXPECT_EQ(record(bar)->orientation, 8);
@@ -86,7 +82,7 @@ TEST_F(AdjustableTest, a_new_bar_has_its_values) {
 
 TEST_F(AdjustableTest, a_new_bar_tells_the_window_its_values) {
     jint other = 0;
-    EXPECT_EQ(recordWhile([&] { other = call<jint(jint)>("Scrollbar_New", shell); }),
+    EXPECT_EQ(recordWhile([&] { other = call(OS::Scrollbar_New, shell); }),
               (std::vector<Told>{{SB_CTL, 23, 0, 100, 11, 0, TRUE}}));
     EXPECT_FALSE(record(other)->visible);
     EXPECT_TRUE(record(other)->enabled);
@@ -94,27 +90,27 @@ TEST_F(AdjustableTest, a_new_bar_tells_the_window_its_values) {
 
 TEST_F(AdjustableTest, a_visible_amount_is_kept_as_a_page_one_larger) {
     for (jint amount : {0, 5, 1, 99}) {
-        set("VisibleAmount", amount);
-        EXPECT_EQ(get("VisibleAmount"), amount);
+        set(OS::Adjustable_SetVisibleAmount, amount);
+        EXPECT_EQ(get(OS::Adjustable_GetVisibleAmount), amount);
         EXPECT_EQ(record(bar)->info.nPage, amount ? UINT(amount) + 1 : 0u);
     }
 }
 
 TEST_F(AdjustableTest, a_hidden_or_disabled_bar_keeps_new_values_to_itself) {
     auto setAll = [&] {
-        set("Minimum", 5);
-        set("Maximum", 50);
-        set("Value", 20);
-        set("VisibleAmount", 3);
+        set(OS::Adjustable_SetMinimum, 5);
+        set(OS::Adjustable_SetMaximum, 50);
+        set(OS::Adjustable_SetValue, 20);
+        set(OS::Adjustable_SetVisibleAmount, 3);
     };
     EXPECT_TRUE(recordWhile(setAll).empty());
     show(bar);
-    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE);
+    call(OS::Control_SetEnabled, bar, false);
     EXPECT_TRUE(recordWhile(setAll).empty());
-    EXPECT_EQ(get("Minimum"), 5);
-    EXPECT_EQ(get("Maximum"), 50);
-    EXPECT_EQ(get("Value"), 20);
-    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_TRUE);
+    EXPECT_EQ(get(OS::Adjustable_GetMinimum), 5);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 50);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 20);
+    call(OS::Control_SetEnabled, bar, true);
     EXPECT_EQ(recordWhile(setAll), (std::vector<Told>{{SB_CTL, 9, 5, 50, 4, 20, TRUE},
                                                       {SB_CTL, 9, 5, 50, 4, 20, TRUE},
                                                       {SB_CTL, 4, 5, 50, 4, 20, TRUE},
@@ -123,22 +119,22 @@ TEST_F(AdjustableTest, a_hidden_or_disabled_bar_keeps_new_values_to_itself) {
 
 TEST_F(AdjustableTest, the_value_of_a_live_bar_is_the_windows) {
     show(bar);
-    set("Value", 95);
-    EXPECT_EQ(get("Value"), 90) << "as the window clamped it";
+    set(OS::Adjustable_SetValue, 95);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 90) << "as the window clamped it";
     Faults faults;
     faults.fail("GetScrollInfo");
-    EXPECT_EQ(get("Value"), 0);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 0);
     EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(AdjustableTest, a_block_increment_is_at_least_1) {
-    set("BlockIncrement", 7);
+    set(OS::Adjustable_SetBlockIncrement, 7);
     EXPECT_EQ(record(bar)->blockIncrement, 7);
     for (jint wrong : {0, -1, -100}) {
-        set("BlockIncrement", wrong);
+        set(OS::Adjustable_SetBlockIncrement, wrong);
         EXPECT_EQ(record(bar)->blockIncrement, 7);
     }
-    set("UnitIncrement", -3);
+    set(OS::Adjustable_SetUnitIncrement, -3);
     EXPECT_EQ(record(bar)->unitIncrement, -3) << "unchecked";
 }
 
@@ -147,13 +143,13 @@ TEST_F(AdjustableTest, a_focused_bar_redraws_its_focus_mark_for_a_new_amount) {
     SetFocus(windowOf(bar));
     dispatchAll();
     listen(bar);
-    set("VisibleAmount", 30);
+    set(OS::Adjustable_SetVisibleAmount, 30);
     dispatchAll();
     EXPECT_EQ(vm.takeEvents(), Events{"focus(1)"});
     SetFocus(windowOf(shell));
     dispatchAll();
     vm.takeEvents();
-    set("VisibleAmount", 20);
+    set(OS::Adjustable_SetVisibleAmount, 20);
     dispatchAll();
     EXPECT_TRUE(vm.takeEvents().empty());
 }
@@ -162,9 +158,9 @@ class ScrollTest : public AdjustableTest {
   protected:
     ScrollTest() {
         show(bar);
-        set("Minimum", 10);
-        set("UnitIncrement", 2);
-        set("Value", 50);
+        set(OS::Adjustable_SetMinimum, 10);
+        set(OS::Adjustable_SetUnitIncrement, 2);
+        set(OS::Adjustable_SetValue, 50);
         dispatchAll();
     }
 };
@@ -176,11 +172,11 @@ TEST_F(ScrollTest, every_code_moves_the_value_and_fires) {
     EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(50, 2)"});
     EXPECT_EQ(scroll(SB_TOP), Events{"scrolled(10, 5)"});
     EXPECT_EQ(scroll(SB_BOTTOM), Events{"scrolled(90, 6)"}) << "clamped by the window";
-    EXPECT_EQ(get("Value"), 90);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 90);
 }
 
 TEST_F(ScrollTest, going_up_stops_at_the_minimum_and_fires_still) {
-    set("Value", 11);
+    set(OS::Adjustable_SetValue, 11);
     EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
     EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
     EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(10, 2)"});
@@ -188,7 +184,7 @@ TEST_F(ScrollTest, going_up_stops_at_the_minimum_and_fires_still) {
 
 TEST_F(ScrollTest, the_end_of_scrolling_fires_nothing) {
     EXPECT_TRUE(scroll(SB_ENDSCROLL).empty());
-    EXPECT_EQ(get("Value"), 50);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 50);
 }
 
 // The thumb is tracked at 30.
@@ -205,11 +201,11 @@ TEST_F(ScrollTest, the_thumb_moves_the_value_to_its_place_above_the_minimum) {
     told.clear();
     EXPECT_EQ(scroll(SB_THUMBTRACK), Events{"scrolled(40, 4)"});
     EXPECT_EQ(told.back().redraw, FALSE) << "the thumb is drawn already";
-    set("Value", 50);
+    set(OS::Adjustable_SetValue, 50);
     EXPECT_TRUE(scroll(SB_THUMBPOSITION).empty());
     EXPECT_EQ(told.back().redraw, TRUE);
     EXPECT_EQ(told.back().mask, UINT(SIF_POS));
-    EXPECT_EQ(get("Value"), 40);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 40);
 }
 
 TEST_F(ScrollTest, values_that_cannot_be_read_fire_nothing) {
@@ -239,20 +235,20 @@ TEST_F(ShowingTest, a_shown_bar_gets_its_values) {
 }
 
 TEST_F(ShowingTest, a_range_of_nothing_is_shown_as_one_and_kept) {
-    set("Minimum", 10);
-    set("Maximum", 5);
-    set("VisibleAmount", 0);
+    set(OS::Adjustable_SetMinimum, 10);
+    set(OS::Adjustable_SetMaximum, 5);
+    set(OS::Adjustable_SetVisibleAmount, 0);
     EXPECT_EQ(
         recordWhile([&] { show(bar); }),
         (std::vector<Told>{{SB_CTL, 31, 10, 11, 0, 0, TRUE}, {SB_CTL, 11, 10, 5, 0, 0, TRUE}}));
-    EXPECT_EQ(get("Maximum"), 5);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 5);
 }
 
 TEST_F(ShowingTest, a_page_is_shown_within_the_range_and_kept) {
-    set("Maximum", 8);
+    set(OS::Adjustable_SetMaximum, 8);
     EXPECT_EQ(recordWhile([&] { show(bar); }),
               (std::vector<Told>{{SB_CTL, 31, 0, 8, 8, 0, TRUE}, {SB_CTL, 11, 0, 8, 11, 0, TRUE}}));
-    EXPECT_EQ(get("VisibleAmount"), 10);
+    EXPECT_EQ(get(OS::Adjustable_GetVisibleAmount), 10);
 }
 
 TEST_F(ShowingTest, a_hidden_bar_is_blank) {
@@ -260,11 +256,11 @@ TEST_F(ShowingTest, a_hidden_bar_is_blank) {
     EXPECT_EQ(recordWhile([&] { show(bar, false); }),
               (std::vector<Told>{{SB_CTL, 23, 0, 0, 0, 0, TRUE}}));
     EXPECT_FALSE(IsWindowVisible(windowOf(bar)));
-    EXPECT_EQ(get("Maximum"), 100);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 100);
 }
 
 TEST_F(ShowingTest, a_disabled_bar_is_shown_blank) {
-    call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE);
+    call(OS::Control_SetEnabled, bar, false);
     EXPECT_EQ(
         recordWhile([&] { show(bar); }),
         (std::vector<Told>{{SB_CTL, 31, 0, 100, 11, 0, FALSE}, {SB_CTL, 31, 0, 0, 1, 0, TRUE}}));
@@ -272,7 +268,7 @@ TEST_F(ShowingTest, a_disabled_bar_is_shown_blank) {
 
 TEST_F(ShowingTest, disabling_blanks_a_shown_bar_and_enabling_gives_its_values_back) {
     auto enable = [&](jboolean enabled) {
-        return recordWhile([&] { call<void(jint, jboolean)>("Control_SetEnabled", bar, enabled); });
+        return recordWhile([&] { call(OS::Control_SetEnabled, bar, enabled); });
     };
     EXPECT_TRUE(enable(JNI_FALSE).empty()) << "hidden";
     EXPECT_TRUE(enable(JNI_TRUE).empty());
@@ -285,12 +281,8 @@ TEST_F(ShowingTest, disabling_blanks_a_shown_bar_and_enabling_gives_its_values_b
 
 class ScrollbarTest : public AdjustableTest {
   protected:
-    std::vector<jint> minimumSize() {
-        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", bar));
-    }
-    void turn(jint orientation) {
-        call<void(jint, jint)>("Scrollbar_SetOrientation", bar, orientation);
-    }
+    std::vector<jint> minimumSize() { return vm.ints(call(OS::Control_GetMinimumSize, bar)); }
+    void turn(jint orientation) { call(OS::Scrollbar_SetOrientation, bar, orientation); }
     bool isVertical() { return GetWindowLongW(windowOf(bar), GWL_STYLE) & SBS_VERT; }
 };
 
@@ -304,7 +296,7 @@ TEST_F(ScrollbarTest, minimum_size_follows_the_direction) {
 
 TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
     show(bar);
-    set("Value", 40);
+    set(OS::Adjustable_SetValue, 40);
     HWND old = windowOf(bar);
     RECT before, after;
     GetWindowRect(old, &before);
@@ -315,7 +307,7 @@ TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
     EXPECT_FALSE(isVertical());
     EXPECT_EQ(record(bar)->orientation, 16);
     EXPECT_TRUE(IsWindowVisible(windowOf(bar)));
-    EXPECT_EQ(get("Value"), 40);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 40);
     EXPECT_EQ(GetWindowLongW(windowOf(bar), GWL_USERDATA), LONG(bar));
     EXPECT_EQ(scroll(SB_LINEDOWN), Events{"scrolled(41, 1)"});
     turn(8);
@@ -323,13 +315,12 @@ TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
 }
 
 TEST_F(ScrollbarTest, a_turned_bar_in_a_moved_parent_keeps_its_place_there) {
-    jint composite = call<jint(jint, jint)>("Composite_New", shell, 0);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 50, 60, 100, 100);
-    jint inner = call<jint(jint)>("Scrollbar_New", composite);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", inner, 5, 6, 13, 70);
-    call<void(jint, jint)>("Scrollbar_SetOrientation", inner, 16);
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetBounds", inner)),
-              (std::vector<jint>{5, 6, 13, 70}));
+    jint composite = call(OS::Composite_New, shell, 0);
+    call(OS::Control_SetBounds, composite, 50, 60, 100, 100);
+    jint inner = call(OS::Scrollbar_New, composite);
+    call(OS::Control_SetBounds, inner, 5, 6, 13, 70);
+    call(OS::Scrollbar_SetOrientation, inner, 16);
+    EXPECT_EQ(vm.ints(call(OS::Control_GetBounds, inner)), (std::vector<jint>{5, 6, 13, 70}));
 }
 
 TEST_F(ScrollbarTest, another_orientation_keeps_the_direction) {
@@ -355,14 +346,14 @@ TEST_F(ScrollbarTest, a_bar_that_cannot_be_turned_stays_and_tells_nobody) {
 }
 
 TEST_F(ScrollbarTest, background_is_the_scroll_bars) {
-    EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", bar), 0xC0C0C0);
+    EXPECT_EQ(call(OS::Control_GetBackgroundRGB, bar), 0xC0C0C0);
 }
 
 TEST_F(ScrollbarTest, a_bar_that_cannot_be_made_is_an_error) {
     NoLeaks noLeaks;
     std::vector<jint> bars;
     int failures = forEachFailure([&](Faults&) {
-        jint made = call<jint(jint)>("Scrollbar_New", shell);
+        jint made = call(OS::Scrollbar_New, shell);
         if (made) bars.push_back(made);
         if (vm.reports.empty()) return;
         TestVm::Report report = onlyReport();
@@ -382,11 +373,9 @@ class TappedScrollbarTest : public ScrollbarTest {
     void moveTo(LONG x, LONG y) {
         POINT point = {x, y};
         ClientToScreen(windowOf(bar), &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
     }
-    void post(jint type) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
-    }
+    void post(jint type) { call(OS::Display_PostPointerEvent, display, type, 8); }
 };
 
 TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release) {
@@ -404,7 +393,7 @@ TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release)
     EXPECT_LT(at("pointer(1, 6, 145, 8, 0)"), at("scrolled(1, 1)"))
         << testing::PrintToString(events);
     EXPECT_LT(at("scrolled(1, 1)"), at("pointer(2, 6, 145, 8, 0)"));
-    EXPECT_EQ(get("Value"), 1);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 1);
 }
 
 TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
@@ -429,11 +418,11 @@ TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
 class OwnBarsTest : public AdjustableTest {
   protected:
     OwnBarsTest() {
-        composite = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 0, 0, 100, 100);
+        composite = call(OS::Composite_New, shell, 0x30000);
+        call(OS::Control_SetBounds, composite, 0, 0, 100, 100);
         show(composite);
-        horizontal = call<jint(jint)>("Scrollable_GetHorizontalBar", composite);
-        bar = call<jint(jint)>("Scrollable_GetVerticalBar", composite);
+        horizontal = call(OS::Scrollable_GetHorizontalBar, composite);
+        bar = call(OS::Scrollable_GetVerticalBar, composite);
     }
     Events scrollOwn(UINT message, WORD code, HWND sender) {
         SendMessageW(windowOf(composite), message, code, reinterpret_cast<LPARAM>(sender));
@@ -443,13 +432,13 @@ class OwnBarsTest : public AdjustableTest {
 };
 
 TEST_F(OwnBarsTest, are_made_once_and_only_when_asked_for) {
-    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
+    jint other = call(OS::Composite_New, shell, 0x30000);
     auto* scrollable = reinterpret_cast<ScrollableRecord*>(other);
     EXPECT_EQ(scrollable->horizontalBar, nullptr);
-    jint made = call<jint(jint)>("Scrollable_GetHorizontalBar", other);
+    jint made = call(OS::Scrollable_GetHorizontalBar, other);
     EXPECT_EQ(reinterpret_cast<jint>(scrollable->horizontalBar), made);
     EXPECT_EQ(scrollable->verticalBar, nullptr);
-    EXPECT_EQ(call<jint(jint)>("Scrollable_GetHorizontalBar", other), made);
+    EXPECT_EQ(call(OS::Scrollable_GetHorizontalBar, other), made);
     EXPECT_NE(horizontal, bar);
 }
 
@@ -460,15 +449,14 @@ TEST_F(OwnBarsTest, start_with_the_windows_values) {
     EXPECT_EQ(record(bar)->unitIncrement, 1);
     EXPECT_EQ(record(bar)->blockIncrement, 10);
     EXPECT_TRUE(record(bar)->visible && record(bar)->enabled);
-    EXPECT_EQ(get("Maximum"), 100);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 100);
 }
 
 TEST_F(OwnBarsTest, a_page_that_fills_the_range_is_nudged_into_its_proper_state) {
-    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    jint other = call(OS::Composite_New, shell, 0x20000);
     SCROLLINFO full = {sizeof(full), SIF_RANGE | SIF_PAGE | SIF_DISABLENOSCROLL, 0, 9, 10, 0, 0};
     SetScrollInfo(windowOf(other), SB_VERT, &full, FALSE);
-    std::vector<Told> calls =
-        recordWhile([&] { call<jint(jint)>("Scrollable_GetVerticalBar", other); });
+    std::vector<Told> calls = recordWhile([&] { call(OS::Scrollable_GetVerticalBar, other); });
     EXPECT_EQ(calls, (std::vector<Told>{{SB_VERT, 11, 0, 10, 10, 0, FALSE},
                                         {SB_VERT, 11, 0, 9, 10, 0, TRUE}}));
 }
@@ -477,13 +465,13 @@ TEST_F(OwnBarsTest, scroll_with_messages_of_the_window_itself) {
     listen(bar);
     listen(horizontal);
     EXPECT_EQ(scrollOwn(WM_VSCROLL, SB_LINEDOWN, nullptr), Events{"scrolled(1, 1)"});
-    EXPECT_EQ(get("Value"), 1);
-    EXPECT_EQ(call<jint(jint)>("Adjustable_GetValue", horizontal), 0);
+    EXPECT_EQ(get(OS::Adjustable_GetValue), 1);
+    EXPECT_EQ(call(OS::Adjustable_GetValue, horizontal), 0);
     EXPECT_EQ(scrollOwn(WM_HSCROLL, SB_PAGEDOWN, windowOf(composite)), Events{"scrolled(10, 3)"});
 }
 
 TEST_F(OwnBarsTest, that_are_not_made_scroll_nothing) {
-    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    jint other = call(OS::Composite_New, shell, 0x20000);
     SendMessageW(windowOf(other), WM_VSCROLL, SB_LINEDOWN, 0);
     EXPECT_EQ(GetScrollPos(windowOf(other), SB_VERT), 0);
 }
@@ -492,44 +480,42 @@ TEST_F(OwnBarsTest, take_room_along_the_edges) {
     RECT client;
     GetClientRect(windowOf(composite), &client);
     auto boundsOf = [&](jint which) {
-        return vm.ints(
-            call<jobject(jint, jint)>("Scrollable_GetAdjustableBounds", composite, which));
+        return vm.ints(call(OS::Scrollable_GetAdjustableBounds, composite, which));
     };
     EXPECT_EQ(boundsOf(horizontal), (std::vector<jint>{0, 0, client.right, 13}));
     EXPECT_EQ(boundsOf(bar), (std::vector<jint>{0, 0, 13, client.bottom}));
 }
 
 TEST_F(OwnBarsTest, are_enabled_and_shown_without_touching_the_window) {
-    auto setBar = [&](const char* what, jboolean on) {
-        return recordWhile([&] {
-            call<void(jint, jint, jboolean)>(std::string("Scrollable_SetAdjustable") + what,
-                                             composite, bar, on);
-        });
+    auto setBar = [&](const auto& what, bool on) {
+        return recordWhile([&] { call(what, composite, bar, on); });
     };
-    EXPECT_EQ(setBar("Enabled", JNI_FALSE), (std::vector<Told>{{SB_VERT, 31, 0, 0, 0, 0, TRUE}}));
+    EXPECT_EQ(setBar(OS::Scrollable_SetAdjustableEnabled, false),
+              (std::vector<Told>{{SB_VERT, 31, 0, 0, 0, 0, TRUE}}));
     EXPECT_TRUE(IsWindowEnabled(windowOf(composite)));
-    setBar("Enabled", JNI_TRUE);
-    EXPECT_EQ(setBar("Visible", JNI_FALSE), (std::vector<Told>{{SB_VERT, 23, 0, 0, 0, 0, TRUE}}));
+    setBar(OS::Scrollable_SetAdjustableEnabled, true);
+    EXPECT_EQ(setBar(OS::Scrollable_SetAdjustableVisible, false),
+              (std::vector<Told>{{SB_VERT, 23, 0, 0, 0, 0, TRUE}}));
     EXPECT_TRUE(IsWindowVisible(windowOf(composite)));
-    EXPECT_EQ(setBar("Visible", JNI_TRUE).front().mask, 31u);
+    EXPECT_EQ(setBar(OS::Scrollable_SetAdjustableVisible, true).front().mask, 31u);
 }
 
 TEST_F(OwnBarsTest, cannot_be_disposed_of) {
     long blocks = countHeapBlocks();
-    call<void(jint)>("Widget_Dispose", bar);
+    call(OS::Widget_Dispose, bar);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Widget_Dispose");
     EXPECT_EQ(report.code, -3);
     EXPECT_EQ(report.message, u"Invalid disposal of a scrollable's scrollbars");
     EXPECT_EQ(countHeapBlocks(), blocks);
-    EXPECT_EQ(get("Maximum"), 100);
+    EXPECT_EQ(get(OS::Adjustable_GetMaximum), 100);
 }
 
 TEST_F(OwnBarsTest, without_memory_are_an_error) {
-    jint other = call<jint(jint, jint)>("Composite_New", shell, 0x20000);
+    jint other = call(OS::Composite_New, shell, 0x20000);
     Faults faults;
     faults.fail("LocalAlloc", 0);
-    EXPECT_EQ(call<jint(jint)>("Scrollable_GetVerticalBar", other), 0);
+    EXPECT_EQ(call(OS::Scrollable_GetVerticalBar, other), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -4);
     EXPECT_EQ(report.message, u"Unable to create scroll bar");
@@ -538,12 +524,12 @@ TEST_F(OwnBarsTest, without_memory_are_an_error) {
 TEST_F(OwnBarsTest, go_with_their_scrollable) {
     NoLeaks noLeaks;
     for (int i = 0; i < 1000; ++i) {
-        jint other = call<jint(jint, jint)>("Composite_New", shell, 0x30000);
-        call<jint(jint)>("Scrollable_GetVerticalBar", other);
-        call<jint(jint)>("Scrollable_GetHorizontalBar", other);
+        jint other = call(OS::Composite_New, shell, 0x30000);
+        call(OS::Scrollable_GetVerticalBar, other);
+        call(OS::Scrollable_GetHorizontalBar, other);
         dispose(other);
-        jint single = call<jint(jint)>("Scrollbar_New", shell);
-        call<void(jint, jint)>("Scrollbar_SetOrientation", single, 16);
+        jint single = call(OS::Scrollbar_New, shell);
+        call(OS::Scrollbar_SetOrientation, single, 16);
         dispose(single);
     }
     dispatchAll();

@@ -7,20 +7,18 @@ class AppearanceTest : public DeviceTest {
   protected:
     jint shell = newShell();
     jint newComposite(jint parent) {
-        jint composite = call<jint(jint, jint)>("Composite_New", parent, 0);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 0, 0, 100, 100);
-        call<void(jint, jboolean)>("Control_SetVisible", composite, JNI_TRUE);
+        jint composite = call(OS::Composite_New, parent, 0);
+        call(OS::Control_SetBounds, composite, 0, 0, 100, 100);
+        call(OS::Control_SetVisible, composite, true);
         dispatchAll();
         return composite;
     }
-    void set(const char* property, jint control, jint value) {
-        call<void(jint, jint)>(std::string("Control_Set") + property, control, value);
+    void set(const Native<void(jint, jint)>& property, jint control, jint value) {
+        call(property, control, value);
     }
-    jint get(const char* property, jint control) {
-        return call<jint(jint)>(std::string("Control_Get") + property, control);
-    }
-    void move(const char* where, jint control, jint other) {
-        call<void(jint, jint)>(std::string("Control_Move") + where, control, other);
+    jint get(const Native<jint(jint)>& property, jint control) { return call(property, control); }
+    void move(const Native<void(jint, jint)>& where, jint control, jint other) {
+        call(where, control, other);
     }
     // The children of a window from top to bottom.
     static std::vector<HWND> stackOf(jint parent) {
@@ -46,25 +44,25 @@ TEST_F(AppearanceTest, the_default_background_is_the_brush_that_the_parent_colou
     parentBrush = CreateSolidBrush(RGB(1, 2, 3));
     parentProc = reinterpret_cast<WNDPROC>(
         SetWindowLongW(windowOf(composite), GWL_WNDPROC, reinterpret_cast<LONG>(colorChildren)));
-    EXPECT_EQ(get("BackgroundRGB", child), 0x010203);
+    EXPECT_EQ(get(OS::Control_GetBackgroundRGB, child), 0x010203);
     SetWindowLongW(windowOf(composite), GWL_WNDPROC, reinterpret_cast<LONG>(parentProc));
     DeleteObject(parentBrush);
 }
 
 TEST_F(AppearanceTest, a_background_is_told_in_javas_order_and_taken_back) {
     jint button = newButton(shell);
-    jint before = get("BackgroundRGB", button);
+    jint before = get(OS::Control_GetBackgroundRGB, button);
     ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
-    set("Background", button, reinterpret_cast<jint>(&color));
-    EXPECT_EQ(get("BackgroundRGB", button), 0x112233);
-    set("Background", button, 0);
-    EXPECT_EQ(get("BackgroundRGB", button), before);
+    set(OS::Control_SetBackground, button, reinterpret_cast<jint>(&color));
+    EXPECT_EQ(get(OS::Control_GetBackgroundRGB, button), 0x112233);
+    set(OS::Control_SetBackground, button, 0);
+    EXPECT_EQ(get(OS::Control_GetBackgroundRGB, button), before);
 }
 
 TEST_F(AppearanceTest, setting_a_colour_redraws_the_control) {
     jint button = newButton(shell);
     ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
-    for (const char* property : {"Background", "Foreground"}) {
+    for (const auto& property : {OS::Control_SetBackground, OS::Control_SetForeground}) {
         for (ColorRecord* value : {&color, static_cast<ColorRecord*>(nullptr)}) {
             dispatchAll();
             EXPECT_FALSE(GetUpdateRect(windowOf(button), nullptr, FALSE));
@@ -77,30 +75,30 @@ TEST_F(AppearanceTest, setting_a_colour_redraws_the_control) {
 
 TEST_F(AppearanceTest, a_redrawn_control_that_its_parent_hides_comes_to_rest) {
     jint composite = newComposite(shell); // 100 by 100
-    jint inside = newButton(composite, "Checkbox");
-    jint outside = newButton(composite, "Checkbox");
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", outside, 10, 150, 80, 20);
+    jint inside = newButton(composite, OS::Checkbox_New);
+    jint outside = newButton(composite, OS::Checkbox_New);
+    call(OS::Control_SetBounds, outside, 10, 150, 80, 20);
     dispatchAll();
     ColorRecord color = {RGB(0x11, 0x22, 0x33), nullptr};
     for (jint control : {inside, outside, composite}) {
-        set("Background", control, reinterpret_cast<jint>(&color));
+        set(OS::Control_SetBackground, control, reinterpret_cast<jint>(&color));
         dispatchAll();
         EXPECT_EQ(MsgWaitForMultipleObjectsEx(0, nullptr, 0, QS_PAINT, MWMO_INPUTAVAILABLE),
                   DWORD(WAIT_TIMEOUT))
             << control;
-        set("Background", control, 0);
+        set(OS::Control_SetBackground, control, 0);
     }
     DeleteObject(color.brush);
 }
 
 TEST_F(AppearanceTest, a_foreground_is_told_and_taken_back) {
     jint button = newButton(shell);
-    EXPECT_EQ(get("ForegroundRGB", button), 0x000000) << "window text";
+    EXPECT_EQ(get(OS::Control_GetForegroundRGB, button), 0x000000) << "window text";
     ColorRecord color = {RGB(0xFE, 0x22, 0x33), nullptr};
-    set("Foreground", button, reinterpret_cast<jint>(&color));
-    EXPECT_EQ(get("ForegroundRGB", button), 0xFE2233);
-    set("Foreground", button, 0);
-    EXPECT_EQ(get("ForegroundRGB", button), 0x000000);
+    set(OS::Control_SetForeground, button, reinterpret_cast<jint>(&color));
+    EXPECT_EQ(get(OS::Control_GetForegroundRGB, button), 0xFE2233);
+    set(OS::Control_SetForeground, button, 0);
+    EXPECT_EQ(get(OS::Control_GetForegroundRGB, button), 0x000000);
 }
 
 TEST_F(AppearanceTest, companions_set_colours_by_their_entry_points) {
@@ -116,12 +114,10 @@ TEST_F(AppearanceTest, companions_set_colours_by_their_entry_points) {
 }
 
 TEST_F(AppearanceTest, shells_and_composites_inherit_the_background_push_buttons_do_not) {
-    auto inherits = [&](jint control) {
-        return call<jboolean(jint)>("Control_InheritsBackground", control);
-    };
+    auto inherits = [&](jint control) { return call(OS::Control_InheritsBackground, control); };
     EXPECT_TRUE(inherits(shell));
     EXPECT_TRUE(inherits(newComposite(shell)));
-    EXPECT_TRUE(inherits(newButton(shell, "Checkbox")));
+    EXPECT_TRUE(inherits(newButton(shell, OS::Checkbox_New)));
     EXPECT_FALSE(inherits(newButton(shell)));
 }
 
@@ -134,7 +130,7 @@ TEST_F(AppearanceTest, only_the_low_byte_of_the_flag_says_that_a_background_is_i
     } rows[] = {{0, false}, {1, true}, {0x100, false}, {0x7FFFFF00, false}, {0x101, true}};
     for (const auto& row : rows) {
         record->inheritsBackground = row.flag;
-        bool inherits = call<jboolean(jint)>("Control_InheritsBackground", composite);
+        bool inherits = call(OS::Control_InheritsBackground, composite);
         EXPECT_EQ(inherits, row.inherits) << row.flag;
     }
     record->inheritsBackground = TRUE;
@@ -143,10 +139,10 @@ TEST_F(AppearanceTest, only_the_low_byte_of_the_flag_says_that_a_background_is_i
 TEST_F(AppearanceTest, a_cursor_is_kept_and_shown_at_once) {
     jint button = newButton(shell);
     HCURSOR hand = LoadCursorW(nullptr, IDC_HAND);
-    set("Cursor", button, reinterpret_cast<jint>(hand));
+    set(OS::Control_SetCursor, button, reinterpret_cast<jint>(hand));
     EXPECT_EQ(reinterpret_cast<ControlRecord*>(button)->cursor, hand);
     EXPECT_EQ(GetCursor(), hand);
-    set("Cursor", button, 0);
+    set(OS::Control_SetCursor, button, 0);
     EXPECT_EQ(reinterpret_cast<ControlRecord*>(button)->cursor, nullptr);
 }
 
@@ -165,35 +161,35 @@ TEST_F(StackingTest, a_new_control_lies_below_the_others) {
 }
 
 TEST_F(StackingTest, a_control_moves_above_another) {
-    move("Above", c, b);
+    move(OS::Control_MoveAbove, c, b);
     EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
-    move("Above", b, a);
+    move(OS::Control_MoveAbove, b, a);
     EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "above the uppermost";
-    move("Above", b, a);
+    move(OS::Control_MoveAbove, b, a);
     EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "where it is already";
-    move("Above", c, c);
+    move(OS::Control_MoveAbove, c, c);
     EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "above itself";
 }
 
 TEST_F(StackingTest, a_control_moves_above_all) {
-    move("Above", c, 0);
+    move(OS::Control_MoveAbove, c, 0);
     EXPECT_EQ(stackOf(parent), (Stack{C, A, B}));
 }
 
 TEST_F(StackingTest, a_control_moves_below_another) {
-    move("Below", a, b);
+    move(OS::Control_MoveBelow, a, b);
     EXPECT_EQ(stackOf(parent), (Stack{B, A, C}));
-    move("Below", b, 0);
+    move(OS::Control_MoveBelow, b, 0);
     EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
-    move("Below", b, b);
+    move(OS::Control_MoveBelow, b, b);
     EXPECT_EQ(stackOf(parent), (Stack{A, C, B}));
 }
 
 TEST_F(StackingTest, a_control_of_another_parent_stays) {
     jint stranger = newComposite(shell);
     std::vector<HWND> before = stackOf(shell);
-    move("Above", stranger, a);
-    move("Below", stranger, a);
+    move(OS::Control_MoveAbove, stranger, a);
+    move(OS::Control_MoveBelow, stranger, a);
     EXPECT_EQ(stackOf(shell), before);
     EXPECT_EQ(stackOf(parent), (Stack{A, B, C}));
 }
@@ -201,7 +197,7 @@ TEST_F(StackingTest, a_control_of_another_parent_stays) {
 TEST_F(StackingTest, a_shell_above_all_comes_to_the_foreground) {
     jint other = newShell();
     EXPECT_EQ(GetForegroundWindow(), windowOf(other));
-    move("Above", shell, 0);
+    move(OS::Control_MoveAbove, shell, 0);
     EXPECT_EQ(GetForegroundWindow(), windowOf(shell));
 }
 
@@ -210,7 +206,7 @@ TEST_F(AppearanceTest, drawing_that_is_turned_on_redraws_unless_the_parent_has_i
     jint child = newComposite(parent);
     dispatchAll();
     auto setRedraw = [&](jint control, bool redraw) {
-        call<void(jint, jboolean)>("Control_SetRedraw", control, redraw);
+        call(OS::Control_SetRedraw, control, redraw);
         bool redrawn = GetUpdateRect(windowOf(child), nullptr, FALSE);
         dispatchAll();
         return redrawn;
@@ -226,17 +222,17 @@ TEST_F(AppearanceTest, focus_cannot_be_forced_on_what_is_hidden_or_disabled) {
     jint parent = newComposite(shell);
     jint child = newButton(parent);
     SetFocus(windowOf(shell));
-    auto force = [&] { return call<jboolean(jint)>("Control_ForceFocus", child); };
-    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_FALSE);
+    auto force = [&] { return call(OS::Control_ForceFocus, child); };
+    call(OS::Control_SetVisible, child, false);
     EXPECT_FALSE(force());
-    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
-    call<void(jint, jboolean)>("Control_SetEnabled", child, JNI_FALSE);
+    call(OS::Control_SetVisible, child, true);
+    call(OS::Control_SetEnabled, child, false);
     EXPECT_FALSE(force());
-    call<void(jint, jboolean)>("Control_SetEnabled", child, JNI_TRUE);
-    call<void(jint, jboolean)>("Control_SetEnabled", parent, JNI_FALSE);
+    call(OS::Control_SetEnabled, child, true);
+    call(OS::Control_SetEnabled, parent, false);
     EXPECT_FALSE(force());
     EXPECT_EQ(GetFocus(), windowOf(shell));
-    call<void(jint, jboolean)>("Control_SetEnabled", parent, JNI_TRUE);
+    call(OS::Control_SetEnabled, parent, true);
     EXPECT_TRUE(force());
     EXPECT_TRUE(force()) << "it has the focus already";
     EXPECT_EQ(GetFocus(), windowOf(child));

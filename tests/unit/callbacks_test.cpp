@@ -5,26 +5,21 @@
 
 using Fire = void(DWORD, const char*, CallbackTarget*, ...);
 using FireBoolean = jint(DWORD, const char*, CallbackTarget*, ...);
-using InitCallbacks = void(jint, jobject);
-using Register = void(jint, jint, jstring, jstring);
-using SetData = void(jint, jobject);
 
 // Neither a display nor a widget with a window is needed to register and fire.
 class CallbacksTest : public DeviceTest {
   protected:
     CallbacksTest() {
         widget.display = reinterpret_cast<DisplayRecord*>(display);
-        call<SetData>("Widget_SetData", handle(), vm.newObject("test/Listener"));
+        call(OS::Widget_SetData, handle(), vm.newObject("test/Listener"));
         target = widget.callbackTarget;
     }
-    ~CallbacksTest() override {
-        call<SetData>("Widget_SetData", handle(), static_cast<jobject>(nullptr));
-    }
+    ~CallbacksTest() override { call(OS::Widget_SetData, handle(), nullptr); }
     jint handle() { return reinterpret_cast<jint>(&widget); }
 
     void registerMethod(jint id, const char16_t* method) {
-        call<Register>("Display_RegisterCallback", display, id, vm.newString(u"test/Listener"),
-                       vm.newString(method));
+        call(OS::Display_RegisterCallback, display, id, vm.newString(u"test/Listener"),
+             vm.newString(method));
     }
 
     WidgetRecord widget = {};
@@ -52,10 +47,10 @@ TEST_F(CallbacksTest, a_second_registration_further_down_a_bucket_is_fatal) {
 }
 
 TEST_F(CallbacksTest, registering_with_a_display_without_registry_is_fatal) {
-    jint other = call<jint()>("Display_New");
-    call<Register>("Display_RegisterCallback", other, 0, vm.newString(u"a"), vm.newString(u"b"));
+    jint other = call(OS::Display_New);
+    call(OS::Display_RegisterCallback, other, 0, vm.newString(u"a"), vm.newString(u"b"));
     EXPECT_EQ(vm.fatalError, "Display_GetCallbacks() returned NULL and should not have");
-    call<void(jint)>("Device_Dispose", other);
+    call(OS::Device_Dispose, other);
 }
 
 TEST_F(CallbacksTest, a_method_without_a_class_or_a_name_is_not_registered) {
@@ -67,7 +62,7 @@ TEST_F(CallbacksTest, a_method_without_a_class_or_a_name_is_not_registered) {
     vm.calls.clear();
     for (const auto& row : rows) {
         NoLeaks noLeaks;
-        call<Register>("Display_RegisterCallback", display, 15, row.className, row.methodName);
+        call(OS::Display_RegisterCallback, display, 15, row.className, row.methodName);
     }
     EXPECT_EQ(vm.countCalls("GetStringUTFChars"), 0);
     fire()(15, "()V", target);
@@ -147,7 +142,7 @@ TEST_F(CallbacksTest, events_of_a_known_thread_detach_nothing) {
 
 TEST_F(CallbacksTest, taking_the_data_away_releases_it_and_events_vanish) {
     int references = vm.globalReferences;
-    call<SetData>("Widget_SetData", handle(), static_cast<jobject>(nullptr));
+    call(OS::Widget_SetData, handle(), nullptr);
     EXPECT_EQ(widget.callbackTarget, nullptr);
     EXPECT_EQ(vm.globalReferences, references - 1);
     fire()(CB_SELECTION, "()V", widget.callbackTarget);
@@ -157,21 +152,21 @@ TEST_F(CallbacksTest, taking_the_data_away_releases_it_and_events_vanish) {
 TEST_F(CallbacksTest, replacing_the_data_releases_the_former) {
     NoLeaks noLeaks;
     int references = vm.globalReferences;
-    call<SetData>("Widget_SetData", handle(), vm.newObject("test/Listener"));
+    call(OS::Widget_SetData, handle(), vm.newObject("test/Listener"));
     EXPECT_EQ(vm.globalReferences, references);
     EXPECT_NE(widget.callbackTarget, nullptr);
 }
 
 TEST_F(CallbacksTest, taking_data_away_from_a_widget_without_any_does_nothing) {
-    call<SetData>("Widget_SetData", handle(), static_cast<jobject>(nullptr));
+    call(OS::Widget_SetData, handle(), nullptr);
     int references = vm.globalReferences;
-    call<SetData>("Widget_SetData", handle(), static_cast<jobject>(nullptr));
+    call(OS::Widget_SetData, handle(), nullptr);
     EXPECT_EQ(vm.globalReferences, references);
 }
 
 TEST_F(CallbacksTest, data_that_cannot_be_referenced_changes_nothing_and_reports_nothing) {
     vm.failCall("NewGlobalRef");
-    call<SetData>("Widget_SetData", handle(), vm.newObject("test/Listener"));
+    call(OS::Widget_SetData, handle(), vm.newObject("test/Listener"));
     EXPECT_EQ(widget.callbackTarget, target);
     EXPECT_EQ(vm.pendingException, "");
     EXPECT_TRUE(vm.reports.empty());
@@ -182,7 +177,7 @@ TEST_F(CallbacksTest, data_without_memory_for_its_target_raises_and_keeps_the_fo
     {
         Faults faults;
         faults.fail("LocalAlloc");
-        call<SetData>("Widget_SetData", handle(), vm.newObject("test/Listener"));
+        call(OS::Widget_SetData, handle(), vm.newObject("test/Listener"));
     }
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
     EXPECT_EQ(vm.pendingMessage, "Failed to allocate space for callback target");
@@ -198,7 +193,7 @@ TEST_F(CallbacksTest, a_registry_without_memory_raises) {
     for (int nth = 1; nth <= 2; ++nth) {
         Faults faults;
         faults.fail("LocalAlloc", nth);
-        call<InitCallbacks>("Display_InitCallbacks", display, vm.newObject("test/Display"));
+        call(OS::Display_InitCallbacks, display, vm.newObject("test/Display"));
         EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
         EXPECT_EQ(vm.pendingMessage, messages[nth - 1]);
         vm.clearException();
@@ -208,7 +203,7 @@ TEST_F(CallbacksTest, a_registry_without_memory_raises) {
 TEST_F(CallbacksTest, a_registry_whose_object_cannot_be_referenced_is_dropped_silently) {
     NoLeaks noLeaks;
     vm.failCall("NewGlobalRef");
-    call<InitCallbacks>("Display_InitCallbacks", display, vm.newObject("test/Display"));
+    call(OS::Display_InitCallbacks, display, vm.newObject("test/Display"));
     EXPECT_EQ(vm.pendingException, "");
     fire()(CB_SELECTION, "()V", target);
     EXPECT_EQ(vm.takeEvents(), Events{"selected()"});

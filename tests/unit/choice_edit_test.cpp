@@ -13,8 +13,8 @@ class ChoiceEditTest : public DeviceTest {
             Choice_Create(reinterpret_cast<ControlRecord*>(shell), 0, &error));
         choice = reinterpret_cast<jint>(record);
         edit = GetDlgItem(record->hwnd, 1001);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", choice, 20, 30, 100, 24);
-        call<void(jint, jboolean)>("Control_SetVisible", choice, JNI_TRUE);
+        call(OS::Control_SetBounds, choice, 20, 30, 100, 24);
+        call(OS::Control_SetVisible, choice, true);
         dispatchAll();
         listen(choice);
     }
@@ -120,7 +120,7 @@ TEST_F(ChoiceEditTest, swallows_the_escape_of_a_clipped_field_that_shows_no_list
 TEST_F(ChoiceEditTest, focus_that_moves_within_is_not_told) {
     SetFocus(windowOf(shell));
     vm.takeEvents();
-    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", choice));
+    EXPECT_TRUE(call(OS::Control_ForceFocus, choice));
     EXPECT_EQ(GetFocus(), edit);
     EXPECT_EQ(eventsOf("focus"), Events{"focus(1)"});
     SetFocus(record->hwnd);
@@ -144,7 +144,7 @@ TEST_F(ChoiceEditTest, focus_goes_on_to_the_field) {
 }
 
 TEST_F(ChoiceEditTest, removing_its_last_item_repaints_nothing) {
-    call<void(jint, jstring, jint)>("Choice_AddItem", choice, vm.newString(u"item"), -1);
+    call(OS::Choice_AddItem, choice, vm.newString(u"item"), -1);
     dispatchAll();
     ValidateRect(record->hwnd, nullptr);
     ErrorRecord error = {};

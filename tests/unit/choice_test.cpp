@@ -10,23 +10,19 @@ class ChoiceTest : public DeviceTest {
   protected:
     ChoiceRecord* record(jint choice) { return reinterpret_cast<ChoiceRecord*>(choice); }
     jint newChoice(const std::vector<std::u16string>& items = {}) {
-        jint choice = call<jint(jint)>("Choice_New", shell);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", choice, 20, 30, 100, 24);
-        call<void(jint, jboolean)>("Control_SetVisible", choice, JNI_TRUE);
+        jint choice = call(OS::Choice_New, shell);
+        call(OS::Control_SetBounds, choice, 20, 30, 100, 24);
+        call(OS::Control_SetVisible, choice, true);
         for (const std::u16string& item : items) add(choice, item);
         dispatchAll();
         return choice;
     }
     void add(jint choice, const std::u16string& item, jint index = -1) {
-        call<void(jint, jstring, jint)>("Choice_AddItem", choice, vm.newString(item), index);
+        call(OS::Choice_AddItem, choice, vm.newString(item), index);
     }
-    void remove(jint choice, jint index) {
-        call<void(jint, jint)>("Choice_RemoveItem", choice, index);
-    }
-    void select(jint choice, jint index) {
-        call<void(jint, jint)>("Choice_SelectItem", choice, index);
-    }
-    jint selected(jint choice) { return call<jint(jint)>("Choice_GetSelectedItemIndex", choice); }
+    void remove(jint choice, jint index) { call(OS::Choice_RemoveItem, choice, index); }
+    void select(jint choice, jint index) { call(OS::Choice_SelectItem, choice, index); }
+    jint selected(jint choice) { return call(OS::Choice_GetSelectedItemIndex, choice); }
     std::vector<std::u16string> items(jint choice) {
         std::vector<std::u16string> texts(send(choice, CB_GETCOUNT));
         for (size_t i = 0; i < texts.size(); ++i) {
@@ -36,7 +32,7 @@ class ChoiceTest : public DeviceTest {
         return texts;
     }
     std::vector<jint> minimumSize(jint choice) {
-        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", choice));
+        return vm.ints(call(OS::Control_GetMinimumSize, choice));
     }
     // The events but those of the pointer and of painting.
     Events ownEvents() {
@@ -67,9 +63,9 @@ class ChoiceTest : public DeviceTest {
         SendMessageW(list, LB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item));
         POINT point = {item.left + 5, (item.top + item.bottom) / 2};
         ClientToScreen(list, &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
         for (jint type : {1, 2}) {
-            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+            call(OS::Display_PostPointerEvent, display, type, 8);
             dispatchAll();
         }
     }
@@ -119,7 +115,7 @@ TEST_F(ChoiceTest, adds_items_at_their_index) {
     add(choice, u"c", 1);
     add(choice, u"a", 0);
     add(choice, u"d", -1);
-    call<void(jint, jstring, jint)>("Choice_AddItem", choice, static_cast<jstring>(nullptr), 1);
+    call(OS::Choice_AddItem, choice, nullptr, 1);
     add(choice, u"\xD83D\xDE00", -1);
     EXPECT_EQ(items(choice),
               (std::vector<std::u16string>{u"a", u"", u"b", u"c", u"d", u"\xD83D\xDE00"}));
@@ -205,7 +201,7 @@ TEST_F(ChoiceTest, selects_items_without_an_event) {
     EXPECT_EQ(selected(choice), 2);
     EXPECT_EQ(windowText(choice), L"plum");
     EXPECT_TRUE(ownEvents().empty());
-    call<void(jint)>("Choice_RemoveAllItems", choice);
+    call(OS::Choice_RemoveAllItems, choice);
     EXPECT_EQ(selected(choice), -1);
     EXPECT_TRUE(items(choice).empty());
 }
@@ -245,13 +241,13 @@ static BOOL WINAPI recordPlace(HWND window, HWND after, int x, int y, int width,
 
 TEST_F(ChoiceTest, the_room_of_the_dropped_list_is_added_to_the_height) {
     jint choice = newChoice({u"1", u"2", u"3", u"4", u"5", u"6", u"7", u"8", u"9"});
-    auto bounds = [&] { return vm.ints(call<jobject(jint)>("Control_GetBounds", choice)); };
+    auto bounds = [&] { return vm.ints(call(OS::Control_GetBounds, choice)); };
     jint closed = bounds()[3];
     EXPECT_LT(closed, 30) << "as high as its field";
     {
         Faults faults;
         faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", choice, 5, 6, 120, closed);
+        call(OS::Control_SetBounds, choice, 5, 6, 120, closed);
     }
     LRESULT itemHeight = send(choice, CB_GETITEMHEIGHT);
     EXPECT_EQ(requested.bottom, closed + 7 * itemHeight + 2);
@@ -264,7 +260,7 @@ TEST_F(ChoiceTest, the_room_of_the_dropped_list_is_added_to_the_height) {
 
 TEST_F(ChoiceTest, a_notice_lets_it_take_its_own_bounds_again) {
     jint choice = newChoice(fruit);
-    std::vector<jint> bounds = vm.ints(call<jobject(jint)>("Control_GetBounds", choice));
+    std::vector<jint> bounds = vm.ints(call(OS::Control_GetBounds, choice));
     Faults faults;
     faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
     boundsRequests = 0;
@@ -274,7 +270,7 @@ TEST_F(ChoiceTest, a_notice_lets_it_take_its_own_bounds_again) {
     EXPECT_EQ(requested.top, bounds[1]);
     EXPECT_EQ(requested.right, bounds[2]);
     EXPECT_EQ(requested.bottom, bounds[3] + 7 * send(choice, CB_GETITEMHEIGHT) + 2);
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetBounds", choice)), bounds);
+    EXPECT_EQ(vm.ints(call(OS::Control_GetBounds, choice)), bounds);
 }
 
 TEST_F(ChoiceTest, bounds_that_cannot_be_taken_again_leave_nothing) {
@@ -361,7 +357,7 @@ TEST_F(ChoiceTest, a_tap_elsewhere_closes_the_list_without_a_choice) {
 
 TEST_F(ChoiceTest, arrow_keys_choose_items_one_after_the_other) {
     jint choice = newChoice(fruit);
-    call<jboolean(jint)>("Control_ForceFocus", choice);
+    call(OS::Control_ForceFocus, choice);
     listen(choice);
     pressKey(keys::down);
     pressKey(keys::down);
@@ -374,7 +370,7 @@ TEST_F(ChoiceTest, arrow_keys_choose_items_one_after_the_other) {
 
 TEST_F(ChoiceTest, a_key_that_java_handles_chooses_nothing) {
     jint choice = newChoice(fruit);
-    call<jboolean(jint)>("Control_ForceFocus", choice);
+    call(OS::Control_ForceFocus, choice);
     listen(choice);
     vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
     pressKey(keys::down);
@@ -383,7 +379,7 @@ TEST_F(ChoiceTest, a_key_that_java_handles_chooses_nothing) {
 
 TEST_F(ChoiceTest, the_first_letter_chooses_an_item) {
     jint choice = newChoice({u"apple", u"banana", u"cherry"});
-    call<jboolean(jint)>("Control_ForceFocus", choice);
+    call(OS::Control_ForceFocus, choice);
     listen(choice);
     type("c");
     EXPECT_EQ(ownEvents(), (Events{"key(1, 99, 67, 0)", "chosen(2)", "key(2, 99, 67, 0)"}));
@@ -391,7 +387,7 @@ TEST_F(ChoiceTest, the_first_letter_chooses_an_item) {
 
 TEST_F(ChoiceTest, may_be_disposed_of_by_who_hears_of_a_choice) {
     jint choice = newChoice(fruit);
-    call<jboolean(jint)>("Control_ForceFocus", choice);
+    call(OS::Control_ForceFocus, choice);
     listen(choice);
     vm.behavior["chosen"] = [&](const std::vector<jint>&) {
         vm.behavior.clear();
@@ -407,9 +403,9 @@ TEST_F(ChoiceTest, may_be_disposed_of_by_who_hears_of_a_choice) {
 TEST_F(ChoiceTest, focus_that_comes_from_elsewhere_is_told) {
     jint choice = newChoice(fruit), button = newButton(shell);
     listen(choice);
-    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", choice));
+    EXPECT_TRUE(call(OS::Control_ForceFocus, choice));
     EXPECT_EQ(ownEvents(), Events{"focus(1)"});
-    call<jboolean(jint)>("Control_ForceFocus", button);
+    call(OS::Control_ForceFocus, button);
     EXPECT_EQ(ownEvents(), Events{"focus(2)"});
 }
 
@@ -475,7 +471,7 @@ TEST_F(ChoiceTest, is_as_wide_as_its_longest_item_unless_that_stands_out) {
 TEST_F(ChoiceTest, without_items_it_is_six_characters_wide) {
     jint choice = newChoice();
     const TEXTMETRICW& font =
-        reinterpret_cast<FontRecord*>(call<jint(jint)>("Control_GetDefaultFont", choice))->metrics;
+        reinterpret_cast<FontRecord*>(call(OS::Control_GetDefaultFont, choice))->metrics;
     COMBOBOXINFO parts = partsOf(choice);
     EXPECT_EQ(minimumSize(choice)[0], 6 * font.tmAveCharWidth + parts.rcButton.right -
                                           parts.rcButton.left + parts.rcItem.left);
@@ -500,37 +496,37 @@ TEST_F(ChoiceTest, is_64_by_64_when_its_parts_are_not_known) {
 TEST_F(ChoiceTest, sizes_follow_the_font) {
     jint choice = newChoice(fruit);
     std::vector<jint> before = minimumSize(choice);
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 40, 0);
-    call<void(jint, jint)>("Control_SetFont", choice, font);
+    jint font = call(OS::Font_NewLogical, display, 2, 40, 0);
+    call(OS::Control_SetFont, choice, font);
     EXPECT_GT(minimumSize(choice)[0], before[0]);
     EXPECT_GT(minimumSize(choice)[1], before[1]);
-    call<void(jint, jint)>("Control_SetFont", choice, 0);
+    call(OS::Control_SetFont, choice, 0);
     EXPECT_EQ(minimumSize(choice), before);
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(ChoiceTest, measuring_leaves_nothing_whatever_fails) {
     jint choice = newChoice(fruit);
     int failures = forEachFailure([&](Faults&) {
         NoLeaks noLeaks;
-        call<jobject(jint)>("Control_GetMinimumSize", choice);
+        call(OS::Control_GetMinimumSize, choice);
     });
     EXPECT_GT(failures, 3);
     EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(ChoiceTest, a_choice_that_cannot_be_made_is_an_error_and_leaves_nothing) {
-    expectFailedCreationsReported([&] { return call<jint(jint)>("Choice_New", shell); });
+    expectFailedCreationsReported([&] { return call(OS::Choice_New, shell); });
 }
 
 TEST_F(ChoiceTest, choices_leave_nothing_behind) {
     auto round = [&] {
-        jint choice = call<jint(jint)>("Choice_New", shell);
+        jint choice = call(OS::Choice_New, shell);
         add(choice, u"item");
         add(choice, u"another item", 0);
         select(choice, 1);
         remove(choice, 0);
-        call<jobject(jint)>("Control_GetMinimumSize", choice);
+        call(OS::Control_GetMinimumSize, choice);
         dispose(choice);
     };
     round(); // what the system keeps from the first one on

@@ -7,10 +7,8 @@ class ClipboardTest : public DeviceTest {
     ClipboardTest() { clear(); }
     ~ClipboardTest() override { clear(); }
 
-    jstring getText() { return static_cast<jstring>(call<jobject()>("Clipboard_GetText")); }
-    void setText(const std::u16string& text) {
-        call<void(jstring)>("Clipboard_SetText", vm.newString(text));
-    }
+    jstring getText() { return static_cast<jstring>(call(OS::Clipboard_GetText)); }
+    void setText(const std::u16string& text) { call(OS::Clipboard_SetText, vm.newString(text)); }
     static HWND newWindow() {
         return CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
                                nullptr);
@@ -70,7 +68,7 @@ TEST_F(ClipboardTest, an_empty_text_is_a_text) {
     jstring text = getText();
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(vm.text(text), u"");
-    call<void(jstring)>("Clipboard_SetText", static_cast<jstring>(nullptr));
+    call(OS::Clipboard_SetText, nullptr);
     text = getText();
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(vm.text(text), u"");

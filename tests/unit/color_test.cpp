@@ -9,16 +9,16 @@
 class ColorTest : public DeviceTest {
   protected:
     jint newColor(jint red, jint green, jint blue) {
-        return call<jint(jint, jint, jint, jint)>("Color_New", display, red, green, blue);
+        return call(OS::Color_New, display, red, green, blue);
     }
-    void disposeColor(jint color) { call<void(jint)>("Color_Dispose", color); }
+    void disposeColor(jint color) { call(OS::Color_Dispose, color); }
 };
 
 TEST_F(ColorTest, keeps_its_components) {
     jint color = newColor(1, 2, 3);
-    EXPECT_EQ(call<jint(jint)>("Color_GetRed", color), 1);
-    EXPECT_EQ(call<jint(jint)>("Color_GetGreen", color), 2);
-    EXPECT_EQ(call<jint(jint)>("Color_GetBlue", color), 3);
+    EXPECT_EQ(call(OS::Color_GetRed, color), 1);
+    EXPECT_EQ(call(OS::Color_GetGreen, color), 2);
+    EXPECT_EQ(call(OS::Color_GetBlue, color), 3);
     EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->color, 0x030201u);
     disposeColor(color);
 }
@@ -54,10 +54,10 @@ TEST_F(ColorTest, takes_its_brush_along) {
     NoLeaks noLeaks;
     jint color = newColor(10, 20, 30);
     EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->brush, nullptr);
-    call<void(jint, jint)>("Control_SetBackground", shell, color);
+    call(OS::Control_SetBackground, shell, color);
     dispatchAll();
     EXPECT_NE(reinterpret_cast<ColorRecord*>(color)->brush, nullptr) << "made to erase with";
-    call<void(jint, jint)>("Control_SetBackground", shell, 0);
+    call(OS::Control_SetBackground, shell, 0);
     disposeColor(color);
 }
 
@@ -65,13 +65,13 @@ TEST_F(ColorTest, takes_its_brush_along) {
 TEST_F(ColorTest, lives_as_long_as_a_control_wears_it) {
     jint shell = newShell();
     jint colors[] = {newColor(10, 20, 30), newColor(40, 50, 60)};
-    call<void(jint, jint)>("Control_SetBackground", shell, colors[0]);
-    call<void(jint, jint)>("Control_SetForeground", shell, colors[1]);
+    call(OS::Control_SetBackground, shell, colors[0]);
+    call(OS::Control_SetForeground, shell, colors[1]);
     for (jint color : colors) disposeColor(color);
     dispatchAll();
     EXPECT_EQ(pixelOf(shell, 5, 5), 0x1E140Au);
-    EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", shell), 0x0A141E);
-    EXPECT_EQ(call<jint(jint)>("Control_GetForegroundRGB", shell), 0x28323C);
+    EXPECT_EQ(call(OS::Control_GetBackgroundRGB, shell), 0x0A141E);
+    EXPECT_EQ(call(OS::Control_GetForegroundRGB, shell), 0x28323C);
 }
 
 TEST_F(ColorTest, goes_with_the_last_control_that_wears_it) {
@@ -79,11 +79,11 @@ TEST_F(ColorTest, goes_with_the_last_control_that_wears_it) {
     jint shell = newShell();
     jint button = newButton(shell);
     jint color = newColor(10, 20, 30);
-    call<void(jint, jint)>("Control_SetBackground", shell, color);
-    call<void(jint, jint)>("Control_SetBackground", button, color);
+    call(OS::Control_SetBackground, shell, color);
+    call(OS::Control_SetBackground, button, color);
     disposeColor(color);
     dispatchAll();
-    call<void(jint, jint)>("Control_SetBackground", shell, 0);
+    call(OS::Control_SetBackground, shell, 0);
     dispose(button);
     dispose(shell);
 }
@@ -98,8 +98,8 @@ static HBRUSH WINAPI makeSlowly(COLORREF color) {
 TEST_F(ColorTest, threads_that_need_its_brush_together_make_one) {
     jint images[2], graphics[2];
     for (int i : {0, 1}) {
-        images[i] = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 4, 4, 0);
-        graphics[i] = call<jint(jint)>("Image_NewGraphics", images[i]);
+        images[i] = call(OS::Image_NewFromSize, display, 4, 4, 0);
+        graphics[i] = call(OS::Image_NewGraphics, images[i]);
     }
     Faults faults;
     faults.replace("CreateSolidBrush", reinterpret_cast<void*>(makeSlowly));
@@ -110,8 +110,7 @@ TEST_F(ColorTest, threads_that_need_its_brush_together_make_one) {
         auto fill = [&](int i) {
             ++ready;
             while (ready < 2) SwitchToThread();
-            call<void(jint, jint, jint, jint, jint, jint)>("Graphics_FillBackground", graphics[i],
-                                                           color, 0, 0, 4, 4);
+            call(OS::Graphics_FillBackground, graphics[i], color, 0, 0, 4, 4);
         };
         std::thread other(fill, 1);
         fill(0);
@@ -120,8 +119,8 @@ TEST_F(ColorTest, threads_that_need_its_brush_together_make_one) {
         disposeColor(color);
     }
     for (int i : {0, 1}) {
-        call<void(jint)>("Graphics_Dispose", graphics[i]);
-        call<void(jint)>("Image_Dispose", images[i]);
+        call(OS::Graphics_Dispose, graphics[i]);
+        call(OS::Image_Dispose, images[i]);
     }
 }
 
@@ -129,7 +128,7 @@ TEST_F(ColorTest, system_colours_have_numbers_of_their_own) {
     const int indices[] = {1, 2,  9,  10, 3,  19, 11, 5,  6,  8,  4, 7,  5,
                            8, 13, 14, 17, 15, 8,  22, 20, 16, 21, 0, 24, 23};
     for (jint id = 0; id < 26; ++id) {
-        jint color = call<jint(jint, jint)>("Display_GetSystemColor", display, id);
+        jint color = call(OS::Display_GetSystemColor, display, id);
         EXPECT_EQ(reinterpret_cast<ColorRecord*>(color)->color, GetSysColor(indices[id])) << id;
         disposeColor(color);
     }
@@ -145,16 +144,16 @@ TEST_F(ColorTest, the_device_is_asked_for_a_system_colour_by_its_marked_index) {
     Faults faults;
     faults.replace("GetSysColor", reinterpret_cast<void*>(recordIndex));
     askedIndices.clear();
-    jint color = call<jint(jint, jint)>("Display_GetSystemColor", display, 7);
+    jint color = call(OS::Display_GetSystemColor, display, 7);
     EXPECT_EQ(askedIndices, std::vector<int>{0x40000005});
-    EXPECT_EQ(call<jint(jint)>("Color_GetRed", color), 1);
-    EXPECT_EQ(call<jint(jint)>("Color_GetBlue", color), 3);
+    EXPECT_EQ(call(OS::Color_GetRed, color), 1);
+    EXPECT_EQ(call(OS::Color_GetBlue, color), 3);
     disposeColor(color);
 }
 
 TEST_F(ColorTest, other_system_colours_are_an_error) {
     for (jint id : {-1, 26, 1000}) {
-        EXPECT_EQ((call<jint(jint, jint)>("Display_GetSystemColor", display, id)), 0);
+        EXPECT_EQ(call(OS::Display_GetSystemColor, display, id), 0);
         TestVm::Report report = onlyReport();
         EXPECT_EQ(report.function, "Display_GetSystemColor");
         EXPECT_EQ(report.code, -3);
@@ -165,7 +164,7 @@ TEST_F(ColorTest, other_system_colours_are_an_error) {
 class CursorTest : public DeviceTest {
   protected:
     HCURSOR newCursor(jint type) {
-        return reinterpret_cast<HCURSOR>(call<jint(jint, jint)>("Cursor_New", display, type));
+        return reinterpret_cast<HCURSOR>(call(OS::Cursor_New, display, type));
     }
 };
 
@@ -184,7 +183,7 @@ TEST_F(CursorTest, is_the_systems) {
     vm.reports.clear();
     HCURSOR wait = newCursor(4);
     EXPECT_NE(wait, nullptr);
-    call<void(jint)>("Cursor_Dispose", reinterpret_cast<jint>(wait));
+    call(OS::Cursor_Dispose, reinterpret_cast<jint>(wait));
     EXPECT_EQ(newCursor(4), wait) << "disposing does nothing";
 }
 

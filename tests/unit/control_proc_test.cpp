@@ -8,9 +8,9 @@ class ControlProcTest : public DeviceTest {
     ControlProcTest() {
         shell = newShell();
         button = newButton(shell);
-        composite = call<jint(jint, jint)>("Composite_New", shell, 0);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", composite, 0, 100, 100, 60);
-        call<void(jint, jboolean)>("Control_SetVisible", composite, JNI_TRUE);
+        composite = call(OS::Composite_New, shell, 0);
+        call(OS::Control_SetBounds, composite, 0, 100, 100, 60);
+        call(OS::Control_SetVisible, composite, true);
         dispatchAll();
     }
     static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
@@ -46,14 +46,14 @@ TEST_F(ControlProcTest, a_paint_reports_the_damaged_rectangle_after_the_class_ha
 
 TEST_F(ControlProcTest, a_control_whose_drawing_is_off_paints_and_erases_nothing) {
     listen(button);
-    call<void(jint, jboolean)>("Control_SetRedraw", button, JNI_FALSE);
+    call(OS::Control_SetRedraw, button, false);
     InvalidateRect(windowOf(button), nullptr, TRUE);
     UpdateWindow(windowOf(button));
     HDC context = GetDC(windowOf(button));
     EXPECT_EQ(send(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context)), 0);
     ReleaseDC(windowOf(button), context);
     EXPECT_TRUE(vm.takeEvents().empty());
-    call<void(jint, jboolean)>("Control_SetRedraw", button, JNI_TRUE);
+    call(OS::Control_SetRedraw, button, true);
 }
 
 TEST_F(ControlProcTest, drawing_that_is_off_in_a_parent_is_off) {
@@ -99,7 +99,7 @@ TEST_F(ControlProcTest, a_swallowed_paint_is_made_up_for_when_drawing_is_on_agai
     EXPECT_TRUE(vm.takeEvents().empty());
     record(button)->redraw = TRUE;
     while (vm.events.empty()) {
-        call<jint(jint)>("Display_Sleep", display);
+        call(OS::Display_Sleep, display);
         dispatchAll();
     }
     EXPECT_EQ(vm.takeEvents(), Events{"paint(0, 0, 100, 40)"});

@@ -4,8 +4,6 @@
 #include "leaks.h"
 #include "other_thread.h"
 
-using New = jint(jint, jint);
-using SetBounds = void(jint, jint, jint, jint, jint);
 using ControlNew = ControlRecord*(const wchar_t*, UINT, WNDPROC, ControlRecord*, DWORD, DWORD,
                                   DWORD, ErrorRecord*);
 using BorderWidth = int(HWND);
@@ -14,7 +12,7 @@ class ControlTest : public DeviceTest {
   protected:
     static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
     std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
+        return vm.ints(call(OS::Control_GetBounds, control));
     }
     template <class Work>
     void onOtherThread(Work work) {
@@ -28,15 +26,15 @@ TEST_F(ControlTest, every_child_control_starts_from_the_same_window_style) {
 
 TEST_F(ControlTest, a_fresh_control_is_last_in_its_parents_order) {
     jint shell = newShell();
-    jint first = call<New>("PushButton_New", shell, 0);
-    jint second = call<New>("PushButton_New", shell, 0);
+    jint first = call(OS::PushButton_New, shell, 0);
+    jint second = call(OS::PushButton_New, shell, 0);
     EXPECT_EQ(GetWindow(windowOf(first), GW_HWNDNEXT), windowOf(second));
     EXPECT_EQ(GetWindow(windowOf(second), GW_HWNDNEXT), nullptr);
 }
 
 TEST_F(ControlTest, a_fresh_control_has_the_system_font_draws_and_has_no_target) {
     jint shell = newShell();
-    jint button = call<New>("PushButton_New", shell, 5);
+    jint button = call(OS::PushButton_New, shell, 5);
     EXPECT_EQ(SendMessageW(windowOf(button), WM_GETFONT, 0, 0),
               reinterpret_cast<LRESULT>(GetStockObject(SYSTEM_FONT)));
     const ControlRecord& head = *record(button);
@@ -61,7 +59,7 @@ TEST_F(ControlTest, a_control_without_listener_fires_nothing) {
 TEST_F(ControlTest, a_control_made_on_another_thread_belongs_to_the_displays) {
     jint shell = newShell();
     jint button = 0;
-    onOtherThread([&] { button = call<New>("PushButton_New", shell, 0); });
+    onOtherThread([&] { button = call(OS::PushButton_New, shell, 0); });
     ASSERT_NE(button, 0);
     EXPECT_EQ(GetWindowThreadProcessId(windowOf(button), nullptr), GetCurrentThreadId());
     EXPECT_EQ(record(button)->parent, record(shell));
@@ -70,7 +68,7 @@ TEST_F(ControlTest, a_control_made_on_another_thread_belongs_to_the_displays) {
 TEST_F(ControlTest, a_control_disposed_on_another_thread_takes_its_window_along) {
     jint button = newButton(newShell());
     HWND window = windowOf(button);
-    onOtherThread([&] { call<void(jint)>("Widget_Dispose", button); });
+    onOtherThread([&] { call(OS::Widget_Dispose, button); });
     EXPECT_FALSE(IsWindow(window));
 }
 
@@ -122,12 +120,11 @@ TEST_F(ControlTest, every_window_whose_class_is_not_described_has_no_class_proce
     jint shell = newShell();
     Faults faults;
     faults.fail("GetClassInfoW", 0);
-    std::vector<jint> made = {
-        call<New>("Shell_New", display, 0), call<New>("Shell_NewChild", shell, 0),
-        call<jint(jint)>("Choice_New", shell), call<jint(jint)>("Scrollbar_New", shell)};
-    for (const char* kind :
-         {"PushButton", "Checkbox", "RadioButton", "List", "TextField", "TextArea", "Composite"})
-        made.push_back(call<New>(std::string(kind) + "_New", shell, 0));
+    std::vector<jint> made = {call(OS::Shell_New, display, 0), call(OS::Shell_NewChild, shell, 0),
+                              call(OS::Choice_New, shell), call(OS::Scrollbar_New, shell)};
+    for (const Maker& kind : {OS::PushButton_New, OS::Checkbox_New, OS::RadioButton_New,
+                              OS::List_New, OS::TextField_New, OS::TextArea_New, OS::Composite_New})
+        made.push_back(call(kind, shell, 0));
     for (jint control : made) {
         ASSERT_NE(control, 0);
         EXPECT_EQ(record(control)->classProc, nullptr);
@@ -138,7 +135,7 @@ TEST_F(ControlTest, every_window_whose_class_is_not_described_has_no_class_proce
 
 TEST_F(ControlTest, a_composite_without_parent_is_refused) {
     NoLeaks noLeaks;
-    EXPECT_EQ(call<New>("Composite_New", 0, 0), 0);
+    EXPECT_EQ(call(OS::Composite_New, 0, 0), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Composite_New");
     EXPECT_EQ(report.code, -3);
@@ -146,7 +143,7 @@ TEST_F(ControlTest, a_composite_without_parent_is_refused) {
 }
 
 TEST_F(ControlTest, a_composite_inherits_its_background) {
-    jint composite = call<New>("Composite_New", newShell(), 0);
+    jint composite = call(OS::Composite_New, newShell(), 0);
     EXPECT_EQ(record(composite)->inheritsBackground, TRUE);
 }
 
@@ -154,7 +151,7 @@ TEST_F(ControlTest, a_composite_whose_window_cannot_be_made_has_no_handle) {
     jint shell = newShell();
     Faults faults;
     faults.fail("CreateWindowExW", 1, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(call<New>("Composite_New", shell, 0), 0);
+    EXPECT_EQ(call(OS::Composite_New, shell, 0), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -3);
     EXPECT_EQ(report.message.find(u"Unable to create handle for widget::"), 0u);
@@ -166,7 +163,7 @@ TEST_F(ControlTest, a_control_without_memory_for_its_record_is_destroyed_again) 
     {
         Faults faults;
         faults.fail("LocalAlloc");
-        EXPECT_EQ(call<New>("PushButton_New", shell, 0), 0);
+        EXPECT_EQ(call(OS::PushButton_New, shell, 0), 0);
     }
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -4);
@@ -177,7 +174,7 @@ TEST_F(ControlTest, whatever_fails_while_one_is_made_leaves_nothing_behind) {
     jint shell = newShell();
     int failures = forEachFailure([&](Faults& faults) {
         NoLeaks noLeaks;
-        jint button = call<New>("Checkbox_New", shell, 0);
+        jint button = call(OS::Checkbox_New, shell, 0);
         EXPECT_LE(vm.reports.size(), 1u);
         EXPECT_TRUE(button || vm.reports.size() == 1) << "a failed creation is reported";
         vm.reports.clear();
@@ -189,17 +186,17 @@ TEST_F(ControlTest, whatever_fails_while_one_is_made_leaves_nothing_behind) {
 
 TEST_F(ControlTest, bounds_of_a_child_are_relative_to_its_parent) {
     jint shell = newShell();
-    jint composite = call<New>("Composite_New", shell, 0);
-    call<SetBounds>("Control_SetBounds", composite, 11, 22, 100, 80);
-    jint button = call<New>("PushButton_New", composite, 0);
-    call<SetBounds>("Control_SetBounds", button, 3, 4, 50, 20);
+    jint composite = call(OS::Composite_New, shell, 0);
+    call(OS::Control_SetBounds, composite, 11, 22, 100, 80);
+    jint button = call(OS::PushButton_New, composite, 0);
+    call(OS::Control_SetBounds, button, 3, 4, 50, 20);
     EXPECT_EQ(boundsOf(button), (std::vector<jint>{3, 4, 50, 20}));
     EXPECT_EQ(boundsOf(composite), (std::vector<jint>{11, 22, 100, 80}));
 }
 
 TEST_F(ControlTest, bounds_of_a_shell_are_on_the_screen) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0);
-    call<SetBounds>("Control_SetBounds", child, 30, 40, 120, 90);
+    jint child = call(OS::Shell_NewChild, newShell(), 0);
+    call(OS::Control_SetBounds, child, 30, 40, 120, 90);
     EXPECT_EQ(boundsOf(child), (std::vector<jint>{30, 40, 120, 90}));
     dispose(child);
 }
@@ -209,7 +206,7 @@ TEST_F(ControlTest, bounds_that_the_system_refuses_are_an_error) {
     std::vector<jint> before = boundsOf(button);
     Faults faults;
     faults.fail("SetWindowPos", 1, ERROR_ACCESS_DENIED);
-    call<SetBounds>("Control_SetBounds", button, 1, 2, 3, 4);
+    call(OS::Control_SetBounds, button, 1, 2, 3, 4);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Control_SetBounds");
     EXPECT_EQ(report.message.find(u"Could not change the size of the control::"), 0u);
@@ -225,11 +222,11 @@ static BOOL WINAPI recordPlace(HWND, HWND, int x, int y, int width, int height, 
 TEST_F(ControlTest, bounds_beyond_all_numbers_end_where_numbers_do) {
     constexpr jint most = 0x7FFFFFFF;
     jint shell = newShell();
-    jint child = call<New>("Shell_NewChild", shell, 0);
+    jint child = call(OS::Shell_NewChild, shell, 0);
     for (jint control : {newButton(shell), child}) {
         Faults faults;
         faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
-        call<SetBounds>("Control_SetBounds", control, 10, 20, most, most);
+        call(OS::Control_SetBounds, control, 10, 20, most, most);
         EXPECT_EQ(place.left, 10);
         EXPECT_EQ(place.top, 20);
         EXPECT_EQ(place.right, most - 10);
@@ -240,7 +237,7 @@ TEST_F(ControlTest, bounds_beyond_all_numbers_end_where_numbers_do) {
 }
 
 TEST_F(ControlTest, a_client_edge_counts_before_a_border) {
-    jint button = call<New>("PushButton_New", newShell(), 0);
+    jint button = call(OS::PushButton_New, newShell(), 0);
     HWND window = windowOf(button);
     auto* width = entryPoint<BorderWidth>("_Control_GetBorderWidth");
     EXPECT_EQ(width(window), 0);
@@ -255,10 +252,10 @@ TEST_F(ControlTest, a_client_edge_counts_before_a_border) {
 TEST_F(ControlTest, disposing_of_a_control_fires_nothing) {
     jint button = newButton(newShell());
     listen(button);
-    call<jboolean(jint)>("Control_ForceFocus", button);
+    call(OS::Control_ForceFocus, button);
     vm.takeEvents();
     auto* target = record(button)->callbackTarget;
-    call<void(jint)>("Widget_Dispose", button);
+    call(OS::Widget_Dispose, button);
     dispatchAll();
     EXPECT_TRUE(vm.takeEvents().empty());
     // The target outlives the widget.
@@ -271,7 +268,7 @@ TEST_F(ControlTest, a_listener_that_is_still_there_outlives_its_control) {
     listen(button);
     auto* target = record(button)->callbackTarget;
     int references = vm.globalReferences;
-    call<void(jint)>("Widget_Dispose", button);
+    call(OS::Widget_Dispose, button);
     EXPECT_EQ(vm.globalReferences, references);
     EXPECT_EQ(target->widget, record(button)) << "is told of nothing";
     vm.env()->DeleteGlobalRef(target->object);
@@ -289,27 +286,26 @@ TEST_F(ControlTest, a_display_that_is_not_known_yet_is_the_parents) {
 
 TEST_F(ControlTest, hiding_and_showing) {
     jint button = newButton(newShell());
-    call<void(jint, jboolean)>("Control_SetVisible", button, JNI_FALSE);
+    call(OS::Control_SetVisible, button, false);
     EXPECT_FALSE(IsWindowVisible(windowOf(button)));
-    call<void(jint, jboolean)>("Control_SetVisible", button, JNI_TRUE);
+    call(OS::Control_SetVisible, button, true);
     EXPECT_TRUE(IsWindowVisible(windowOf(button)));
 }
 
 TEST_F(ControlTest, the_focus_goes_to_an_enabled_and_visible_control_only) {
     jint shell = newShell();
     jint button = newButton(shell);
-    using ForceFocus = jboolean(jint);
-    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", button), JNI_TRUE);
+    EXPECT_EQ(call(OS::Control_ForceFocus, button), JNI_TRUE);
     EXPECT_EQ(GetFocus(), windowOf(button));
-    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", button), JNI_TRUE);
+    EXPECT_EQ(call(OS::Control_ForceFocus, button), JNI_TRUE);
 
     jint other = newButton(shell);
-    call<void(jint, jboolean)>("Control_SetVisible", other, JNI_FALSE);
-    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", other), JNI_FALSE);
-    call<void(jint, jboolean)>("Control_SetVisible", other, JNI_TRUE);
-    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_FALSE);
-    EXPECT_EQ(call<ForceFocus>("Control_ForceFocus", other), JNI_FALSE);
-    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_TRUE);
+    call(OS::Control_SetVisible, other, false);
+    EXPECT_EQ(call(OS::Control_ForceFocus, other), JNI_FALSE);
+    call(OS::Control_SetVisible, other, true);
+    call(OS::Control_SetEnabled, shell, false);
+    EXPECT_EQ(call(OS::Control_ForceFocus, other), JNI_FALSE);
+    call(OS::Control_SetEnabled, shell, true);
 }
 
 TEST_F(ControlTest, ten_thousand_controls_leave_nothing_behind) {
@@ -317,7 +313,7 @@ TEST_F(ControlTest, ten_thousand_controls_leave_nothing_behind) {
     int references = vm.globalReferences;
     NoLeaks noLeaks;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint button = call<New>("PushButton_New", shell, 0);
+        jint button = call(OS::PushButton_New, shell, 0);
         listen(button);
         dispose(button);
         vm.calls.clear();

@@ -35,11 +35,10 @@ class DecodingTest : public ImageFixture {
 
     jint fromData(const Bytes& data) { return fromData(data, static_cast<jint>(data.size())); }
     jint fromData(const Bytes& data, jint length) {
-        return call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
-                                                  vm.newBytes(data), length);
+        return call(OS::Image_NewFromFileData, display, vm.newBytes(data), length);
     }
     jint fromFile(const std::u16string& path) {
-        return call<jint(jint, jstring)>("Image_NewFromFile", display, vm.newString(path));
+        return call(OS::Image_NewFromFile, display, vm.newString(path));
     }
     void expectNoImage(const Bytes& data, jint code, const std::u16string& message) {
         EXPECT_EQ(fromData(data), 0);
@@ -371,13 +370,9 @@ TEST_F(DecodingTest, elements_are_released_with_their_changes) {
 
 TEST_F(DecodingTest, nothing_gives_no_image) {
     expectNoImage({}, -6, noDecoder);
-    EXPECT_EQ((call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
-                                                  static_cast<jbyteArray>(nullptr), 10)),
-              0);
+    EXPECT_EQ(call(OS::Image_NewFromFileData, display, nullptr, 10), 0);
     expectReport("Image_NewFromFileData", -6, noDecoder);
-    EXPECT_EQ(
-        (call<jint(jint, jstring)>("Image_NewFromFile", display, static_cast<jstring>(nullptr))),
-        0);
+    EXPECT_EQ(call(OS::Image_NewFromFile, display, nullptr), 0);
     expectReport("Image_NewFromFile", -3, noStream);
 }
 
@@ -401,7 +396,7 @@ TEST_F(DecodingTest, without_memory_for_the_stream_the_file_is_closed) {
     jstring name = vm.newString({path.begin(), path.end()});
     Faults faults;
     faults.fail("LocalAlloc", 2); // the first is the path
-    EXPECT_EQ((call<jint(jint, jstring)>("Image_NewFromFile", display, name)), 0);
+    EXPECT_EQ(call(OS::Image_NewFromFile, display, name), 0);
     expectReport("Image_NewFromFile", -3, noStream);
     EXPECT_EQ(faults.countCalls("CreateFileW"), 1);
     EXPECT_EQ(faults.countCalls("CloseHandle"), 1);
@@ -633,8 +628,8 @@ TEST_F(DecodingTest, ten_thousand_decodes_leave_nothing_behind) {
     NoLeaks noLeaks;
     Faults faults;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint image = call<jint(jint, jbyteArray, jint)>("Image_NewFromFileData", display,
-                                                        arrays[i % 4], jint(images[i % 4].size()));
+        jint image =
+            call(OS::Image_NewFromFileData, display, arrays[i % 4], jint(images[i % 4].size()));
         EXPECT_EQ(image == 0, i % 4 == 2);
         if (image) disposeImage(image);
         vm.reports.clear();

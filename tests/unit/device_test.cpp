@@ -24,20 +24,17 @@ class ScreenDeviceTest : public DeviceTest {
         planes = planeCount;
         faults.replace("GetDeviceCaps", reinterpret_cast<void*>(answerDepth));
     }
-    jint depth() { return call<jint(jint)>("Device_GetDepth", display); }
-    bool isDirect() { return call<jboolean(jint)>("Device_IsDirect", display); }
-    std::vector<jint> masks() {
-        return vm.ints(call<jobject(jint)>("Device_GetDirectPaletteMasks", display));
-    }
+    jint depth() { return call(OS::Device_GetDepth, display); }
+    bool isDirect() { return call(OS::Device_IsDirect, display); }
+    std::vector<jint> masks() { return vm.ints(call(OS::Device_GetDirectPaletteMasks, display)); }
     Faults faults;
 };
 
 TEST_F(ScreenDeviceTest, bounds_and_resolution_are_the_screens) {
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
+    EXPECT_EQ(vm.ints(call(OS::Device_GetBounds, display)),
               (std::vector<jint>{0, 0, theDevice().screen.cx, theDevice().screen.cy}));
     jint dpi = theDevice().dotsPerInch;
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetDPI", display)),
-              (std::vector<jint>{dpi, dpi}));
+    EXPECT_EQ(vm.ints(call(OS::Device_GetDPI, display)), (std::vector<jint>{dpi, dpi}));
 }
 
 TEST_F(ScreenDeviceTest, depth_counts_the_bits_of_all_planes) {
@@ -64,7 +61,7 @@ TEST_F(ScreenDeviceTest, masks_follow_the_depth) {
 
 TEST_F(ScreenDeviceTest, masks_without_a_context_are_an_error) {
     faults.fail("GetDC", 1, ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_EQ(call<jobject(jint)>("Device_GetDirectPaletteMasks", display), nullptr);
+    EXPECT_EQ(call(OS::Device_GetDirectPaletteMasks, display), nullptr);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Device_GetDirectPaletteMasks");
     EXPECT_EQ(report.code, -4);
@@ -77,8 +74,7 @@ class PaletteTest : public ScreenDeviceTest {
     jbyteArray greens = vm.newBytes(std::vector<jbyte>(20, 77));
     jbyteArray blues = vm.newBytes(std::vector<jbyte>(20, 77));
     void read(jbyteArray blueArray) {
-        call<void(jint, jbyteArray, jbyteArray, jbyteArray)>("Device_GetIndexedPalette", display,
-                                                             reds, greens, blueArray);
+        call(OS::Device_GetIndexedPalette, display, reds, greens, blueArray);
     }
 };
 
@@ -129,7 +125,7 @@ TEST_F(PaletteTest, without_a_context_is_an_error) {
 }
 
 TEST_F(ScreenDeviceTest, copying_from_the_screen_is_not_offered) {
-    call<void(jint, jint, jint, jint, jint, jint)>("Device_CopyArea", display, 0, 0, 0, 10, 10);
+    call(OS::Device_CopyArea, display, 0, 0, 0, 10, 10);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Device_CopyArea");
     EXPECT_EQ(report.code, -1);
@@ -137,7 +133,7 @@ TEST_F(ScreenDeviceTest, copying_from_the_screen_is_not_offered) {
 }
 
 TEST_F(ScreenDeviceTest, has_no_accelerated_memory) {
-    EXPECT_EQ(call<jint(jint)>("Device_GetAvailableAcceleratedMemory", display), 0);
+    EXPECT_EQ(call(OS::Device_GetAvailableAcceleratedMemory, display), 0);
 }
 
 TEST_F(ScreenDeviceTest, queries_release_the_screen) {
@@ -146,8 +142,8 @@ TEST_F(ScreenDeviceTest, queries_release_the_screen) {
         depth();
         isDirect();
         masks();
-        call<jobject(jint)>("Device_GetBounds", display);
-        call<jobject(jint)>("Device_GetDPI", display);
+        call(OS::Device_GetBounds, display);
+        call(OS::Device_GetDPI, display);
     }
     EXPECT_EQ(faults.countCalls("GetDC"), faults.countCalls("ReleaseDC"));
 }
@@ -155,7 +151,7 @@ TEST_F(ScreenDeviceTest, queries_release_the_screen) {
 class TypefacesTest : public ScreenDeviceTest {
   protected:
     std::vector<std::u16string> typefaces(bool scalable) {
-        return vm.texts(call<jobject(jint, jboolean)>("Device_GetTypefaces", display, scalable));
+        return vm.texts(call(OS::Device_GetTypefaces, display, scalable));
     }
     static bool contains(const std::vector<std::u16string>& names, const std::u16string& name) {
         return std::find(names.begin(), names.end(), name) != names.end();
@@ -207,7 +203,7 @@ TEST_F(TypefacesTest, without_memory_are_an_error_that_leaks_nothing) {
     NoLeaks noLeaks;
     for (int nth = 1; nth < 330; ++nth) {
         faults.fail("LocalAlloc", nth);
-        jobject names = call<jobject(jint, jboolean)>("Device_GetTypefaces", display, JNI_TRUE);
+        jobject names = call(OS::Device_GetTypefaces, display, true);
         if (names) {
             EXPECT_GT(nth, 300);
             return;

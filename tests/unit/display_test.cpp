@@ -6,8 +6,6 @@
 #include "toolkit.h"
 #include <thread>
 
-using NewDisplay = jint();
-using ReadAndDispatch = jboolean(jint);
 using ComCtrlVersion = DWORD(DisplayRecord*, ErrorRecord*);
 
 class DisplayTest : public DeviceTest {
@@ -28,48 +26,48 @@ TEST_F(DisplayTest, it_keeps_the_thread_and_the_process_that_made_it) {
 
 TEST_F(DisplayTest, an_empty_queue_is_told_at_once) {
     dispatchAll();
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_FALSE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_FALSE);
 }
 
 TEST_F(DisplayTest, one_message_is_dispatched_at_a_time) {
     dispatchAll();
     PostMessageW(messageWindow(), WM_NULL, 0, 0);
     PostMessageW(messageWindow(), WM_NULL, 0, 0);
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_TRUE);
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_TRUE);
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_FALSE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_TRUE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_TRUE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_FALSE);
 }
 
 TEST_F(DisplayTest, a_wake_up_from_another_thread_ends_the_sleep) {
     dispatchAll();
-    std::thread waker([&] { EXPECT_NE(call<jint(jint)>("Display_Wake", display), 0); });
-    EXPECT_EQ(call<jint(jint)>("Display_Sleep", display), 0);
+    std::thread waker([&] { EXPECT_NE(call(OS::Display_Wake, display), 0); });
+    EXPECT_EQ(call(OS::Display_Sleep, display), 0);
     waker.join();
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_TRUE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_TRUE);
 }
 
 TEST_F(DisplayTest, a_sleep_ends_for_a_message_that_came_before_it) {
     PostMessageW(messageWindow(), WM_NULL, 0, 0);
     MSG message;
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); // seen, but not taken
-    EXPECT_EQ(call<jint(jint)>("Display_Sleep", display), 0);
+    EXPECT_EQ(call(OS::Display_Sleep, display), 0);
 }
 
 TEST_F(DisplayTest, a_second_display_in_the_same_process_works) {
-    jint second = call<NewDisplay>("Display_New");
+    jint second = call(OS::Display_New);
     EXPECT_NE(second, 0);
-    call<void(jint)>("Device_Dispose", second);
+    call(OS::Device_Dispose, second);
     EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(DisplayTest, that_ends_beside_another_leaves_its_table_of_commands_behind) {
     long blocks = countHeapBlocks();
-    jint second = call<NewDisplay>("Display_New");
-    jint shell = call<jint(jint, jint)>("Shell_New", second, 0);
-    jint menu = call<jint(jint)>("DropDownMenu_New", shell);
-    jint item = call<jint(jint, jint)>("PushMenuItem_New", menu, 0);
-    for (jint widget : {item, menu, shell}) call<void(jint)>("Widget_Dispose", widget);
-    call<void(jint)>("Device_Dispose", second);
+    jint second = call(OS::Display_New);
+    jint shell = call(OS::Shell_New, second, 0);
+    jint menu = call(OS::DropDownMenu_New, shell);
+    jint item = call(OS::PushMenuItem_New, menu, 0);
+    for (jint widget : {item, menu, shell}) call(OS::Widget_Dispose, widget);
+    call(OS::Device_Dispose, second);
     EXPECT_EQ(countHeapBlocks(), blocks + 1);
     EXPECT_TRUE(vm.reports.empty());
 }
@@ -77,7 +75,7 @@ TEST_F(DisplayTest, that_ends_beside_another_leaves_its_table_of_commands_behind
 TEST_F(DisplayTest, its_creation_fails_without_the_class_that_it_takes_the_cursor_from) {
     Faults faults;
     faults.fail("GetClassInfoW", 1, ERROR_CLASS_DOES_NOT_EXIST);
-    EXPECT_EQ(call<NewDisplay>("Display_New"), 0);
+    EXPECT_EQ(call(OS::Display_New), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Display_New");
     EXPECT_EQ(report.code, -3);
@@ -88,7 +86,7 @@ TEST_F(DisplayTest, its_creation_fails_without_its_window) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("CreateWindowExW", 1, ERROR_OUTOFMEMORY);
-    EXPECT_EQ(call<NewDisplay>("Display_New"), 0);
+    EXPECT_EQ(call(OS::Display_New), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -4);
     EXPECT_EQ(report.message.find(u"Unable to create message/creation window::"), 0u);
@@ -97,11 +95,11 @@ TEST_F(DisplayTest, its_creation_fails_without_its_window) {
 TEST_F(DisplayTest, whatever_fails_while_it_is_made_is_reported_once_and_leaves_nothing) {
     int failures = forEachFailure([&](Faults& faults) {
         NoLeaks noLeaks;
-        jint made = call<NewDisplay>("Display_New");
+        jint made = call(OS::Display_New);
         EXPECT_EQ(vm.reports.size(), made ? 0u : 1u);
         vm.reports.clear();
         faults.failAnyCall(0);
-        if (made) call<void(jint)>("Device_Dispose", made);
+        if (made) call(OS::Device_Dispose, made);
     });
     EXPECT_GE(failures, 3);
 }
@@ -146,17 +144,17 @@ TEST_F(DisplayTest, requests_that_nobody_answers_give_1) {
 TEST_F(DisplayTest, a_sudden_quit_message_does_not_end_the_loop) {
     dispatchAll();
     PostQuitMessage(0);
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_TRUE);
-    EXPECT_EQ(call<ReadAndDispatch>("Display_ReadAndDispatch", display), JNI_FALSE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_TRUE);
+    EXPECT_EQ(call(OS::Display_ReadAndDispatch, display), JNI_FALSE);
 }
 
 TEST_F(DisplayTest, a_later_attachment_of_the_library_keeps_its_instance) {
     LibraryEntry entry = toolkitEntry();
     EXPECT_TRUE(entry(reinterpret_cast<HINSTANCE>(0x1234), DLL_PROCESS_ATTACH, nullptr));
     EXPECT_TRUE(entry(nullptr, DLL_THREAD_DETACH, nullptr));
-    jint second = call<NewDisplay>("Display_New");
+    jint second = call(OS::Display_New);
     EXPECT_EQ(reinterpret_cast<DisplayRecord*>(second)->instance, theLibrary());
-    call<void(jint)>("Device_Dispose", second);
+    call(OS::Device_Dispose, second);
 }
 
 class AcceleratorTest : public DisplayTest {
@@ -187,7 +185,7 @@ class AcceleratorTest : public DisplayTest {
         return reinterpret_cast<ShellRecord*>(shell)->accelerators;
     }
     void key(jint type, int code) {
-        call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, type, code, 0);
+        call(OS::Display_PostKeyEvent, display, type, code, u'\0');
         dispatchAll();
     }
     static LRESULT CALLBACK recordCommands(HWND window, UINT message, WPARAM wParam,

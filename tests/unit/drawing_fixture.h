@@ -8,36 +8,29 @@
 class DrawingTest : public DeviceTest {
   protected:
     DrawingTest() {
-        image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 40, 30, 0xFFFFFF);
-        graphics = call<jint(jint)>("Image_NewGraphics", image);
+        image = call(OS::Image_NewFromSize, display, 40, 30, 0xFFFFFF);
+        graphics = call(OS::Image_NewGraphics, image);
         red = newColor(255, 0, 0);
         green = newColor(0, 255, 0);
         setForeground(red);
         setBackground(green);
     }
     ~DrawingTest() override {
-        call<void(jint)>("Graphics_Dispose", graphics);
-        call<void(jint)>("Image_Dispose", image);
-        call<void(jint)>("Color_Dispose", red);
-        call<void(jint)>("Color_Dispose", green);
+        call(OS::Graphics_Dispose, graphics);
+        call(OS::Image_Dispose, image);
+        call(OS::Color_Dispose, red);
+        call(OS::Color_Dispose, green);
     }
-    jint newColor(jint r, jint g, jint b) {
-        return call<jint(jint, jint, jint, jint)>("Color_New", display, r, g, b);
-    }
-    void setForeground(jint color) {
-        call<void(jint, jint)>("Graphics_SetForeground", graphics, color);
-    }
-    void setBackground(jint color) {
-        call<void(jint, jint)>("Graphics_SetBackground", graphics, color);
-    }
-    void setXOR(bool on) { call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, on); }
+    jint newColor(jint r, jint g, jint b) { return call(OS::Color_New, display, r, g, b); }
+    void setForeground(jint color) { call(OS::Graphics_SetForeground, graphics, color); }
+    void setBackground(jint color) { call(OS::Graphics_SetBackground, graphics, color); }
+    void setXOR(bool on) { call(OS::Graphics_SetXORMode, graphics, on); }
     void clip(jint x, jint y, jint width, jint height) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_SetClipping", graphics, x, y, width,
-                                                 height);
+        call(OS::Graphics_SetClipping, graphics, x, y, width, height);
     }
-    template <class... Numbers>
-    void draw(const char* shape, Numbers... numbers) {
-        call<void(jint, Numbers...)>(std::string("Graphics_") + shape, graphics, numbers...);
+    template <class Signature, class... Arguments>
+    void draw(const Native<Signature>& shape, Arguments... arguments) {
+        call(shape, graphics, arguments...);
     }
     ImageRecord* record() { return reinterpret_cast<ImageRecord*>(image); }
     // 0xRRGGBB

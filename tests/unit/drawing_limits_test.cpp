@@ -30,19 +30,19 @@ class DrawingLimitsTest : public DrawingTest {
 
 TEST_F(DrawingLimitsTest, a_clip_to_the_end_reaches_to_the_end) {
     clip(2, 1, most, most);
-    draw("FillRectangle", 0, 0, 40, 30);
+    draw(OS::Graphics_FillRectangle, 0, 0, 40, 30);
     EXPECT_EQ(count(greenPixel), 38 * 29);
     clip(most, most, most, most);
-    draw("FillRectangle", 0, 0, 40, 30);
+    draw(OS::Graphics_FillRectangle, 0, 0, 40, 30);
     EXPECT_EQ(count(greenPixel), 38 * 29) << "nothing lies there";
     clip(least, least, most, most);
-    draw("FillBackground", red, 0, 0, 40, 30);
+    draw(OS::Graphics_FillBackground, red, 0, 0, 40, 30);
     EXPECT_EQ(count(redPixel), 0) << "it ends before the image begins";
 }
 
 TEST_F(DrawingLimitsTest, a_shape_to_the_end_meets_the_clip) {
     recordPoints();
-    for (const char* shape : {"DrawArc", "FillArc"}) {
+    for (const auto& shape : {OS::Graphics_DrawArc, OS::Graphics_FillArc}) {
         points.clear();
         draw(shape, 3, 4, most, most, 0, 90);
         EXPECT_FALSE(points.empty()) << shape;
@@ -56,7 +56,7 @@ TEST_F(DrawingLimitsTest, a_shape_to_the_end_meets_the_clip) {
 
 TEST_F(DrawingLimitsTest, points_of_a_wide_arc_lie_on_it) {
     recordPoints();
-    draw("DrawArc", 10 - most, 0, most, 10, 0, 90);
+    draw(OS::Graphics_DrawArc, 10 - most, 0, most, 10, 0, 90);
     ASSERT_EQ(points.size(), 91u);
     EXPECT_EQ(points.front().x, 10) << "its right end";
     EXPECT_EQ(points.back().x, (20 - most) >> 1) << "its middle";
@@ -66,7 +66,8 @@ TEST_F(DrawingLimitsTest, outlines_and_fills_to_the_end_have_their_far_edges_the
     for (const char* function : {"Rectangle", "Ellipse"})
         faults.replace(function, reinterpret_cast<void*>(recordRectangle));
     faults.replace("RoundRect", reinterpret_cast<void*>(recordRoundRect));
-    for (const char* shape : {"DrawRectangle", "DrawOval", "FillOval"}) {
+    for (const auto& shape :
+         {OS::Graphics_DrawRectangle, OS::Graphics_DrawOval, OS::Graphics_FillOval}) {
         edges = {};
         draw(shape, 5, 6, most, most);
         EXPECT_EQ(edges.right, most) << shape;
@@ -75,14 +76,14 @@ TEST_F(DrawingLimitsTest, outlines_and_fills_to_the_end_have_their_far_edges_the
         EXPECT_EQ(edges.right, least) << shape;
         EXPECT_EQ(edges.bottom, least) << shape;
     }
-    draw("FillRoundRectangle", 5, 6, most, most, 3, 3);
+    draw(OS::Graphics_FillRoundRectangle, 5, 6, most, most, 3, 3);
     EXPECT_EQ(edges.right, most);
     EXPECT_EQ(edges.bottom, most);
 }
 
 TEST_F(DrawingLimitsTest, the_longest_arc_backwards_is_a_circle) {
     recordPoints();
-    for (const char* shape : {"DrawArc", "FillArc"}) {
+    for (const auto& shape : {OS::Graphics_DrawArc, OS::Graphics_FillArc}) {
         points.clear();
         draw(shape, 1, 1, 20, 20, 30, least);
         EXPECT_EQ(points.size(), 361u) << shape;
@@ -92,9 +93,9 @@ TEST_F(DrawingLimitsTest, the_longest_arc_backwards_is_a_circle) {
 
 TEST_F(DrawingLimitsTest, only_the_longest_arc_is_shortened) {
     recordPoints();
-    draw("DrawArc", 1, 1, 20, 20, -470, 360);
+    draw(OS::Graphics_DrawArc, 1, 1, 20, 20, -470, 360);
     std::vector<POINT> expected = points;
-    draw("DrawArc", 1, 1, 20, 20, 30, -500);
+    draw(OS::Graphics_DrawArc, 1, 1, 20, 20, 30, -500);
     ASSERT_EQ(points.size(), expected.size());
     for (size_t i = 0; i < points.size(); ++i) {
         EXPECT_EQ(points[i].x, expected[i].x) << i;
@@ -104,21 +105,23 @@ TEST_F(DrawingLimitsTest, only_the_longest_arc_is_shortened) {
 
 TEST_F(DrawingLimitsTest, no_angle_or_size_is_too_large_for_arcs) {
     const jint numbers[] = {least, least + 1, -1, 1, most - 1, most};
-    for (const char* shape : {"DrawArc", "FillArc"})
+    for (const auto& shape : {OS::Graphics_DrawArc, OS::Graphics_FillArc})
         for (jint place : numbers)
             for (jint size : numbers)
                 for (jint start : numbers)
                     for (jint arc : numbers) draw(shape, place, place, size, size, start, arc);
     for (jint place : numbers)
         for (jint size : numbers)
-            for (jint arc : numbers) draw("DrawRoundRectangle", place, place, size, size, arc, arc);
+            for (jint arc : numbers)
+                draw(OS::Graphics_DrawRoundRectangle, place, place, size, size, arc, arc);
     EXPECT_TRUE(isUnlocked());
     EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(DrawingLimitsTest, less_than_no_points_are_none) {
     recordPoints();
-    for (const char* shape : {"DrawPolygon", "FillPolygon", "DrawPolyline"})
+    for (const auto& shape :
+         {OS::Graphics_DrawPolygon, OS::Graphics_FillPolygon, OS::Graphics_DrawPolyline})
         for (jint numbers : {-1L, -2L, -8L, least}) {
             points = {{7, 7}};
             draw(shape, vm.newInts({1, 1, 9, 1, 9, 9, 1, 9}), numbers);
@@ -132,7 +135,7 @@ TEST_F(DrawingLimitsTest, an_empty_text_changes_nothing_in_any_mode) {
         for (jint flags : {0, 1, 2, 4, 8, 15})
             for (jstring text : {static_cast<jstring>(nullptr), vm.newString(u"")}) {
                 setXOR(inverts);
-                draw("DrawString", text, 1, 1, flags);
+                draw(OS::Graphics_DrawString, text, 1, 1, flags);
                 ASSERT_EQ(count(white), 40 * 30) << inverts << " " << flags << " " << text;
             }
 }
@@ -141,7 +144,7 @@ TEST_F(DrawingLimitsTest, letters_are_not_inverted_without_a_bitmap_for_them) {
     setXOR(true);
     for (const char* function : {"CreateCompatibleBitmap", "CreateCompatibleDC"}) {
         faults.fail(function);
-        draw("DrawString", vm.newString(u"W"), 2, 2, 8);
+        draw(OS::Graphics_DrawString, vm.newString(u"W"), 2, 2, 8);
         EXPECT_TRUE(faults.hasFailed());
         EXPECT_EQ(count(white), 40 * 30) << function;
     }
@@ -149,9 +152,9 @@ TEST_F(DrawingLimitsTest, letters_are_not_inverted_without_a_bitmap_for_them) {
 
 TEST_F(DrawingLimitsTest, a_background_without_a_brush_is_not_filled) {
     faults.fail("CreateSolidBrush");
-    draw("FillBackground", red, 1, 1, 5, 5);
+    draw(OS::Graphics_FillBackground, red, 1, 1, 5, 5);
     EXPECT_EQ(count(white), 40 * 30);
-    draw("FillBackground", red, 1, 1, 5, 5);
+    draw(OS::Graphics_FillBackground, red, 1, 1, 5, 5);
     EXPECT_EQ(count(redPixel), 25) << "the next time it is there";
 }
 
@@ -160,7 +163,7 @@ TEST_F(DrawingLimitsTest, an_unknown_clip_ends_a_round_rectangle_at_its_first_ar
     recordPoints();
     faults.fail("GetClipBox", 0, ERROR_INVALID_HANDLE);
     int before = faults.countCalls("GetClipBox");
-    draw("DrawRoundRectangle", 2, 3, 30, 20, 8, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 30, 20, 8, 6);
     EXPECT_EQ(faults.countCalls("GetClipBox") - before, 1);
     expectReport("Graphics_DrawRoundRectangle", u"Error getting clipping area::");
     EXPECT_TRUE(points.empty());

@@ -6,35 +6,35 @@
 #include <cmath>
 
 TEST_F(DrawingTest, a_line_has_both_its_ends) {
-    draw("DrawLine", 1, 1, 4, 1);
-    draw("DrawLine", 5, 3, 2, 3);
+    draw(OS::Graphics_DrawLine, 1, 1, 4, 1);
+    draw(OS::Graphics_DrawLine, 5, 3, 2, 3);
     EXPECT_EQ(picture(7, 5), (Picture{".......", ".rrrr..", ".......", "..rrrr.", "......."}));
 }
 
 TEST_F(DrawingTest, a_line_of_no_length_is_one_pixel) {
     Faults faults;
-    draw("DrawLine", 3, 2, 3, 2);
+    draw(OS::Graphics_DrawLine, 3, 2, 3, 2);
     EXPECT_EQ(count(redPixel), 1);
     EXPECT_EQ(at(3, 2), redPixel);
     EXPECT_EQ(faults.countCalls("LineTo"), 0);
 }
 
 TEST_F(DrawingTest, outlines_of_rectangles_and_ovals_leave_the_inside) {
-    draw("DrawRectangle", 1, 1, 5, 4);
+    draw(OS::Graphics_DrawRectangle, 1, 1, 5, 4);
     EXPECT_EQ(picture(7, 6),
               (Picture{".......", ".rrrrr.", ".r...r.", ".r...r.", ".rrrrr.", "......."}));
-    draw("FillRectangle", 0, 0, 40, 30);
-    draw("DrawOval", 1, 1, 9, 9);
+    draw(OS::Graphics_FillRectangle, 0, 0, 40, 30);
+    draw(OS::Graphics_DrawOval, 1, 1, 9, 9);
     EXPECT_EQ(at(5, 5), greenPixel) << "the inside";
     EXPECT_EQ(at(5, 1), redPixel);
     EXPECT_EQ(at(1, 5), redPixel);
 }
 
 TEST_F(DrawingTest, fills_have_no_outline) {
-    draw("FillRectangle", 1, 1, 3, 2);
+    draw(OS::Graphics_FillRectangle, 1, 1, 3, 2);
     EXPECT_EQ(picture(5, 4), (Picture{".....", ".ggg.", ".ggg.", "....."}));
-    draw("FillOval", 10, 10, 12, 12);
-    draw("FillRoundRectangle", 24, 10, 12, 12, 4, 4);
+    draw(OS::Graphics_FillOval, 10, 10, 12, 12);
+    draw(OS::Graphics_FillRoundRectangle, 24, 10, 12, 12, 4, 4);
     EXPECT_EQ(count(redPixel), 0);
     EXPECT_EQ(at(16, 16), greenPixel);
     EXPECT_EQ(at(30, 16), greenPixel);
@@ -43,9 +43,9 @@ TEST_F(DrawingTest, fills_have_no_outline) {
 
 TEST_F(DrawingTest, a_round_rectangle_is_filled_by_the_systems_own_rounding) {
     Faults faults;
-    draw("FillRoundRectangle", 1, 2, 10, 9, 4, 3);
+    draw(OS::Graphics_FillRoundRectangle, 1, 2, 10, 9, 4, 3);
     EXPECT_EQ(faults.countCalls("RoundRect"), 1);
-    draw("DrawRoundRectangle", 1, 2, 10, 9, 4, 3);
+    draw(OS::Graphics_DrawRoundRectangle, 1, 2, 10, 9, 4, 3);
     EXPECT_EQ(faults.countCalls("RoundRect"), 1) << "its outline is not";
 }
 
@@ -54,7 +54,8 @@ TEST_F(DrawingTest, polygons_take_half_as_many_points_as_numbers) {
     faults.replace("Polygon", reinterpret_cast<void*>(recordPolygon));
     faults.replace("Polyline", reinterpret_cast<void*>(recordPolyline));
     jintArray corners = vm.newInts({1, 1, 11, 1, 11, 11, 1, 11});
-    for (const char* shape : {"DrawPolygon", "FillPolygon", "DrawPolyline"}) {
+    for (const auto& shape :
+         {OS::Graphics_DrawPolygon, OS::Graphics_FillPolygon, OS::Graphics_DrawPolyline}) {
         for (jint numbers : {8, 7, 6}) {
             draw(shape, corners, numbers);
             EXPECT_EQ(points.size(), size_t(numbers / 2)) << shape;
@@ -66,57 +67,58 @@ TEST_F(DrawingTest, polygons_take_half_as_many_points_as_numbers) {
 
 TEST_F(DrawingTest, polygons_are_closed_and_polylines_are_not) {
     jintArray corners = vm.newInts({1, 1, 6, 1, 6, 6, 1, 6});
-    draw("DrawPolyline", corners, 8);
+    draw(OS::Graphics_DrawPolyline, corners, 8);
     EXPECT_EQ(at(1, 3), white);
-    draw("DrawPolygon", corners, 8);
+    draw(OS::Graphics_DrawPolygon, corners, 8);
     EXPECT_EQ(at(1, 3), redPixel);
     EXPECT_EQ(at(3, 3), white);
-    draw("FillPolygon", corners, 8);
+    draw(OS::Graphics_FillPolygon, corners, 8);
     EXPECT_EQ(at(3, 3), greenPixel);
 }
 
 TEST_F(DrawingTest, a_null_array_of_points_draws_nothing) {
-    for (const char* shape : {"DrawPolygon", "FillPolygon", "DrawPolyline"})
-        draw(shape, static_cast<jintArray>(nullptr), 8);
+    for (const auto& shape :
+         {OS::Graphics_DrawPolygon, OS::Graphics_FillPolygon, OS::Graphics_DrawPolyline})
+        draw(shape, nullptr, 8);
     EXPECT_EQ(count(white), 40 * 30);
 }
 
 TEST_F(DrawingTest, inverting_fills_twice_leaves_nothing) {
     setXOR(true);
-    draw("FillRectangle", 2, 2, 5, 5);
+    draw(OS::Graphics_FillRectangle, 2, 2, 5, 5);
     EXPECT_EQ(at(3, 3), white ^ greenPixel);
-    draw("FillRectangle", 2, 2, 5, 5);
+    draw(OS::Graphics_FillRectangle, 2, 2, 5, 5);
     EXPECT_EQ(count(white), 40 * 30);
 }
 
 TEST_F(DrawingTest, a_background_is_filled_with_its_colour_whatever_the_state) {
     setXOR(true);
-    draw("FillBackground", red, 1, 1, 2, 2);
+    draw(OS::Graphics_FillBackground, red, 1, 1, 2, 2);
     EXPECT_EQ(picture(4, 4), (Picture{"....", ".rr.", ".rr.", "...."}));
-    draw("FillRectangle", 5, 1, 1, 1);
+    draw(OS::Graphics_FillRectangle, 5, 1, 1, 1);
     EXPECT_EQ(at(5, 1), white ^ greenPixel) << "the context's own brush is back";
 }
 
 TEST_F(DrawingTest, a_fill_that_fails_is_an_error) {
     Faults faults;
     faults.fail("PatBlt", 1, ERROR_INVALID_HANDLE);
-    draw("FillRectangle", 1, 1, 2, 2);
+    draw(OS::Graphics_FillRectangle, 1, 1, 2, 2);
     expectReport("Graphics_FillRectangle", u"Unable to complete blitting operation::");
     EXPECT_TRUE(isUnlocked());
 }
 
 TEST_F(DrawingTest, an_area_is_copied_also_onto_itself) {
-    draw("FillRectangle", 0, 0, 3, 1);
-    draw("CopyArea", 0, 0, 3, 1, 2, 0);
-    draw("CopyArea", 0, 0, 5, 1, 0, 2);
+    draw(OS::Graphics_FillRectangle, 0, 0, 3, 1);
+    draw(OS::Graphics_CopyArea, 0, 0, 3, 1, 2, 0);
+    draw(OS::Graphics_CopyArea, 0, 0, 5, 1, 0, 2);
     EXPECT_EQ(picture(6, 3), (Picture{"ggggg.", "......", "ggggg."}));
 }
 
 TEST_F(DrawingTest, drawing_stays_within_the_clip) {
     clip(2, 2, 4, 3);
-    draw("FillRectangle", 0, 0, 40, 30);
+    draw(OS::Graphics_FillRectangle, 0, 0, 40, 30);
     EXPECT_EQ(count(greenPixel), 12);
-    draw("DrawLine", 0, 3, 39, 3);
+    draw(OS::Graphics_DrawLine, 0, 3, 39, 3);
     EXPECT_EQ(count(redPixel), 4);
 }
 
@@ -143,7 +145,7 @@ TEST_F(ArcTest, has_one_point_for_every_degree) {
             for (int arc = -370; arc <= 720; arc += 41) {
                 if (arc == 0) continue;
                 points.clear();
-                draw("DrawArc", 3, 4, size, size + 2, start, arc);
+                draw(OS::Graphics_DrawArc, 3, 4, size, size + 2, start, arc);
                 int from = arc < 0 ? start + arc : start;
                 int degrees = std::min(std::abs(arc), 360);
                 ASSERT_EQ(points.size(), size_t(degrees + 1)) << size << " " << start << " " << arc;
@@ -156,7 +158,7 @@ TEST_F(ArcTest, has_one_point_for_every_degree) {
 TEST_F(ArcTest, all_start_and_arc_angles_are_those_of_the_formula) {
     for (int start = 0; start < 360; ++start)
         for (int arc : {1, 45, 90, 359, 360}) {
-            draw("DrawArc", 0, 0, 24, 17, start, arc);
+            draw(OS::Graphics_DrawArc, 0, 0, 24, 17, start, arc);
             ASSERT_EQ(points.size(), size_t(arc + 1));
             ASSERT_TRUE(same(points.front(), expectedPoint(0, 0, 24, 17, start)));
             ASSERT_TRUE(same(points.back(), expectedPoint(0, 0, 24, 17, start + arc)));
@@ -164,44 +166,44 @@ TEST_F(ArcTest, all_start_and_arc_angles_are_those_of_the_formula) {
 }
 
 TEST_F(ArcTest, of_720_degrees_is_a_closed_ellipse) {
-    draw("DrawArc", 1, 1, 20, 20, 0, 720);
+    draw(OS::Graphics_DrawArc, 1, 1, 20, 20, 0, 720);
     ASSERT_EQ(points.size(), 361u);
     EXPECT_TRUE(same(points.front(), points.back()));
 }
 
 TEST_F(ArcTest, of_negative_degrees_goes_clockwise) {
-    draw("DrawArc", 1, 1, 20, 20, 0, -90);
+    draw(OS::Graphics_DrawArc, 1, 1, 20, 20, 0, -90);
     ASSERT_EQ(points.size(), 91u);
     EXPECT_TRUE(same(points.front(), expectedPoint(1, 1, 20, 20, -90)));
     EXPECT_TRUE(same(points.back(), expectedPoint(1, 1, 20, 20, 0)));
 }
 
 TEST_F(ArcTest, of_negative_size_is_that_of_the_turned_rectangle) {
-    draw("DrawArc", 21, 22, -20, -10, 0, 90);
+    draw(OS::Graphics_DrawArc, 21, 22, -20, -10, 0, 90);
     std::vector<POINT> turned = points;
-    draw("DrawArc", 1, 12, 20, 10, 0, 90);
+    draw(OS::Graphics_DrawArc, 1, 12, 20, 10, 0, 90);
     ASSERT_EQ(turned.size(), points.size());
     EXPECT_TRUE(std::equal(turned.begin(), turned.end(), points.begin(), same));
 }
 
 TEST_F(ArcTest, without_size_or_angle_draws_nothing_and_takes_no_lock) {
     int before = faults.countCalls("EnterCriticalSection");
-    draw("DrawArc", 1, 1, 0, 10, 0, 90);
-    draw("DrawArc", 1, 1, 10, 0, 0, 90);
-    draw("DrawArc", 1, 1, 10, 10, 0, 0);
+    draw(OS::Graphics_DrawArc, 1, 1, 0, 10, 0, 90);
+    draw(OS::Graphics_DrawArc, 1, 1, 10, 0, 0, 90);
+    draw(OS::Graphics_DrawArc, 1, 1, 10, 10, 0, 0);
     EXPECT_TRUE(points.empty());
     EXPECT_EQ(faults.countCalls("EnterCriticalSection"), before);
 }
 
 TEST_F(ArcTest, a_pie_has_its_centre_at_both_ends_and_an_ellipse_none) {
-    draw("FillArc", 2, 2, 20, 20, 0, 359);
+    draw(OS::Graphics_FillArc, 2, 2, 20, 20, 0, 359);
     ASSERT_EQ(points.size(), 362u);
     EXPECT_TRUE(same(points.front(), {12, 12}));
     EXPECT_TRUE(same(points.back(), {12, 12}));
-    draw("FillArc", 2, 2, 20, 20, 0, 360);
+    draw(OS::Graphics_FillArc, 2, 2, 20, 20, 0, 360);
     ASSERT_EQ(points.size(), 361u);
     EXPECT_FALSE(same(points.front(), {12, 12}));
-    draw("FillArc", 2, 2, 21, 21, 10, -45);
+    draw(OS::Graphics_FillArc, 2, 2, 21, 21, 10, -45);
     ASSERT_EQ(points.size(), 48u);
     EXPECT_TRUE(same(points.front(), {12, 12})) << "halved once";
     EXPECT_TRUE(same(points[1], expectedPoint(2, 2, 21, 21, -35)));
@@ -209,28 +211,28 @@ TEST_F(ArcTest, a_pie_has_its_centre_at_both_ends_and_an_ellipse_none) {
 }
 
 TEST_F(ArcTest, an_empty_pie_leaves_the_lock_entered) {
-    draw("FillArc", 2, 2, 0, 20, 0, 90);
+    draw(OS::Graphics_FillArc, 2, 2, 0, 20, 0, 90);
     EXPECT_FALSE(isUnlocked());
     LeaveCriticalSection(&record()->lock);
     EXPECT_TRUE(isUnlocked());
-    draw("FillArc", 100, 100, 5, 5, 0, 0);
+    draw(OS::Graphics_FillArc, 100, 100, 5, 5, 0, 0);
     EXPECT_FALSE(isUnlocked()) << "outside the clip too";
     LeaveCriticalSection(&record()->lock);
     EXPECT_TRUE(points.empty());
 }
 
 TEST_F(ArcTest, outside_the_clip_is_not_computed) {
-    draw("DrawArc", 100, 100, 20, 20, 0, 90);
-    draw("FillArc", 100, 100, 20, 20, 0, 90);
+    draw(OS::Graphics_DrawArc, 100, 100, 20, 20, 0, 90);
+    draw(OS::Graphics_FillArc, 100, 100, 20, 20, 0, 90);
     EXPECT_TRUE(points.empty());
     EXPECT_TRUE(isUnlocked());
 }
 
 TEST_F(ArcTest, an_unknown_clip_is_an_error_and_nothing_is_drawn) {
-    for (const char* shape : {"DrawArc", "FillArc"}) {
+    for (const auto& shape : {OS::Graphics_DrawArc, OS::Graphics_FillArc}) {
         faults.fail("GetClipBox", 1, ERROR_INVALID_HANDLE);
         draw(shape, 1, 1, 20, 20, 0, 90);
-        expectReport((std::string("Graphics_") + shape).c_str(), u"Error getting clipping area::");
+        expectReport(shape.name, u"Error getting clipping area::");
         EXPECT_TRUE(points.empty());
         EXPECT_TRUE(isUnlocked());
     }
@@ -269,7 +271,7 @@ class RoundRectangleTest : public ArcTest {
 };
 
 TEST_F(RoundRectangleTest, is_made_of_four_lines_and_four_quarter_arcs) {
-    draw("DrawRoundRectangle", 2, 3, 30, 20, 8, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 30, 20, 8, 6);
     EXPECT_EQ(lines,
               (std::vector<Line>{{6, 3, 27, 3}, {6, 22, 27, 22}, {2, 6, 2, 19}, {31, 6, 31, 19}}));
     ASSERT_EQ(arcs.size(), 4u);
@@ -281,26 +283,26 @@ TEST_F(RoundRectangleTest, is_made_of_four_lines_and_four_quarter_arcs) {
 }
 
 TEST_F(RoundRectangleTest, of_wide_arcs_has_no_top_or_bottom_line) {
-    draw("DrawRoundRectangle", 2, 3, 30, 20, 30, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 30, 20, 30, 6);
     EXPECT_EQ(lines.size(), 2u) << "the sides alone";
-    draw("DrawRoundRectangle", 2, 3, 30, 20, 100, -100);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 30, 20, 100, -100);
     EXPECT_EQ(lines.size(), 2u) << "no line at all";
     EXPECT_EQ(arcs.size(), 8u);
 }
 
 TEST_F(RoundRectangleTest, without_arcs_is_a_rectangle_and_without_size_nothing) {
-    draw("DrawRoundRectangle", 2, 3, 10, 8, 0, 6);
-    draw("DrawRoundRectangle", 2, 3, 10, 8, 6, 0);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 10, 8, 0, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 10, 8, 6, 0);
     EXPECT_EQ(faults.countCalls("Rectangle"), 2);
-    draw("DrawRoundRectangle", 2, 3, 0, 8, 6, 6);
-    draw("DrawRoundRectangle", 2, 3, 10, 0, 6, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 0, 8, 6, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 2, 3, 10, 0, 6, 6);
     EXPECT_EQ(faults.countCalls("Rectangle"), 2);
     EXPECT_TRUE(lines.empty() && arcs.empty());
     EXPECT_TRUE(isUnlocked());
 }
 
 TEST_F(RoundRectangleTest, of_negative_size_places_its_far_edges_from_that) {
-    draw("DrawRoundRectangle", 32, 3, -30, 20, 8, 6);
+    draw(OS::Graphics_DrawRoundRectangle, 32, 3, -30, 20, 8, 6);
     // x becomes 2 and the width 30, but the right edge stays 2 + (-30 - 1).
     EXPECT_EQ(lines.back(), (Line{2 - 31, 6, 2 - 31, 19}));
 }
@@ -321,7 +323,7 @@ class TextTest : public DrawingTest {
         texts.clear();
     }
     void drawText(const std::u16string& text, jint x, jint y, jint flags) {
-        draw("DrawString", vm.newString(text), x, y, flags);
+        draw(OS::Graphics_DrawString, vm.newString(text), x, y, flags);
     }
     Faults faults;
 };
@@ -345,7 +347,7 @@ TEST_F(TextTest, flags_choose_the_format) {
 TEST_F(TextTest, has_the_background_colour_behind_it_unless_it_is_left) {
     drawText(u"  ", 0, 0, 0);
     EXPECT_GT(count(greenPixel), 0);
-    draw("FillBackground", red, 0, 0, 40, 30);
+    draw(OS::Graphics_FillBackground, red, 0, 0, 40, 30);
     int mode = GetBkMode(reinterpret_cast<GraphicsRecord*>(graphics)->dc);
     drawText(u"  ", 0, 0, 8);
     EXPECT_EQ(count(redPixel), 40 * 30);
@@ -381,7 +383,7 @@ TEST_F(TextTest, null_is_the_empty_text) {
     for (bool inverts : {false, true})
         for (jint flags : {0, 8}) {
             setXOR(inverts);
-            draw("DrawString", static_cast<jstring>(nullptr), 1, 1, flags);
+            draw(OS::Graphics_DrawString, static_cast<jstring>(nullptr), 1, 1, flags);
         }
     EXPECT_TRUE(vm.reports.empty());
     EXPECT_TRUE(isUnlocked());

@@ -67,26 +67,30 @@ class FileDialogTest : public DeviceTest {
     static constexpr char16_t folder[] = u"\\My Documents\\dialog test";
 
     jint newDialog(jint style = plain, const std::u16string& startFolder = folder) {
-        jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, style);
+        jint dialog = call(OS::FileDialog_New, shell, style);
         setPath(dialog, startFolder);
         return dialog;
     }
-    void set(const std::string& property, jint dialog, const std::u16string& text) {
-        call<void(jint, jstring)>("FileDialog_Set" + property, dialog, vm.newString(text));
+    void set(const Native<void(jint, jstring)>& property, jint dialog, const std::u16string& text) {
+        call(property, dialog, vm.newString(text));
     }
-    void setPath(jint dialog, const std::u16string& path) { set("FilterPath", dialog, path); }
-    void setName(jint dialog, const std::u16string& name) { set("FileName", dialog, name); }
-    bool openDialog(jint dialog) { return call<jboolean(jint)>("FileDialog_Open", dialog); }
+    void setPath(jint dialog, const std::u16string& path) {
+        set(OS::FileDialog_SetFilterPath, dialog, path);
+    }
+    void setName(jint dialog, const std::u16string& name) {
+        set(OS::FileDialog_SetFileName, dialog, name);
+    }
+    bool openDialog(jint dialog) { return call(OS::FileDialog_Open, dialog); }
     bool openWith(jint dialog, std::vector<std::function<void(HWND)>> steps) {
         person.steps = std::move(steps);
         person.next = 0;
         return openDialog(dialog);
     }
     std::u16string pathOf(jint dialog) {
-        return vm.text(call<jobject(jint)>("FileDialog_GetFilterPath", dialog));
+        return vm.text(call(OS::FileDialog_GetFilterPath, dialog));
     }
     std::vector<std::u16string> namesOf(jint dialog) {
-        return vm.texts(call<jobject(jint)>("FileDialog_GetFileNames", dialog));
+        return vm.texts(call(OS::FileDialog_GetFileNames, dialog));
     }
     static FileDialogRecord* record(jint dialog) {
         return reinterpret_cast<FileDialogRecord*>(dialog);
@@ -114,9 +118,8 @@ class FileDialogTest : public DeviceTest {
     // What the person does there. Nothing is dispatched: the dialog sees to that.
     void tapOn(HWND window, POINT point) {
         ClientToScreen(window, &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
-        for (jint type : {1, 2})
-            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
+        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
     }
     void tapButton(HWND dialog, const wchar_t* text) {
         HWND button = part(dialog, L"Button", text);

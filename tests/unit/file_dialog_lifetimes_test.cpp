@@ -26,7 +26,7 @@ TEST_F(FileDialogLifetimesTest, a_control_disposed_of_meanwhile_leaves_the_dialo
 
 TEST_F(FileDialogLifetimesTest, a_dialog_disposed_of_meanwhile_keeps_nothing) {
     jint dialog = newDialog();
-    set("Title", dialog, u"Choose");
+    set(OS::FileDialog_SetTitle, dialog, u"Choose");
     long blocks = countHeapBlocks() - 3; // the record and its two texts
     EXPECT_TRUE(openWith(
         dialog, {doing([&] { dispose(dialog); }), tappingEntry(L"a.txt"), tapping(L"OK")}));
@@ -38,10 +38,8 @@ class ModalityTest : public FileDialogLifetimesTest {
   protected:
     static constexpr jint modal = 0x40;
 
-    jint newModalShell() { return call<jint(jint, jint)>("Shell_NewChild", shell, modal); }
-    void show(jint modalShell, bool shown) {
-        call<void(jint, jboolean)>("Control_SetVisible", modalShell, shown);
-    }
+    jint newModalShell() { return call(OS::Shell_NewChild, shell, modal); }
+    void show(jint modalShell, bool shown) { call(OS::Control_SetVisible, modalShell, shown); }
     bool isEnabled(jint control) { return IsWindowEnabled(windowOf(control)); }
     static void cancel(HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); }
     void openDuring(std::function<void()> work) {
@@ -75,7 +73,7 @@ TEST_F(ModalityTest, that_ends_leaves_the_owner_of_a_dialog_disabled_until_that_
 TEST_F(ModalityTest, an_owner_is_enabled_and_disabled_for_the_time_after_its_dialog) {
     for (jboolean wanted : {JNI_FALSE, JNI_TRUE}) {
         openDuring([&] {
-            call<void(jint, jboolean)>("Control_SetEnabled", shell, wanted);
+            call(OS::Control_SetEnabled, shell, wanted);
             EXPECT_FALSE(isEnabled(shell));
         });
         EXPECT_EQ(isEnabled(shell), wanted == JNI_TRUE);
@@ -104,11 +102,11 @@ class AnsweredDialogTest : public FileDialogLifetimesTest {
 
 TEST_F(AnsweredDialogTest, has_no_owner_when_that_was_disposed_of_before) {
     jint other = newShell();
-    jint dialog = call<jint(jint, jint)>("FileDialog_New", other, plain);
+    jint dialog = call(OS::FileDialog_New, other, plain);
     openDialog(dialog);
     HWND window = windowOf(other);
     dispose(other);
-    set("Title", dialog, u"Choose");
+    set(OS::FileDialog_SetTitle, dialog, u"Choose");
     EXPECT_TRUE(openDialog(dialog));
     EXPECT_EQ(asked[0].hwndOwner, window);
     EXPECT_EQ(asked[1].hwndOwner, nullptr);
@@ -117,7 +115,7 @@ TEST_F(AnsweredDialogTest, has_no_owner_when_that_was_disposed_of_before) {
 
 TEST_F(AnsweredDialogTest, opened_once_more_while_it_is_open_leaves_nothing_behind) {
     long blocks = countHeapBlocks();
-    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, plain);
+    jint dialog = call(OS::FileDialog_New, shell, plain);
     whileOpen = [&] { EXPECT_TRUE(openDialog(dialog)); };
     EXPECT_TRUE(openDialog(dialog));
     EXPECT_EQ(asked.size(), 2u);

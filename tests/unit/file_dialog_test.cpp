@@ -7,12 +7,12 @@
 #include <commdlg.h>
 
 TEST_F(FileDialogTest, a_new_dialog_has_its_record_filled) {
-    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, save | several);
+    jint dialog = call(OS::FileDialog_New, shell, save | several);
     EXPECT_EQ(record(dialog)->display, reinterpret_cast<DisplayRecord*>(display));
     EXPECT_EQ(record(dialog)->owner, reinterpret_cast<ControlRecord*>(shell));
     EXPECT_EQ(record(dialog)->style, DWORD(save | several));
     EXPECT_EQ(record(dialog)->callbackTarget, nullptr);
-    EXPECT_EQ(call<jobject(jint)>("FileDialog_GetFilterPath", dialog), nullptr);
+    EXPECT_EQ(call(OS::FileDialog_GetFilterPath, dialog), nullptr);
     EXPECT_TRUE(namesOf(dialog).empty());
     dispose(dialog);
 }
@@ -20,7 +20,8 @@ TEST_F(FileDialogTest, a_new_dialog_has_its_record_filled) {
 TEST_F(FileDialogTest, what_is_set_is_kept_as_a_copy) {
     jint dialog = newDialog();
     for (const char16_t* text : {u"first", u"", u"second"}) {
-        for (const char* property : {"Title", "FileName", "FilterPath"})
+        for (const auto& property :
+             {OS::FileDialog_SetTitle, OS::FileDialog_SetFileName, OS::FileDialog_SetFilterPath})
             set(property, dialog, text);
         EXPECT_EQ(pathOf(dialog), text);
         std::u16string expected = text;
@@ -28,9 +29,9 @@ TEST_F(FileDialogTest, what_is_set_is_kept_as_a_copy) {
         EXPECT_EQ(record(dialog)->title, wide);
         EXPECT_EQ(record(dialog)->fileName, wide);
     }
-    for (const char* property : {"Title", "FileName", "FilterPath"})
-        call<void(jint, jstring)>(std::string("FileDialog_Set") + property, dialog,
-                                  static_cast<jstring>(nullptr));
+    for (const auto& property :
+         {OS::FileDialog_SetTitle, OS::FileDialog_SetFileName, OS::FileDialog_SetFilterPath})
+        call(property, dialog, nullptr);
     EXPECT_EQ(record(dialog)->title, nullptr);
     EXPECT_EQ(record(dialog)->fileName, nullptr);
     EXPECT_EQ(record(dialog)->filterPath, nullptr);
@@ -39,7 +40,8 @@ TEST_F(FileDialogTest, what_is_set_is_kept_as_a_copy) {
 
 TEST_F(FileDialogTest, without_memory_what_is_set_is_an_error_and_the_old_stays) {
     jint dialog = newDialog();
-    for (const char* property : {"Title", "FileName", "FilterPath"}) {
+    for (const auto& property :
+         {OS::FileDialog_SetTitle, OS::FileDialog_SetFileName, OS::FileDialog_SetFilterPath}) {
         set(property, dialog, u"old");
         Faults faults;
         faults.fail("LocalAlloc", 2);
@@ -56,7 +58,7 @@ TEST_F(FileDialogTest, a_dialog_without_memory_is_an_error) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jint(jint, jint)>("FileDialog_New", shell, 0), 0);
+    EXPECT_EQ(call(OS::FileDialog_New, shell, 0), 0);
     expectReport("FileDialog_New", -4, u"Not enough memory to allocate file dialog");
 }
 
@@ -152,7 +154,7 @@ TEST_F(FileDialogTest, a_cancelled_dialog_chooses_nothing) {
 
 TEST_F(FileDialogTest, opens_when_a_control_was_disposed_just_before) {
     jint dialog = newDialog();
-    dispose(call<jint(jint, jint)>("PushButton_New", shell, 0));
+    dispose(call(OS::PushButton_New, shell, 0));
     EXPECT_FALSE(openWith(dialog, {tapping(L"Cancel")}));
     dispose(dialog);
 }
@@ -203,10 +205,10 @@ TEST_F(FileDialogTest, the_owner_has_the_title_while_the_dialog_is_open) {
         tapButton(window, L"Cancel");
     };
     openWith(dialog, {look});
-    set("Title", dialog, u"Choose");
+    set(OS::FileDialog_SetTitle, dialog, u"Choose");
     openWith(dialog, {look});
     EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
-    set("Title", dialog, u"");
+    set(OS::FileDialog_SetTitle, dialog, u"");
     openWith(dialog, {look});
     EXPECT_EQ(captions, (std::vector<std::wstring>{L"Owner", L"Choose", L"Owner"}));
     EXPECT_EQ(textOf(windowOf(shell)), L"Owner");
@@ -219,7 +221,7 @@ TEST_F(FileDialogTest, a_caption_of_up_to_100_characters_comes_back) {
     SetWindowTextW(windowOf(shell), longCaption.c_str());
     openWith(dialog, {tapping(L"Cancel")});
     EXPECT_EQ(textOf(windowOf(shell)), longCaption) << "nothing was changed";
-    set("Title", dialog, u"Choose");
+    set(OS::FileDialog_SetTitle, dialog, u"Choose");
     openWith(dialog, {tapping(L"Cancel")});
     EXPECT_EQ(textOf(windowOf(shell)), longCaption.substr(0, 100));
     dispose(dialog);
@@ -227,7 +229,7 @@ TEST_F(FileDialogTest, a_caption_of_up_to_100_characters_comes_back) {
 
 TEST_F(FileDialogTest, opens_on_a_thread_of_its_own_for_another_thread) {
     jint dialog = newDialog();
-    set("Title", dialog, u"Choose");
+    set(OS::FileDialog_SetTitle, dialog, u"Choose");
     DWORD caller = 0, owner = 0;
     bool chosen = false;
     std::wstring caption;
@@ -289,8 +291,8 @@ TEST_F(FileDialogTest, closed_dialogs_leave_nothing_behind) {
         setPath(dialog, folder);
     }
     dispatchAll();
-    call<jobject(jint)>("FileDialog_GetFileNames", dialog);
-    call<void(jint, jstring)>("FileDialog_SetFileName", dialog, static_cast<jstring>(nullptr));
+    call(OS::FileDialog_GetFileNames, dialog);
+    call(OS::FileDialog_SetFileName, dialog, nullptr);
 }
 
 // What the system's dialog is asked, and what it answers without a person.
@@ -379,7 +381,7 @@ TEST_F(SystemDialogTest, is_asked_as_the_style_says) {
 }
 
 TEST_F(SystemDialogTest, is_asked_with_empty_texts_when_none_are_set) {
-    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, 0);
+    jint dialog = call(OS::FileDialog_New, shell, 0);
     answerWith(L"", 0, {0});
     asked.file = asked.folder = L"not asked";
     EXPECT_FALSE(openAnswered(dialog));
@@ -432,7 +434,7 @@ static int WINAPI failToReadCaption(HWND, LPWSTR, int) {
 
 TEST_F(SystemDialogTest, an_error_from_before_does_not_ask_again_after_a_cancellation) {
     jint dialog = newDialog();
-    set("Title", dialog, u"title");
+    set(OS::FileDialog_SetTitle, dialog, u"title");
     answerWith(L"\\f\\x", 3, {lastErrorStays});
     Faults faults;
     replaceSystem(faults);
@@ -535,7 +537,7 @@ TEST_F(SystemDialogTest, names_that_java_cannot_take_are_not_leaked) {
     EXPECT_TRUE(openAnswered(dialog));
     long blocks = countHeapBlocks();
     vm.failCall("NewObjectArray");
-    EXPECT_EQ(call<jobject(jint)>("FileDialog_GetFileNames", dialog), nullptr);
+    EXPECT_EQ(call(OS::FileDialog_GetFileNames, dialog), nullptr);
     vm.clearException();
     EXPECT_EQ(countHeapBlocks(), blocks - 2) << "the list and its name";
     dispose(dialog);
@@ -552,7 +554,7 @@ TEST_F(SystemDialogTest, without_memory_an_error_is_reported_and_the_record_stay
         replaceSystem(faults);
         faults.fail("LocalAlloc", nth);
         answerWith(answer, 3);
-        EXPECT_EQ(call<jint(jint)>("FileDialog_Open", dialog), 0);
+        EXPECT_FALSE(call(OS::FileDialog_Open, dialog));
         expectReport("FileDialog_Open", -4, u"Not enough memory to allocate file dialog");
         EXPECT_EQ(pathOf(dialog), folder);
         EXPECT_EQ(record(dialog)->fileName, std::wstring(L"before"));
@@ -572,7 +574,7 @@ TEST_F(SystemDialogTest, dialogs_leave_nothing_behind) {
     const std::wstring answer(L"\\f\0a\0b\0\0", 8);
     for (int i = 0; i < leakRounds(); ++i) {
         jint dialog = newDialog(i % 2 ? several : save);
-        set("Title", dialog, u"title");
+        set(OS::FileDialog_SetTitle, dialog, u"title");
         setName(dialog, u"a/b");
         answerWith(answer, 3);
         EXPECT_TRUE(openDialog(dialog));

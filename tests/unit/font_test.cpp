@@ -12,25 +12,21 @@ static LONG pixelsOf(LONG points) { return theDevice().dotsPerInch * points / 72
 class FontTest : public DeviceTest {
   protected:
     jint newFont(const std::u16string& name, jint points, jint style = 0) {
-        return call<jint(jint, jstring, jint, jint)>("Font_New", display, vm.newString(name),
-                                                     points, style);
+        return call(OS::Font_New, display, vm.newString(name), points, style);
     }
     jint newLogical(jint family, jint points = 10, jint style = 0) {
-        return call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, family, points,
-                                                  style);
+        return call(OS::Font_NewLogical, display, family, points, style);
     }
-    void disposeFont(jint font) { call<void(jint)>("Font_Dispose", font); }
+    void disposeFont(jint font) { call(OS::Font_Dispose, font); }
     static LOGFONTW descriptionOf(jint font) {
         LOGFONTW description = {};
         GetObjectW(reinterpret_cast<FontRecord*>(font)->font, sizeof(description), &description);
         return description;
     }
-    std::u16string nameOf(jint font) { return vm.text(call<jobject(jint)>("Font_GetName", font)); }
-    jint get(const char* property, jint font) {
-        return call<jint(jint)>(std::string("Font_Get") + property, font);
-    }
+    std::u16string nameOf(jint font) { return vm.text(call(OS::Font_GetName, font)); }
+    jint get(const Native<jint(jint)>& property, jint font) { return call(property, font); }
     jint advance(jint font, const std::u16string& text) {
-        return call<jint(jint, jstring)>("Font_StringAdvance", font, vm.newString(text));
+        return call(OS::Font_StringAdvance, font, vm.newString(text));
     }
 };
 
@@ -64,7 +60,7 @@ TEST_F(FontTest, is_described_by_face_size_and_style) {
 TEST_F(FontTest, a_size_of_0_leaves_the_height_to_the_system) {
     jint font = newFont(u"Tahoma", 0);
     EXPECT_EQ(descriptionOf(font).lfHeight, 0);
-    EXPECT_GT(get("SizeInPoints", font), 0);
+    EXPECT_GT(get(OS::Font_GetSizeInPoints, font), 0);
     disposeFont(font);
 }
 
@@ -93,8 +89,7 @@ TEST_F(FontTest, a_face_name_fills_its_field_and_is_cut) {
 }
 
 TEST_F(FontTest, a_null_name_is_the_empty_one) {
-    jint font = call<jint(jint, jstring, jint, jint)>("Font_New", display,
-                                                      static_cast<jstring>(nullptr), 10, 0);
+    jint font = call(OS::Font_New, display, nullptr, 10, 0);
     EXPECT_NE(font, 0);
     disposeFont(font);
 }
@@ -132,11 +127,13 @@ TEST_F(FontTest, metrics_are_those_of_the_chosen_face) {
     jint font = newFont(u"Tahoma", 14);
     const TEXTMETRICW& metrics = reinterpret_cast<FontRecord*>(font)->metrics;
     EXPECT_GT(metrics.tmInternalLeading, 0);
-    EXPECT_EQ(get("Ascent", font), metrics.tmAscent - metrics.tmInternalLeading);
-    EXPECT_EQ(get("Descent", font), metrics.tmDescent);
-    EXPECT_EQ(get("Leading", font), metrics.tmInternalLeading);
-    EXPECT_EQ(get("SizeInPoints", font), metrics.tmHeight * 72 / theDevice().dotsPerInch);
-    EXPECT_EQ(get("Ascent", font) + get("Descent", font) + get("Leading", font), metrics.tmHeight);
+    EXPECT_EQ(get(OS::Font_GetAscent, font), metrics.tmAscent - metrics.tmInternalLeading);
+    EXPECT_EQ(get(OS::Font_GetDescent, font), metrics.tmDescent);
+    EXPECT_EQ(get(OS::Font_GetLeading, font), metrics.tmInternalLeading);
+    EXPECT_EQ(get(OS::Font_GetSizeInPoints, font), metrics.tmHeight * 72 / theDevice().dotsPerInch);
+    EXPECT_EQ(get(OS::Font_GetAscent, font) + get(OS::Font_GetDescent, font) +
+                  get(OS::Font_GetLeading, font),
+              metrics.tmHeight);
     EXPECT_EQ(nameOf(font), u"Tahoma");
     disposeFont(font);
 }
@@ -144,7 +141,7 @@ TEST_F(FontTest, metrics_are_those_of_the_chosen_face) {
 TEST_F(FontTest, tells_its_style) {
     for (jint style = 0; style < 32; style += 2) {
         jint font = newFont(u"Tahoma", 12, style);
-        EXPECT_EQ(get("Style", font), style);
+        EXPECT_EQ(get(OS::Font_GetStyle, font), style);
         disposeFont(font);
     }
 }
@@ -154,22 +151,19 @@ TEST_F(FontTest, is_bold_at_weight_700_alone) {
     for (const auto& [weight, style] :
          std::vector<std::pair<LONG, jint>>{{600, 0}, {699, 0}, {700, 2}, {701, 0}, {800, 0}}) {
         reinterpret_cast<FontRecord*>(font)->metrics.tmWeight = weight;
-        EXPECT_EQ(get("Style", font), style) << weight;
+        EXPECT_EQ(get(OS::Font_GetStyle, font), style) << weight;
     }
     disposeFont(font);
 }
 
 TEST_F(FontTest, measures_texts_and_characters) {
     jint font = newFont(u"Tahoma", 12);
-    auto width = [&](jchar character) {
-        return call<jint(jint, jchar)>("Font_GetAdvanceWidth", font, character);
-    };
+    auto width = [&](jchar character) { return call(OS::Font_GetAdvanceWidth, font, character); };
     EXPECT_GT(width('W'), width('i'));
     EXPECT_EQ(advance(font, u"W"), width('W'));
     EXPECT_EQ(advance(font, u"WiWi"), 2 * (width('W') + width('i')));
     EXPECT_EQ(advance(font, u""), 0);
-    EXPECT_EQ(
-        (call<jint(jint, jstring)>("Font_StringAdvance", font, static_cast<jstring>(nullptr))), 0);
+    EXPECT_EQ(call(OS::Font_StringAdvance, font, nullptr), 0);
     EXPECT_TRUE(vm.reports.empty());
     disposeFont(font);
 }
@@ -200,7 +194,7 @@ TEST_F(FontTest, of_a_measured_character_is_selected_until_the_screen_is_release
     jint font = newFont(u"Tahoma", 12);
     Faults faults;
     faults.replace("ReleaseDC", reinterpret_cast<void*>(recordSelected));
-    call<jint(jint, jchar)>("Font_GetAdvanceWidth", font, u'W');
+    call(OS::Font_GetAdvanceWidth, font, u'W');
     EXPECT_EQ(selectedAtRelease, reinterpret_cast<FontRecord*>(font)->font);
     advance(font, u"W");
     EXPECT_EQ(selectedAtRelease, GetStockObject(SYSTEM_FONT)) << "a text puts the font back";
@@ -211,9 +205,9 @@ TEST_F(FontTest, queries_without_a_screen_are_errors) {
     jint font = newFont(u"Tahoma", 12);
     Faults faults;
     faults.fail("GetDC", 0, ERROR_INVALID_HANDLE);
-    EXPECT_EQ(get("SizeInPoints", font), 0);
+    EXPECT_EQ(get(OS::Font_GetSizeInPoints, font), 0);
     expectReport("Font_GetSizeInPoints", -3, u"Unable to get screen dc::");
-    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    EXPECT_EQ(call(OS::Font_GetName, font), nullptr);
     expectReport("Font_GetName", -3, u"Unable to get screen dc::");
     EXPECT_EQ(advance(font, u"text"), 0);
     expectReport("Font_StringAdvance", -3, u"Failed to get screen DC::");
@@ -238,13 +232,13 @@ TEST_F(FontTest, a_name_that_cannot_be_had_is_an_error_and_leaks_nothing) {
     long blocks = countHeapBlocks();
     Faults faults;
     faults.fail("GetTextFaceW", 1, ERROR_GEN_FAILURE);
-    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    EXPECT_EQ(call(OS::Font_GetName, font), nullptr);
     expectReport("Font_GetName", -3, u"Unable to get font face length::");
     faults.fail("GetTextFaceW", 2, ERROR_GEN_FAILURE);
-    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    EXPECT_EQ(call(OS::Font_GetName, font), nullptr);
     expectReport("Font_GetName", -3, u"Unable to copy font face name into buffer::");
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jobject(jint)>("Font_GetName", font), nullptr);
+    EXPECT_EQ(call(OS::Font_GetName, font), nullptr);
     expectReport("Font_GetName", -4, u"Not enough memory to store font face name");
     EXPECT_EQ(faults.countCalls("GetDC"), faults.countCalls("ReleaseDC"));
     EXPECT_EQ(countHeapBlocks(), blocks);
@@ -270,11 +264,11 @@ TEST_F(FontTest, fonts_leave_nothing_behind) {
 TEST_F(FontTest, the_default_font_is_the_systems_and_made_once) {
     jint shell = newShell();
     jint button = newButton(shell);
-    jint font = call<jint(jint)>("Control_GetDefaultFont", shell);
-    EXPECT_EQ(call<jint(jint)>("Control_GetDefaultFont", button), font);
+    jint font = call(OS::Control_GetDefaultFont, shell);
+    EXPECT_EQ(call(OS::Control_GetDefaultFont, button), font);
     EXPECT_EQ(reinterpret_cast<FontRecord*>(font)->font, GetStockObject(SYSTEM_FONT));
     EXPECT_EQ(nameOf(font), u"System");
-    EXPECT_EQ(get("SizeInPoints", font), 16 * 72 / theDevice().dotsPerInch);
+    EXPECT_EQ(get(OS::Font_GetSizeInPoints, font), 16 * 72 / theDevice().dotsPerInch);
 }
 
 TEST_F(FontTest, that_finds_no_record_is_left_to_the_system) {
@@ -290,7 +284,7 @@ TEST_F(FontTest, a_default_font_without_memory_is_an_error) {
     jint shell = newShell();
     Faults faults;
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jint(jint)>("Control_GetDefaultFont", shell), 0);
+    EXPECT_EQ(call(OS::Control_GetDefaultFont, shell), 0);
     expectReport("Control_GetDefaultFont", -4, u"Not enough memory to allocate font");
 }
 
@@ -300,9 +294,9 @@ TEST_F(FontTest, is_set_and_taken_back_from_a_control) {
     auto fontOf = [](jint control) {
         return reinterpret_cast<HFONT>(SendMessageW(windowOf(control), WM_GETFONT, 0, 0));
     };
-    call<void(jint, jint)>("Control_SetFont", button, font);
+    call(OS::Control_SetFont, button, font);
     EXPECT_EQ(fontOf(button), reinterpret_cast<FontRecord*>(font)->font);
-    call<void(jint, jint)>("Control_SetFont", button, 0);
+    call(OS::Control_SetFont, button, 0);
     EXPECT_EQ(fontOf(button), GetStockObject(SYSTEM_FONT));
     disposeFont(font);
 }
@@ -314,13 +308,13 @@ static bool isAlive(HFONT font) {
 
 TEST_F(FontTest, lives_as_long_as_a_control_wears_it) {
     jint shell = newShell();
-    auto wear = [&](const char* kind) {
+    auto wear = [&](const auto& kind) {
         jint control = newControl(kind, shell);
         jint fonts[] = {newLogical(2), newLogical(3)};
         HFONT handles[] = {reinterpret_cast<FontRecord*>(fonts[0])->font,
                            reinterpret_cast<FontRecord*>(fonts[1])->font};
         for (jint font : fonts) {
-            call<void(jint, jint)>("Control_SetFont", control, font);
+            call(OS::Control_SetFont, control, font);
             disposeFont(font);
         }
         EXPECT_FALSE(isAlive(handles[0])) << kind << ": nobody wears it";
@@ -329,23 +323,28 @@ TEST_F(FontTest, lives_as_long_as_a_control_wears_it) {
         dispose(control);
         EXPECT_FALSE(isAlive(handles[1])) << kind;
     };
-    const char* const kinds[] = {"Label", "PushButton", "List", "TextField", "Choice"};
-    for (const char* kind : kinds) wear(kind); // the desk keeps some objects for itself
+    auto wearEach = [&] {
+        for (const Maker& kind :
+             {OS::Label_New, OS::PushButton_New, OS::List_New, OS::TextField_New})
+            wear(kind);
+        wear(OS::Choice_New);
+    };
+    wearEach(); // the desk keeps some objects for itself
     NoLeaks noLeaks;
-    for (const char* kind : kinds) wear(kind);
+    wearEach();
 }
 
 TEST_F(FontTest, goes_with_the_last_window_that_wears_it) {
     jint shell = newShell();
     NoLeaks noLeaks;
-    jint composite = newControl("Composite", shell);
+    jint composite = newControl(OS::Composite_New, shell);
     jint buttons[] = {newButton(composite), newButton(composite)};
     jint font = newLogical(2);
     HFONT handle = reinterpret_cast<FontRecord*>(font)->font;
     for (jint control : {composite, buttons[0], buttons[1]})
-        call<void(jint, jint)>("Control_SetFont", control, font);
+        call(OS::Control_SetFont, control, font);
     disposeFont(font);
-    call<void(jint, jint)>("Control_SetFont", buttons[0], 0);
+    call(OS::Control_SetFont, buttons[0], 0);
     EXPECT_TRUE(isAlive(handle));
     dispose(composite); // its children's windows go too
     EXPECT_FALSE(isAlive(handle));
@@ -366,24 +365,24 @@ TEST_F(FontTest, lives_as_long_as_a_context_has_it) {
     Faults faults;
     faults.replace("DeleteObject", reinterpret_cast<void*>(watchDeletion));
     deletedWhileSelected = 0;
-    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 4, 4, 0);
-    for (jint graphics : {call<jint(jint)>("Image_NewGraphics", image),
-                          call<jint(jint)>("Control_NewGraphics", shell)}) {
+    jint image = call(OS::Image_NewFromSize, display, 4, 4, 0);
+    for (jint graphics :
+         {call(OS::Image_NewGraphics, image), call(OS::Control_NewGraphics, shell)}) {
         jint fonts[] = {newLogical(2), newLogical(3)};
         HFONT handles[] = {reinterpret_cast<FontRecord*>(fonts[0])->font,
                            reinterpret_cast<FontRecord*>(fonts[1])->font};
         watchedContext = reinterpret_cast<GraphicsRecord*>(graphics)->dc;
         for (jint font : fonts) {
-            call<void(jint, jint)>("Graphics_SetFont", graphics, font);
+            call(OS::Graphics_SetFont, graphics, font);
             disposeFont(font);
         }
         EXPECT_FALSE(isAlive(handles[0]));
         EXPECT_TRUE(isAlive(handles[1]));
-        call<void(jint)>("Graphics_Dispose", graphics);
+        call(OS::Graphics_Dispose, graphics);
         EXPECT_FALSE(isAlive(handles[1]));
     }
     EXPECT_EQ(deletedWhileSelected, 0);
-    call<void(jint)>("Image_Dispose", image);
+    call(OS::Image_Dispose, image);
 }
 
 static int WINAPI answerNoDots(HDC, int) { return 0; }
@@ -392,7 +391,7 @@ TEST_F(FontTest, has_no_size_where_the_screen_tells_no_resolution) {
     jint font = newLogical(2);
     Faults faults;
     faults.replace("GetDeviceCaps", reinterpret_cast<void*>(answerNoDots));
-    EXPECT_EQ(get("SizeInPoints", font), 0);
+    EXPECT_EQ(get(OS::Font_GetSizeInPoints, font), 0);
     EXPECT_TRUE(vm.reports.empty());
     disposeFont(font);
 }

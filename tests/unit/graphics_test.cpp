@@ -11,23 +11,21 @@ class GraphicsTest : public DeviceTest {
     }
     static ImageRecord* imageOf(jint handle) { return reinterpret_cast<ImageRecord*>(handle); }
     jint newImage(jint width = 20, jint height = 10) {
-        return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, width, height,
-                                                  0xFFFFFF);
+        return call(OS::Image_NewFromSize, display, width, height, 0xFFFFFF);
     }
-    jint onImage(jint image) { return call<jint(jint)>("Image_NewGraphics", image); }
-    jint onControl(jint control) { return call<jint(jint)>("Control_NewGraphics", control); }
-    void end(jint graphics) { call<void(jint)>("Graphics_Dispose", graphics); }
-    void disposeImage(jint image) { call<void(jint)>("Image_Dispose", image); }
+    jint onImage(jint image) { return call(OS::Image_NewGraphics, image); }
+    jint onControl(jint control) { return call(OS::Control_NewGraphics, control); }
+    void end(jint graphics) { call(OS::Graphics_Dispose, graphics); }
+    void disposeImage(jint image) { call(OS::Image_Dispose, image); }
     jint newColor(jint red, jint green, jint blue) {
-        return call<jint(jint, jint, jint, jint)>("Color_New", display, red, green, blue);
+        return call(OS::Color_New, display, red, green, blue);
     }
-    void disposeColor(jint color) { call<void(jint)>("Color_Dispose", color); }
-    void set(const char* property, jint graphics, jint value) {
-        call<void(jint, jint)>(std::string("Graphics_Set") + property, graphics, value);
+    void disposeColor(jint color) { call(OS::Color_Dispose, color); }
+    void set(const Native<void(jint, jint)>& property, jint graphics, jint value) {
+        call(property, graphics, value);
     }
     void clip(jint graphics, jint x, jint y, jint width, jint height) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_SetClipping", graphics, x, y, width,
-                                                 height);
+        call(OS::Graphics_SetClipping, graphics, x, y, width, height);
     }
     static RECT clipOf(jint graphics) {
         RECT box = {-1, -1, -1, -1};
@@ -35,8 +33,7 @@ class GraphicsTest : public DeviceTest {
         return box;
     }
     void fill(jint graphics, jint x, jint y, jint width, jint height) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_FillRectangle", graphics, x, y, width,
-                                                 height);
+        call(OS::Graphics_FillRectangle, graphics, x, y, width, height);
     }
     // 0xRRGGBB
     static DWORD pixelOf(jint image, int x, int y) {
@@ -76,8 +73,8 @@ TEST_F(GraphicsTest, two_on_one_image_draw_in_turn) {
     jint second = onImage(image);
     jint red = newColor(255, 0, 0);
     jint blue = newColor(0, 0, 255);
-    set("Background", first, red);
-    set("Background", second, blue);
+    set(OS::Graphics_SetBackground, first, red);
+    set(OS::Graphics_SetBackground, second, blue);
     for (int i = 0; i < 10; ++i) {
         jint graphics = i % 2 ? second : first;
         fill(graphics, i, i, 1, 1);
@@ -96,11 +93,11 @@ TEST_F(GraphicsTest, contexts_of_an_image_end_while_another_thread_draws_on_it) 
     jint image = newImage(64, 64);
     jint red = newColor(255, 0, 0);
     jint graphics = onImage(image);
-    set("Background", graphics, red);
+    set(OS::Graphics_SetBackground, graphics, red);
     std::thread other([&] {
         for (int i = 0; i < 500; ++i) {
             jint brief = onImage(image);
-            set("Background", brief, red);
+            set(OS::Graphics_SetBackground, brief, red);
             end(brief);
         }
     });
@@ -117,7 +114,7 @@ TEST_F(GraphicsTest, two_threads_may_draw_on_one_image) {
     jint red = newColor(255, 0, 0);
     auto draw = [&](jint offset) {
         jint graphics = onImage(image);
-        set("Background", graphics, red);
+        set(OS::Graphics_SetBackground, graphics, red);
         for (jint i = offset; i < 64 * 64; i += 2) fill(graphics, i % 64, i / 64, 1, 1);
         end(graphics);
     };
@@ -133,7 +130,7 @@ TEST_F(GraphicsTest, a_foreground_changes_text_and_pen) {
     jint image = newImage();
     jint graphics = onImage(image);
     jint color = newColor(1, 2, 3);
-    set("Foreground", graphics, color);
+    set(OS::Graphics_SetForeground, graphics, color);
     EXPECT_EQ(GetTextColor(graphicsOf(graphics)->dc), RGB(1, 2, 3));
     LOGPEN pen = {};
     GetObjectW(GetCurrentObject(graphicsOf(graphics)->dc, OBJ_PEN), sizeof(pen), &pen);
@@ -151,11 +148,11 @@ TEST_F(GraphicsTest, a_pen_that_cannot_be_made_is_an_error_and_the_old_one_stays
     COLORREF before = graphicsOf(graphics)->pen.lopnColor;
     Faults faults;
     faults.fail("CreatePenIndirect", 0, ERROR_INVALID_PARAMETER);
-    set("Foreground", graphics, color);
+    set(OS::Graphics_SetForeground, graphics, color);
     expectReport("Graphics_SetForeground", -3, u"Unable to create new pen::");
     EXPECT_EQ(GetTextColor(graphicsOf(graphics)->dc), RGB(1, 2, 3)) << "the text has it already";
     EXPECT_EQ(graphicsOf(graphics)->pen.lopnColor, before);
-    set("LineWidth", graphics, 7);
+    set(OS::Graphics_SetLineWidth, graphics, 7);
     expectReport("Graphics_SetLineWidth", -3, u"Unable to create new pen::");
     EXPECT_NE(graphicsOf(graphics)->pen.lopnWidth.x, 7);
     end(graphics);
@@ -167,10 +164,10 @@ TEST_F(GraphicsTest, the_same_line_width_makes_no_pen) {
     jint image = newImage();
     jint graphics = onImage(image);
     Faults faults;
-    set("LineWidth", graphics, 3);
-    set("LineWidth", graphics, 3);
+    set(OS::Graphics_SetLineWidth, graphics, 3);
+    set(OS::Graphics_SetLineWidth, graphics, 3);
     EXPECT_EQ(faults.countCalls("CreatePenIndirect"), 1);
-    set("LineWidth", graphics, 1);
+    set(OS::Graphics_SetLineWidth, graphics, 1);
     EXPECT_EQ(faults.countCalls("CreatePenIndirect"), 2);
     end(graphics);
     disposeImage(image);
@@ -182,10 +179,10 @@ TEST_F(GraphicsTest, a_background_that_cannot_be_set_is_an_error) {
     jint color = newColor(1, 2, 3);
     Faults faults;
     faults.fail("SetBkColor", 1, ERROR_INVALID_HANDLE, CLR_INVALID);
-    set("Background", graphics, color);
+    set(OS::Graphics_SetBackground, graphics, color);
     expectReport("Graphics_SetBackground", -3, u"Error in setting background color::");
     faults.fail("CreateSolidBrush", 1, ERROR_NOT_ENOUGH_MEMORY);
-    set("Background", graphics, color);
+    set(OS::Graphics_SetBackground, graphics, color);
     expectReport("Graphics_SetBackground", -4, u"Error creating new background brush::");
     EXPECT_EQ(GetBkColor(graphicsOf(graphics)->dc), RGB(1, 2, 3)) << "the colour is changed";
     end(graphics);
@@ -196,20 +193,20 @@ TEST_F(GraphicsTest, a_background_that_cannot_be_set_is_an_error) {
 TEST_F(GraphicsTest, a_font_is_selected_and_none_is_the_systems) {
     jint image = newImage();
     jint graphics = onImage(image);
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 12, 0);
+    jint font = call(OS::Font_NewLogical, display, 2, 12, 0);
     auto current = [&] { return GetCurrentObject(graphicsOf(graphics)->dc, OBJ_FONT); };
-    set("Font", graphics, font);
+    set(OS::Graphics_SetFont, graphics, font);
     EXPECT_EQ(current(), reinterpret_cast<FontRecord*>(font)->font);
-    set("Font", graphics, 0);
+    set(OS::Graphics_SetFont, graphics, 0);
     EXPECT_EQ(current(), GetStockObject(SYSTEM_FONT));
     {
         Faults faults;
         faults.fail("SelectObject", 1, ERROR_INVALID_HANDLE);
-        set("Font", graphics, font);
+        set(OS::Graphics_SetFont, graphics, font);
         expectReport("Graphics_SetFont", -3, u"Unable to select new font into device context::");
     }
     end(graphics);
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Font_Dispose, font);
     disposeImage(image);
 }
 
@@ -224,7 +221,7 @@ TEST_F(GraphicsTest, a_clip_is_limited_by_the_bounds_and_replaces_the_one_before
     clip(graphics, 50, 50, 10, 10);
     RECT none = clipOf(graphics);
     EXPECT_TRUE(IsRectEmpty(&none)) << "wholly outside: everything is clipped";
-    call<void(jint)>("Graphics_ClearClipping", graphics);
+    call(OS::Graphics_ClearClipping, graphics);
     EXPECT_TRUE(equal(clipOf(graphics), {0, 0, 20, 10}));
     end(graphics);
     disposeImage(image);
@@ -234,7 +231,7 @@ TEST_F(GraphicsTest, a_cleared_clip_is_the_bounds_and_not_the_device) {
     jint shell = newShell();
     jint graphics = onControl(shell);
     graphicsOf(graphics)->bounds = {10, 10, 30, 30};
-    call<void(jint)>("Graphics_ClearClipping", graphics);
+    call(OS::Graphics_ClearClipping, graphics);
     EXPECT_TRUE(equal(clipOf(graphics), {10, 10, 30, 30}));
     end(graphics);
 }
@@ -250,10 +247,10 @@ TEST_F(GraphicsTest, a_clip_that_cannot_be_set_is_an_error) {
     clip(graphics, 0, 0, 5, 5);
     expectReport("Graphics_SetClipping", -3, u"Unable to select clip region");
     faults.fail("CreateRectRgnIndirect");
-    call<void(jint)>("Graphics_ClearClipping", graphics);
+    call(OS::Graphics_ClearClipping, graphics);
     expectReport("Graphics_ClearClipping", -3, u"Unable to create clip region");
     faults.fail("SelectClipRgn");
-    call<void(jint)>("Graphics_ClearClipping", graphics);
+    call(OS::Graphics_ClearClipping, graphics);
     expectReport("Graphics_ClearClipping", -3, u"Unable to select clip region");
     end(graphics);
     disposeImage(image);
@@ -262,9 +259,9 @@ TEST_F(GraphicsTest, a_clip_that_cannot_be_set_is_an_error) {
 TEST_F(GraphicsTest, the_inverting_mode_lives_in_the_device_context) {
     jint image = newImage();
     jint graphics = onImage(image);
-    call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, JNI_TRUE);
+    call(OS::Graphics_SetXORMode, graphics, true);
     EXPECT_EQ(GetROP2(graphicsOf(graphics)->dc), R2_XORPEN);
-    call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, JNI_FALSE);
+    call(OS::Graphics_SetXORMode, graphics, false);
     EXPECT_EQ(GetROP2(graphicsOf(graphics)->dc), R2_COPYPEN);
     end(graphics);
     disposeImage(image);
@@ -274,7 +271,7 @@ TEST_F(GraphicsTest, line_node_styles_are_ignored) {
     jint image = newImage();
     jint graphics = onImage(image);
     Faults faults;
-    call<void(jint, jint, jint, jint)>("Graphics_SetLineNodeStyle", graphics, 1, 2, 3);
+    call(OS::Graphics_SetLineNodeStyle, graphics, 1, 2, 3);
     EXPECT_TRUE(faults.calls().empty());
     end(graphics);
     disposeImage(image);
@@ -317,9 +314,9 @@ TEST_F(GraphicsTest, contexts_leave_nothing_behind) {
     for (int i = 0; i < leakRounds(); ++i) {
         jint graphics = i % 2 ? onControl(button) : onImage(image);
         for (jint width = 1; width < 4; ++width) {
-            set("Foreground", graphics, color);
-            set("Background", graphics, color);
-            set("LineWidth", graphics, width);
+            set(OS::Graphics_SetForeground, graphics, color);
+            set(OS::Graphics_SetBackground, graphics, color);
+            set(OS::Graphics_SetLineWidth, graphics, width);
         }
         clip(graphics, 1, 1, 5, 5);
         fill(graphics, 1, 1, 5, 5);
@@ -332,13 +329,10 @@ TEST_F(GraphicsTest, a_controls_pixels_are_copied_to_an_image) {
     jint image = newImage();
     jint graphics = onControl(shell);
     jint red = newColor(255, 0, 0);
-    set("Background", graphics, red);
+    set(OS::Graphics_SetBackground, graphics, red);
     fill(graphics, 10, 10, 5, 5);
     end(graphics);
-    auto copy = [&](jint x, jint y) {
-        call<void(jint, jint, jint, jint, jint, jint)>("Control_CopyArea", shell, image, x, y, 4,
-                                                       4);
-    };
+    auto copy = [&](jint x, jint y) { call(OS::Control_CopyArea, shell, image, x, y, 4, 4); };
     copy(12, 12);
     EXPECT_EQ(pixelOf(image, 0, 0), 0xFF0000u);
     EXPECT_EQ(pixelOf(image, 2, 2), 0xFF0000u);

@@ -8,10 +8,10 @@ class PressingTest : public DeviceTest {
   protected:
     void moveTo(jint control, POINT point) {
         ClientToScreen(windowOf(control), &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
     }
     void post(jint type, jint button = 8) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, button);
+        call(OS::Display_PostPointerEvent, display, type, button);
     }
     static long countReleases(const Events& events) {
         return std::count_if(events.begin(), events.end(), [](const std::string& event) {
@@ -28,8 +28,8 @@ constexpr int heldScrolls = 3;
 class HeldBarTest : public PressingTest {
   protected:
     HeldBarTest() {
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 20, 30, 13, 150);
-        call<void(jint, jboolean)>("Control_SetVisible", bar, JNI_TRUE);
+        call(OS::Control_SetBounds, bar, 20, 30, 13, 150);
+        call(OS::Control_SetVisible, bar, true);
         dispatchAll();
         other = newButton(shell);
         vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
@@ -48,7 +48,7 @@ class HeldBarTest : public PressingTest {
         return vm.takeEvents();
     }
 
-    jint bar = call<jint(jint)>("Scrollbar_New", shell);
+    jint bar = call(OS::Scrollbar_New, shell);
     jint other = 0;
     int scrolls = 0;
 };

@@ -13,23 +13,22 @@ class ImageDrawingTest : public DeviceTest {
   protected:
     ImageDrawingTest() {
         target = newImage(8, 6);
-        graphics = call<jint(jint)>("Image_NewGraphics", target);
+        graphics = call(OS::Image_NewGraphics, target);
     }
     ~ImageDrawingTest() override {
-        call<void(jint)>("Graphics_Dispose", graphics);
+        call(OS::Graphics_Dispose, graphics);
         images.push_back(target);
-        for (jint image : images) call<void(jint)>("Image_Dispose", image);
+        for (jint image : images) call(OS::Image_Dispose, image);
     }
     jint newImage(jint width, jint height, jint color = 0x808080) {
-        return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, width, height,
-                                                  color);
+        return call(OS::Image_NewFromSize, display, width, height, color);
     }
     // Pixels 0xRRGGBB of 24 bits, or of 32 with one alpha for each.
     jint newDirect(jint width, const std::vector<jint>& pixels, jint transparent = -1,
                    const std::vector<jbyte>& alpha = {}) {
-        jint image = call<jint(jint, jint, jint, jintArray, jint, jint, jint, jbyteArray)>(
-            "Image_NewFromIntData", display, width, jint(pixels.size()) / width, vm.newInts(pixels),
-            24, transparent, -1, alpha.empty() ? nullptr : vm.newBytes(alpha));
+        jint image = call(OS::Image_NewFromIntData, display, width, jint(pixels.size()) / width,
+                          vm.newInts(pixels), 24, transparent, -1,
+                          alpha.empty() ? nullptr : vm.newBytes(alpha));
         images.push_back(image);
         return image;
     }
@@ -37,23 +36,20 @@ class ImageDrawingTest : public DeviceTest {
     jint newIndexed(jint width, const std::vector<jbyte>& pixels, const std::vector<jbyte>& reds,
                     jint transparentIndex) {
         jint height = jint(pixels.size()) / width;
-        jint image = call<jint(jint, jint, jint, jbyteArray, jint, jint, jbyteArray, jbyteArray,
-                               jbyteArray, jint, jint)>(
-            "Image_NewFromByteData", display, width, height, vm.newBytes(pixels), width, 8,
-            vm.newBytes(reds), vm.newBytes(reds), vm.newBytes(reds), jint(reds.size()),
-            transparentIndex);
+        jint image = call(OS::Image_NewFromByteData, display, width, height, vm.newBytes(pixels),
+                          width, 8, vm.newBytes(reds), vm.newBytes(reds), vm.newBytes(reds),
+                          jint(reds.size()), transparentIndex);
         images.push_back(image);
         return image;
     }
     void drawImage(jint image, jint x, jint y) {
-        call<void(jint, jint, jint, jint)>("Graphics_DrawImage", graphics, image, x, y);
+        call(OS::Graphics_DrawImage, graphics, image, x, y);
     }
     void drawRegion(jint image, jint sx, jint sy, jint sw, jint sh, jint x, jint y, jint w,
                     jint h) {
-        call<void(jint, jint, jint, jint, jint, jint, jint, jint, jint, jint)>(
-            "Graphics_DrawImageRegion", graphics, image, sx, sy, sw, sh, x, y, w, h);
+        call(OS::Graphics_DrawImageRegion, graphics, image, sx, sy, sw, sh, x, y, w, h);
     }
-    void setXOR(bool on) { call<void(jint, jboolean)>("Graphics_SetXORMode", graphics, on); }
+    void setXOR(bool on) { call(OS::Graphics_SetXORMode, graphics, on); }
     static ImageRecord* record(jint image) { return reinterpret_cast<ImageRecord*>(image); }
     static DWORD at(jint image, int x, int y) {
         BITMAP bitmap = {};
@@ -126,8 +122,7 @@ TEST_F(ImageDrawingTest, alpha_blends_with_what_is_there) {
     for (bool inverts : {false, true}) {
         setXOR(inverts); // the mode is ignored
         ColorRecord grayColor = {RGB(0x80, 0x80, 0x80), nullptr};
-        call<void(jint, jint, jint, jint, jint, jint)>(
-            "Graphics_FillBackground", graphics, reinterpret_cast<jint>(&grayColor), 0, 0, 8, 6);
+        call(OS::Graphics_FillBackground, graphics, reinterpret_cast<jint>(&grayColor), 0, 0, 8, 6);
         DeleteObject(grayColor.brush);
         drawImage(image, 2, 1);
         EXPECT_EQ(at(1, 1), gray);
@@ -235,15 +230,15 @@ TEST_F(ImageDrawingTest, an_image_that_is_drawn_onto_itself_stays_as_it_is) {
 
 TEST_F(ImageDrawingTest, an_image_goes_back_to_the_context_that_holds_it) {
     jint source = newDirect(1, {0x112233});
-    jint holder = call<jint(jint)>("Image_NewGraphics", source);
-    call<void(jint, jint, jint, jint, jint)>("Graphics_DrawLine", holder, 0, 0, 0, 0); // takes it
-    call<void(jint, jint, jint, jint, jint)>("Graphics_FillRectangle", holder, 0, 0, 1, 1);
+    jint holder = call(OS::Image_NewGraphics, source);
+    call(OS::Graphics_DrawLine, holder, 0, 0, 0, 0); // takes it
+    call(OS::Graphics_FillRectangle, holder, 0, 0, 1, 1);
     HDC dc = reinterpret_cast<GraphicsRecord*>(holder)->dc;
     drawImage(source, 0, 0);
     EXPECT_EQ(record(source)->selectedDC, dc);
     EXPECT_EQ(GetCurrentObject(dc, OBJ_BITMAP), record(source)->bitmap);
     EXPECT_EQ(at(0, 0), 0xFFFFFFu) << "as it was filled";
-    call<void(jint)>("Graphics_Dispose", holder);
+    call(OS::Graphics_Dispose, holder);
 }
 
 TEST_F(ImageDrawingTest, failures_are_errors_of_whole_images_alone) {

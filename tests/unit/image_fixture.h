@@ -56,14 +56,12 @@ class ImageFixture : public DeviceTest {
     }
 
     jint newImage(jint width, jint height, jint color) {
-        return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, width, height,
-                                                  color);
+        return call(OS::Image_NewFromSize, display, width, height, color);
     }
     jint newDirect(jint width, jint height, const Ints& pixels, jint depth, jint transparent = -1,
                    jint alpha = -1, const std::optional<Bytes>& alphas = {}) {
-        return call<jint(jint, jint, jint, jintArray, jint, jint, jint, jbyteArray)>(
-            "Image_NewFromIntData", display, width, height, vm.newInts(pixels), depth, transparent,
-            alpha, alphas ? vm.newBytes(*alphas) : nullptr);
+        return call(OS::Image_NewFromIntData, display, width, height, vm.newInts(pixels), depth,
+                    transparent, alpha, alphas ? vm.newBytes(*alphas) : nullptr);
     }
     jint newIndexed(jint width, jint height, const Bytes& data, jint bytesPerLine, jint depth,
                     const std::vector<COLORREF>& palette, jint transparent = -1) {
@@ -73,34 +71,27 @@ class ImageFixture : public DeviceTest {
             greens.push_back(static_cast<jbyte>(GetGValue(color)));
             blues.push_back(static_cast<jbyte>(GetBValue(color)));
         }
-        return call<jint(jint, jint, jint, jbyteArray, jint, jint, jbyteArray, jbyteArray,
-                         jbyteArray, jint, jint)>(
-            "Image_NewFromByteData", display, width, height, vm.newBytes(data), bytesPerLine, depth,
-            vm.newBytes(reds), vm.newBytes(greens), vm.newBytes(blues),
-            static_cast<jint>(palette.size()), transparent);
+        return call(OS::Image_NewFromByteData, display, width, height, vm.newBytes(data),
+                    bytesPerLine, depth, vm.newBytes(reds), vm.newBytes(greens), vm.newBytes(blues),
+                    static_cast<jint>(palette.size()), transparent);
     }
-    jint copyOf(jint image) {
-        return call<jint(jint, jint)>("Image_NewFromHandle", display, image);
-    }
+    jint copyOf(jint image) { return call(OS::Image_NewFromHandle, display, image); }
     jint flip(jint image, bool horizontal, bool vertical, jint x, jint y, jint width, jint height) {
-        return call<jint(jint, jboolean, jboolean, jint, jint, jint, jint)>(
-            "Image_Flip", image, horizontal, vertical, x, y, width, height);
+        return call(OS::Image_Flip, image, horizontal, vertical, x, y, width, height);
     }
-    void disposeImage(jint image) { call<void(jint)>("Image_Dispose", image); }
+    void disposeImage(jint image) { call(OS::Image_Dispose, image); }
 
-    jint depthOf(jint image) { return call<jint(jint)>("Image_GetDepth", image); }
-    bool isDirect(jint image) { return call<jboolean(jint)>("Image_IsDirect", image) != 0; }
-    jint transparencyOf(jint image) { return call<jint(jint)>("Image_GetTransparentColor", image); }
-    Ints boundsOf(jint image) { return vm.ints(call<jobject(jint)>("Image_GetBounds", image)); }
-    Ints masksOf(jint image) {
-        return vm.ints(call<jobject(jint)>("Image_GetDirectPaletteMasks", image));
-    }
+    jint depthOf(jint image) { return call(OS::Image_GetDepth, image); }
+    bool isDirect(jint image) { return call(OS::Image_IsDirect, image) != 0; }
+    jint transparencyOf(jint image) { return call(OS::Image_GetTransparentColor, image); }
+    Ints boundsOf(jint image) { return vm.ints(call(OS::Image_GetBounds, image)); }
+    Ints masksOf(jint image) { return vm.ints(call(OS::Image_GetDirectPaletteMasks, image)); }
     Ints highColorOf(jint image) {
-        jobject array = call<jobject(jint)>("Image_GetPixelsHighColor", image);
+        jobject array = call(OS::Image_GetPixelsHighColor, image);
         return array ? vm.ints(array) : Ints();
     }
     Bytes lowColorOf(jint image) {
-        jobject array = call<jobject(jint)>("Image_GetPixelsLowColor", image);
+        jobject array = call(OS::Image_GetPixelsLowColor, image);
         return array ? vm.bytes(array) : Bytes();
     }
     // The palette as it is read into arrays of that length.
@@ -108,8 +99,7 @@ class ImageFixture : public DeviceTest {
         constexpr jbyte untouched = 0x55;
         const Bytes empty(length, untouched);
         jbyteArray arrays[] = {vm.newBytes(empty), vm.newBytes(empty), vm.newBytes(empty)};
-        call<void(jint, jbyteArray, jbyteArray, jbyteArray)>("Image_GetIndexedPalette", image,
-                                                             arrays[0], arrays[1], arrays[2]);
+        call(OS::Image_GetIndexedPalette, image, arrays[0], arrays[1], arrays[2]);
         const Bytes reds = vm.bytes(arrays[0]), greens = vm.bytes(arrays[1]),
                     blues = vm.bytes(arrays[2]);
         std::vector<COLORREF> palette;

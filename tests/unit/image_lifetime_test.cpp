@@ -8,17 +8,16 @@
 
 class ImageLifetimeTest : public ImageFixture {
   protected:
-    jint onImage(jint image) { return call<jint(jint)>("Image_NewGraphics", image); }
-    void end(jint graphics) { call<void(jint)>("Graphics_Dispose", graphics); }
+    jint onImage(jint image) { return call(OS::Image_NewGraphics, image); }
+    void end(jint graphics) { call(OS::Graphics_Dispose, graphics); }
     void fill(jint graphics, jint x = 0, jint y = 0) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_FillRectangle", graphics, x, y, 1, 1);
+        call(OS::Graphics_FillRectangle, graphics, x, y, 1, 1);
     }
     void drawImage(jint graphics, jint image) {
-        call<void(jint, jint, jint, jint)>("Graphics_DrawImage", graphics, image, 0, 0);
+        call(OS::Graphics_DrawImage, graphics, image, 0, 0);
     }
     void drawRegion(jint graphics, jint image) {
-        call<void(jint, jint, jint, jint, jint, jint, jint, jint, jint, jint)>(
-            "Graphics_DrawImageRegion", graphics, image, 0, 0, 1, 1, 0, 0, 2, 2);
+        call(OS::Graphics_DrawImageRegion, graphics, image, 0, 0, 1, 1, 0, 0, 2, 2);
     }
     static HDC contextOf(jint graphics) { return reinterpret_cast<GraphicsRecord*>(graphics)->dc; }
 };

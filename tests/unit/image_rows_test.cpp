@@ -48,7 +48,7 @@ TEST_F(ImageRowsTest, of_colors_end_where_they_end) {
 
 TEST_F(ImageRowsTest, of_a_size_end_where_they_end) {
     for (jint width = 1; width <= widest; ++width) {
-        jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, width, 2, -1);
+        jint image = call(OS::Image_NewFromSize, display, width, 2, -1);
         ASSERT_NE(image, 0);
         EXPECT_EQ(pixels[0], 0xFF);
         disposeImage(image);

@@ -86,7 +86,7 @@ TEST_F(JavaValuesTest, a_refusal_to_attach_is_passed_on) {
 TEST_F(JavaValuesTest, a_string_that_there_is_no_memory_for_is_told_by_an_exception) {
     Faults faults;
     faults.fail("LocalAlloc");
-    nativeMethod<void(jstring)>("Clipboard_SetText")(vm.env(), vm.newString(u"text"));
+    OS::Clipboard_SetText(vm.env(), vm.newString(u"text"));
     EXPECT_EQ(vm.pendingException, "java/lang/OutOfMemoryError");
     EXPECT_EQ(vm.pendingMessage, "Failed to allocate space for string");
     EXPECT_EQ(faults.countCalls("OpenClipboard"), 0);

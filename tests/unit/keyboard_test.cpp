@@ -6,10 +6,10 @@ class KeyboardTest : public DeviceTest {
   protected:
     KeyboardTest() {
         jint shell = newShell();
-        control = call<jint(jint, jint)>("Composite_New", shell, 0);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 0, 0, 100, 60);
-        call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
-        call<jboolean(jint)>("Control_ForceFocus", control);
+        control = call(OS::Composite_New, shell, 0);
+        call(OS::Control_SetBounds, control, 0, 0, 100, 60);
+        call(OS::Control_SetVisible, control, true);
+        call(OS::Control_ForceFocus, control);
         dispatchAll();
         listen(control);
     }

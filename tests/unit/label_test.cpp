@@ -7,12 +7,12 @@
 class LabelTest : public DeviceTest {
   protected:
     LabelRecord* record(jint label) { return reinterpret_cast<LabelRecord*>(label); }
-    jint newLabel(jint style = 0) { return newControl("Label", shell, style); }
+    jint newLabel(jint style = 0) { return newControl(OS::Label_New, shell, style); }
     void setText(jint label, const std::u16string& text) {
-        call<void(jint, jstring)>("Label_SetText", label, vm.newString(text));
+        call(OS::Label_SetText, label, vm.newString(text));
     }
     void align(jint label, jint alignment) {
-        call<void(jint, jint)>("Label_SetAlignment", label, alignment);
+        call(OS::Label_SetAlignment, label, alignment);
         dispatchAll();
     }
     static DWORD styleOf(jint label) {
@@ -24,7 +24,7 @@ class LabelTest : public DeviceTest {
                        (GetWindowLongW(windowOf(label), GWL_STYLE) & ~0xF) | type);
     }
     std::vector<jint> minimumSize(jint label) {
-        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", label));
+        return vm.ints(call(OS::Control_GetMinimumSize, label));
     }
     // The columns of the label in which anything but the colour of its corner is seen.
     static std::pair<int, int> inkedColumns(jint label) {
@@ -63,7 +63,7 @@ TEST_F(LabelTest, window_styles_follow_the_java_style) {
 
 TEST_F(LabelTest, a_new_label_inherits_its_background_and_has_the_default_font) {
     jint label = newLabel();
-    EXPECT_TRUE(call<jboolean(jint)>("Control_InheritsBackground", label));
+    EXPECT_TRUE(call(OS::Control_InheritsBackground, label));
     EXPECT_EQ(record(label)->font, GetStockObject(SYSTEM_FONT));
 }
 
@@ -77,13 +77,13 @@ TEST_F(LabelTest, keeps_the_class_procedure_behind_its_own_painting) {
 
 TEST_F(LabelTest, remembers_the_font_that_it_was_given_last) {
     jint label = newLabel();
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 20, 0);
-    call<void(jint, jint)>("Control_SetFont", label, font);
+    jint font = call(OS::Font_NewLogical, display, 2, 20, 0);
+    call(OS::Control_SetFont, label, font);
     EXPECT_EQ(record(label)->font, reinterpret_cast<FontRecord*>(font)->font);
     EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(windowOf(label), WM_GETFONT, 0, 0)),
               record(label)->font);
-    call<void(jint, jint)>("Control_SetFont", label, 0);
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Control_SetFont, label, 0);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(LabelTest, alignments_are_looked_for_in_order) {
@@ -110,7 +110,7 @@ TEST_F(LabelTest, a_new_alignment_redraws_and_the_same_one_does_not) {
     align(label, 2);
     auto isDirtyAfter = [&](jint alignment) {
         ValidateRect(windowOf(label), nullptr);
-        call<void(jint, jint)>("Label_SetAlignment", label, alignment);
+        call(OS::Label_SetAlignment, label, alignment);
         return GetUpdateRect(windowOf(label), nullptr, FALSE) != 0;
     };
     EXPECT_TRUE(isDirtyAfter(4));
@@ -123,7 +123,7 @@ TEST_F(LabelTest, an_image_label_keeps_its_place_and_stores_the_alignment) {
         setType(label, type);
         DWORD style = styleOf(label);
         ValidateRect(windowOf(label), nullptr);
-        call<void(jint, jint)>("Label_SetAlignment", label, 4);
+        call(OS::Label_SetAlignment, label, 4);
         EXPECT_EQ(record(label)->alignment, 4u);
         EXPECT_EQ(styleOf(label), style);
         EXPECT_FALSE(GetUpdateRect(windowOf(label), nullptr, FALSE));
@@ -140,7 +140,7 @@ TEST_F(LabelTest, stores_texts_of_every_kind) {
     setText(label, std::u16string(0x10000, u'x'));
     EXPECT_EQ(windowText(label), std::wstring(0x10000, L'x'));
     setText(label, u"text");
-    call<void(jint, jstring)>("Label_SetText", label, static_cast<jstring>(nullptr));
+    call(OS::Label_SetText, label, nullptr);
     EXPECT_EQ(windowText(label), L"");
 }
 
@@ -182,26 +182,25 @@ TEST_F(LabelTest, a_vertically_centred_line_has_the_labels_colours) {
     jint label = newLabel(0x2);
     setText(label, u"MM");
     ColorRecord red = {RGB(255, 0, 0), nullptr}, green = {RGB(0, 255, 0), nullptr};
-    auto set = [&](const char* property, ColorRecord* color) {
-        call<void(jint, jint)>(std::string("Control_Set") + property, label,
-                               reinterpret_cast<jint>(color));
+    auto set = [&](const Native<void(jint, jint)>& property, ColorRecord* color) {
+        call(property, label, reinterpret_cast<jint>(color));
         dispatchAll();
     };
     constexpr COLORREF staticGround = RGB(0xC0, 0xC0, 0xC0), gray = RGB(0x80, 0x80, 0x80);
     EXPECT_EQ(pixelOf(label, 0, 0), staticGround);
     EXPECT_TRUE(shows(label, RGB(0, 0, 0)));
-    set("Foreground", &red);
+    set(OS::Control_SetForeground, &red);
     EXPECT_TRUE(shows(label, red.color));
-    set("Background", &green);
+    set(OS::Control_SetBackground, &green);
     EXPECT_EQ(pixelOf(label, 0, 0), green.color);
     EXPECT_FALSE(shows(label, gray));
-    call<void(jint, jboolean)>("Control_SetEnabled", label, JNI_FALSE);
-    call<void(jint, jboolean)>("Control_SetRedraw", label, JNI_TRUE);
+    call(OS::Control_SetEnabled, label, false);
+    call(OS::Control_SetRedraw, label, true);
     dispatchAll();
     EXPECT_TRUE(shows(label, gray));
     EXPECT_FALSE(shows(label, red.color));
-    set("Foreground", nullptr);
-    set("Background", nullptr);
+    set(OS::Control_SetForeground, nullptr);
+    set(OS::Control_SetBackground, nullptr);
     DeleteObject(green.brush);
 }
 
@@ -311,27 +310,26 @@ TEST_F(LabelTest, an_image_label_without_image_is_its_border) {
 
 TEST_F(LabelTest, an_image_label_is_its_image_and_border) {
     jint label = newLabel(0x800);
-    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 30, 50, 0);
+    jint image = call(OS::Image_NewFromSize, display, 30, 50, 0);
     record(label)->image = reinterpret_cast<ImageRecord*>(image);
     int borders = 2 * GetSystemMetrics(SM_CXBORDER);
     for (DWORD type : {SS_BITMAP, SS_ICON}) {
         setType(label, type);
         EXPECT_EQ(minimumSize(label), (std::vector<jint>{30 + borders, 50 + borders}));
     }
-    call<void(jint)>("Image_Dispose", image);
+    call(OS::Image_Dispose, image);
 }
 
 TEST_F(LabelTest, a_label_that_cannot_be_made_is_an_error_and_leaves_nothing) {
-    expectFailedCreationsReported(
-        [&] { return call<jint(jint, jint)>("Label_New", shell, 0x800); });
+    expectFailedCreationsReported([&] { return call(OS::Label_New, shell, 0x800); });
 }
 
 TEST_F(LabelTest, labels_leave_nothing_behind) {
     NoLeaks noLeaks;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint label = call<jint(jint, jint)>("Label_New", shell, i % 2 ? 0x2 : 0x900);
+        jint label = call(OS::Label_New, shell, i % 2 ? 0x2 : 0x900);
         setText(label, u"text");
-        call<void(jint, jint)>("Label_SetAlignment", label, i % 5);
+        call(OS::Label_SetAlignment, label, i % 5);
         dispose(label);
     }
     dispatchAll();

@@ -16,27 +16,19 @@ class LifetimesTest : public DeviceTest {
     static constexpr jint modal = 0x40;
 
     jint newChildShell(jint parent, jint style = 0) {
-        return call<jint(jint, jint)>("Shell_NewChild", parent, style);
+        return call(OS::Shell_NewChild, parent, style);
     }
-    jint newComposite(jint parent) { return call<jint(jint, jint)>("Composite_New", parent, 0); }
-    jint newMenu(const char* kind, jint owner) {
-        return call<jint(jint)>(std::string(kind) + "_New", owner);
+    jint newComposite(jint parent) { return call(OS::Composite_New, parent, 0); }
+    jint newMenu(const Native<jint(jint owner)>& kind, jint owner) { return call(kind, owner); }
+    jint newItem(const Native<jint(jint menu, jint index)>& kind, jint menu) {
+        return call(kind, menu, 0);
     }
-    jint newItem(const char* kind, jint menu) {
-        return call<jint(jint, jint)>(std::string(kind) + "_New", menu, 0);
-    }
-    void setSubMenu(jint item, jint menu) {
-        call<void(jint, jint)>("CascadeMenuItem_SetMenu", item, menu);
-    }
+    void setSubMenu(jint item, jint menu) { call(OS::CascadeMenuItem_SetMenu, item, menu); }
     void setAccelerator(jint item, jint accelerator) {
-        call<void(jint, jint)>("LabeledMenuItem_SetAccelerator", item, accelerator);
+        call(OS::LabeledMenuItem_SetAccelerator, item, accelerator);
     }
-    void show(jint control, bool shown = true) {
-        call<void(jint, jboolean)>("Control_SetVisible", control, shown);
-    }
-    void setBounds(jint control) {
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 1, 2, 30, 40);
-    }
+    void show(jint control, bool shown = true) { call(OS::Control_SetVisible, control, shown); }
+    void setBounds(jint control) { call(OS::Control_SetBounds, control, 1, 2, 30, 40); }
     static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
     static LONG acceleratorsOf(jint shell) {
         return reinterpret_cast<ShellRecord*>(shell)->accelerators.count;
@@ -57,7 +49,7 @@ TEST_F(LifetimesTest, controls_go_after_their_parent) {
     EXPECT_FALSE(IsWindow(windowOf(button)));
     setBounds(button);
     vm.reports.clear(); // it has no window to move
-    call<void(jint, jboolean)>("Control_SetRedraw", button, JNI_TRUE);
+    call(OS::Control_SetRedraw, button, true);
     dispose(composite);
     dispose(button);
     dispatchAll();
@@ -95,15 +87,15 @@ TEST_F(LifetimesTest, child_shells_outlive_an_owner_whose_window_stays) {
 
 TEST_F(LifetimesTest, widgets_go_after_their_display) {
     long blocks = countHeapBlocks();
-    jint second = call<jint()>("Display_New");
-    jint shell = call<jint(jint, jint)>("Shell_New", second, 0);
+    jint second = call(OS::Display_New);
+    jint shell = call(OS::Shell_New, second, 0);
     jint button = newButton(shell);
-    jint menu = newMenu("PopupMenu", button);
-    jint item = newItem("PushMenuItem", menu);
-    jint dialog = call<jint(jint, jint)>("FileDialog_New", shell, 0);
-    call<void(jint)>("Device_Dispose", second);
+    jint menu = newMenu(OS::PopupMenu_New, button);
+    jint item = newItem(OS::PushMenuItem_New, menu);
+    jint dialog = call(OS::FileDialog_New, shell, 0);
+    call(OS::Device_Dispose, second);
     for (jint widget : {dialog, menu, item, button, shell}) {
-        call<void(jint)>("Widget_Dispose", widget);
+        call(OS::Widget_Dispose, widget);
         vm.reports.clear(); // the item finds no menu any more
     }
     dispatchAll();
@@ -112,15 +104,14 @@ TEST_F(LifetimesTest, widgets_go_after_their_display) {
 
 TEST_F(LifetimesTest, a_display_ends_on_its_own_thread) {
     NoLeaks noLeaks;
-    jint second = call<jint()>("Display_New");
+    jint second = call(OS::Display_New);
     HWND messageWindow = reinterpret_cast<DisplayRecord*>(second)->messageWindow;
     std::thread other([&] {
-        call<void(jint)>("Device_Dispose", second);
-        call<jint(jint)>("Display_Wake", display);
+        call(OS::Device_Dispose, second);
+        call(OS::Display_Wake, display);
     });
     while (IsWindow(messageWindow))
-        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-            call<jint(jint)>("Display_Sleep", display);
+        if (!call(OS::Display_ReadAndDispatch, display)) call(OS::Display_Sleep, display);
     other.join();
     dispatchAll();
 }
@@ -153,7 +144,7 @@ TEST_F(LifetimesTest, a_shell_is_disposed_of_while_modality_takes_its_focus) {
 
 // The button's window loses the focus while its shell's is destroyed.
 TEST_F(LifetimesTest, a_listener_disposes_of_what_is_being_disposed_of) {
-    jint shell = call<jint(jint, jint)>("Shell_New", display, 0);
+    jint shell = call(OS::Shell_New, display, 0);
     jint button = newButton(shell);
     show(shell);
     show(button);
@@ -163,10 +154,10 @@ TEST_F(LifetimesTest, a_listener_disposes_of_what_is_being_disposed_of) {
     int asked = 0;
     vm.behavior["focus"] = [&](const std::vector<jint>&) {
         ++asked;
-        call<void(jint)>("Widget_Dispose", shell);
+        call(OS::Widget_Dispose, shell);
         return 0;
     };
-    call<void(jint)>("Widget_Dispose", shell);
+    call(OS::Widget_Dispose, shell);
     vm.behavior.clear();
     EXPECT_EQ(asked, 1);
     dispose(button);
@@ -175,9 +166,9 @@ TEST_F(LifetimesTest, a_listener_disposes_of_what_is_being_disposed_of) {
 
 TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
     jint shell = newShell();
-    jint menu = newMenu("DropDownMenu", shell);
-    jint subMenu = newMenu("DropDownMenu", shell);
-    jint items[] = {newItem("CascadeMenuItem", menu), newItem("CascadeMenuItem", menu)};
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint subMenu = newMenu(OS::DropDownMenu_New, shell);
+    jint items[] = {newItem(OS::CascadeMenuItem_New, menu), newItem(OS::CascadeMenuItem_New, menu)};
     for (jint item : items) setSubMenu(item, subMenu);
     HMENU native = reinterpret_cast<MenuRecord*>(menu)->menuHandle;
     dispose(subMenu);
@@ -191,20 +182,20 @@ TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
 
 TEST_F(LifetimesTest, a_menu_bar_leaves_every_shell_that_shows_it) {
     jint shells[] = {newShell(), newShell()};
-    jint bar = newMenu("MenuBar", shells[0]);
-    for (jint shell : shells) call<void(jint, jint)>("Shell_SetMenuBar", shell, bar);
+    jint bar = newMenu(OS::MenuBar_New, shells[0]);
+    for (jint shell : shells) call(OS::Shell_SetMenuBar, shell, bar);
     dispose(bar);
     for (jint shell : shells) {
         EXPECT_EQ(reinterpret_cast<ShellRecord*>(shell)->menuBar, nullptr);
-        call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_TRUE);
+        call(OS::Shell_SetMaximized, shell, true);
     }
 }
 
 TEST_F(LifetimesTest, an_accelerator_goes_with_its_item_after_its_menu) {
     jint shell = newShell();
     jint button = newButton(shell);
-    jint menu = newMenu("PopupMenu", button);
-    jint item = newItem("PushMenuItem", menu);
+    jint menu = newMenu(OS::PopupMenu_New, button);
+    jint item = newItem(OS::PushMenuItem_New, menu);
     setAccelerator(item, 0x40000 | 'A');
     EXPECT_EQ(acceleratorsOf(shell), 1);
     dispose(menu);
@@ -231,7 +222,7 @@ TEST_F(LifetimesTest, a_key_is_told_while_a_quit_message_waits) {
 
 TEST_F(LifetimesTest, a_press_leaves_nothing_of_a_window_that_goes) {
     jint shell = newShell();
-    jint button = newControl("PushButton", shell);
+    jint button = newControl(OS::PushButton_New, shell);
     listen(button);
     vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 2; };
     HWND window = windowOf(button);
@@ -249,7 +240,7 @@ TEST_F(LifetimesTest, a_press_leaves_nothing_of_a_window_that_goes) {
 
 TEST_F(LifetimesTest, a_menu_bar_forgets_its_window_with_the_shell) {
     jint shell = newShell();
-    jint bar = newMenu("MenuBar", shell);
+    jint bar = newMenu(OS::MenuBar_New, shell);
     const auto* menu = reinterpret_cast<MenuRecord*>(bar);
     EXPECT_TRUE(IsWindow(menu->menuBarWindow));
     dispose(shell);
@@ -262,7 +253,7 @@ TEST_F(LifetimesTest, windows_that_are_no_controls_are_taken_for_none) {
     HWND stranger =
         CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
     SetWindowLongW(stranger, GWL_USERDATA, display);
-    jint button = newControl("PushButton", newShell());
+    jint button = newControl(OS::PushButton_New, newShell());
     SetParent(windowOf(button), stranger);
     listen(button);
     PostMessageW(windowOf(button), WM_KEYDOWN, VK_LEFT, 1);
@@ -296,7 +287,7 @@ TEST_F(LifetimesTest, a_shell_that_cannot_be_listed_stays_disabled_beside_a_moda
     }
     Faults faults;
     faults.fail("LocalAlloc", blocks);
-    EXPECT_EQ(call<jint(jint, jint)>("Shell_New", display, 0), 0);
+    EXPECT_EQ(call(OS::Shell_New, display, 0), 0);
     EXPECT_TRUE(faults.hasFailed());
     EXPECT_EQ(faults.countCalls("EnableWindow"), 1);
     expectReport("Shell_New", -3, u"Could not add control to control list");
@@ -304,21 +295,20 @@ TEST_F(LifetimesTest, a_shell_that_cannot_be_listed_stays_disabled_beside_a_moda
 
 TEST_F(LifetimesTest, another_threads_accelerators_are_changed_on_the_displays) {
     jint shell = newShell();
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell));
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell));
     DWORD displayThread = GetCurrentThreadId();
     std::set<DWORD> changing;
     Faults faults;
     std::thread other([&] {
         setAccelerator(item, 0x40000 | 'A');
-        call<jint(jint)>("Display_Wake", display);
+        call(OS::Display_Wake, display);
     });
     faults.watch([&](const std::string& function) {
         if (function == "LocalAlloc" || function == "LocalFree")
             changing.insert(GetCurrentThreadId());
     });
     while (!acceleratorsOf(shell))
-        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-            call<jint(jint)>("Display_Sleep", display);
+        if (!call(OS::Display_ReadAndDispatch, display)) call(OS::Display_Sleep, display);
     other.join();
     EXPECT_EQ(changing, std::set<DWORD>{displayThread});
     dispose(item);
@@ -327,7 +317,7 @@ TEST_F(LifetimesTest, another_threads_accelerators_are_changed_on_the_displays) 
 // The second thread begins while the first one makes room for its item's id, and waits for it.
 TEST_F(LifetimesTest, two_threads_make_items_of_different_ids) {
     jint shell = newShell();
-    jint menus[] = {newMenu("DropDownMenu", shell), newMenu("DropDownMenu", shell)};
+    jint menus[] = {newMenu(OS::DropDownMenu_New, shell), newMenu(OS::DropDownMenu_New, shell)};
     jint second = 0;
     std::thread other;
     HANDLE waits = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -343,16 +333,15 @@ TEST_F(LifetimesTest, two_threads_make_items_of_different_ids) {
         locks -= function == "LeaveCriticalSection";
         if (function != "LocalAlloc" || !locks || other.joinable()) return;
         other = std::thread([&] {
-            second = newItem("PushMenuItem", menus[1]);
-            call<jint(jint)>("Display_Wake", display);
+            second = newItem(OS::PushMenuItem_New, menus[1]);
+            call(OS::Display_Wake, display);
         });
         WaitForSingleObject(waits, INFINITE);
     });
-    jint first = newItem("PushMenuItem", menus[0]);
+    jint first = newItem(OS::PushMenuItem_New, menus[0]);
     ASSERT_TRUE(other.joinable());
     while (!second)
-        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-            call<jint(jint)>("Display_Sleep", display);
+        if (!call(OS::Display_ReadAndDispatch, display)) call(OS::Display_Sleep, display);
     other.join();
     CloseHandle(waits);
     auto idOf = [](jint item) { return reinterpret_cast<MenuItemRecord*>(item)->id; };

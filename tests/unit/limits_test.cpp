@@ -5,7 +5,7 @@
 #include "faults.h"
 #include "image/image.h"
 #include "leaks.h"
-#include "limits/natives.h"
+#include "limits/declared_natives.h"
 #include "limits/objects.h"
 #include "sound_files.h"
 #include <algorithm>
@@ -167,10 +167,9 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
     }
 
     void drawOn(jint graphics) {
-        call<void(jint, jint, jint, jint, jint)>("Graphics_DrawLine", graphics, 1, 2, 9, 7);
-        call<void(jint, jint, jint, jint, jint)>("Graphics_DrawOval", graphics, 1, 2, 9, 7);
-        call<void(jint, jstring, jint, jint, jint)>("Graphics_DrawString", graphics,
-                                                    vm.newString(u"text"), 1, 2, 0);
+        call(OS::Graphics_DrawLine, graphics, 1, 2, 9, 7);
+        call(OS::Graphics_DrawOval, graphics, 1, 2, 9, 7);
+        call(OS::Graphics_DrawString, graphics, vm.newString(u"text"), 1, 2, 0);
     }
 
     // A pen, a clip or a font may fail only when it is used.
@@ -178,10 +177,10 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         if (native.starts_with("Graphics_Set")) drawOn(jint(words[0]));
         if (!native.starts_with("Font_New") || !made) return;
         jint graphics = objectOf(ObjectKind::graphics);
-        call<void(jint, jint)>("Graphics_SetFont", graphics, made);
+        call(OS::Graphics_SetFont, graphics, made);
         drawOn(graphics);
-        call<jint(jint, jstring)>("Font_StringAdvance", made, vm.newString(u"text"));
-        call<void(jint, jint)>("Graphics_SetFont", graphics, 0);
+        call(OS::Font_StringAdvance, made, vm.newString(u"text"));
+        call(OS::Graphics_SetFont, graphics, 0);
     }
 
     void tryWith(const Words& words) {
@@ -192,7 +191,7 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         told += ")";
         if (getenv("ZEMVOLT_TELL_CALLS")) fprintf(stderr, "%s\n", told.c_str());
         ++callsMade;
-        DWORD result = callAny(nativeNamed(native.name), vm.env(), words);
+        DWORD result = callAny(exportOf(native.exported), vm.env(), words);
         EXPECT_LE(vm.reports.size(), 1u) << told;
         EXPECT_TRUE(vm.pendingException.empty()) << told << vm.pendingException;
         EXPECT_EQ(vm.unreleased, 0) << told;
@@ -202,8 +201,7 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         jint made = isMade ? jint(result) : 0;
         useWhatWasSet(native.name, words, made);
         if (made) disposeOfResult(native.name, made);
-        if (std::strcmp(native.name, "Sound_Play") == 0)
-            call<void(jint)>("Sound_Stop", jint(words[0]));
+        if (std::strcmp(native.name, "Sound_Play") == 0) call(OS::Sound_Stop, jint(words[0]));
         dispatchAll();
         vm.reports.clear();
         vm.calls.clear();

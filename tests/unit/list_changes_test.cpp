@@ -10,12 +10,10 @@
 class ListChangesTest : public DeviceTest {
   protected:
     void add(jint widget, const std::u16string& item) {
-        call<void(jint, jstring, jint)>("List_Add", widget, vm.newString(item), -1);
+        call(OS::List_Add, widget, vm.newString(item), -1);
     }
-    void select(jint index) { call<void(jint, jint)>("List_Select", list, index); }
-    void switchMode(bool toMultiple) {
-        call<void(jint, jboolean)>("List_SetMultipleMode", list, toMultiple);
-    }
+    void select(jint index) { call(OS::List_Select, list, index); }
+    void switchMode(bool toMultiple) { call(OS::List_SetMultipleMode, list, toMultiple); }
     LRESULT ask(UINT message, WPARAM wParam = 0) {
         return SendMessageW(windowOf(list), message, wParam, 0);
     }
@@ -30,7 +28,7 @@ class ListChangesTest : public DeviceTest {
     }
 
     jint shell = newShell();
-    jint list = newControl("List", shell, 0x30000, {20, 30, 140, 130});
+    jint list = newControl(OS::List_New, shell, 0x30000, {20, 30, 140, 130});
     jint next = newButton(shell);
 };
 
@@ -69,7 +67,7 @@ static BOOL WINAPI lookAtOldWindow(HWND window) {
 
 TEST_F(ListChangesTest, the_old_window_of_a_switch_tells_nothing_any_more) {
     add(list, u"a");
-    call<void(jint, jobject)>("Widget_SetData", list, vm.newObject("test/Listener"));
+    call(OS::Widget_SetData, list, vm.newObject("test/Listener"));
     oldWindow = windowOf(list);
     heard = &vm.events;
     MSG message;
@@ -95,7 +93,7 @@ TEST_F(ListChangesTest, a_refused_item_is_left_out_of_the_other_mode_and_the_res
         switchMode(true);
     }
     EXPECT_EQ(items(), (std::vector<std::wstring>{L"a", L"c", L"d"}));
-    EXPECT_EQ(call<jint(jint)>("List_GetSelectionIndex", list), 1) << "the same item";
+    EXPECT_EQ(call(OS::List_GetSelectionIndex, list), 1) << "the same item";
     vm.reports.clear();
 }
 
@@ -107,7 +105,7 @@ TEST_F(ListChangesTest, a_refused_item_that_was_selected_leaves_none) {
         faults.replace("SendMessageW", reinterpret_cast<void*>(refuseB));
         switchMode(true);
     }
-    EXPECT_EQ(call<jint(jint)>("List_GetSelectionCount", list), 0);
+    EXPECT_EQ(call(OS::List_GetSelectionCount, list), 0);
     vm.reports.clear();
 }
 
@@ -129,7 +127,7 @@ TEST_F(ListChangesTest, a_switch_restores_font_then_top_then_selection) {
     select(30);
     for (jint top : {0, 20}) {
         switchMode(false);
-        call<void(jint, jint)>("List_SetTopItemIndex", list, top);
+        call(OS::List_SetTopItemIndex, list, top);
         restored.clear();
         {
             Faults faults;
@@ -144,7 +142,7 @@ TEST_F(ListChangesTest, a_switch_restores_font_then_top_then_selection) {
 
 TEST_F(ListChangesTest, a_list_switched_once_more_by_its_listener_ends_with_the_focus) {
     add(list, u"a");
-    call<jboolean(jint)>("Control_ForceFocus", list);
+    call(OS::Control_ForceFocus, list);
     listen(list);
     bool switched = false;
     vm.behavior["focus"] = [&](const std::vector<jint>& event) {
@@ -180,24 +178,20 @@ static int WINAPI recordRead(HWND window, LPWSTR text, int capacity) {
 
 TEST_F(ListChangesTest, what_is_asked_in_several_steps_is_asked_on_the_displays_thread) {
     for (const char16_t* item : {u"a", u"bb", u"ccc"}) add(list, item);
-    jint area = newControl("TextArea", shell, 0x30000, {0, 150, 200, 200});
-    jint field = newControl("TextField", shell, 0, {0, 210, 200, 230});
-    call<void(jint, jstring)>("AbstractTextComponent_SetText", area, vm.newString(u"some text"));
-    call<void(jint)>("AbstractTextComponent_SelectAll", area);
+    jint area = newControl(OS::TextArea_New, shell, 0x30000, {0, 150, 200, 200});
+    jint field = newControl(OS::TextField_New, shell, 0, {0, 210, 200, 230});
+    call(OS::AbstractTextComponent_SetText, area, vm.newString(u"some text"));
+    call(OS::AbstractTextComponent_SelectAll, area);
     const std::vector<std::pair<const char*, std::function<void()>>> rows = {
         {"List_Add", [&] { add(list, u"dddd"); }},
-        {"List_SetItem",
-         [&] { call<void(jint, jint, jstring)>("List_SetItem", list, 0, vm.newString(u"eeeee")); }},
-        {"List_Remove", [&] { call<void(jint, jint)>("List_Remove", list, 0); }},
-        {"List_GetMinimumSize", [&] { call<jobject(jint, jint)>("List_GetMinimumSize", list, 3); }},
-        {"TextField_GetMinimumSize",
-         [&] { call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 3); }},
-        {"TextArea_GetMinimumSize",
-         [&] { call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 3, 3); }},
-        {"AbstractTextComponent_GetText",
-         [&] { call<jobject(jint)>("AbstractTextComponent_GetText", area); }},
+        {"List_SetItem", [&] { call(OS::List_SetItem, list, 0, vm.newString(u"eeeee")); }},
+        {"List_Remove", [&] { call(OS::List_Remove, list, 0); }},
+        {"List_GetMinimumSize", [&] { call(OS::List_GetMinimumSize, list, 3); }},
+        {"TextField_GetMinimumSize", [&] { call(OS::TextField_GetMinimumSize, field, 3); }},
+        {"TextArea_GetMinimumSize", [&] { call(OS::TextArea_GetMinimumSize, area, 3, 3); }},
+        {"AbstractTextComponent_GetText", [&] { call(OS::AbstractTextComponent_GetText, area); }},
         {"AbstractTextComponent_GetSelectionText",
-         [&] { call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area); }},
+         [&] { call(OS::AbstractTextComponent_GetSelectionText, area); }},
     };
     Faults faults;
     faults.replace("DrawTextW", reinterpret_cast<void*>(recordDraw));

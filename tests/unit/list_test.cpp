@@ -11,7 +11,7 @@ static constexpr jint plain = 0, multiple = 0x800000, withBars = 0x30000, border
 class ListTest : public DeviceTest {
   protected:
     jint newList(jint style = 0, const std::vector<std::u16string>& items = {}) {
-        jint list = newControl("List", shell, style, {20, 30, 140, 130});
+        jint list = newControl(OS::List_New, shell, style, {20, 30, 140, 130});
         for (const std::u16string& item : items) add(list, item);
         dispatchAll();
         return list;
@@ -28,35 +28,31 @@ class ListTest : public DeviceTest {
         return {digits.begin(), digits.end()};
     }
     void add(jint list, const std::u16string& item, jint index = -1) {
-        call<void(jint, jstring, jint)>("List_Add", list, vm.newString(item), index);
+        call(OS::List_Add, list, vm.newString(item), index);
     }
     void setItem(jint list, jint index, const std::u16string& item) {
-        call<void(jint, jint, jstring)>("List_SetItem", list, index, vm.newString(item));
+        call(OS::List_SetItem, list, index, vm.newString(item));
     }
-    void remove(jint list, jint index) { call<void(jint, jint)>("List_Remove", list, index); }
-    void select(jint list, jint index) { call<void(jint, jint)>("List_Select", list, index); }
+    void remove(jint list, jint index) { call(OS::List_Remove, list, index); }
+    void select(jint list, jint index) { call(OS::List_Select, list, index); }
     void selectAll(jint list, const std::vector<jint>& indices, jint count) {
-        call<void(jint, jintArray, jint)>("List_SelectIndices", list, vm.newInts(indices), count);
+        call(OS::List_SelectIndices, list, vm.newInts(indices), count);
     }
-    void deselect(jint list, jint index) { call<void(jint, jint)>("List_Deselect", list, index); }
-    bool isSelected(jint list, jint index) {
-        return call<jboolean(jint, jint)>("List_IsSelected", list, index);
-    }
-    jint selectionCount(jint list) { return call<jint(jint)>("List_GetSelectionCount", list); }
-    jint selectionIndex(jint list) { return call<jint(jint)>("List_GetSelectionIndex", list); }
+    void deselect(jint list, jint index) { call(OS::List_Deselect, list, index); }
+    bool isSelected(jint list, jint index) { return call(OS::List_IsSelected, list, index); }
+    jint selectionCount(jint list) { return call(OS::List_GetSelectionCount, list); }
+    jint selectionIndex(jint list) { return call(OS::List_GetSelectionIndex, list); }
     std::vector<jint> selection(jint list) {
-        jobject indices = call<jobject(jint)>("List_GetSelectionIndices", list);
+        jobject indices = call(OS::List_GetSelectionIndices, list);
         EXPECT_NE(indices, nullptr);
         return vm.ints(indices);
     }
     void switchMode(jint list, bool toMultiple) {
-        call<void(jint, jboolean)>("List_SetMultipleMode", list, toMultiple);
+        call(OS::List_SetMultipleMode, list, toMultiple);
     }
-    void setTop(jint list, jint index) {
-        call<void(jint, jint)>("List_SetTopItemIndex", list, index);
-    }
+    void setTop(jint list, jint index) { call(OS::List_SetTopItemIndex, list, index); }
     std::vector<jint> minimumSize(jint list, jint rows) {
-        return vm.ints(call<jobject(jint, jint)>("List_GetMinimumSize", list, rows));
+        return vm.ints(call(OS::List_GetMinimumSize, list, rows));
     }
     static LRESULT ask(jint list, UINT message, WPARAM wParam = 0) {
         return SendMessageW(windowOf(list), message, wParam, 0);
@@ -128,7 +124,7 @@ TEST_F(ListTest, window_styles_follow_the_java_style) {
     EXPECT_EQ(styleOf(newList(multiple)), 0x46010000u | 0x109);
     Faults faults;
     faults.replace("CreateWindowExW", reinterpret_cast<void*>(refuseWindow));
-    EXPECT_EQ(call<jint(jint, jint)>("List_New", shell, withBars | bordered), 0);
+    EXPECT_EQ(call(OS::List_New, shell, withBars | bordered), 0);
     EXPECT_EQ(onlyReport().function, "List_New");
     EXPECT_EQ(refusedClass, L"LISTBOX");
     EXPECT_EQ(refusedStyle, 0x46010000u | 0x200000 | 0x100000 | 0x800000 | 0x101);
@@ -151,7 +147,7 @@ TEST_F(ListTest, items_are_inserted_where_they_are_told_to) {
     add(list, u"c", -1);
     add(list, u"a", 0);
     add(list, u"d", 3);
-    call<void(jint, jstring, jint)>("List_Add", list, static_cast<jstring>(nullptr), 1);
+    call(OS::List_Add, list, nullptr, 1);
     EXPECT_EQ(itemsOf(list), (std::vector<std::u16string>{u"a", u"", u"b", u"c", u"d"}));
     EXPECT_TRUE(vm.reports.empty());
 }
@@ -228,15 +224,15 @@ TEST_F(ListTest, the_extent_follows_removed_items) {
 
 TEST_F(ListTest, the_extent_is_measured_in_the_lists_font) {
     jint list = newList(withBars, {u"some text"});
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 30, 0);
-    call<void(jint, jint)>("Control_SetFont", list, font);
+    jint font = call(OS::Font_NewLogical, display, 2, 30, 0);
+    call(OS::Control_SetFont, list, font);
     HFONT handle = reinterpret_cast<HFONT>(ask(list, WM_GETFONT));
     add(list, u"some text");
     LONG width = widthOf(L"some text", 0xC20, handle);
     EXPECT_GT(width, widthOf(L"some text"));
     EXPECT_EQ(extentOf(list), width + 3);
-    call<void(jint, jint)>("Control_SetFont", list, 0);
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Control_SetFont, list, 0);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(ListTest, an_item_without_memory_to_measure_it_counts_as_empty) {
@@ -320,7 +316,7 @@ TEST_F(ListTest, the_extent_follows_replaced_items) {
     EXPECT_EQ(extentOf(list), (std::max)(widthOf(L"a"), widthOf(L"b")) + 3);
     setItem(list, 1, u"wider wider");
     EXPECT_EQ(extentOf(list), widthOf(L"wider wider") + 3);
-    call<void(jint, jint, jstring)>("List_SetItem", list, 1, static_cast<jstring>(nullptr));
+    call(OS::List_SetItem, list, 1, nullptr);
     EXPECT_EQ(itemsOf(list)[1], u"");
 }
 
@@ -355,7 +351,7 @@ TEST_F(ListTest, a_replacement_that_cannot_be_inserted_is_an_error) {
 TEST_F(ListTest, all_items_are_removed_at_once) {
     jint list = newList(withBars, {u"an item that is wider than the list is", u"b"});
     select(list, 1);
-    call<void(jint)>("List_RemoveAll", list);
+    call(OS::List_RemoveAll, list);
     EXPECT_EQ(countOf(list), 0);
     EXPECT_EQ(selectionIndex(list), -1);
     EXPECT_EQ(extentOf(list), 0);
@@ -365,7 +361,7 @@ TEST_F(ListTest, all_items_are_removed_at_once) {
 TEST_F(ListTest, removing_all_of_a_window_without_bar_leaves_the_extent_alone) {
     jint list = newList(0, {u"a"});
     ask(list, LB_SETHORIZONTALEXTENT, 77);
-    call<void(jint)>("List_RemoveAll", list);
+    call(OS::List_RemoveAll, list);
     EXPECT_EQ(extentOf(list), 77);
 }
 
@@ -452,8 +448,7 @@ TEST_F(ListTest, no_indices_select_nothing) {
     jint list = newList(multiple, {u"a", u"b"});
     selectAll(list, {0, 1}, 0);
     selectAll(list, {0, 1}, -1);
-    call<void(jint, jintArray, jint)>("List_SelectIndices", list, static_cast<jintArray>(nullptr),
-                                      2);
+    call(OS::List_SelectIndices, list, nullptr, 2);
     EXPECT_EQ(selectionCount(list), 0);
 }
 
@@ -485,25 +480,31 @@ TEST_F(ListTest, items_are_deselected_one_by_one_in_multiple_mode) {
 TEST_F(ListTest, queries_that_fail_are_errors) {
     jint list = newList(multiple, {u"a", u"b", u"c"});
     selectAll(list, {0, 2}, 2);
+    auto count = [&] { return call(OS::List_GetSelectionCount, list) != 0; };
+    auto index = [&] { return call(OS::List_GetSelectionIndex, list) != 0; };
+    auto indices = [&] { return call(OS::List_GetSelectionIndices, list) != nullptr; };
     const struct {
         const char* function;
+        std::function<bool()> isAnswered;
         int nth;
         DWORD answer;
         const char16_t* message;
     } rows[] = {
-        {"List_GetSelectionCount", 1, DWORD(-1),
+        {"List_GetSelectionCount", count, 1, DWORD(-1),
          u"Unable to get selection count from multiple select listbox::"},
-        {"List_GetSelectionIndex", 1, DWORD(-1),
+        {"List_GetSelectionIndex", index, 1, DWORD(-1),
          u"Unable to get selection count from multiple-select list box::"},
-        {"List_GetSelectionIndex", 2, 0, u"Unable to get selection from multiple select listbox::"},
-        {"List_GetSelectionIndices", 1, DWORD(-1), u"Unable to get selection count from list"},
-        {"List_GetSelectionIndices", 2, 1, u"Unable to get selection from list::"},
+        {"List_GetSelectionIndex", index, 2, 0,
+         u"Unable to get selection from multiple select listbox::"},
+        {"List_GetSelectionIndices", indices, 1, DWORD(-1),
+         u"Unable to get selection count from list"},
+        {"List_GetSelectionIndices", indices, 2, 1, u"Unable to get selection from list::"},
     };
     for (const auto& row : rows) {
         NoLeaks noLeaks;
         Faults faults;
         faults.fail("SendMessageW", row.nth, ERROR_INVALID_WINDOW_HANDLE, row.answer);
-        EXPECT_EQ(call<jint(jint)>(row.function, list), 0);
+        EXPECT_FALSE(row.isAnswered());
         expectReport(row.function, -3, row.message);
     }
 }
@@ -514,7 +515,7 @@ TEST_F(ListTest, a_selection_without_memory_for_it_is_an_error) {
         select(list, 0);
         Faults faults;
         faults.fail("LocalAlloc", 1);
-        EXPECT_EQ(call<jobject(jint)>("List_GetSelectionIndices", list), nullptr);
+        EXPECT_EQ(call(OS::List_GetSelectionIndices, list), nullptr);
         expectReport("List_GetSelectionIndices", -4, u"Unable to get selection from list");
     }
 }
@@ -524,7 +525,7 @@ TEST_F(ListTest, a_selection_that_java_cannot_take_is_not_leaked) {
     select(list, 0);
     NoLeaks noLeaks;
     vm.failCall("NewIntArray");
-    EXPECT_EQ(call<jobject(jint)>("List_GetSelectionIndices", list), nullptr);
+    EXPECT_EQ(call(OS::List_GetSelectionIndices, list), nullptr);
     EXPECT_FALSE(vm.pendingException.empty());
     vm.clearException();
 }
@@ -582,7 +583,7 @@ TEST_F(ListTest, a_tap_on_an_item_selects_it) {
 
 TEST_F(ListTest, a_tap_is_reported_in_the_order_in_which_it_happens) {
     jint list = newList(0, {u"a", u"b", u"c"});
-    call<jboolean(jint)>("Control_ForceFocus", shell);
+    call(OS::Control_ForceFocus, shell);
     dispatchAll();
     listen(list);
     tapItem(list, 1);
@@ -624,7 +625,7 @@ TEST_F(ListTest, taps_in_multiple_mode_select_and_deselect) {
 
 TEST_F(ListTest, keys_move_the_selection) {
     jint list = newList(0, {u"a", u"b", u"c"});
-    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", list));
+    EXPECT_TRUE(call(OS::Control_ForceFocus, list));
     listen(list);
     pressKey(keys::down);
     pressKey(keys::end);
@@ -702,7 +703,7 @@ TEST_F(ListTest, ten_thousand_items_are_kept_and_found) {
     for (jint i = 0; i < 9999; ++i) all[i] = i;
     for (jint i : all) SendMessageW(windowOf(list), LB_SETSEL, TRUE, i);
     EXPECT_EQ(selection(list), all);
-    call<void(jint)>("List_RemoveAll", list);
+    call(OS::List_RemoveAll, list);
     EXPECT_EQ(countOf(list), 0);
     EXPECT_TRUE(vm.reports.empty());
 }
@@ -790,16 +791,16 @@ TEST_F(ListModeTest, a_switch_gives_the_list_a_window_of_the_other_mode) {
 
 TEST_F(ListModeTest, a_switch_keeps_place_visibility_and_state) {
     jint list = newList(withBars, {u"a"});
-    auto bounds = [&] { return vm.ints(call<jobject(jint)>("Control_GetBounds", list)); };
+    auto bounds = [&] { return vm.ints(call(OS::Control_GetBounds, list)); };
     std::vector<jint> before = bounds();
     EXPECT_EQ(before, (std::vector<jint>{20, 30, 120, 100}));
-    call<void(jint, jboolean)>("Control_SetEnabled", list, JNI_FALSE);
+    call(OS::Control_SetEnabled, list, false);
     switchMode(list, true);
     EXPECT_EQ(bounds(), before);
     EXPECT_TRUE(IsWindowVisible(windowOf(list)));
     EXPECT_FALSE(IsWindowEnabled(windowOf(list)));
-    call<void(jint, jboolean)>("Control_SetVisible", list, JNI_FALSE);
-    call<void(jint, jboolean)>("Control_SetEnabled", list, JNI_TRUE);
+    call(OS::Control_SetVisible, list, false);
+    call(OS::Control_SetEnabled, list, true);
     switchMode(list, false);
     EXPECT_FALSE(IsWindowVisible(windowOf(list)));
     EXPECT_TRUE(IsWindowEnabled(windowOf(list)));
@@ -807,8 +808,8 @@ TEST_F(ListModeTest, a_switch_keeps_place_visibility_and_state) {
 
 TEST_F(ListModeTest, a_switch_keeps_font_extent_and_what_is_in_view) {
     jint list = newLongList(50, withBars);
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 14, 0);
-    call<void(jint, jint)>("Control_SetFont", list, font);
+    jint font = call(OS::Font_NewLogical, display, 2, 14, 0);
+    call(OS::Control_SetFont, list, font);
     add(list, u"a quite wide item, wider than the list");
     setTop(list, 20);
     LRESULT handle = ask(list, WM_GETFONT), height = ask(list, LB_GETITEMHEIGHT),
@@ -821,8 +822,8 @@ TEST_F(ListModeTest, a_switch_keeps_font_extent_and_what_is_in_view) {
         EXPECT_EQ(topOf(list), 20);
         EXPECT_EQ(countOf(list), 51);
     }
-    call<void(jint, jint)>("Control_SetFont", list, 0);
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Control_SetFont, list, 0);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(ListModeTest, bars_that_are_not_needed_now_come_when_they_are) {
@@ -860,7 +861,7 @@ TEST_F(ListModeTest, a_switch_to_single_keeps_the_first_selected_item) {
 
 TEST_F(ListModeTest, a_switch_keeps_the_focus_and_tells_java) {
     jint list = newList(0, {u"a"});
-    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", list));
+    EXPECT_TRUE(call(OS::Control_ForceFocus, list));
     listen(list);
     switchMode(list, true);
     EXPECT_EQ(GetFocus(), windowOf(list));
@@ -872,7 +873,7 @@ TEST_F(ListModeTest, a_switch_keeps_the_focus_and_tells_java) {
 TEST_F(ListModeTest, a_switch_without_the_focus_leaves_it_where_it_is) {
     jint button = newButton(shell);
     jint list = newList(0, {u"a"});
-    EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", button));
+    EXPECT_TRUE(call(OS::Control_ForceFocus, button));
     listen(list);
     switchMode(list, true);
     EXPECT_EQ(GetFocus(), windowOf(button));
@@ -889,18 +890,18 @@ TEST_F(ListModeTest, a_switched_list_hears_taps) {
 
 TEST_F(ListModeTest, the_bars_of_a_switched_list_belong_to_its_window) {
     jint list = newLongList(50, withBars);
-    jint bar = call<jint(jint)>("Scrollable_GetVerticalBar", list);
-    jint foot = call<jint(jint)>("Scrollable_GetHorizontalBar", list);
+    jint bar = call(OS::Scrollable_GetVerticalBar, list);
+    jint foot = call(OS::Scrollable_GetHorizontalBar, list);
     switchMode(list, true);
     EXPECT_EQ(windowOf(bar), windowOf(list));
     EXPECT_EQ(windowOf(foot), windowOf(list));
-    EXPECT_EQ(call<jint(jint)>("Scrollable_GetVerticalBar", list), bar);
+    EXPECT_EQ(call(OS::Scrollable_GetVerticalBar, list), bar);
 }
 
 TEST_F(ListModeTest, a_listener_may_dispose_of_a_list_that_is_switched) {
     for (jint change : {1, 2}) {
         jint list = newList(0, {u"a"});
-        EXPECT_TRUE(call<jboolean(jint)>("Control_ForceFocus", list));
+        EXPECT_TRUE(call(OS::Control_ForceFocus, list));
         listen(list);
         bool disposed = false;
         vm.behavior["focus"] = [&](const std::vector<jint>& arguments) {
@@ -971,22 +972,21 @@ TEST_F(ListModeTest, any_failing_call_leaves_no_memory_behind) {
         run([&] { switchMode(list, !List_IsMultiple(record(list))); });
         run([&] { setItem(list, 0, u"d"); });
         run([&] { remove(list, 1); });
-        run([&] { call<jobject(jint, jint)>("List_GetMinimumSize", list, 2); });
-        run([&] { call<jobject(jint)>("List_GetSelectionIndices", list); });
+        run([&] { call(OS::List_GetMinimumSize, list, 2); });
+        run([&] { call(OS::List_GetSelectionIndices, list); });
     });
     EXPECT_GT(failures, 40);
     EXPECT_EQ(countHeapBlocks(), blocks);
 }
 
 TEST_F(ListTest, a_list_that_cannot_be_made_is_an_error_and_leaves_nothing) {
-    expectFailedCreationsReported(
-        [&] { return call<jint(jint, jint)>("List_New", shell, withBars); });
+    expectFailedCreationsReported([&] { return call(OS::List_New, shell, withBars); });
 }
 
 TEST_F(ListTest, lists_leave_nothing_behind) {
     NoLeaks noLeaks;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint list = call<jint(jint, jint)>("List_New", shell, i % 2 ? withBars : multiple);
+        jint list = call(OS::List_New, shell, i % 2 ? withBars : multiple);
         add(list, u"text");
         add(list, u"text", 5);
         setItem(list, 0, u"other text");

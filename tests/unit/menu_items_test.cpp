@@ -11,22 +11,19 @@ class MenuItemsTest : public DeviceTest {
     ~MenuItemsTest() override {
         for (; !made.empty(); made.pop_back()) dispose(made.back());
     }
-    jint make(const char* native, jint first) {
-        made.push_back(call<jint(jint)>(native, first));
+    jint make(const Native<jint(jint)>& native, jint first) {
+        made.push_back(call(native, first));
         return made.back();
     }
-    jint makeItem(const char* native, jint menu) {
-        made.push_back(call<jint(jint, jint)>(native, menu, 0));
+    jint makeItem(const Native<jint(jint, jint)>& native, jint menu) {
+        made.push_back(call(native, menu, 0));
         return made.back();
     }
     void setText(jint item, const std::u16string& text) {
-        call<void(jint, jstring, jstring)>("LabeledMenuItem_SetText", item, vm.newString(text),
-                                           static_cast<jstring>(nullptr));
+        call(OS::LabeledMenuItem_SetText, item, vm.newString(text), nullptr);
     }
-    void setSubMenu(jint item, jint subMenu) {
-        call<void(jint, jint)>("CascadeMenuItem_SetMenu", item, subMenu);
-    }
-    void set(const char* native, jint item) { call<void(jint, jboolean)>(native, item, JNI_TRUE); }
+    void setSubMenu(jint item, jint subMenu) { call(OS::CascadeMenuItem_SetMenu, item, subMenu); }
+    void set(const Native<void(jint, jboolean)>& native, jint item) { call(native, item, true); }
     static HMENU handleOf(jint menu) { return reinterpret_cast<MenuRecord*>(menu)->menuHandle; }
     static MENUITEMINFOW infoOf(jint menu, wchar_t* text, UINT length) {
         MENUITEMINFOW info = {};
@@ -43,9 +40,9 @@ class MenuItemsTest : public DeviceTest {
 };
 
 TEST_F(MenuItemsTest, a_text_is_kept_up_to_127_characters_when_its_item_gets_a_menu) {
-    jint menu = make("DropDownMenu_New", shell);
-    jint cascade = makeItem("CascadeMenuItem_New", menu);
-    jint first = make("DropDownMenu_New", shell);
+    jint menu = make(OS::DropDownMenu_New, shell);
+    jint cascade = makeItem(OS::CascadeMenuItem_New, menu);
+    jint first = make(OS::DropDownMenu_New, shell);
     for (size_t length : {1, 126, 127, 128, 129}) {
         std::u16string whole;
         for (size_t i = 0; i < length; ++i) whole.push_back(u'a' + i % 26);
@@ -61,9 +58,9 @@ TEST_F(MenuItemsTest, a_text_is_kept_up_to_127_characters_when_its_item_gets_a_m
 }
 
 TEST_F(MenuItemsTest, a_cascade_item_whose_data_is_refused_stays_as_it_was) {
-    jint menu = make("DropDownMenu_New", shell);
-    jint cascade = makeItem("CascadeMenuItem_New", menu);
-    jint subMenu = make("DropDownMenu_New", shell);
+    jint menu = make(OS::DropDownMenu_New, shell);
+    jint cascade = makeItem(OS::CascadeMenuItem_New, menu);
+    jint subMenu = make(OS::DropDownMenu_New, shell);
     setText(cascade, u"More");
     {
         Faults faults;
@@ -82,9 +79,9 @@ TEST_F(MenuItemsTest, a_cascade_item_whose_data_is_refused_stays_as_it_was) {
 
 // The new item that stands in its place is made enabled, as its Javadoc says.
 TEST_F(MenuItemsTest, a_greyed_cascade_item_is_enabled_again_by_a_new_menu) {
-    jint menu = make("DropDownMenu_New", shell);
-    jint cascade = makeItem("CascadeMenuItem_New", menu);
-    jint subMenu = make("DropDownMenu_New", shell);
+    jint menu = make(OS::DropDownMenu_New, shell);
+    jint cascade = makeItem(OS::CascadeMenuItem_New, menu);
+    jint subMenu = make(OS::DropDownMenu_New, shell);
     auto isGrey = [&] {
         MENUITEMINFOW info = {};
         info.cbSize = sizeof(info);
@@ -92,7 +89,7 @@ TEST_F(MenuItemsTest, a_greyed_cascade_item_is_enabled_again_by_a_new_menu) {
         EXPECT_TRUE(GetMenuItemInfoW(handleOf(menu), 0, TRUE, &info));
         return (info.fState & MFS_GRAYED) != 0;
     };
-    call<void(jint, jboolean)>("AbstractMenuItem_SetEnabled", cascade, JNI_FALSE);
+    call(OS::AbstractMenuItem_SetEnabled, cascade, false);
     EXPECT_TRUE(isGrey());
     setSubMenu(cascade, subMenu);
     EXPECT_FALSE(isGrey());
@@ -100,11 +97,11 @@ TEST_F(MenuItemsTest, a_greyed_cascade_item_is_enabled_again_by_a_new_menu) {
 
 // Whatever failed before has nothing to do with it.
 TEST_F(MenuItemsTest, an_item_whose_menu_is_gone_says_so) {
-    jint menu = make("DropDownMenu_New", shell);
-    jint item = call<jint(jint, jint)>("PushMenuItem_New", menu, 0);
-    jint cascade = call<jint(jint, jint)>("CascadeMenuItem_New", menu, 1);
-    jint state = call<jint(jint, jint, jint)>("StateMenuItem_New", menu, 2, 0);
-    jint subMenu = make("DropDownMenu_New", shell);
+    jint menu = make(OS::DropDownMenu_New, shell);
+    jint item = call(OS::PushMenuItem_New, menu, 0);
+    jint cascade = call(OS::CascadeMenuItem_New, menu, 1);
+    jint state = call(OS::StateMenuItem_New, menu, 2, 0);
+    jint subMenu = make(OS::DropDownMenu_New, shell);
     std::swap(made[0], made[1]);
     dispose(made.back());
     made.pop_back();
@@ -119,9 +116,9 @@ TEST_F(MenuItemsTest, an_item_whose_menu_is_gone_says_so) {
         {"LabeledMenuItem_SetText", notFound, [&] { setText(item, u"text"); }},
         {"CascadeMenuItem_SetMenu", notFound, [&] { setSubMenu(cascade, subMenu); }},
         {"AbstractMenuItem_SetEnabled", notFound,
-         [&] { set("AbstractMenuItem_SetEnabled", item); }},
+         [&] { set(OS::AbstractMenuItem_SetEnabled, item); }},
         {"StateMenuItem_SetSelection", u"Menu item doesn't exist",
-         [&] { set("StateMenuItem_SetSelection", state); }},
+         [&] { set(OS::StateMenuItem_SetSelection, state); }},
         {"Widget_Dispose", notRemoved, [&] { dispose(item); }},
         {"Widget_Dispose", notRemoved, [&] { dispose(cascade); }},
         {"Widget_Dispose", notRemoved, [&] { dispose(state); }},

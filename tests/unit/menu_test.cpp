@@ -12,18 +12,18 @@ class MenuTest : public DeviceTest {
     static MenuRecord* menuOf(jint handle) { return reinterpret_cast<MenuRecord*>(handle); }
     static MenuItemRecord* itemOf(jint handle) { return reinterpret_cast<MenuItemRecord*>(handle); }
 
-    jint newMenu(const char* kind, jint owner) {
-        jint menu = call<jint(jint)>(std::string(kind) + "_New", owner);
+    jint newMenu(const Native<jint(jint owner)>& kind, jint owner) {
+        jint menu = call(kind, owner);
         made.push_back(menu);
         return menu;
     }
-    jint newItem(const char* kind, jint menu, jint index) {
-        jint item = call<jint(jint, jint)>(std::string(kind) + "_New", menu, index);
+    jint newItem(const Native<jint(jint menu, jint index)>& kind, jint menu, jint index) {
+        jint item = call(kind, menu, index);
         if (item) made.push_back(item);
         return item;
     }
     jint newStateItem(jint menu, jint index, jint style = 0) {
-        jint item = call<jint(jint, jint, jint)>("StateMenuItem_New", menu, index, style);
+        jint item = call(OS::StateMenuItem_New, menu, index, style);
         made.push_back(item);
         return item;
     }
@@ -33,18 +33,15 @@ class MenuTest : public DeviceTest {
     ~MenuTest() override { disposeAll(); }
 
     void setText(jint item, const std::u16string& text, const std::u16string& accelerator = u"") {
-        call<void(jint, jstring, jstring)>("LabeledMenuItem_SetText", item, vm.newString(text),
-                                           vm.newString(accelerator));
+        call(OS::LabeledMenuItem_SetText, item, vm.newString(text), vm.newString(accelerator));
     }
     void setAccelerator(jint item, jint accelerator) {
-        call<void(jint, jint)>("LabeledMenuItem_SetAccelerator", item, accelerator);
+        call(OS::LabeledMenuItem_SetAccelerator, item, accelerator);
     }
     void setEnabled(jint item, bool enabled) {
-        call<void(jint, jboolean)>("AbstractMenuItem_SetEnabled", item, enabled);
+        call(OS::AbstractMenuItem_SetEnabled, item, enabled);
     }
-    void setSubMenu(jint item, jint menu) {
-        call<void(jint, jint)>("CascadeMenuItem_SetMenu", item, menu);
-    }
+    void setSubMenu(jint item, jint menu) { call(OS::CascadeMenuItem_SetMenu, item, menu); }
 
     static MENUITEMINFOW infoAt(HMENU menu, int position) {
         static wchar_t text[200];
@@ -80,22 +77,22 @@ class MenuTest : public DeviceTest {
 };
 
 TEST_F(MenuTest, command_ids_start_at_108_and_are_used_again) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint first = newItem("PushMenuItem", menu, 0);
-    jint second = newItem("PushMenuItem", menu, 1);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint first = newItem(OS::PushMenuItem_New, menu, 0);
+    jint second = newItem(OS::PushMenuItem_New, menu, 1);
     EXPECT_EQ(itemOf(first)->id, 108u);
     EXPECT_EQ(itemOf(second)->id, 109u);
     dispose(first);
     made.erase(made.begin() + 1);
-    EXPECT_EQ(itemOf(newItem("PushMenuItem", menu, 0))->id, 108u);
+    EXPECT_EQ(itemOf(newItem(OS::PushMenuItem_New, menu, 0))->id, 108u);
 }
 
 TEST_F(MenuTest, the_table_of_commands_grows_by_32_items) {
-    jint menu = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
     auto* record = reinterpret_cast<DisplayRecord*>(display);
     EXPECT_EQ(record->commandItemCapacity, 0);
     for (DWORD i = 0; i < 65; ++i) {
-        jint item = newItem("PushMenuItem", menu, i);
+        jint item = newItem(OS::PushMenuItem_New, menu, i);
         EXPECT_EQ(itemOf(item)->id, 108 + i);
         EXPECT_EQ(record->commandItemCapacity, i < 32 ? 32 : i < 64 ? 64 : 96);
     }
@@ -105,10 +102,10 @@ TEST_F(MenuTest, the_table_of_commands_grows_by_32_items) {
 }
 
 TEST_F(MenuTest, items_are_inserted_at_their_index) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint a = newItem("PushMenuItem", menu, 0);
-    jint b = newItem("SeparatorItem", menu, 0);
-    jint c = newItem("CascadeMenuItem", menu, 1);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint a = newItem(OS::PushMenuItem_New, menu, 0);
+    jint b = newItem(OS::SeparatorItem_New, menu, 0);
+    jint c = newItem(OS::CascadeMenuItem_New, menu, 1);
     jint d = newStateItem(menu, 3);
     HMENU handle = menuOf(menu)->menuHandle;
     EXPECT_EQ(idsIn(handle),
@@ -118,59 +115,59 @@ TEST_F(MenuTest, items_are_inserted_at_their_index) {
 }
 
 TEST_F(MenuTest, an_index_beyond_the_items_appends) {
-    jint menu = newMenu("DropDownMenu", shell);
-    for (jint index : {0, 5, -1}) newItem("PushMenuItem", menu, index);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    for (jint index : {0, 5, -1}) newItem(OS::PushMenuItem_New, menu, index);
     EXPECT_EQ(idsIn(menuOf(menu)->menuHandle), (std::vector<DWORD>{108, 109, 110}));
 }
 
 TEST_F(MenuTest, an_item_beyond_the_others_that_cannot_be_made_leaves_no_ghost) {
-    jint menu = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
     for (jint index : {5, -1}) {
         Faults faults;
         faults.fail("SetMenuItemInfoW");
-        EXPECT_EQ(newItem("PushMenuItem", menu, index), 0);
+        EXPECT_EQ(newItem(OS::PushMenuItem_New, menu, index), 0);
         expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
     }
     EXPECT_EQ(GetMenuItemCount(menuOf(menu)->menuHandle), 0);
 }
 
 TEST_F(MenuTest, an_item_that_cannot_be_made_is_an_error_and_leaks_nothing) {
-    jint menu = newMenu("DropDownMenu", shell);
-    newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    newItem(OS::PushMenuItem_New, menu, 0);
     HMENU handle = menuOf(menu)->menuHandle;
     long blocks = countHeapBlocks();
     for (const char* function : {"LocalAlloc", "InsertMenuW", "SetMenuItemInfoW"}) {
         Faults faults;
         faults.fail(function);
-        EXPECT_EQ(newItem("PushMenuItem", menu, 0), 0) << function;
+        EXPECT_EQ(newItem(OS::PushMenuItem_New, menu, 0), 0) << function;
         expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
         EXPECT_EQ(idsIn(handle), std::vector<DWORD>{108}) << function;
         EXPECT_EQ(countHeapBlocks(), blocks) << function;
     }
-    EXPECT_EQ(itemOf(newItem("PushMenuItem", menu, 0))->id, 109u) << "no id is lost";
+    EXPECT_EQ(itemOf(newItem(OS::PushMenuItem_New, menu, 0))->id, 109u) << "no id is lost";
 }
 
 TEST_F(MenuTest, a_table_of_commands_that_cannot_grow_is_an_error) {
-    jint menu = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
     Faults faults;
     faults.fail("LocalAlloc", 2);
-    EXPECT_EQ(newItem("PushMenuItem", menu, 0), 0);
+    EXPECT_EQ(newItem(OS::PushMenuItem_New, menu, 0), 0);
     expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
 }
 
 TEST_F(MenuTest, menus_that_cannot_be_made_are_errors) {
     Faults faults;
     faults.fail("CreatePopupMenu", 0, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(call<jint(jint)>("DropDownMenu_New", shell), 0);
+    EXPECT_EQ(call(OS::DropDownMenu_New, shell), 0);
     expectReport("DropDownMenu_New", -3, u"Unable to create drop down menu handle!::");
-    EXPECT_EQ(call<jint(jint)>("PopupMenu_New", shell), 0);
+    EXPECT_EQ(call(OS::PopupMenu_New, shell), 0);
     expectReport("PopupMenu_New", -3, u"Unable to create popup menu handle!::");
     faults.fail("LocalAlloc", 0);
-    EXPECT_EQ(call<jint(jint)>("DropDownMenu_New", shell), 0);
+    EXPECT_EQ(call(OS::DropDownMenu_New, shell), 0);
     expectReport("DropDownMenu_New", -4, u"Unable to create drop down menu handle!");
-    EXPECT_EQ(call<jint(jint)>("PopupMenu_New", shell), 0);
+    EXPECT_EQ(call(OS::PopupMenu_New, shell), 0);
     expectReport("PopupMenu_New", -4, u"Unable to create popup menu handle!");
-    EXPECT_EQ(call<jint(jint)>("MenuBar_New", shell), 0);
+    EXPECT_EQ(call(OS::MenuBar_New, shell), 0);
     expectReport("MenuBar_New", -4, u"Unable to create menu bar!");
 }
 
@@ -178,20 +175,19 @@ TEST_F(MenuTest, a_menu_bar_without_its_window_is_an_error_and_leaves_nothing) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("SHCreateMenuBar");
-    EXPECT_EQ(call<jint(jint)>("MenuBar_New", shell), 0);
+    EXPECT_EQ(call(OS::MenuBar_New, shell), 0);
     expectReport("MenuBar_New", -4, u"Unable to create menu bar!");
 }
 
 TEST_F(MenuTest, menu_bars_and_popups_of_other_threads_are_made_on_the_displays) {
     jint bar = 0, popup = 0;
     std::thread maker([&] {
-        bar = call<jint(jint)>("MenuBar_New", shell);
-        popup = call<jint(jint)>("PopupMenu_New", shell);
-        call<jint(jint)>("Display_Wake", display);
+        bar = call(OS::MenuBar_New, shell);
+        popup = call(OS::PopupMenu_New, shell);
+        call(OS::Display_Wake, display);
     });
     while (!popup) {
-        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-            call<jint(jint)>("Display_Sleep", display);
+        if (!call(OS::Display_ReadAndDispatch, display)) call(OS::Display_Sleep, display);
     }
     maker.join();
     EXPECT_EQ(GetWindowThreadProcessId(menuOf(bar)->menuBarWindow, nullptr), GetCurrentThreadId());
@@ -199,8 +195,8 @@ TEST_F(MenuTest, menu_bars_and_popups_of_other_threads_are_made_on_the_displays)
 }
 
 TEST_F(MenuTest, choosing_an_item_fires_once_from_any_window_of_the_display) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     jint button = newButton(shell);
     listen(item);
     SendMessageW(windowOf(shell), WM_COMMAND, itemOf(item)->id, 0);
@@ -212,8 +208,8 @@ TEST_F(MenuTest, choosing_an_item_fires_once_from_any_window_of_the_display) {
 }
 
 TEST_F(MenuTest, a_state_item_turns_its_mark_over_before_it_fires) {
-    jint menu = newMenu("DropDownMenu", shell);
-    newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    newItem(OS::PushMenuItem_New, menu, 0);
     jint check = newStateItem(menu, 1);
     jint radio = newStateItem(menu, 2, 16);
     EXPECT_EQ(itemOf(check)->style, 32u);
@@ -234,28 +230,28 @@ TEST_F(MenuTest, a_state_item_turns_its_mark_over_before_it_fires) {
 }
 
 TEST_F(MenuTest, a_mark_is_set_and_taken_away) {
-    jint menu = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
     jint item = newStateItem(menu, 0);
     listen(item);
     for (bool checked : {true, true, false}) {
-        call<void(jint, jboolean)>("StateMenuItem_SetSelection", item, checked);
+        call(OS::StateMenuItem_SetSelection, item, checked);
         EXPECT_EQ(bool(infoAt(menuOf(menu)->menuHandle, 0).fState & MFS_CHECKED), checked);
     }
     EXPECT_TRUE(vm.takeEvents().empty());
 }
 
 TEST_F(MenuTest, a_mark_without_its_item_is_an_error) {
-    jint item = newStateItem(newMenu("DropDownMenu", shell), 0);
+    jint item = newStateItem(newMenu(OS::DropDownMenu_New, shell), 0);
     Faults faults;
     faults.fail("CheckMenuItem", 1, 0, DWORD(-1));
-    call<void(jint, jboolean)>("StateMenuItem_SetSelection", item, JNI_TRUE);
+    call(OS::StateMenuItem_SetSelection, item, true);
     expectReport("StateMenuItem_SetSelection", -3, u"Menu item doesn't exist");
 }
 
 TEST_F(MenuTest, items_are_enabled_and_disabled) {
-    jint menu = newMenu("DropDownMenu", shell);
-    newItem("PushMenuItem", menu, 0);
-    jint item = newItem("PushMenuItem", menu, 1);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    newItem(OS::PushMenuItem_New, menu, 0);
+    jint item = newItem(OS::PushMenuItem_New, menu, 1);
     auto isGray = [&] { return infoAt(menuOf(menu)->menuHandle, 1).fState & MFS_GRAYED; };
     setEnabled(item, false);
     EXPECT_TRUE(isGray());
@@ -265,7 +261,7 @@ TEST_F(MenuTest, items_are_enabled_and_disabled) {
 }
 
 TEST_F(MenuTest, an_item_that_cannot_be_enabled_is_an_error) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
     Faults faults;
     faults.fail("EnableMenuItem", 1, 0, DWORD(-1));
     setEnabled(item, false);
@@ -276,8 +272,8 @@ TEST_F(MenuTest, an_item_that_cannot_be_enabled_is_an_error) {
 }
 
 TEST_F(MenuTest, labels_drop_mnemonics_and_show_accelerators) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     HMENU handle = menuOf(menu)->menuHandle;
     setText(item, u"&Open");
     EXPECT_EQ(textAt(handle, 0), L"Open");
@@ -285,16 +281,14 @@ TEST_F(MenuTest, labels_drop_mnemonics_and_show_accelerators) {
     EXPECT_EQ(textAt(handle, 0), L"Save  as\tCtrl+S");
     setText(item, u"");
     EXPECT_EQ(textAt(handle, 0), L"");
-    call<void(jint, jstring, jstring)>("LabeledMenuItem_SetText", item,
-                                       static_cast<jstring>(nullptr),
-                                       static_cast<jstring>(nullptr));
+    call(OS::LabeledMenuItem_SetText, item, nullptr, nullptr);
     EXPECT_EQ(textAt(handle, 0), L"");
     EXPECT_TRUE(vm.reports.empty());
     EXPECT_EQ(idsIn(handle), std::vector<DWORD>{itemOf(item)->id}) << "the id stays";
 }
 
 TEST_F(MenuTest, a_label_that_cannot_be_set_is_an_error_and_leaks_nothing) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
     long blocks = countHeapBlocks();
     Faults faults;
     faults.fail("GetMenuItemInfoW", 1, ERROR_MENU_ITEM_NOT_FOUND);
@@ -310,14 +304,14 @@ TEST_F(MenuTest, a_label_that_cannot_be_set_is_an_error_and_leaks_nothing) {
 }
 
 TEST_F(MenuTest, a_cascade_item_shows_its_menu_and_lets_it_go) {
-    jint menu = newMenu("DropDownMenu", shell);
-    newItem("PushMenuItem", menu, 0);
-    jint cascade = newItem("CascadeMenuItem", menu, 1);
-    newItem("PushMenuItem", menu, 2);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    newItem(OS::PushMenuItem_New, menu, 0);
+    jint cascade = newItem(OS::CascadeMenuItem_New, menu, 1);
+    newItem(OS::PushMenuItem_New, menu, 2);
     setText(cascade, u"More");
-    jint first = newMenu("DropDownMenu", shell);
-    jint second = newMenu("DropDownMenu", shell);
-    newItem("PushMenuItem", first, 0);
+    jint first = newMenu(OS::DropDownMenu_New, shell);
+    jint second = newMenu(OS::DropDownMenu_New, shell);
+    newItem(OS::PushMenuItem_New, first, 0);
     HMENU handle = menuOf(menu)->menuHandle;
     std::vector<DWORD> ids = idsIn(handle);
 
@@ -342,9 +336,9 @@ TEST_F(MenuTest, a_cascade_item_shows_its_menu_and_lets_it_go) {
 }
 
 TEST_F(MenuTest, a_cascade_item_that_cannot_be_replaced_is_an_error_and_stays) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint cascade = newItem("CascadeMenuItem", menu, 0);
-    jint sub = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint cascade = newItem(OS::CascadeMenuItem_New, menu, 0);
+    jint sub = newMenu(OS::DropDownMenu_New, shell);
     const struct {
         const char* function;
         int nth;
@@ -365,9 +359,9 @@ TEST_F(MenuTest, a_cascade_item_that_cannot_be_replaced_is_an_error_and_stays) {
 }
 
 TEST_F(MenuTest, a_disposed_item_leaves_its_menu_and_its_sub_menu_alive) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint cascade = newItem("CascadeMenuItem", menu, 0);
-    jint sub = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint cascade = newItem(OS::CascadeMenuItem_New, menu, 0);
+    jint sub = newMenu(OS::DropDownMenu_New, shell);
     setSubMenu(cascade, sub);
     dispose(cascade);
     made = {menu, sub};
@@ -378,9 +372,9 @@ TEST_F(MenuTest, a_disposed_item_leaves_its_menu_and_its_sub_menu_alive) {
 }
 
 TEST_F(MenuTest, a_disposed_sub_menu_leaves_its_item_plain) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint cascade = newItem("CascadeMenuItem", menu, 0);
-    jint sub = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint cascade = newItem(OS::CascadeMenuItem_New, menu, 0);
+    jint sub = newMenu(OS::DropDownMenu_New, shell);
     setSubMenu(cascade, sub);
     dispose(sub);
     made = {menu, cascade};
@@ -389,9 +383,9 @@ TEST_F(MenuTest, a_disposed_sub_menu_leaves_its_item_plain) {
 }
 
 TEST_F(MenuTest, a_disposed_menu_leaves_its_sub_menus_alive_and_its_items_without_a_menu) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint cascade = newItem("CascadeMenuItem", menu, 0);
-    jint sub = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint cascade = newItem(OS::CascadeMenuItem_New, menu, 0);
+    jint sub = newMenu(OS::DropDownMenu_New, shell);
     setSubMenu(cascade, sub);
     dispose(menu);
     EXPECT_TRUE(IsMenu(menuOf(sub)->menuHandle));
@@ -403,14 +397,14 @@ TEST_F(MenuTest, a_disposed_menu_leaves_its_sub_menus_alive_and_its_items_withou
 }
 
 TEST_F(MenuTest, an_item_that_cannot_be_removed_is_an_error_and_gives_its_id_back) {
-    jint menu = newMenu("DropDownMenu", shell);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
     const struct {
         const char* function;
         const char16_t* message;
     } rows[] = {{"GetMenuItemInfoW", u"Unable to find menu item::"},
                 {"DeleteMenu", u"Unable to delete menu item::"}};
     for (const auto& row : rows) {
-        jint item = newItem("PushMenuItem", menu, 0);
+        jint item = newItem(OS::PushMenuItem_New, menu, 0);
         made.pop_back();
         EXPECT_EQ(itemOf(item)->id, 108u);
         Faults faults;
@@ -421,16 +415,16 @@ TEST_F(MenuTest, an_item_that_cannot_be_removed_is_an_error_and_gives_its_id_bac
 }
 
 TEST_F(MenuTest, fonts_of_menus_are_the_systems) {
-    jint menu = newMenu("DropDownMenu", shell);
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     Faults faults;
-    call<void(jint, jint)>("Menu_SetFont", menu, 1);
-    call<void(jint, jint)>("LabeledMenuItem_SetFont", item, 1);
+    call(OS::Menu_SetFont, menu, 1);
+    call(OS::LabeledMenuItem_SetFont, item, 1);
     EXPECT_TRUE(faults.calls().empty());
 }
 
 TEST_F(MenuTest, an_item_that_the_menu_asks_to_measure_answers) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
     MEASUREITEMSTRUCT measuring = {};
     measuring.CtlType = ODT_MENU;
     measuring.itemData = itemOf(item)->id;
@@ -454,7 +448,7 @@ static LRESULT recordPaint(MenuItemRecord*, WPARAM wParam, LPARAM lParam) {
 }
 
 TEST_F(MenuTest, an_item_paints_itself_when_the_menu_asks) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
     DRAWITEMSTRUCT drawing = {};
     drawing.CtlType = ODT_MENU;
     drawing.itemData = itemOf(item)->id;
@@ -494,8 +488,8 @@ class ItemImageTest : public MenuTest {
 };
 
 TEST_F(ItemImageTest, an_item_with_an_image_paints_it_inside_the_item_only) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
-    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 10, 10, 0xFF0000);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
+    jint image = call(OS::Image_NewFromSize, display, 10, 10, 0xFF0000);
     itemOf(item)->image = reinterpret_cast<ImageRecord*>(image);
     paint(item);
     const COLORREF red = RGB(255, 0, 0), white = RGB(255, 255, 255);
@@ -505,17 +499,17 @@ TEST_F(ItemImageTest, an_item_with_an_image_paints_it_inside_the_item_only) {
     EXPECT_EQ(GetPixel(dc, 8, 8), white);
     EXPECT_EQ(GetPixel(dc, 7, 9), white);
     itemOf(item)->image = nullptr;
-    call<void(jint)>("Image_Dispose", image);
+    call(OS::Image_Dispose, image);
 }
 
 TEST_F(ItemImageTest, an_item_without_an_image_paints_nothing) {
-    paint(newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0));
+    paint(newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0));
     EXPECT_EQ(GetPixel(dc, 2, 3), RGB(255, 255, 255));
 }
 
 TEST_F(ItemImageTest, painting_an_item_puts_the_clip_region_back) {
-    jint item = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
-    jint image = call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 1, 1, 0);
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
+    jint image = call(OS::Image_NewFromSize, display, 1, 1, 0);
     itemOf(item)->image = reinterpret_cast<ImageRecord*>(image);
     HRGN region = CreateRectRgn(1, 1, 15, 15);
     HRGN hole = CreateRectRgn(4, 4, 6, 6);
@@ -530,7 +524,7 @@ TEST_F(ItemImageTest, painting_an_item_puts_the_clip_region_back) {
     EXPECT_EQ(GetClipRgn(dc, after), 0);
     for (HRGN each : {region, hole, after}) DeleteObject(each);
     itemOf(item)->image = nullptr;
-    call<void(jint)>("Image_Dispose", image);
+    call(OS::Image_Dispose, image);
 }
 
 class PopupTest : public MenuTest {
@@ -555,9 +549,7 @@ class PopupTest : public MenuTest {
     static inline HMENU looked;
     static inline std::vector<LONG> heights;
 
-    void show(jint menu, jint x, jint y) {
-        call<void(jint, jint, jint)>("PopupMenu_Show", menu, x, y);
-    }
+    void show(jint menu, jint x, jint y) { call(OS::PopupMenu_Show, menu, x, y); }
     static void typeKey(BYTE key) {
         keybd_event(key, 0, 0, 0);
         keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
@@ -577,7 +569,7 @@ static BOOL WINAPI recordTracking(HMENU, UINT flags, int x, int y, HWND window, 
 
 TEST_F(PopupTest, appears_in_the_owners_client_area) {
     jint button = newButton(shell);
-    jint menu = newMenu("PopupMenu", button);
+    jint menu = newMenu(OS::PopupMenu_New, button);
     Faults faults;
     faults.replace("TrackPopupMenuEx", reinterpret_cast<void*>(recordTracking));
     show(menu, 5, 6);
@@ -589,9 +581,9 @@ TEST_F(PopupTest, appears_in_the_owners_client_area) {
 }
 
 TEST_F(PopupTest, a_separator_takes_less_room_than_an_item) {
-    jint menu = newMenu("PopupMenu", shell);
-    setText(newItem("PushMenuItem", menu, 0), u"Open");
-    newItem("SeparatorItem", menu, 1);
+    jint menu = newMenu(OS::PopupMenu_New, shell);
+    setText(newItem(OS::PushMenuItem_New, menu, 0), u"Open");
+    newItem(OS::SeparatorItem_New, menu, 1);
     std::vector<LONG> heights = heightsOf(menu);
     ASSERT_EQ(heights.size(), 2u);
     EXPECT_GT(heights[1], 0);
@@ -599,9 +591,9 @@ TEST_F(PopupTest, a_separator_takes_less_room_than_an_item) {
 }
 
 TEST_F(PopupTest, the_item_that_is_chosen_by_keys_fires) {
-    jint menu = newMenu("PopupMenu", shell);
-    jint first = newItem("PushMenuItem", menu, 0);
-    jint second = newItem("PushMenuItem", menu, 1);
+    jint menu = newMenu(OS::PopupMenu_New, shell);
+    jint first = newItem(OS::PushMenuItem_New, menu, 0);
+    jint second = newItem(OS::PushMenuItem_New, menu, 1);
     setText(first, u"First");
     setText(second, u"Second");
     listen(first);
@@ -617,8 +609,8 @@ TEST_F(PopupTest, the_item_that_is_chosen_by_keys_fires) {
 }
 
 TEST_F(PopupTest, nothing_fires_when_the_menu_is_left) {
-    jint menu = newMenu("PopupMenu", shell);
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::PopupMenu_New, shell);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     listen(item);
     typeKey(VK_DOWN);
     typeKey(VK_ESCAPE);
@@ -630,21 +622,19 @@ TEST_F(PopupTest, nothing_fires_when_the_menu_is_left) {
 class MenuBarTest : public MenuTest {
   protected:
     MenuBarTest() {
-        bar = newMenu("MenuBar", shell);
+        bar = newMenu(OS::MenuBar_New, shell);
         window = menuOf(bar)->menuBarWindow;
     }
-    void showBar(jint which) { call<void(jint, jint)>("Shell_SetMenuBar", shell, which); }
+    void showBar(jint which) { call(OS::Shell_SetMenuBar, shell, which); }
     std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
+        return vm.ints(call(OS::Control_GetBounds, control));
     }
     void tapButton(DWORD id) {
         RECT place;
         EXPECT_TRUE(SendMessageW(window, TB_GETRECT, id, reinterpret_cast<LPARAM>(&place)));
         MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, place.left + 5,
-                                         place.top + 8);
-        for (jint type : {1, 2})
-            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        call(OS::Display_PostPointerMoveEvent, display, place.left + 5, place.top + 8);
+        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
     }
     static void typeKey(BYTE key) {
         keybd_event(key, 0, 0, 0);
@@ -677,10 +667,10 @@ TEST_F(MenuBarTest, a_new_bar_maximises_a_top_shell_again_and_leaves_a_child_she
     SetWindowPos(windowOf(shell), nullptr, 5, 5, 50, 50, SWP_NOZORDER);
     showBar(bar);
     EXPECT_EQ(boundsOf(shell), whole);
-    jint child = call<jint(jint, jint)>("Shell_NewChild", shell, 0);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", child, 5, 6, 70, 80);
-    jint childBar = newMenu("MenuBar", child);
-    call<void(jint, jint)>("Shell_SetMenuBar", child, childBar);
+    jint child = call(OS::Shell_NewChild, shell, 0);
+    call(OS::Control_SetBounds, child, 5, 6, 70, 80);
+    jint childBar = newMenu(OS::MenuBar_New, child);
+    call(OS::Shell_SetMenuBar, child, childBar);
     EXPECT_EQ(boundsOf(child), (std::vector<jint>{5, 6, 70, 80}));
     disposeAll();
     dispose(child);
@@ -697,9 +687,9 @@ TEST_F(MenuBarTest, a_disposed_bar_gives_way_to_the_default_one) {
 
 TEST_F(MenuBarTest, a_bar_may_outlive_its_shell) {
     jint other = newShell();
-    jint otherBar = newMenu("MenuBar", other);
-    jint item = newItem("PushMenuItem", otherBar, 0);
-    call<void(jint, jint)>("Shell_SetMenuBar", other, otherBar);
+    jint otherBar = newMenu(OS::MenuBar_New, other);
+    jint item = newItem(OS::PushMenuItem_New, otherBar, 0);
+    call(OS::Shell_SetMenuBar, other, otherBar);
     setAccelerator(item, 'A');
     dispose(other);
     dispose(item);
@@ -709,9 +699,9 @@ TEST_F(MenuBarTest, a_bar_may_outlive_its_shell) {
 }
 
 TEST_F(MenuBarTest, items_are_buttons) {
-    jint push = newItem("PushMenuItem", bar, 0);
-    jint cascade = newItem("CascadeMenuItem", bar, 1);
-    newItem("SeparatorItem", bar, 1);
+    jint push = newItem(OS::PushMenuItem_New, bar, 0);
+    jint cascade = newItem(OS::CascadeMenuItem_New, bar, 1);
+    newItem(OS::SeparatorItem_New, bar, 1);
     TBBUTTON button = buttonAt(window, 0);
     EXPECT_EQ(button.idCommand, int(itemOf(push)->id));
     EXPECT_EQ(button.fsStyle, 0x10);
@@ -723,13 +713,13 @@ TEST_F(MenuBarTest, items_are_buttons) {
 }
 
 TEST_F(MenuBarTest, labels_have_neither_mnemonics_nor_accelerators) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     setText(item, u"&Exit", u"Ctrl+Q");
     EXPECT_EQ(buttonText(window, itemOf(item)->id), L"Exit");
 }
 
 TEST_F(MenuBarTest, items_are_enabled_and_disabled) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     setEnabled(item, false);
     EXPECT_FALSE(buttonAt(window, 0).fsState & TBSTATE_ENABLED);
     setEnabled(item, true);
@@ -746,12 +736,12 @@ static LRESULT CALLBACK refuse(HWND window, UINT message, WPARAM wParam, LPARAM 
 }
 
 TEST_F(MenuBarTest, a_bar_that_refuses_is_an_error) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     barProc = reinterpret_cast<WNDPROC>(
         SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(refuse)));
     refusedAnswer = 0;
     refused = 0x443;
-    EXPECT_EQ(newItem("PushMenuItem", bar, 0), 0);
+    EXPECT_EQ(newItem(OS::PushMenuItem_New, bar, 0), 0);
     expectReport("PushMenuItem_New", -3, u"Unable to create new menu item");
     refused = 0x440;
     setText(item, u"Text");
@@ -768,7 +758,7 @@ TEST_F(MenuBarTest, a_bar_that_refuses_is_an_error) {
     expectReport("Widget_Dispose", -3, u"Unable to delete menu item");
     made.pop_back();
     refused = 0;
-    jint next = newItem("PushMenuItem", bar, 0);
+    jint next = newItem(OS::PushMenuItem_New, bar, 0);
     refused = 0x419;
     refusedAnswer = WPARAM(-1);
     dispose(next);
@@ -778,7 +768,7 @@ TEST_F(MenuBarTest, a_bar_that_refuses_is_an_error) {
 }
 
 TEST_F(MenuBarTest, an_item_is_enabled_although_the_bar_does_not_tell_its_state) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     setEnabled(item, false);
     barProc = reinterpret_cast<WNDPROC>(
         SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(refuse)));
@@ -791,8 +781,8 @@ TEST_F(MenuBarTest, an_item_is_enabled_although_the_bar_does_not_tell_its_state)
 }
 
 TEST_F(MenuBarTest, a_disposed_item_leaves_the_bar) {
-    newItem("PushMenuItem", bar, 0);
-    jint second = newItem("PushMenuItem", bar, 1);
+    newItem(OS::PushMenuItem_New, bar, 0);
+    jint second = newItem(OS::PushMenuItem_New, bar, 1);
     DWORD id = itemOf(second)->id;
     dispose(second);
     made.pop_back();
@@ -803,12 +793,12 @@ TEST_F(MenuBarTest, a_disposed_item_leaves_the_bar) {
 
 TEST_F(MenuBarTest, a_mark_in_a_bar_is_an_error) {
     jint item = newStateItem(bar, 0);
-    call<void(jint, jboolean)>("StateMenuItem_SetSelection", item, JNI_TRUE);
+    call(OS::StateMenuItem_SetSelection, item, true);
     expectReport("StateMenuItem_SetSelection", -3, u"Menu item doesn't exist");
 }
 
 TEST_F(MenuBarTest, a_tap_on_an_item_of_the_shown_bar_fires_once) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     setText(item, u"Exit");
     showBar(bar);
     listen(item);
@@ -819,17 +809,17 @@ TEST_F(MenuBarTest, a_tap_on_an_item_of_the_shown_bar_fires_once) {
 }
 
 TEST_F(MenuBarTest, a_command_of_a_bar_that_is_not_the_shells_fires_nothing) {
-    jint item = newItem("PushMenuItem", bar, 0);
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
     listen(item);
     SendMessageW(windowOf(shell), WM_COMMAND, itemOf(item)->id, reinterpret_cast<LPARAM>(window));
     EXPECT_TRUE(vm.takeEvents().empty());
 }
 
 TEST_F(MenuBarTest, a_cascade_item_drops_its_menu_down) {
-    jint cascade = newItem("CascadeMenuItem", bar, 0);
+    jint cascade = newItem(OS::CascadeMenuItem_New, bar, 0);
     setText(cascade, u"File");
-    jint menu = newMenu("DropDownMenu", shell);
-    jint open = newItem("PushMenuItem", menu, 0);
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint open = newItem(OS::PushMenuItem_New, menu, 0);
     jint save = newStateItem(menu, 1);
     setText(open, u"Open");
     setText(save, u"Save");
@@ -847,15 +837,15 @@ TEST_F(MenuBarTest, a_cascade_item_drops_its_menu_down) {
 }
 
 TEST_F(MenuTest, menus_with_items_leave_nothing_behind) {
-    jint first = newItem("PushMenuItem", newMenu("DropDownMenu", shell), 0);
+    jint first = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
     setAccelerator(first, 'A'); // makes the tables, which stay
     NoLeaks noLeaks;
     int references = vm.globalReferences;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint popup = call<jint(jint)>("PopupMenu_New", shell);
-        jint sub = call<jint(jint)>("DropDownMenu_New", shell);
-        jint item = call<jint(jint, jint)>("PushMenuItem_New", sub, 0);
-        jint cascade = call<jint(jint, jint)>("CascadeMenuItem_New", popup, 0);
+        jint popup = call(OS::PopupMenu_New, shell);
+        jint sub = call(OS::DropDownMenu_New, shell);
+        jint item = call(OS::PushMenuItem_New, sub, 0);
+        jint cascade = call(OS::CascadeMenuItem_New, popup, 0);
         setText(item, u"Text", u"Ctrl+T");
         setSubMenu(cascade, sub);
         setAccelerator(item, 4 << 16 | 'T');
@@ -866,8 +856,8 @@ TEST_F(MenuTest, menus_with_items_leave_nothing_behind) {
         }
     }
     for (int i = 0; i < 1000; ++i) {
-        jint bar = call<jint(jint)>("MenuBar_New", shell);
-        dispose(call<jint(jint, jint)>("PushMenuItem_New", bar, 0));
+        jint bar = call(OS::MenuBar_New, shell);
+        dispose(call(OS::PushMenuItem_New, bar, 0));
         dispose(bar);
     }
     EXPECT_EQ(vm.globalReferences, references);
@@ -882,7 +872,7 @@ class AcceleratorTest : public MenuTest {
     }
     std::vector<jint> newItems(int count) {
         std::vector<jint> items;
-        for (int i = 0; i < count; ++i) items.push_back(newItem("PushMenuItem", menu, i));
+        for (int i = 0; i < count; ++i) items.push_back(newItem(OS::PushMenuItem_New, menu, i));
         return items;
     }
     void press(BYTE key) { keybd_event(key, 0, 0, 0); }
@@ -899,11 +889,11 @@ class AcceleratorTest : public MenuTest {
         return events;
     }
     static constexpr jint alt = 1 << 16, shift = 2 << 16, control = 4 << 16;
-    jint menu = newMenu("PopupMenu", newButton(shell));
+    jint menu = newMenu(OS::PopupMenu_New, newButton(shell));
 };
 
 TEST_F(AcceleratorTest, belongs_to_the_shell_above_the_menus_owner) {
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     setAccelerator(item, alt | control | shift | 1023);
     ASSERT_EQ(accelerators().count, 1);
     EXPECT_EQ(accelerators().entries[0].fVirt, FVIRTKEY | FALT | FCONTROL | FSHIFT);
@@ -912,7 +902,7 @@ TEST_F(AcceleratorTest, belongs_to_the_shell_above_the_menus_owner) {
 }
 
 TEST_F(AcceleratorTest, set_twice_is_one) {
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     setAccelerator(item, control | 'a');
     setAccelerator(item, shift | 1012);
     ASSERT_EQ(accelerators().count, 1);
@@ -995,7 +985,7 @@ TEST_F(AcceleratorTest, its_keys_choose_the_item) {
 }
 
 TEST_F(AcceleratorTest, of_another_shell_is_not_taken) {
-    jint item = newItem("PushMenuItem", menu, 0);
+    jint item = newItem(OS::PushMenuItem_New, menu, 0);
     listen(item);
     setAccelerator(item, control | 'a');
     newShell();

@@ -8,13 +8,13 @@ class NestedShellsTest : public DeviceTest {
   protected:
     void openWithin(jint owner) {
         constexpr jint titled = 0x20, modal = 0x40;
-        jint child = call<jint(jint, jint)>("Shell_NewChild", owner, titled | modal);
+        jint child = call(OS::Shell_NewChild, owner, titled | modal);
         if (!child) return;
         ++depth;
-        call<void(jint, jobject)>("Widget_SetData", child, vm.newObject("test/Listener"));
+        call(OS::Widget_SetData, child, vm.newObject("test/Listener"));
         innermost = child;
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", child, 10, 40, 200, 200);
-        call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
+        call(OS::Control_SetBounds, child, 10, 40, 200, 200);
+        call(OS::Control_SetVisible, child, true);
         EXPECT_TRUE(IsWindowEnabled(windowOf(child))) << "what was opened within it is gone";
         dispose(child);
     }

@@ -9,9 +9,9 @@ class PointerTest : public DeviceTest {
   protected:
     PointerTest() {
         shell = newShell();
-        control = call<jint(jint, jint)>("Composite_New", shell, 0);
-        call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", control, 50, 60, 100, 80);
-        call<void(jint, jboolean)>("Control_SetVisible", control, JNI_TRUE);
+        control = call(OS::Composite_New, shell, 0);
+        call(OS::Control_SetBounds, control, 50, 60, 100, 80);
+        call(OS::Control_SetVisible, control, true);
         dispatchAll();
         moveTo(200, 200);
         listen(control);
@@ -22,11 +22,11 @@ class PointerTest : public DeviceTest {
     void moveTo(int x, int y) {
         POINT point = {x, y};
         ClientToScreen(windowOf(shell), &point);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
         dispatchAll();
     }
     void button(int type, int which) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, which);
+        call(OS::Display_PostPointerEvent, display, type, which);
         dispatchAll();
     }
     void send(UINT message, WPARAM wParam, int x, int y) {
@@ -218,7 +218,7 @@ TEST_F(PointerTest, the_shell_recognises_the_gesture_when_java_asks_for_it) {
 }
 
 TEST_F(PointerTest, a_tap_is_over_when_the_pointer_moves_to_another_control) {
-    jint other = call<jint(jint, jint)>("Composite_New", shell, 0);
+    jint other = call(OS::Composite_New, shell, 0);
     for (jint moved : {control, other}) {
         send(WM_LBUTTONDOWN, MK_LBUTTON, 12, 13);
         SendMessageW(windowOf(moved), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(12, 13));
@@ -250,10 +250,10 @@ TEST_F(PointerTest, the_pointer_enters_and_exits_controls) {
 }
 
 TEST_F(PointerTest, a_control_of_a_shell_that_the_display_does_not_list_is_not_entered) {
-    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_FALSE);
+    call(OS::Control_SetEnabled, shell, false);
     send(WM_MOUSEMOVE, 0, 3, 4);
     EXPECT_EQ(vm.takeEvents(), Events{"pointer(3, 3, 4, 0, 0)"});
-    call<void(jint, jboolean)>("Control_SetEnabled", shell, JNI_TRUE);
+    call(OS::Control_SetEnabled, shell, true);
 }
 
 // A key that is held while the pointer is used, and its bit.
@@ -265,7 +265,7 @@ struct HeldKey {
 class HeldKeyTest : public PointerTest, public testing::WithParamInterface<HeldKey> {
   protected:
     HeldKeyTest() {
-        call<jboolean(jint)>("Control_ForceFocus", control);
+        call(OS::Control_ForceFocus, control);
         keybd_event(GetParam().virtualKey, 0, 0, 0);
         dispatchAll();
         vm.takeEvents();

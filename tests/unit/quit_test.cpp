@@ -43,8 +43,8 @@ TEST_F(HeldBarTest, goes_on_scrolling_when_it_was_tapped_twice) {
 }
 
 TEST_F(HeldBarTest, of_the_window_itself_goes_on_scrolling) {
-    jint own = call<jint(jint)>("Scrollable_GetVerticalBar", shell);
-    call<void(jint, jint)>("Adjustable_SetMaximum", own, 1000);
+    jint own = call(OS::Scrollable_GetVerticalBar, shell);
+    call(OS::Adjustable_SetMaximum, own, 1000);
     listen(own);
     releaseAfterScrolls([this] { dispose(other); });
     RECT client;

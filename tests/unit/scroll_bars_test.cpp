@@ -8,17 +8,13 @@ static AdjustableRecord* record(jint bar) { return reinterpret_cast<AdjustableRe
 
 class ScrollBarsTest : public HeldBarTest {
   protected:
-    void turn(jint orientation) {
-        call<void(jint, jint)>("Scrollbar_SetOrientation", bar, orientation);
+    void turn(jint orientation) { call(OS::Scrollbar_SetOrientation, bar, orientation); }
+    void set(jint which, const Native<void(jint, jint)>& property, jint value) {
+        call(property, which, value);
     }
-    void set(jint which, const char* property, jint value) {
-        call<void(jint, jint)>(std::string("Adjustable_Set") + property, which, value);
-    }
-    jint get(jint which, const char* property) {
-        return call<jint(jint)>(std::string("Adjustable_Get") + property, which);
-    }
+    jint get(jint which, const Native<jint(jint)>& property) { return call(property, which); }
     void showOwn(jint own, bool shown) {
-        call<void(jint, jint, jboolean)>("Scrollable_SetAdjustableVisible", shell, own, shown);
+        call(OS::Scrollable_SetAdjustableVisible, shell, own, shown);
         dispatchAll();
     }
     Events scroll(WORD code) {
@@ -46,9 +42,9 @@ TEST_F(ScrollBarsTest, moves_are_told_with_all_buttons_that_are_held) {
         SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
         EXPECT_EQ(vm.takeEvents().back(), row.move);
         for (jint button : row.held) post(2, button);
-        call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_FALSE); // nothing is tracked
+        call(OS::Control_SetEnabled, bar, false); // nothing is tracked
         dispatchAll();
-        call<void(jint, jboolean)>("Control_SetEnabled", bar, JNI_TRUE);
+        call(OS::Control_SetEnabled, bar, true);
     }
 }
 
@@ -71,7 +67,7 @@ TEST_F(ScrollBarsTest, a_move_in_one_direction_is_a_move) {
 }
 
 TEST_F(ScrollBarsTest, a_turned_bar_that_had_the_focus_tells_that_it_lost_it) {
-    call<jboolean(jint)>("Control_ForceFocus", bar);
+    call(OS::Control_ForceFocus, bar);
     listen(bar);
     turn(16);
     EXPECT_EQ(vm.takeEvents(), Events{"focus(2)"});
@@ -80,7 +76,7 @@ TEST_F(ScrollBarsTest, a_turned_bar_that_had_the_focus_tells_that_it_lost_it) {
 }
 
 TEST_F(ScrollBarsTest, a_bar_turned_by_its_listener_of_the_focus_is_turned_once_more) {
-    call<jboolean(jint)>("Control_ForceFocus", bar);
+    call(OS::Control_ForceFocus, bar);
     listen(bar);
     vm.behavior["focus"] = [this](const std::vector<jint>&) {
         turn(8);
@@ -115,44 +111,46 @@ TEST_F(ScrollBarsTest, a_bar_turned_while_it_scrolls_is_released_once_where_the_
 TEST_F(ScrollBarsTest, a_step_beyond_all_numbers_leads_to_the_end) {
     constexpr jint most = 0x7FFFFFFF;
     listen(bar);
-    for (const char* increment : {"UnitIncrement", "BlockIncrement"}) set(bar, increment, most);
+    for (const auto& increment :
+         {OS::Adjustable_SetUnitIncrement, OS::Adjustable_SetBlockIncrement})
+        set(bar, increment, most);
     for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEDOWN, "scrolled(90, 1)"},
                                {SB_PAGEDOWN, "scrolled(90, 3)"}}) {
-        set(bar, "Value", 50);
+        set(bar, OS::Adjustable_SetValue, 50);
         EXPECT_EQ(scroll(code), Events{event});
     }
     for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEUP, "scrolled(-100, 0)"},
                                {SB_PAGEUP, "scrolled(-100, 2)"}}) {
-        set(bar, "Minimum", -100);
-        set(bar, "Value", -50);
+        set(bar, OS::Adjustable_SetMinimum, -100);
+        set(bar, OS::Adjustable_SetValue, -50);
         EXPECT_EQ(scroll(code), Events{event});
     }
-    set(bar, "UnitIncrement", -most - 1);
-    set(bar, "Value", 50);
+    set(bar, OS::Adjustable_SetUnitIncrement, -most - 1);
+    set(bar, OS::Adjustable_SetValue, 50);
     EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(90, 0)"});
 }
 
 TEST_F(ScrollBarsTest, a_shown_bar_whose_range_is_empty_has_one_of_one_step) {
-    jint bare = call<jint(jint)>("Scrollbar_New", shell);
-    set(bare, "Minimum", 10);
-    set(bare, "Maximum", 5);
-    call<void(jint, jboolean)>("Control_SetVisible", bare, JNI_TRUE);
+    jint bare = call(OS::Scrollbar_New, shell);
+    set(bare, OS::Adjustable_SetMinimum, 10);
+    set(bare, OS::Adjustable_SetMaximum, 5);
+    call(OS::Control_SetVisible, bare, true);
     SCROLLINFO info = {};
     info.cbSize = sizeof(info);
     info.fMask = SIF_RANGE;
     GetScrollInfo(windowOf(bare), SB_CTL, &info);
     EXPECT_EQ(info.nMin, 10);
     EXPECT_EQ(info.nMax, 11);
-    EXPECT_EQ(get(bare, "Maximum"), 5) << "as it was set";
+    EXPECT_EQ(get(bare, OS::Adjustable_GetMaximum), 5) << "as it was set";
 }
 
 // A shell's own bar, which changes the shell's size.
 class OwnBarTest : public ScrollBarsTest {
   protected:
     OwnBarTest() {
-        own = call<jint(jint)>("Scrollable_GetVerticalBar", shell);
-        set(own, "Maximum", 8); // less than its page
-        set(own, "VisibleAmount", 10);
+        own = call(OS::Scrollable_GetVerticalBar, shell);
+        set(own, OS::Adjustable_SetMaximum, 8); // less than its page
+        set(own, OS::Adjustable_SetVisibleAmount, 10);
         showOwn(own, false);
         listen(shell);
     }
@@ -170,13 +168,13 @@ class OwnBarTest : public ScrollBarsTest {
 
 TEST_F(OwnBarTest, keeps_what_a_listener_sets_while_it_is_being_shown) {
     onResize([this] {
-        set(own, "Maximum", 500);
-        set(own, "VisibleAmount", 20);
+        set(own, OS::Adjustable_SetMaximum, 500);
+        set(own, OS::Adjustable_SetVisibleAmount, 20);
     });
     showOwn(own, true);
     EXPECT_GT(resizes, 0);
-    EXPECT_EQ(get(own, "Maximum"), 500);
-    EXPECT_EQ(get(own, "VisibleAmount"), 20);
+    EXPECT_EQ(get(own, OS::Adjustable_GetMaximum), 500);
+    EXPECT_EQ(get(own, OS::Adjustable_GetVisibleAmount), 20);
 }
 
 // Freed blocks are kept and filled, so that a later write to one shows.
@@ -226,9 +224,7 @@ class GoneShellTest : public OwnBarTest {
     void expectGoneWhenShown(bool shown) {
         showOwn(own, !shown);
         resizes = 0;
-        expectNothingTouched([&] {
-            call<void(jint, jint, jboolean)>("Scrollable_SetAdjustableVisible", shell, own, shown);
-        });
+        expectNothingTouched([&] { call(OS::Scrollable_SetAdjustableVisible, shell, own, shown); });
     }
 };
 
@@ -244,6 +240,6 @@ TEST_F(GoneShellTest, is_not_touched_when_its_bar_was_being_made) {
     dispatchAll();
     resizes = 0;
     jint made = -1;
-    expectNothingTouched([&] { made = call<jint(jint)>("Scrollable_GetHorizontalBar", shell); });
+    expectNothingTouched([&] { made = call(OS::Scrollable_GetHorizontalBar, shell); });
     EXPECT_EQ(made, 0);
 }

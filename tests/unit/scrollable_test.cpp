@@ -1,12 +1,10 @@
 #include "control/scrollable.h"
 #include "device.h"
 
-using New = jint(jint, jint);
-
 class ScrollableTest : public DeviceTest {
   protected:
     std::vector<jint> insetsOf(jint control) {
-        return vm.ints(call<jobject(jint)>("Scrollable_GetInsets", control));
+        return vm.ints(call(OS::Scrollable_GetInsets, control));
     }
 };
 
@@ -20,11 +18,11 @@ TEST_F(ScrollableTest, window_styles_follow_the_java_style) {
 
 TEST_F(ScrollableTest, insets_are_the_border_and_the_scroll_bars) {
     jint shell = newShell();
-    jint composite = call<New>("Composite_New", shell, 0x20000 | 0x800);
+    jint composite = call(OS::Composite_New, shell, 0x20000 | 0x800);
     int border = GetSystemMetrics(SM_CXBORDER);
     EXPECT_EQ(insetsOf(composite),
               (std::vector<jint>{border, border, border + GetSystemMetrics(SM_CXVSCROLL), border}));
-    jint plain = call<New>("Composite_New", shell, 0x10000);
+    jint plain = call(OS::Composite_New, shell, 0x10000);
     EXPECT_EQ(insetsOf(plain), (std::vector<jint>{0, 0, 0, GetSystemMetrics(SM_CYHSCROLL)}));
 }
 
@@ -33,10 +31,10 @@ TEST_F(ScrollableTest, a_shell_without_frame_has_no_insets) {
 }
 
 TEST_F(ScrollableTest, capabilities) {
-    EXPECT_EQ(call<jint(jint)>("Platform_GetCapability", 2), 1);
-    EXPECT_EQ(call<jint(jint)>("Platform_GetCapability", 4), 4158);
+    EXPECT_EQ(call(OS::Platform_GetCapability, 2), 1);
+    EXPECT_EQ(call(OS::Platform_GetCapability, 4), 4158);
     for (jint other : {-1, 0, 1, 3, 5, 1000})
-        EXPECT_EQ(call<jint(jint)>("Platform_GetCapability", other), 0) << other;
+        EXPECT_EQ(call(OS::Platform_GetCapability, other), 0) << other;
 }
 
 // What a child answers to a reflected notification.
@@ -54,10 +52,10 @@ static LRESULT CALLBACK answerNotification(HWND window, UINT message, WPARAM wPa
 }
 
 TEST_F(ScrollableTest, a_notification_of_a_grandchild_is_offered_to_the_child_that_holds_it) {
-    jint outer = call<New>("Composite_New", newShell(), 0);
-    jint child = call<New>("Composite_New", outer, 0);
-    jint sibling = call<New>("Composite_New", outer, 0);
-    jint grandchild = call<New>("PushButton_New", child, 0);
+    jint outer = call(OS::Composite_New, newShell(), 0);
+    jint child = call(OS::Composite_New, outer, 0);
+    jint sibling = call(OS::Composite_New, outer, 0);
+    jint grandchild = call(OS::PushButton_New, child, 0);
     for (jint each : {child, sibling})
         childProc = reinterpret_cast<WNDPROC>(SetWindowLongW(
             windowOf(each), GWL_WNDPROC, reinterpret_cast<LONG>(answerNotification)));
@@ -74,8 +72,8 @@ TEST_F(ScrollableTest, a_notification_of_a_grandchild_is_offered_to_the_child_th
 
 TEST_F(ScrollableTest, a_notification_of_a_stranger_is_offered_to_no_child) {
     jint shell = newShell();
-    jint outer = call<New>("Composite_New", shell, 0);
-    jint child = call<New>("Composite_New", outer, 0);
+    jint outer = call(OS::Composite_New, shell, 0);
+    jint child = call(OS::Composite_New, outer, 0);
     jint stranger = newButton(shell);
     childProc = reinterpret_cast<WNDPROC>(
         SetWindowLongW(windowOf(child), GWL_WNDPROC, reinterpret_cast<LONG>(answerNotification)));
@@ -91,11 +89,11 @@ TEST_F(ScrollableTest, a_notification_of_a_stranger_is_offered_to_no_child) {
 }
 
 TEST_F(ScrollableTest, a_composite_that_lost_the_focus_again_does_not_report_it) {
-    jint composite = call<New>("Composite_New", newShell(), 0);
+    jint composite = call(OS::Composite_New, newShell(), 0);
     listen(composite);
     EXPECT_EQ(SendMessageW(windowOf(composite), WM_SETFOCUS, 0, 0), 1);
     EXPECT_TRUE(vm.takeEvents().empty());
-    call<void(jint, jboolean)>("Control_SetVisible", composite, JNI_TRUE);
+    call(OS::Control_SetVisible, composite, true);
     SetFocus(windowOf(composite));
     Events events = vm.takeEvents();
     EXPECT_EQ(std::count(events.begin(), events.end(), "focus(1)"), 1);
@@ -105,7 +103,7 @@ class ChildColorTest : public ScrollableTest {
   protected:
     ChildColorTest() {
         shell = newShell();
-        button = newButton(shell, "Checkbox");
+        button = newButton(shell, OS::Checkbox_New);
         context = GetDC(windowOf(button));
         ask(); // leaves the native colours in the context
         nativeText = GetTextColor(context);

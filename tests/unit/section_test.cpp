@@ -58,12 +58,12 @@ TEST_F(SectionTest, of_16_and_32_bits_is_made_with_its_masks) {
 TEST_F(SectionTest, for_blending_is_made_with_its_masks) {
     jint target = made(newImage(4, 4, 0));
     jint image = made(newDirect(2, 1, {1, 2}, 24, -1, 128));
-    jint graphics = call<jint(jint)>("Image_NewGraphics", target);
+    jint graphics = call(OS::Image_NewGraphics, target);
     headers.clear();
     masks.clear();
-    call<void(jint, jint, jint, jint)>("Graphics_DrawImage", graphics, image, 0, 0);
+    call(OS::Graphics_DrawImage, graphics, image, 0, 0);
     expectMasks();
-    call<void(jint)>("Graphics_Dispose", graphics);
+    call(OS::Graphics_Dispose, graphics);
 }
 
 TEST_F(SectionTest, whose_bytes_cannot_be_counted_is_not_asked_for) {

@@ -30,8 +30,7 @@ class SequenceTest : public DeviceTest {
         button = newButton(shell);
         POINT middle = {50, 20};
         ClientToScreen(windowOf(button), &middle);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, middle.x,
-                                         middle.y);
+        call(OS::Display_PostPointerMoveEvent, display, middle.x, middle.y);
         dispatchAll();
         listen(button);
         listen(shell);
@@ -39,7 +38,7 @@ class SequenceTest : public DeviceTest {
         recorder.watch(windowOf(button), "button");
     }
     void post(jint type) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        call(OS::Display_PostPointerEvent, display, type, 8);
         dispatchAll();
     }
 
@@ -73,17 +72,17 @@ TEST_F(SequenceTest, a_tap_goes_from_the_press_over_the_notice_to_the_selection)
 }
 
 TEST_F(SequenceTest, the_parent_is_told_before_a_child_is_moved) {
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", button, 1, 2, 30, 20);
+    call(OS::Control_SetBounds, button, 1, 2, 30, 20);
     expectSequence(vm.takeEvents(),
                    {{"shell child moves"}, {"button set bounds"}, {"button WM_SIZE"}});
 }
 
 TEST_F(SequenceTest, a_child_shell_takes_the_activation_and_gives_it_back) {
-    jint child = call<jint(jint, jint)>("Shell_NewChild", shell, 0);
+    jint child = call(OS::Shell_NewChild, shell, 0);
     recorder.watch(windowOf(child), "child");
     listen(child);
     vm.takeEvents();
-    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
+    call(OS::Control_SetVisible, child, true);
     expectSequence(vm.takeEvents(), {
                                         {"child set visible"},
                                         {"shell WM_ACTIVATE"},
@@ -103,14 +102,14 @@ TEST_F(SequenceTest, a_child_shell_takes_the_activation_and_gives_it_back) {
 
 TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enables_it_after) {
     constexpr jint modal = 0x40;
-    jint child = call<jint(jint, jint)>("Shell_NewChild", shell, modal);
+    jint child = call(OS::Shell_NewChild, shell, modal);
     RECT client;
     GetClientRect(windowOf(shell), &client);
     const std::string size = std::to_string(client.right) + ", " + std::to_string(client.bottom);
     const std::string resized = "resize(" + size + ")";
     recorder.watch(windowOf(child), "child");
     vm.takeEvents();
-    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_TRUE);
+    call(OS::Control_SetVisible, child, true);
     expectSequence(vm.takeEvents(), {
                                         {"child set visible"},
                                         {"shell WM_KILLFOCUS", Step::optional},
@@ -124,7 +123,7 @@ TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enabl
                                         {"child WM_SETFOCUS"},
                                         {"child WM_SIZE", Step::optional},
                                     });
-    call<void(jint, jboolean)>("Control_SetVisible", child, JNI_FALSE);
+    call(OS::Control_SetVisible, child, false);
     expectSequence(vm.takeEvents(), {
                                         {"child set visible"},
                                         {"shell WM_ENABLE"},
@@ -143,8 +142,8 @@ TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enabl
 class MenuSequenceTest : public SequenceTest {
   protected:
     MenuSequenceTest() {
-        menu = call<jint(jint)>("PopupMenu_New", shell);
-        item = call<jint(jint, jint)>("PushMenuItem_New", menu, 0);
+        menu = call(OS::PopupMenu_New, shell);
+        item = call(OS::PushMenuItem_New, menu, 0);
         listen(item);
     }
     ~MenuSequenceTest() override {
@@ -161,7 +160,7 @@ TEST_F(MenuSequenceTest, a_chosen_item_fires_after_the_menu_has_gone) {
     release(VK_DOWN);
     press(VK_RETURN);
     release(VK_RETURN);
-    call<void(jint, jint, jint)>("PopupMenu_Show", menu, 10, 10);
+    call(OS::PopupMenu_Show, menu, 10, 10);
     dispatchAll();
     expectSequence(vm.takeEvents(), {
                                         {"shell track menu"},
@@ -174,7 +173,7 @@ TEST_F(MenuSequenceTest, a_chosen_item_fires_after_the_menu_has_gone) {
 }
 
 TEST_F(MenuSequenceTest, a_control_shift_accelerator_is_a_command_to_the_focused_window) {
-    call<void(jint, jint)>("LabeledMenuItem_SetAccelerator", item, 6 << 16 | 'g');
+    call(OS::LabeledMenuItem_SetAccelerator, item, 6 << 16 | 'g');
     SetFocus(windowOf(button));
     dispatchAll();
     vm.takeEvents();
@@ -193,9 +192,9 @@ TEST_F(MenuSequenceTest, a_control_shift_accelerator_is_a_command_to_the_focused
 }
 
 TEST_F(SequenceTest, a_scroll_code_is_a_message_to_the_parent_and_one_event_of_the_bar) {
-    jint bar = call<jint(jint)>("Scrollbar_New", shell);
-    call<void(jint, jint, jint, jint, jint)>("Control_SetBounds", bar, 200, 30, 13, 100);
-    call<void(jint, jboolean)>("Control_SetVisible", bar, JNI_TRUE);
+    jint bar = call(OS::Scrollbar_New, shell);
+    call(OS::Control_SetBounds, bar, 200, 30, 13, 100);
+    call(OS::Control_SetVisible, bar, true);
     dispatchAll();
     recorder.watch(windowOf(bar), "bar");
     listen(bar);

@@ -23,13 +23,11 @@ class ServicesTest : public DeviceTest {
     }
     int keySentFor(jint key) {
         keys.clear();
-        EXPECT_EQ(
-            (call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, 1, key, 0)),
-            JNI_TRUE);
+        EXPECT_EQ(call(OS::Display_PostKeyEvent, display, 1, key, u'\0'), JNI_TRUE);
         return keys.at(0).first;
     }
     jboolean post(jint type, jint button) {
-        return call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, button);
+        return call(OS::Display_PostPointerEvent, display, type, button);
     }
     Faults faults;
 };
@@ -48,8 +46,8 @@ TEST_F(ServicesTest, keys_are_sent_as_virtual_keys) {
 }
 
 TEST_F(ServicesTest, a_press_goes_down_and_any_other_type_up) {
-    call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, 1, 'a', 'x');
-    call<jboolean(jint, jint, jint, jchar)>("Display_PostKeyEvent", display, 2, 'a', 'x');
+    call(OS::Display_PostKeyEvent, display, 1, 'a', u'x');
+    call(OS::Display_PostKeyEvent, display, 2, 'a', u'x');
     EXPECT_EQ(keys, (std::vector<std::pair<BYTE, DWORD>>{{'A', 1}, {'A', 3}}));
 }
 
@@ -76,14 +74,13 @@ TEST_F(ServicesTest, input_that_the_system_refuses_is_told) {
     faults.replace("SendInput", nullptr);
     faults.fail("SendInput", 0);
     EXPECT_EQ(post(1, 8), JNI_FALSE);
-    EXPECT_EQ((call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 1, 1)),
-              JNI_FALSE);
+    EXPECT_EQ(call(OS::Display_PostPointerMoveEvent, display, 1, 1), JNI_FALSE);
 }
 
 TEST_F(ServicesTest, a_move_is_absolute_on_the_scale_of_the_screen) {
     LONG right = theDevice().screen.cx - 1, bottom = theDevice().screen.cy - 1;
-    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, right, bottom);
-    call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 100, 7);
+    call(OS::Display_PostPointerMoveEvent, display, right, bottom);
+    call(OS::Display_PostPointerMoveEvent, display, 100, 7);
     EXPECT_EQ(sent.at(0).mi.dwFlags, 0x8001u);
     EXPECT_EQ(sent.at(0).mi.dx, 65535);
     EXPECT_EQ(sent.at(0).mi.dy, 65535);
@@ -96,7 +93,7 @@ TEST_F(ServicesTest, a_real_move_reaches_exactly_its_pixel) {
     LONG right = theDevice().screen.cx - 1, bottom = theDevice().screen.cy - 1;
     for (POINT point : {POINT{0, 0}, POINT{right, bottom}, POINT{1, 1}, POINT{100, 7},
                         POINT{right - 1, bottom - 1}}) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, point.x, point.y);
+        call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
         POINT now;
         GetCursorPos(&now);
         EXPECT_EQ(now.x, point.x);
@@ -112,30 +109,29 @@ static BOOL WINAPI answerWorkArea(UINT action, UINT, void* data, UINT) {
 
 TEST_F(ServicesTest, insets_are_what_the_work_area_leaves_of_the_screen) {
     faults.replace("SystemParametersInfoW", reinterpret_cast<void*>(answerWorkArea));
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Display_GetInsets", display)),
-              (std::vector<jint>{1, 26, 2, 20}));
+    EXPECT_EQ(vm.ints(call(OS::Display_GetInsets, display)), (std::vector<jint>{1, 26, 2, 20}));
 }
 
 TEST_F(ServicesTest, clearing_the_focus_leaves_no_window_with_it) {
     jint button = newButton(newShell());
-    call<jboolean(jint)>("Control_ForceFocus", button);
+    call(OS::Control_ForceFocus, button);
     ASSERT_EQ(GetFocus(), windowOf(button));
-    call<void(jint)>("Display_ClearFocus", display);
+    call(OS::Display_ClearFocus, display);
     EXPECT_EQ(GetFocus(), nullptr);
 }
 
 TEST_F(ServicesTest, the_beep_beeps) {
-    call<void(jint)>("Display_Beep", display);
+    call(OS::Display_Beep, display);
     EXPECT_EQ(faults.countCalls("MessageBeep"), 1);
 }
 
 TEST_F(ServicesTest, a_full_screen_shell_is_not_offered_and_no_error) {
-    call<void(jint, jint)>("Display_SetFullScreenShell", display, 0);
+    call(OS::Display_SetFullScreenShell, display, 0);
     EXPECT_TRUE(faults.calls().empty());
     EXPECT_TRUE(vm.reports.empty());
 }
 
 TEST_F(ServicesTest, the_screen_is_the_devices) {
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
+    EXPECT_EQ(vm.ints(call(OS::Device_GetBounds, display)),
               (std::vector<jint>{0, 0, theDevice().screen.cx, theDevice().screen.cy}));
 }

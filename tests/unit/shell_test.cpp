@@ -7,17 +7,14 @@
 #include "variety.h"
 #include <thread>
 
-using New = jint(jint, jint);
-using SetBounds = void(jint, jint, jint, jint, jint);
-
 class ShellTest : public DeviceTest {
   protected:
     static ShellRecord* record(jint shell) { return reinterpret_cast<ShellRecord*>(shell); }
     std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call<jobject(jint)>("Control_GetBounds", control));
+        return vm.ints(call(OS::Control_GetBounds, control));
     }
     void show(jint shell, bool shown = true) {
-        call<void(jint, jboolean)>("Control_SetVisible", shell, shown);
+        call(OS::Control_SetVisible, shell, shown);
         dispatchAll();
     }
 };
@@ -42,7 +39,7 @@ TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_t
     jint shell = newShell();
     std::vector<jint> before = boundsOf(shell);
     listen(shell);
-    call<SetBounds>("Control_SetBounds", shell, 10, 20, 30, 40);
+    call(OS::Control_SetBounds, shell, 10, 20, 30, 40);
     EXPECT_EQ(boundsOf(shell), before);
     EXPECT_EQ(vm.takeEvents(), (Events{"resize(" + std::to_string(before[2]) + ", " +
                                            std::to_string(before[3]) + ")",
@@ -50,18 +47,18 @@ TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_t
 }
 
 TEST_F(ShellTest, a_child_shell_moves_and_sizes) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
-    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    jint child = call(OS::Shell_NewChild, newShell(), 0x20);
+    call(OS::Control_SetBounds, child, 10, 20, 130, 140);
     EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 140}));
     dispose(child);
 }
 
 TEST_F(ShellTest, a_child_shell_that_cannot_be_moved_is_an_error) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0);
+    jint child = call(OS::Shell_NewChild, newShell(), 0);
     {
         Faults faults;
         faults.fail("SetWindowPos", 1, ERROR_ACCESS_DENIED);
-        call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+        call(OS::Control_SetBounds, child, 10, 20, 130, 140);
     }
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Control_SetBounds");
@@ -71,7 +68,7 @@ TEST_F(ShellTest, a_child_shell_that_cannot_be_moved_is_an_error) {
 }
 
 TEST_F(ShellTest, the_caption_button_asks_to_close_and_closes_nothing) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x21);
+    jint child = call(OS::Shell_NewChild, newShell(), 0x21);
     show(child);
     listen(child);
     HWND window = windowOf(child);
@@ -86,7 +83,7 @@ TEST_F(ShellTest, the_caption_button_asks_to_close_and_closes_nothing) {
 
 TEST_F(ShellTest, activation_and_deactivation_are_reported) {
     jint shell = newShell();
-    jint child = call<New>("Shell_NewChild", shell, 0);
+    jint child = call(OS::Shell_NewChild, shell, 0);
     listen(shell);
     show(child);
     Events events = vm.takeEvents();
@@ -115,9 +112,9 @@ TEST_F(ShellTest, an_activated_top_shell_takes_on_a_changed_work_area) {
 TEST_F(ShellTest, only_asking_to_maximise_moves_a_shell) {
     jint shell = newShell();
     SetWindowPos(windowOf(shell), nullptr, 5, 5, 50, 50, SWP_NOZORDER);
-    call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_FALSE);
+    call(OS::Shell_SetMaximized, shell, false);
     EXPECT_EQ(boundsOf(shell)[2], 50);
-    call<void(jint, jboolean)>("Shell_SetMaximized", shell, JNI_TRUE);
+    call(OS::Shell_SetMaximized, shell, true);
     EXPECT_EQ(boundsOf(shell)[2], theDevice().screen.cx);
 }
 
@@ -129,8 +126,8 @@ TEST_F(ShellTest, a_minimised_shell_says_so) {
 }
 
 TEST_F(ShellTest, what_the_system_tells_of_its_size_is_told_in_pixels_of_its_window) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
-    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    jint child = call(OS::Shell_NewChild, newShell(), 0x20);
+    call(OS::Control_SetBounds, child, 10, 20, 130, 140);
     listen(child);
     HWND window = windowOf(child);
     SetWindowPos(window, nullptr, 0, 0, 90, 70, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
@@ -147,8 +144,8 @@ TEST_F(ShellTest, what_the_system_tells_of_its_size_is_told_in_pixels_of_its_win
 }
 
 TEST_F(ShellTest, that_is_moved_tells_where_its_window_is_on_the_screen) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
-    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 140);
+    jint child = call(OS::Shell_NewChild, newShell(), 0x20);
+    call(OS::Control_SetBounds, child, 10, 20, 130, 140);
     listen(child);
     SetWindowPos(windowOf(child), nullptr, 31, 52, 0, 0,
                  SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -170,11 +167,10 @@ TEST_F(ShellTest, activated_while_it_is_minimised_is_not_in_use) {
 
 TEST_F(ShellTest, wants_no_room_and_neither_does_a_composite) {
     jint shell = newShell();
-    jint child = call<New>("Shell_NewChild", shell, 0);
-    jint composite = call<New>("Composite_New", shell, 0);
+    jint child = call(OS::Shell_NewChild, shell, 0);
+    jint composite = call(OS::Composite_New, shell, 0);
     for (jint control : {shell, child, composite})
-        EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetMinimumSize", control)),
-                  (std::vector<jint>{0, 0}));
+        EXPECT_EQ(vm.ints(call(OS::Control_GetMinimumSize, control)), (std::vector<jint>{0, 0}));
     dispose(child);
 }
 
@@ -188,7 +184,7 @@ TEST_F(ShellTest, asks_for_the_tool_bar_of_the_librarys_own_resource) {
     constexpr UINT toolBar = 100, emptyBar = 2;
     Faults faults;
     faults.replace("SHCreateMenuBar", reinterpret_cast<void*>(recordMenuBar));
-    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    EXPECT_EQ(call(OS::Shell_New, display, 0), 0);
     EXPECT_EQ(askedBar.cbSize, sizeof(askedBar));
     EXPECT_EQ(askedBar.dwFlags, emptyBar);
     EXPECT_EQ(askedBar.nToolBarId, toolBar);
@@ -198,11 +194,11 @@ TEST_F(ShellTest, asks_for_the_tool_bar_of_the_librarys_own_resource) {
 
 TEST_F(ShellTest, the_title_is_set) {
     jint shell = newShell();
-    call<void(jint, jstring)>("Shell_SetText", shell, vm.newString(u"A title"));
+    call(OS::Shell_SetText, shell, vm.newString(u"A title"));
     wchar_t text[20];
     GetWindowTextW(windowOf(shell), text, 20);
     EXPECT_STREQ(text, L"A title");
-    call<void(jint, jstring)>("Shell_SetText", shell, static_cast<jstring>(nullptr));
+    call(OS::Shell_SetText, shell, nullptr);
     EXPECT_EQ(GetWindowTextLengthW(windowOf(shell)), 0);
 }
 
@@ -210,12 +206,12 @@ TEST_F(ShellTest, styles_of_shells) {
     jint top = newShell(false, 0x1);
     LONG style = GetWindowLongW(windowOf(top), GWL_STYLE);
     EXPECT_EQ(style & (WS_SYSMENU | WS_CAPTION | WS_POPUP | WS_CHILD | WS_TABSTOP), WS_SYSMENU);
-    jint child = call<New>("Shell_NewChild", top, 0x20);
+    jint child = call(OS::Shell_NewChild, top, 0x20);
     style = GetWindowLongW(windowOf(child), GWL_STYLE);
     EXPECT_EQ(style & WS_CAPTION, WS_CAPTION);
     EXPECT_TRUE(style & WS_POPUP);
     EXPECT_EQ(GetWindow(windowOf(child), GW_OWNER), windowOf(top));
-    jint plain = call<New>("Shell_NewChild", top, 0x800);
+    jint plain = call(OS::Shell_NewChild, top, 0x800);
     style = GetWindowLongW(windowOf(plain), GWL_STYLE);
     EXPECT_EQ(style & WS_CAPTION, WS_BORDER);
     dispose(plain);
@@ -226,7 +222,7 @@ TEST_F(ShellTest, a_window_that_cannot_be_made_is_an_error) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("CreateWindowExW", 1, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    EXPECT_EQ(call(OS::Shell_New, display, 0), 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.function, "Shell_New");
     EXPECT_EQ(report.code, -3);
@@ -236,7 +232,7 @@ TEST_F(ShellTest, a_window_that_cannot_be_made_is_an_error) {
 TEST_F(ShellTest, no_memory_for_a_shell_gives_none_and_no_error) {
     Faults faults;
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<New>("Shell_New", display, 0), 0);
+    EXPECT_EQ(call(OS::Shell_New, display, 0), 0);
     EXPECT_TRUE(vm.reports.empty());
 }
 
@@ -244,7 +240,7 @@ TEST_F(ShellTest, a_menu_bar_that_cannot_be_made_is_an_error) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("SHCreateMenuBar");
-    call<New>("Shell_New", display, 0);
+    call(OS::Shell_New, display, 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -4);
     EXPECT_EQ(report.message, u"Unable to create menu bar!");
@@ -254,7 +250,7 @@ TEST_F(ShellTest, a_shell_that_cannot_be_listed_is_an_error) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("LocalAlloc", 3);
-    call<New>("Shell_New", display, 0);
+    call(OS::Shell_New, display, 0);
     TestVm::Report report = onlyReport();
     EXPECT_EQ(report.code, -3);
     EXPECT_EQ(report.message, u"Could not add control to control list");
@@ -263,12 +259,11 @@ TEST_F(ShellTest, a_shell_that_cannot_be_listed_is_an_error) {
 TEST_F(ShellTest, a_shell_made_on_another_thread_belongs_to_the_displays) {
     jint shell = 0;
     std::thread maker([&] {
-        shell = call<New>("Shell_New", display, 0);
-        call<jint(jint)>("Display_Wake", display);
+        shell = call(OS::Shell_New, display, 0);
+        call(OS::Display_Wake, display);
     });
     while (!shell) {
-        if (!call<jboolean(jint)>("Display_ReadAndDispatch", display))
-            call<jint(jint)>("Display_Sleep", display);
+        if (!call(OS::Display_ReadAndDispatch, display)) call(OS::Display_Sleep, display);
     }
     maker.join();
     EXPECT_EQ(GetWindowThreadProcessId(windowOf(shell), nullptr), GetCurrentThreadId());
@@ -278,34 +273,34 @@ TEST_F(ShellTest, a_shell_made_on_another_thread_belongs_to_the_displays) {
 TEST_F(ShellTest, minimising_and_images_are_not_this_platforms) {
     jint shell = newShell();
     Faults faults;
-    call<void(jint, jboolean)>("Shell_SetMinimized", shell, JNI_TRUE);
-    EXPECT_FALSE(call<jboolean(jint)>("Shell_GetMinimized", shell));
-    call<void(jint, jint)>("Shell_SetImage", shell, 1);
+    call(OS::Shell_SetMinimized, shell, true);
+    EXPECT_FALSE(call(OS::Shell_GetMinimized, shell));
+    call(OS::Shell_SetImage, shell, 1);
     EXPECT_TRUE(faults.calls().empty()) << "nothing is done";
 }
 
 TEST_F(ShellTest, a_child_shell_becomes_resizable_a_top_shell_does_not) {
     jint top = newShell();
-    jint child = call<New>("Shell_NewChild", top, 0x20);
+    jint child = call(OS::Shell_NewChild, top, 0x20);
     auto isResizable = [](jint shell) {
         return (GetWindowLongW(windowOf(shell), GWL_STYLE) & WS_THICKFRAME) != 0;
     };
     for (jint shell : {top, child}) {
-        call<void(jint, jboolean)>("Shell_SetResizable", shell, JNI_TRUE);
+        call(OS::Shell_SetResizable, shell, true);
         EXPECT_EQ(isResizable(shell), shell == child);
-        call<void(jint, jboolean)>("Shell_SetResizable", shell, JNI_FALSE);
+        call(OS::Shell_SetResizable, shell, false);
         EXPECT_FALSE(isResizable(shell));
     }
     dispose(child);
 }
 
 TEST_F(ShellTest, a_frame_that_makes_a_shell_resizable_is_there_at_once) {
-    jint child = call<New>("Shell_NewChild", newShell(), 0x20);
-    call<SetBounds>("Control_SetBounds", child, 20, 40, 160, 100);
+    jint child = call(OS::Shell_NewChild, newShell(), 0x20);
+    call(OS::Control_SetBounds, child, 20, 40, 160, 100);
     show(child);
     RECT before, after;
     GetClientRect(windowOf(child), &before);
-    call<void(jint, jboolean)>("Shell_SetResizable", child, JNI_TRUE);
+    call(OS::Shell_SetResizable, child, true);
     GetClientRect(windowOf(child), &after);
     EXPECT_LT(after.right, before.right);
     dispose(child);
@@ -314,16 +309,14 @@ TEST_F(ShellTest, a_frame_that_makes_a_shell_resizable_is_there_at_once) {
 // The person at the device taps the caption's OK button.
 TEST_F(ShellTest, a_tapped_ok_button_asks_to_close_where_there_is_one) {
     for (jint closeBox : {0x0, 0x1}) {
-        jint child = call<New>("Shell_NewChild", newShell(), 0x20 | closeBox);
-        call<SetBounds>("Control_SetBounds", child, 20, 40, 160, 100);
+        jint child = call(OS::Shell_NewChild, newShell(), 0x20 | closeBox);
+        call(OS::Control_SetBounds, child, 20, 40, 160, 100);
         show(child);
         POINT corner = {0, 0};
         ClientToScreen(windowOf(child), &corner);
         listen(child);
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, 163,
-                                         (40 + corner.y) / 2 + 1);
-        for (jint type : {1, 2})
-            call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        call(OS::Display_PostPointerMoveEvent, display, 163, (40 + corner.y) / 2 + 1);
+        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
         dispatchAll();
         Events events = vm.takeEvents();
         EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), closeBox)
@@ -360,8 +353,8 @@ class TurnedScreen {
 
 TEST_F(ShellTest, a_top_shell_fills_a_turned_screen_and_a_child_shell_stays) {
     jint shell = newShell();
-    jint child = call<New>("Shell_NewChild", shell, 0);
-    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 90);
+    jint child = call(OS::Shell_NewChild, shell, 0);
+    call(OS::Control_SetBounds, child, 10, 20, 130, 90);
     std::vector<jint> before = boundsOf(shell);
     const SIZE screen = theDevice().screen;
     const jint height = screen.cx - before[1] - (screen.cy - before[1] - before[3]);
@@ -373,7 +366,7 @@ TEST_F(ShellTest, a_top_shell_fills_a_turned_screen_and_a_child_shell_stays) {
                           ")"};
         if (screen.cx == screen.cy) resized.clear();
         EXPECT_EQ(vm.takeEvents(), resized);
-        EXPECT_EQ(vm.ints(call<jobject(jint)>("Device_GetBounds", display)),
+        EXPECT_EQ(vm.ints(call(OS::Device_GetBounds, display)),
                   (std::vector<jint>{0, 0, screen.cy, screen.cx}));
         EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 90}));
     }
@@ -383,8 +376,8 @@ TEST_F(ShellTest, a_top_shell_fills_a_turned_screen_and_a_child_shell_stays) {
 
 TEST_F(ShellTest, a_top_shell_keeps_clear_of_the_input_panel_and_a_child_shell_stays) {
     jint shell = newShell();
-    jint child = call<New>("Shell_NewChild", shell, 0);
-    call<SetBounds>("Control_SetBounds", child, 10, 20, 130, 290);
+    jint child = call(OS::Shell_NewChild, shell, 0);
+    call(OS::Control_SetBounds, child, 10, 20, 130, 290);
     std::vector<jint> whole = boundsOf(shell);
     listen(shell);
     {
@@ -406,9 +399,9 @@ TEST_F(ShellTest, shells_leave_nothing_behind) {
     NoLeaks noLeaks;
     int references = vm.globalReferences;
     for (int i = 0; i < leakRounds(); ++i) {
-        jint shell = call<New>("Shell_New", display, 0x30800);
+        jint shell = call(OS::Shell_New, display, 0x30800);
         if (i % 10 == 0) {
-            jint child = call<New>("Shell_NewChild", shell, 0x61);
+            jint child = call(OS::Shell_NewChild, shell, 0x61);
             dispose(child);
         }
         dispose(shell);
@@ -423,9 +416,9 @@ class ModalityTest : public ShellTest {
     ModalityTest() {
         main = newShell();
         other = newShell();
-        first = call<New>("Shell_NewChild", main, modal);
-        inFirst = call<New>("Shell_NewChild", first, 0);
-        second = call<New>("Shell_NewChild", inFirst, modal);
+        first = call(OS::Shell_NewChild, main, modal);
+        inFirst = call(OS::Shell_NewChild, first, 0);
+        second = call(OS::Shell_NewChild, inFirst, modal);
     }
     ~ModalityTest() override {
         dispose(second);
@@ -461,30 +454,30 @@ TEST_F(ModalityTest, ending_the_upper_of_two_enables_what_is_inside_the_lower) {
 
 TEST_F(ModalityTest, a_new_shell_outside_the_modal_one_is_disabled_until_that_ends) {
     show(first);
-    jint late = call<New>("Shell_NewChild", other, 0);
+    jint late = call(OS::Shell_NewChild, other, 0);
     EXPECT_FALSE(IsWindowEnabled(windowOf(late)));
     show(first, false);
     dispose(late);
 }
 
 TEST_F(ModalityTest, a_shell_that_is_disabled_stays_so_when_modality_changes) {
-    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_FALSE);
+    call(OS::Control_SetEnabled, other, false);
     show(first);
     show(first, false);
     EXPECT_EQ(enabled(), (std::vector<bool>{true, false, true, true, true}));
-    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_TRUE);
+    call(OS::Control_SetEnabled, other, true);
     EXPECT_TRUE(IsWindowEnabled(windowOf(other)));
 }
 
 TEST_F(ModalityTest, a_shell_outside_the_modal_one_cannot_be_enabled) {
     show(first);
-    call<void(jint, jboolean)>("Control_SetEnabled", other, JNI_TRUE);
+    call(OS::Control_SetEnabled, other, true);
     EXPECT_FALSE(IsWindowEnabled(windowOf(other)));
     show(first, false);
 }
 
 TEST_F(ModalityTest, a_modal_shell_that_is_disposed_of_ends_its_modality) {
-    jint third = call<New>("Shell_NewChild", other, modal);
+    jint third = call(OS::Shell_NewChild, other, modal);
     show(third);
     EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false, false, false}));
     dispose(third);

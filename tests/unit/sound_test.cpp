@@ -28,7 +28,7 @@ class SoundTest : public DeviceTest {
     SoundTest() {
         Emulator_SetSoundSpeed(0);
         Emulator_RecordSounds(recording);
-        sound = call<jint()>("Sound_New");
+        sound = call(OS::Sound_New);
     }
     ~SoundTest() override {
         dispose();
@@ -40,15 +40,15 @@ class SoundTest : public DeviceTest {
 
     SoundRecord* record() const { return reinterpret_cast<SoundRecord*>(sound); }
     void playBytes(jbyteArray bytes, jint length, jint loops = 0) {
-        call<void(jint, jbyteArray, jint, jint)>("Sound_Play", sound, bytes, length, loops);
+        call(OS::Sound_Play, sound, bytes, length, loops);
     }
     jbyteArray javaBytes(const FileBytes& file) { return vm.newBytes({file.begin(), file.end()}); }
     void play(const FileBytes& file, jint loops = 0) {
         playBytes(javaBytes(file), file.size(), loops);
     }
-    void stop() { call<void(jint)>("Sound_Stop", sound); }
+    void stop() { call(OS::Sound_Stop, sound); }
     void dispose() {
-        call<void(jint)>("Sound_Dispose", sound);
+        call(OS::Sound_Dispose, sound);
         sound = 0;
     }
     static void pass(DWORD milliseconds) { Emulator_PassSoundTime(milliseconds); }
@@ -94,14 +94,14 @@ TEST_F(SoundTest, has_never_played_when_it_is_new) {
 
 TEST_F(SoundTest, has_no_preferred_chunk_size) {
     for (jint handle : std::vector<jint>{sound, 0, 1, -1})
-        EXPECT_EQ(call<jint(jint)>("Sound_GetPreferredChunkSize", handle), -1);
+        EXPECT_EQ(call(OS::Sound_GetPreferredChunkSize, handle), -1);
 }
 
 TEST_F(SoundTest, without_memory_is_an_error) {
     NothingLeft nothingLeft;
     Faults faults;
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jint()>("Sound_New"), 0);
+    EXPECT_EQ(call(OS::Sound_New), 0);
     expectFailure("Sound_New", -4);
 }
 
@@ -110,13 +110,13 @@ TEST_F(SoundTest, without_a_player_is_an_error) {
     {
         Faults faults;
         faults.fail("LocalAlloc", 2);
-        EXPECT_EQ(call<jint()>("Sound_New"), 0);
+        EXPECT_EQ(call(OS::Sound_New), 0);
         expectFailure("Sound_New", -3);
     }
     for (int nth : {1, 2, 3}) {
         Faults faults;
         faults.fail("CreateEventW", nth);
-        EXPECT_EQ(call<jint()>("Sound_New"), 0);
+        EXPECT_EQ(call(OS::Sound_New), 0);
         expectFailure("Sound_New", -3);
     }
 }
@@ -443,8 +443,8 @@ TEST_F(SoundTest, that_does_not_play_is_stopped_at_once) {
 
 TEST_F(SoundTest, that_is_none_is_stopped_and_disposed_of) {
     Faults faults;
-    call<void(jint)>("Sound_Stop", 0);
-    call<void(jint)>("Sound_Dispose", 0);
+    call(OS::Sound_Stop, 0);
+    call(OS::Sound_Dispose, 0);
     EXPECT_TRUE(faults.calls().empty());
 }
 
@@ -452,7 +452,7 @@ TEST_F(SoundTest, stops_when_it_is_disposed_of) {
     NothingLeft nothingLeft;
     for (int i = 0; i < 10; ++i) {
         jint old = sound;
-        sound = call<jint()>("Sound_New");
+        sound = call(OS::Sound_New);
         play(monoFile(countingBytes(80)), -1);
         pass(i);
         dispose();
@@ -484,7 +484,7 @@ TEST_F(SoundTest, is_played_on_top_of_itself_and_stopped_as_a_whole) {
     NothingLeft nothingLeft;
     FileBytes first = countingBytes(40), second = countingBytes(24, 100);
     jint old = sound;
-    sound = call<jint()>("Sound_New");
+    sound = call(OS::Sound_New);
     play(monoFile(first), -1);
     pass(5);
     play(monoFile(second), -1);
@@ -664,7 +664,7 @@ TEST_F(FailingSoundTest, ends_whichever_call_of_the_output_fails) {
         jint old = sound;
         Faults faults;
         faults.fail(function, 0);
-        sound = call<jint()>("Sound_New");
+        sound = call(OS::Sound_New);
         play(monoFile(countingBytes(8)), -1);
         HWAVEOUT opened = record()->player->device;
         dispose();
@@ -687,7 +687,7 @@ TEST_F(SoundLeakTest, sounds_leave_nothing_behind) {
     jint old = sound;
     NothingLeft nothingLeft;
     for (int i = 0; i < leakRounds(); ++i) {
-        sound = call<jint()>("Sound_New");
+        sound = call(OS::Sound_New);
         playBytes(bytes, file.size(), i % 3 - 1);
         if (i % 5 == 0) playBytes(bytes, file.size());
         if (i % 7 == 0) pass(1);

@@ -8,40 +8,37 @@
 class TextTest : public DeviceTest {
   protected:
     TextRecord* record(jint text) { return reinterpret_cast<TextRecord*>(text); }
-    jint newField(jint style = 0) { return newControl("TextField", shell, style); }
-    jint newArea(jint style = 0) { return newControl("TextArea", shell, style, {10, 10, 210, 90}); }
+    jint newField(jint style = 0) { return newControl(OS::TextField_New, shell, style); }
+    jint newArea(jint style = 0) {
+        return newControl(OS::TextArea_New, shell, style, {10, 10, 210, 90});
+    }
 
     void setText(jint text, const std::u16string& characters) {
-        call<void(jint, jstring)>("AbstractTextComponent_SetText", text, vm.newString(characters));
+        call(OS::AbstractTextComponent_SetText, text, vm.newString(characters));
     }
     void replace(jint text, const std::u16string& characters, jint start, jint end) {
-        call<void(jint, jstring, jint, jint)>("AbstractTextComponent_Replace", text,
-                                              vm.newString(characters), start, end);
+        call(OS::AbstractTextComponent_Replace, text, vm.newString(characters), start, end);
     }
     std::u16string textIn(jint text) {
-        return vm.text(call<jobject(jint)>("AbstractTextComponent_GetText", text));
+        return vm.text(call(OS::AbstractTextComponent_GetText, text));
     }
-    jint countChars(jint text) {
-        return call<jint(jint)>("AbstractTextComponent_GetCharCount", text);
-    }
+    jint countChars(jint text) { return call(OS::AbstractTextComponent_GetCharCount, text); }
     void select(jint text, jint start, jint end) {
-        call<void(jint, jint, jint)>("AbstractTextComponent_SetSelection", text, start, end);
+        call(OS::AbstractTextComponent_SetSelection, text, start, end);
     }
-    void selectAll(jint text) { call<void(jint)>("AbstractTextComponent_SelectAll", text); }
+    void selectAll(jint text) { call(OS::AbstractTextComponent_SelectAll, text); }
     std::vector<jint> selection(jint text) {
-        return vm.ints(call<jobject(jint)>("AbstractTextComponent_GetSelection", text));
+        return vm.ints(call(OS::AbstractTextComponent_GetSelection, text));
     }
     std::u16string selectionText(jint text) {
-        return vm.text(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", text));
+        return vm.text(call(OS::AbstractTextComponent_GetSelectionText, text));
     }
-    void setEcho(jint text, jchar echo) {
-        call<void(jint, jchar)>("AbstractTextComponent_SetEchoChar", text, echo);
-    }
+    void setEcho(jint text, jchar echo) { call(OS::AbstractTextComponent_SetEchoChar, text, echo); }
     void setEditable(jint text, bool editable) {
-        call<void(jint, jboolean)>("AbstractTextComponent_SetEditable", text, editable);
+        call(OS::AbstractTextComponent_SetEditable, text, editable);
     }
     void focus(jint text) {
-        call<jboolean(jint)>("Control_ForceFocus", text);
+        call(OS::Control_ForceFocus, text);
         dispatchAll();
         vm.takeEvents();
     }
@@ -70,8 +67,7 @@ class TextTest : public DeviceTest {
 
     // Of the default font.
     TEXTMETRICW metrics() {
-        return reinterpret_cast<FontRecord*>(call<jint(jint)>("Control_GetDefaultFont", shell))
-            ->metrics;
+        return reinterpret_cast<FontRecord*>(call(OS::Control_GetDefaultFont, shell))->metrics;
     }
     jint marginsOf(jint text) {
         LRESULT margins = send(text, EM_GETMARGINS);
@@ -118,16 +114,14 @@ TEST_F(TextTest, is_a_scrollable_with_the_colours_of_text_and_no_limit) {
         EXPECT_EQ(record(text)->replacing, 0);
         EXPECT_GT(static_cast<DWORD>(send(text, EM_GETLIMITTEXT)), 0x10000u);
         COLORREF window = GetSysColor(COLOR_WINDOW);
-        EXPECT_EQ(call<jint(jint)>("Control_GetBackgroundRGB", text),
+        EXPECT_EQ(call(OS::Control_GetBackgroundRGB, text),
                   GetRValue(window) << 16 | GetGValue(window) << 8 | GetBValue(window));
     }
 }
 
 TEST_F(TextTest, insets_count_border_and_bars) {
     jint one = GetSystemMetrics(SM_CXBORDER);
-    auto insets = [&](jint text) {
-        return vm.ints(call<jobject(jint)>("Scrollable_GetInsets", text));
-    };
+    auto insets = [&](jint text) { return vm.ints(call(OS::Scrollable_GetInsets, text)); };
     EXPECT_EQ(insets(newField()), (std::vector<jint>{0, 0, 0, 0}));
     EXPECT_EQ(insets(newField(border)), (std::vector<jint>{one, one, one, one}));
     EXPECT_EQ(insets(newArea(border | horizontalBar | verticalBar)),
@@ -149,11 +143,9 @@ TEST_F(TextTest, keeps_texts_of_every_kind) {
 TEST_F(TextTest, a_null_text_is_the_empty_one) {
     jint field = newField();
     setText(field, u"text");
-    call<void(jint, jstring, jint, jint)>("AbstractTextComponent_Replace", field,
-                                          static_cast<jstring>(nullptr), 1, 3);
+    call(OS::AbstractTextComponent_Replace, field, nullptr, 1, 3);
     EXPECT_EQ(textIn(field), u"tt");
-    call<void(jint, jstring)>("AbstractTextComponent_SetText", field,
-                              static_cast<jstring>(nullptr));
+    call(OS::AbstractTextComponent_SetText, field, nullptr);
     EXPECT_EQ(textIn(field), u"");
 }
 
@@ -313,7 +305,7 @@ TEST_F(TextTest, what_is_pasted_is_told_as_modified) {
     setText(field, u"text");
     selectAll(field);
     send(field, WM_COPY);
-    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 4);
+    call(OS::AbstractTextComponent_SetCaretPosition, field, 4);
     listen(field);
     send(field, WM_PASTE);
     EXPECT_EQ(textIn(field), u"texttext");
@@ -357,12 +349,11 @@ TEST_F(TextTest, a_tap_places_the_caret_and_a_drag_selects) {
     RECT place;
     GetWindowRect(windowOf(field), &place);
     auto move = [&](int x) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerMoveEvent", display, place.left + x,
-                                         place.top + 8);
+        call(OS::Display_PostPointerMoveEvent, display, place.left + x, place.top + 8);
         dispatchAll();
     };
     auto post = [&](jint type) {
-        call<jboolean(jint, jint, jint)>("Display_PostPointerEvent", display, type, 8);
+        call(OS::Display_PostPointerEvent, display, type, 8);
         dispatchAll();
     };
     move(95);
@@ -406,9 +397,9 @@ TEST_F(TextTest, selections_are_cut_at_the_end) {
         select(field, row.start, row.end);
         EXPECT_EQ(selection(field), row.expected) << row.start << " " << row.end;
     }
-    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 2);
+    call(OS::AbstractTextComponent_SetCaretPosition, field, 2);
     EXPECT_EQ(selection(field), (std::vector<jint>{2, 2}));
-    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", field, 100);
+    call(OS::AbstractTextComponent_SetCaretPosition, field, 100);
     EXPECT_EQ(selection(field), (std::vector<jint>{4, 4}));
     selectAll(field);
     EXPECT_EQ(selection(field), (std::vector<jint>{0, 4}));
@@ -421,7 +412,7 @@ TEST_F(TextTest, selecting_scrolls_to_the_caret_and_selecting_all_does_not) {
     EXPECT_EQ(firstLine(), 0);
     selectAll(area);
     EXPECT_EQ(firstLine(), 0);
-    call<void(jint, jint)>("AbstractTextComponent_SetCaretPosition", area, 600);
+    call(OS::AbstractTextComponent_SetCaretPosition, area, 600);
     EXPECT_GT(firstLine(), 90);
     select(area, 6, 10);
     EXPECT_LE(firstLine(), 1);
@@ -468,14 +459,14 @@ TEST_F(TextTest, what_finds_no_memory_is_reported) {
     select(area, 0, 4);
     Faults faults;
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetText", area), nullptr);
+    EXPECT_EQ(call(OS::AbstractTextComponent_GetText, area), nullptr);
     expectReport("AbstractTextComponent_GetText", -3, u"Unable to allocate memory for text");
     faults.fail("LocalAlloc");
-    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area), nullptr);
+    EXPECT_EQ(call(OS::AbstractTextComponent_GetSelectionText, area), nullptr);
     expectReport("AbstractTextComponent_GetSelectionText", -3,
                  u"Unable to allocate memory for text");
     faults.fail("LocalAlloc", 2);
-    EXPECT_EQ(call<jobject(jint)>("AbstractTextComponent_GetSelectionText", area), nullptr);
+    EXPECT_EQ(call(OS::AbstractTextComponent_GetSelectionText, area), nullptr);
     expectReport("AbstractTextComponent_GetSelectionText", -3,
                  u"Unable to allocate memory to substring selection text");
 
@@ -498,9 +489,9 @@ TEST_F(TextTest, whatever_fails_the_texts_leave_nothing) {
     const std::function<void()> operations[] = {
         [&] { setText(area, u"x\ny"); },
         [&] { replace(area, u"\n", 1, 2); },
-        [&] { call<jobject(jint)>("AbstractTextComponent_GetText", area); },
-        [&] { call<jobject(jint)>("Control_GetMinimumSize", area); },
-        [&] { call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 2, 10); },
+        [&] { call(OS::AbstractTextComponent_GetText, area); },
+        [&] { call(OS::Control_GetMinimumSize, area); },
+        [&] { call(OS::TextArea_GetMinimumSize, area, 2, 10); },
     };
     setText(area, u"text");
     for (const auto& operation : operations) {
@@ -535,7 +526,7 @@ TEST_F(TextTest, a_hidden_text_looks_the_same_whatever_it_is) {
     jint field = newField();
     auto picture = [&](const std::u16string& text) {
         setText(field, text);
-        call<void(jint, jboolean)>("Control_SetRedraw", field, JNI_TRUE);
+        call(OS::Control_SetRedraw, field, true);
         dispatchAll();
         std::vector<COLORREF> pixels;
         for (int x = 0; x < 100; ++x) pixels.push_back(pixelOf(field, x, 8));
@@ -566,12 +557,12 @@ TEST_F(TextTest, a_text_that_is_not_editable_takes_no_keys) {
 }
 
 TEST_F(TextTest, a_switch_of_mode_keeps_everything_else) {
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 12, 0);
+    jint font = call(OS::Font_NewLogical, display, 2, 12, 0);
     jint field = newField(), area = newArea();
     setText(field, u"some text");
     setText(area, lines(100));
     for (jint text : {field, area}) {
-        call<void(jint, jint)>("Control_SetFont", text, font);
+        call(OS::Control_SetFont, text, font);
         focus(text);
         select(text, text == area ? 301 : 2, text == area ? 303 : 6);
         std::vector<jint> selected = selection(text);
@@ -594,15 +585,13 @@ TEST_F(TextTest, a_switch_of_mode_keeps_everything_else) {
             setEcho(text, echo);
             expectKept();
         }
-        call<void(jint, jint)>("Control_SetFont", text, 0);
+        call(OS::Control_SetFont, text, 0);
     }
-    call<void(jint)>("Font_Dispose", font);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(TextTest, prefers_the_size_of_its_text) {
-    auto preferred = [&](jint text) {
-        return vm.ints(call<jobject(jint)>("Control_GetMinimumSize", text));
-    };
+    auto preferred = [&](jint text) { return vm.ints(call(OS::Control_GetMinimumSize, text)); };
     jint one = GetSystemMetrics(SM_CXBORDER);
     jint barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
     HDC context = GetDC(nullptr);
@@ -623,7 +612,8 @@ TEST_F(TextTest, prefers_the_size_of_its_text) {
         {multiLine | wraps, 0, 0},
     };
     for (const auto& row : rows)
-        for (const char* kind : {"TextField", "TextArea"}) {
+        for (const auto& [kind, lines] : {std::pair<Maker, jint>{OS::TextField_New, 1},
+                                          std::pair<Maker, jint>{OS::TextArea_New, 2}}) {
             jint text = newControl(kind, shell, row.style);
             jint margins = marginsOf(text);
             EXPECT_EQ(preferred(text),
@@ -638,7 +628,7 @@ TEST_F(TextTest, prefers_the_size_of_its_text) {
                                    (isWrapping ? area.bottom : lineCount * metrics().tmHeight) +
                                        row.height}))
                 << kind << row.style;
-            EXPECT_EQ(lineCount, kind == std::string("TextArea") ? 2 : 1);
+            EXPECT_EQ(lineCount, lines);
         }
     jint empty = newArea();
     setText(empty, u"\n\n");
@@ -662,20 +652,16 @@ TEST_F(TextTest, minimum_sizes_count_columns_and_rows) {
     for (const auto& row : rows) {
         jint field = newField(row.style), area = newArea(row.style);
         for (jint columns : {0, 1, 10, 1000}) {
+            EXPECT_EQ(vm.ints(call(OS::TextField_GetMinimumSize, field, columns)),
+                      (std::vector<jint>{font.tmAveCharWidth * 14 / 10 * columns +
+                                             marginsOf(field) + row.width,
+                                         font.tmHeight + row.height}));
             EXPECT_EQ(
-                vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, columns)),
-                (std::vector<jint>{font.tmAveCharWidth * 14 / 10 * columns + marginsOf(field) +
-                                       row.width,
-                                   font.tmHeight + row.height}));
-            EXPECT_EQ(
-                vm.ints(
-                    call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 3, columns)),
+                vm.ints(call(OS::TextArea_GetMinimumSize, area, 3, columns)),
                 (std::vector<jint>{font.tmAveCharWidth * columns + marginsOf(area) + row.width,
                                    3 * font.tmHeight + row.height}));
         }
-        EXPECT_EQ(
-            vm.ints(call<jobject(jint, jint, jint)>("TextArea_GetMinimumSize", area, 0, 0))[1],
-            row.height);
+        EXPECT_EQ(vm.ints(call(OS::TextArea_GetMinimumSize, area, 0, 0))[1], row.height);
     }
 }
 
@@ -696,34 +682,33 @@ TEST_F(TextTest, a_column_of_a_field_is_14_tenths_of_a_character_cut_to_pixels) 
     } rows[] = {{1, 1}, {2, 2}, {3, 4}, {4, 5}, {5, 7}, {6, 8}, {7, 9}, {8, 11}, {9, 12}, {10, 14}};
     for (const auto& row : rows) {
         averageWidth = row.average;
-        EXPECT_EQ(vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 1))[0],
+        EXPECT_EQ(vm.ints(call(OS::TextField_GetMinimumSize, field, 1))[0],
                   row.column + marginsOf(field));
     }
 }
 
 TEST_F(TextTest, sizes_follow_the_font) {
     jint field = newField();
-    jint font = call<jint(jint, jint, jint, jint)>("Font_NewLogical", display, 2, 40, 0);
-    call<void(jint, jint)>("Control_SetFont", field, font);
+    jint font = call(OS::Font_NewLogical, display, 2, 40, 0);
+    call(OS::Control_SetFont, field, font);
     const TEXTMETRICW& large = reinterpret_cast<FontRecord*>(font)->metrics;
-    EXPECT_EQ(vm.ints(call<jobject(jint, jint)>("TextField_GetMinimumSize", field, 10))[1],
-              large.tmHeight);
+    EXPECT_EQ(vm.ints(call(OS::TextField_GetMinimumSize, field, 10))[1], large.tmHeight);
     setText(field, u"x");
-    EXPECT_EQ(vm.ints(call<jobject(jint)>("Control_GetMinimumSize", field))[1], large.tmHeight);
-    call<void(jint, jint)>("Control_SetFont", field, 0);
-    call<void(jint)>("Font_Dispose", font);
+    EXPECT_EQ(vm.ints(call(OS::Control_GetMinimumSize, field))[1], large.tmHeight);
+    call(OS::Control_SetFont, field, 0);
+    call(OS::Font_Dispose, font);
 }
 
 TEST_F(TextTest, a_text_that_cannot_be_made_is_an_error_and_leaves_nothing) {
-    for (const char* kind : {"TextField_New", "TextArea_New"})
-        expectFailedCreationsReported([&] { return call<jint(jint, jint)>(kind, shell, border); });
+    for (const Maker& kind : {OS::TextField_New, OS::TextArea_New})
+        expectFailedCreationsReported([&] { return call(kind, shell, border); });
 }
 
 TEST_F(TextTest, texts_leave_nothing_behind) {
     NoLeaks noLeaks;
     for (int i = 0; i < leakRounds(); ++i) {
-        const char* kind = i % 2 ? "TextField_New" : "TextArea_New";
-        jint text = call<jint(jint, jint)>(kind, shell, i % 3 ? border : verticalBar);
+        const Maker& kind = i % 2 ? OS::TextField_New : OS::TextArea_New;
+        jint text = call(kind, shell, i % 3 ? border : verticalBar);
         setText(text, u"some\ntext");
         replace(text, u"\n", 1, 2);
         select(text, 2, 1);

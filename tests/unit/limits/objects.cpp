@@ -4,31 +4,26 @@ using Kind = ObjectKind;
 
 static constexpr jint bothBars = 0x30000, titledChild = 0x20;
 
-jint ObjectsTest::makeWithItems(const char* made, const char* add) {
-    jint parent = objectOf(Kind::shell);
-    jint widget = std::string(made) == "Choice" ? call<jint(jint)>("Choice_New", parent)
-                                                : newControl(made, parent);
+jint ObjectsTest::withItems(jint widget, const Native<void(jint, jstring, jint)>& add) {
     constexpr jint items = 4;
-    for (jint i = 0; i < items; ++i)
-        call<void(jint, jstring, jint)>(add, widget, vm.newString(u"item"), i);
+    for (jint i = 0; i < items; ++i) call(add, widget, vm.newString(u"item"), i);
     return widget;
 }
 
 jint ObjectsTest::make(Kind kind) {
-    auto in = [&](Kind parent, const char* native) {
-        return call<jint(jint)>(native, objectOf(parent));
+    auto in = [&](Kind parent, const Native<jint(jint)>& native) {
+        return call(native, objectOf(parent));
     };
-    auto control = [&](const char* native, jint style = 0) {
+    auto control = [&](const Maker& native, jint style = 0) {
         return newControl(native, objectOf(Kind::shell), style);
     };
-    auto withText = [&](const char* native) {
+    auto withText = [&](const Maker& native) {
         jint text = control(native);
-        call<void(jint, jstring)>("AbstractTextComponent_SetText", text,
-                                  vm.newString(u"some text"));
+        call(OS::AbstractTextComponent_SetText, text, vm.newString(u"some text"));
         return text;
     };
-    auto item = [&](const char* native, Kind menu) {
-        return call<jint(jint, jint)>(native, objectOf(menu), 0);
+    auto item = [&](const Native<jint(jint, jint)>& native, Kind menu) {
+        return call(native, objectOf(menu), 0);
     };
     switch (kind) {
     case Kind::number:
@@ -37,64 +32,61 @@ jint ObjectsTest::make(Kind kind) {
     case Kind::shell:
         return newShell();
     case Kind::childShell:
-        return call<jint(jint, jint)>("Shell_NewChild", objectOf(Kind::shell), titledChild);
+        return call(OS::Shell_NewChild, objectOf(Kind::shell), titledChild);
     case Kind::composite:
-        return control("Composite", bothBars);
+        return control(OS::Composite_New, bothBars);
     case Kind::button:
-        return control("PushButton");
+        return control(OS::PushButton_New);
     case Kind::label:
-        return control("Label");
+        return control(OS::Label_New);
     case Kind::list:
-        return makeWithItems("List", "List_Add");
+        return withItems(control(OS::List_New), OS::List_Add);
     case Kind::choice:
-        return makeWithItems("Choice", "Choice_AddItem");
+        return withItems(in(Kind::shell, OS::Choice_New), OS::Choice_AddItem);
     case Kind::textField:
-        return withText("TextField");
+        return withText(OS::TextField_New);
     case Kind::textArea:
-        return withText("TextArea");
+        return withText(OS::TextArea_New);
     case Kind::scrollBar:
-        return in(Kind::shell, "Scrollbar_New");
+        return in(Kind::shell, OS::Scrollbar_New);
     case Kind::ownBar:
-        return in(Kind::composite, "Scrollable_GetVerticalBar");
+        return in(Kind::composite, OS::Scrollable_GetVerticalBar);
     case Kind::menuBar:
-        return in(Kind::shell, "MenuBar_New");
+        return in(Kind::shell, OS::MenuBar_New);
     case Kind::dropDownMenu:
-        return in(Kind::shell, "DropDownMenu_New");
+        return in(Kind::shell, OS::DropDownMenu_New);
     case Kind::popupMenu:
-        return in(Kind::shell, "PopupMenu_New");
+        return in(Kind::shell, OS::PopupMenu_New);
     case Kind::pushItem:
-        return item("PushMenuItem_New", Kind::dropDownMenu);
+        return item(OS::PushMenuItem_New, Kind::dropDownMenu);
     case Kind::stateItem:
-        return call<jint(jint, jint, jint)>("StateMenuItem_New", objectOf(Kind::dropDownMenu), 0,
-                                            0);
+        return call(OS::StateMenuItem_New, objectOf(Kind::dropDownMenu), 0, 0);
     case Kind::cascadeItem:
-        return item("CascadeMenuItem_New", Kind::menuBar);
+        return item(OS::CascadeMenuItem_New, Kind::menuBar);
     case Kind::color:
-        return call<jint(jint, jint, jint, jint)>("Color_New", display, 10, 20, 30);
+        return call(OS::Color_New, display, 10, 20, 30);
     case Kind::font:
-        return call<jint(jint, jstring, jint, jint)>("Font_New", display, vm.newString(u"Tahoma"),
-                                                     9, 0);
+        return call(OS::Font_New, display, vm.newString(u"Tahoma"), 9, 0);
     case Kind::cursor: {
         constexpr jint waiting = 4; // the one that every device has
-        return call<jint(jint, jint)>("Cursor_New", display, waiting);
+        return call(OS::Cursor_New, display, waiting);
     }
     case Kind::image:
-        return call<jint(jint, jint, jint, jint)>("Image_NewFromSize", display, 16, 12, 0);
+        return call(OS::Image_NewFromSize, display, 16, 12, 0);
     case Kind::indexedImage: {
         jbyteArray pixels = vm.newBytes(std::vector<jbyte>(16 * 12, 1));
         jbyteArray palette = vm.newBytes({0, 50, 100, 127});
-        return call<jint(jint, jint, jint, jbyteArray, jint, jint, jbyteArray, jbyteArray,
-                         jbyteArray, jint, jint)>("Image_NewFromByteData", display, 16, 12, pixels,
-                                                  16, 8, palette, palette, palette, 4, 2);
+        return call(OS::Image_NewFromByteData, display, 16, 12, pixels, 16, 8, palette, palette,
+                    palette, 4, 2);
     }
     case Kind::graphics:
-        return in(Kind::image, "Image_NewGraphics");
+        return in(Kind::image, OS::Image_NewGraphics);
     case Kind::controlGraphics:
-        return in(Kind::composite, "Control_NewGraphics");
+        return in(Kind::composite, OS::Control_NewGraphics);
     case Kind::sound:
-        return call<jint()>("Sound_New");
+        return call(OS::Sound_New);
     case Kind::fileDialog:
-        return call<jint(jint, jint)>("FileDialog_New", objectOf(Kind::shell), 0);
+        return call(OS::FileDialog_New, objectOf(Kind::shell), 0);
     }
     return display;
 }
@@ -115,19 +107,19 @@ void ObjectsTest::disposeOf(Kind kind, jint object) {
     case Kind::ownBar: // the composite's
         return;
     case Kind::color:
-        return call<void(jint)>("Color_Dispose", object);
+        return call(OS::Color_Dispose, object);
     case Kind::font:
-        return call<void(jint)>("Font_Dispose", object);
+        return call(OS::Font_Dispose, object);
     case Kind::cursor:
-        return call<void(jint)>("Cursor_Dispose", object);
+        return call(OS::Cursor_Dispose, object);
     case Kind::image:
     case Kind::indexedImage:
-        return call<void(jint)>("Image_Dispose", object);
+        return call(OS::Image_Dispose, object);
     case Kind::graphics:
     case Kind::controlGraphics:
-        return call<void(jint)>("Graphics_Dispose", object);
+        return call(OS::Graphics_Dispose, object);
     case Kind::sound:
-        return call<void(jint)>("Sound_Dispose", object);
+        return call(OS::Sound_Dispose, object);
     default:
         return dispose(object);
     }

@@ -2,7 +2,7 @@
 // One object of each kind that natives take, made when the first native asks for it.
 
 #include "../../support/device.h"
-#include "natives.h"
+#include "declared_natives.h"
 
 class ObjectsTest : public DeviceTest {
   protected:
@@ -20,7 +20,7 @@ class ObjectsTest : public DeviceTest {
 
   private:
     jint make(ObjectKind kind);
-    jint makeWithItems(const char* made, const char* add);
+    jint withItems(jint widget, const Native<void(jint, jstring, jint)>& add);
     void disposeOf(ObjectKind kind, jint object);
 
     std::vector<std::pair<ObjectKind, jint>> objects;

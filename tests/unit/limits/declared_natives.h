@@ -11,6 +11,7 @@ struct Parameter {
 
 struct DeclaredNative {
     const char* name;
+    const char* exported;
     const char* result; // its type
     std::vector<Parameter> parameters;
 };

@@ -1,11 +1,11 @@
-#include "natives.h"
+#include "declared_natives.h"
 #include <cstring>
 
 using Kind = ObjectKind;
 
 const std::vector<DeclaredNative>& declaredNatives() {
     static const std::vector<DeclaredNative> all = {
-#include "natives.inc"
+#include "natives_table.inc"
     };
     return all;
 }

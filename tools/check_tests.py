@@ -1,0 +1,21 @@
+#!/usr/bin/env python3
+"""check_tests.py FILE...: tests call natives with the types that the Java classes declare, which
+tests/support/natives.py reads there, and spell no signature themselves."""
+import re
+import sys
+
+SPELT_OUT = re.compile(r"\bcall<[^<>;]*\(|\"Java_com_nuvik_wyx|\(\s*(?:__stdcall|JNICALL)\s*\*\s*\)\(JNIEnv\*, \w+\*?, j")
+
+
+def faults(name, text):
+    for match in SPELT_OUT.finditer(text):
+        line = text.count("\n", 0, match.start()) + 1
+        yield f"{name}:{line}: a native's signature; natives.h has it"
+
+
+wrong = []
+for file in sys.argv[1:]:
+    with open(file, encoding="utf-8") as opened:
+        wrong += faults(file, opened.read())
+print("\n".join(wrong) if wrong else f"tests: {len(sys.argv) - 1} files")
+sys.exit(1 if wrong else 0)
