@@ -137,7 +137,8 @@ REG
 }
 
 # fill_device FOLDER KIND STORAGE: the prefix of a device, from the one that make-prefix made. Its
-# drives: c: as ever, x: the storage, y: the programs and libraries, z: this machine's root.
+# drives: c: as ever, w: all that is built, x: the storage, y: the programs and libraries, z: this
+# machine's root.
 fill_device() {
     local shared
     mkdir -p "$1"/{dosdevices,drive_c,tmp,logs} "$3/My Documents" || return 1
@@ -145,8 +146,9 @@ fill_device() {
         [ "${shared##*/}" = users ] || ln -s "$shared" "$1/drive_c/"
     done
     cp -a "$run/prefix/drive_c/users" "$1/drive_c/" &&
-        ln -s ../drive_c "$1/dosdevices/c:" && ln -s "$bin" "$1/dosdevices/y:" &&
-        ln -s "$3" "$1/dosdevices/x:" && ln -s / "$1/dosdevices/z:" &&
+        ln -s ../drive_c "$1/dosdevices/c:" && ln -s "$build" "$1/dosdevices/w:" &&
+        ln -s "$3" "$1/dosdevices/x:" && ln -s "$bin" "$1/dosdevices/y:" &&
+        ln -s / "$1/dosdevices/z:" &&
         cp "$run"/prefix/{system,user,userdef}.reg "$run/prefix/.update-timestamp" "$1/" &&
         user_registry "$2" >>"$1/user.reg" && machine_registry >>"$1/system.reg"
 }
@@ -192,7 +194,7 @@ shared_device() {
         flock -n 9 && break
     done
     if [ ! "$device/system.reg" -nt "$run/prefix/.recipe" ] ||
-        [ "$(readlink "$device/dosdevices/y:")" != "$bin" ]; then
+        [ "$(readlink "$device/dosdevices/w:")" != "$build" ]; then
         end_device "$device" 9>&-
         fill_device "$device" null "$device/storage" || fail "the device cannot be made in $device"
     fi

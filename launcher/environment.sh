@@ -19,13 +19,14 @@ fail() {
 # use_device_code armv4t|armv4: programs run the library's code for the device, on an emulated
 # processor, in place of the desk's.
 use_device_code() {
-    local folder=$build/device
+    local folder=device
     [ "$1" = armv4t ] || folder=$folder/$1
+    [ -n "${ZEMVOLT_IMAGE:-}" ] || [ -f "$build/$folder/zemvolt11.dll" ] ||
+        fail "the device's library is not built; ./zemvolt device builds it"
     export ZEMVOLT_ARCHITECTURE=$1
-    export ZEMVOLT_IMAGE=${ZEMVOLT_IMAGE:-Z:$folder/zemvolt11.dll}
-    export ZEMVOLT_SYMBOLS=${ZEMVOLT_SYMBOLS-Z:$bin/zemvolt11.symbols}
+    export ZEMVOLT_IMAGE=${ZEMVOLT_IMAGE:-W:/$folder/zemvolt11.dll} # a device's drive of what is built
+    export ZEMVOLT_SYMBOLS=${ZEMVOLT_SYMBOLS-W:/desk/bin/zemvolt11.symbols}
     export ZEMVOLT_PROCESSOR=$run/unicorn/libunicorn.so.2
-    [ -f "${ZEMVOLT_IMAGE#Z:}" ] || fail "the device's library is not built; ./zemvolt device builds it"
     [ -f "$ZEMVOLT_PROCESSOR" ] ||
         fail "the processor's emulator is missing; ./zemvolt test unpacks it"
 }

@@ -85,6 +85,12 @@ install_packages() {
         >>"$run/logs/apt.log" 2>&1 || fail "these packages cannot be installed: $* (see $run/logs/apt.log)"
 }
 
+# What is fetched, built and logged lies in the build folder.
+must_be_writable() {
+    mkdir -p "$run/logs" 2>/dev/null && [ -w "$run/logs" ] ||
+        fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
+}
+
 # install_missing PACKAGE...: by name, or as what is to be unpacked.
 install_missing() {
     local wanted=() kept=("$java_runtime") host foreign unpacked word
@@ -96,11 +102,11 @@ install_missing() {
     mapfile -t unpacked < <(missing_unpacked "${kept[@]}")
     [ ${#host[@]} -eq 0 ] && [ ${#foreign[@]} -eq 0 ] && [ ${#unpacked[@]} -eq 0 ] && return 0
 
+    must_be_writable
     [ ${#unpacked[@]} -eq 0 ] || word="${unpacked[*]%%|*} (unpacked into $run)"
     echo "zemvolt: this machine lacks ${host[*]} ${foreign[*]} ${unpacked[*]:+$word}"
     [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "installing needs root or sudo"
     command -v apt-get >/dev/null || fail "this is no Debian machine: install them by hand"
-    mkdir -p "$run/logs"
     dpkg --print-foreign-architectures | grep -qx i386 || as_root dpkg --add-architecture i386
     as_root "${apt[@]}" update >>"$run/logs/apt.log" 2>&1 ||
         echo "zemvolt: not all package lists can be read; going on with the others"
@@ -181,8 +187,7 @@ build() {
         sources+=("$root"/{bench,tests})
     fi
     is_current "$stamp" "${sources[@]}" && return
-    mkdir -p "$run/logs" 2>/dev/null && [ -w "$run/logs" ] ||
-        fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
+    must_be_writable
     exec 6>"$run/build.lock"
     flock -n 6 || {
         echo "zemvolt: waiting for another build of this checkout"

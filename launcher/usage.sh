@@ -1,7 +1,7 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
 commands=(setup run test prove bench docs device)
-proofs=(disposal varieties)
+proofs=(checkouts disposal varieties)
 
 usage() {
     cat <<'TEXT'

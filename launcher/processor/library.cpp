@@ -42,7 +42,8 @@ static std::string start(const Image& image) {
 
 static std::string load() {
     if (!unixSide()) return "start me through launcher/on-device or launcher/java-on-device";
-    const char* emulator = setting("ZEMVOLT_PROCESSOR");
+    const char* emulator = unixSetting("ZEMVOLT_PROCESSOR");
+    if (!emulator) return "ZEMVOLT_PROCESSOR does not name the processor's emulator";
     if (!unicorn::library.load(emulator))
         return std::string("the processor's emulator cannot be loaded: ") + emulator;
     std::string problem = toolkit.load(setting("ZEMVOLT_IMAGE"), setting("ZEMVOLT_SYMBOLS"));

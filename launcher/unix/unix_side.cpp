@@ -13,6 +13,11 @@ void* unixSymbol(void* library, const char* name) {
     return reinterpret_cast<void*>(callUnix(unixSide()->dlsym, library, name));
 }
 
+const char* unixSetting(const char* name) {
+    static void* environment = unixSymbol(nullptr, "getenv");
+    return reinterpret_cast<const char*>(callUnix(environment, name));
+}
+
 namespace {
 
 struct ThreadStart {

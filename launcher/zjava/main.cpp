@@ -7,7 +7,6 @@
 #include "native_binding.h"
 #include "unix_side.h"
 #include <stdio.h>
-#include <stdlib.h>
 
 static constexpr int startFailed = 1; // what the java command answers when it cannot start
 
@@ -139,7 +138,7 @@ int main() {
     if (!problem.empty()) return fail(problem);
     if (!commandLine.jarFile.empty() && !canRead(commandLine.jarFile))
         return fail("there is no jar file " + commandLine.jarFile);
-    const char* path = getenv("ZJAVA_JVM");
+    const char* path = unixSetting("ZJAVA_JVM");
     if (!path) return fail("ZJAVA_JVM does not name a Java VM");
     forgetPreload();
 
