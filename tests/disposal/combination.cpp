@@ -14,6 +14,8 @@ bool Combination::isWanted(const std::string& name) {
     return !wanted() || matches(name.c_str(), wanted());
 }
 
+bool Combination::isChosen() { return wanted(); }
+
 Combination::Combination(const std::string& running) : name(running) { sayWithFault(name.c_str()); }
 
 Combination::~Combination() { sayWithFault(nullptr); }

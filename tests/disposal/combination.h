@@ -10,8 +10,9 @@ class Combination {
     Combination(const Combination&) = delete;
     Combination& operator=(const Combination&) = delete;
 
-    // All; with ZEMVOLT_COMBINATION only what its pattern (letters and *) names.
+    // All; with ZEMVOLT_COMBINATION only what its pattern names, in which * stands for anything.
     static bool isWanted(const std::string& name);
+    static bool isChosen();
 
   private:
     std::string name;

@@ -183,7 +183,10 @@ class OtherThreadDisposes : public testing::Test {
 };
 
 class Summary : public testing::Environment {
-    void TearDown() override { std::printf("%d combinations ran\n", ran); }
+    void TearDown() override {
+        std::printf("%d combinations ran\n", ran);
+        EXPECT_TRUE(ran || !Combination::isChosen()) << "ZEMVOLT_COMBINATION names none";
+    }
 };
 
 } // namespace
