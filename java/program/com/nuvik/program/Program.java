@@ -144,8 +144,10 @@ public final class Program {
 
     /** Does what is due and dispatches one event, or waits for the next of either. */
     public void dispatch() {
-        tasks.runDue();
-        if (!OS.Display_ReadAndDispatch(display) && !tasks.isDue()) OS.Display_Sleep(display);
+        // What was done may be what the caller waits for: nothing else needs to come.
+        boolean didTask = tasks.runDue();
+        boolean dispatched = OS.Display_ReadAndDispatch(display);
+        if (!didTask && !dispatched && !tasks.isDue()) OS.Display_Sleep(display);
     }
 
     /** Dispatches what has come, and waits for nothing. */

@@ -46,10 +46,15 @@ final class Tasks {
         waiting.insertElementAt(task, place);
     }
 
-    /** Does what is due by now. */
-    void runDue() {
+    /** Does what is due by now, and tells whether there was anything. */
+    boolean runDue() {
         long now = System.currentTimeMillis();
-        for (Task task = takeDue(now); task != null; task = takeDue(now)) task.run();
+        boolean didTask = false;
+        for (Task task = takeDue(now); task != null; task = takeDue(now)) {
+            task.run();
+            didTask = true;
+        }
+        return didTask;
     }
 
     private synchronized Task takeDue(long time) {

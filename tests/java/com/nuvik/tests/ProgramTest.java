@@ -94,6 +94,14 @@ public final class ProgramTest {
     }
 
     @Test
+    public void whoeverWaitsForATaskNeedsNoFurtherEvent() {
+        for (int round = 1; round <= 2000; round++) {
+            program.later(() -> done.add("done"));
+            while (done.size() < round) program.dispatch();
+        }
+    }
+
+    @Test
     public void whoWaitsForWorkIsToldThatTheDisplayHasEnded() throws Exception {
         FutureTask<Void> other =
                 onOtherThread(
