@@ -43,10 +43,10 @@ scaled() { echo $(($1 * density / 96)); }
 wait_said() {
     wait_for_lines "${2:-1}" "$1" "$output" "$program" || { cat "$output" >&2; exit 1; }
 }
-# wait_shown TITLE: until there is a window with that title.
+# wait_shown TITLE: until there is a window with that title. One that goes meanwhile ends the search.
 wait_shown() {
-    timeout 60 xdotool search --sync --onlyvisible --name "^$1\$" >/dev/null 2>&1 ||
-        { cat "$output" >&2; exit 1; }
+    timeout 60 bash -c 'until xdotool search --sync --onlyvisible --name "^$1\$"; do :; done' - "$1" \
+        >/dev/null 2>&1 || { cat "$output" >&2; exit 1; }
 }
 tap() { xdotool mousemove "$1" "$2" click 1; }
 tap_and_hold() {
