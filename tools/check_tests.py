@@ -4,7 +4,9 @@ tests/support/natives.py reads there, and spell no signature themselves."""
 import re
 import sys
 
-SPELT_OUT = re.compile(r"\bcall<[^<>;]*\(|\"Java_com_nuvik_wyx|\(\s*(?:__stdcall|JNICALL)\s*\*\s*\)\(JNIEnv\*, \w+\*?, j")
+SPELT_OUT = re.compile(
+    r"\bcall<[^<>;]*\(|\b(?:exportOf|toolkitExport)\(\s*\"Java_|"
+    r"\(\s*(?:__stdcall|JNICALL)\s*\*\s*\)\(JNIEnv\*, \w+\*?, j")
 
 
 def faults(name, text):

@@ -114,26 +114,41 @@ void DeviceTest::tapAt(jint control, int x, int y) {
     POINT point = {x, y};
     ClientToScreen(windowOf(control), &point);
     call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
-    for (jint type : {1, 2}) {
-        constexpr jint leftButton = 8;
-        call(OS::Display_PostPointerEvent, display, type, leftButton);
+    for (PointerType type : {pointerPress, pointerRelease}) {
+        call(OS::Display_PostPointerEvent, display, type, buttonLeft);
         dispatchAll();
     }
 }
 
 void DeviceTest::pressKey(jint key, bool withShift) {
-    auto post = [&](jint type, jint posted) {
-        call(OS::Display_PostKeyEvent, display, type, posted, u'\0');
+    auto post = [&](KeyKind kind, jint posted) {
+        call(OS::Display_PostKeyEvent, display, static_cast<jint>(kind), posted, u'\0');
         dispatchAll();
     };
-    if (withShift) post(1, keys::shift);
-    post(1, key);
-    post(2, key);
-    if (withShift) post(2, keys::shift);
+    if (withShift) post(KeyKind::pressed, keyShift);
+    post(KeyKind::pressed, key);
+    post(KeyKind::released, key);
+    if (withShift) post(KeyKind::released, keyShift);
 }
 
 void DeviceTest::type(const std::string& characters) {
     for (char character : characters) pressKey(character);
+}
+
+std::vector<jint> DeviceTest::boundsOf(jint control) {
+    return vm.ints(call(OS::Control_GetBounds, control));
+}
+
+std::vector<jint> DeviceTest::minimumSize(jint control) {
+    return vm.ints(call(OS::Control_GetMinimumSize, control));
+}
+
+DWORD DeviceTest::styleOf(jint control) {
+    return GetWindowLongW(windowOf(control), GWL_STYLE) & ~WS_VISIBLE;
+}
+
+LRESULT DeviceTest::sendTo(jint control, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SendMessageW(windowOf(control), message, wParam, lParam);
 }
 
 std::wstring DeviceTest::windowText(jint control) {

@@ -2,23 +2,16 @@
 // A display on the emulated device with a recording VM: what most tests start from.
 
 #include "control/control.h"
+#include "events.h"
 #include "natives.h"
 #include "test_vm.h"
 #include <gtest/gtest.h>
-
-using Events = std::vector<std::string>;
 
 // A native that makes a widget in a parent.
 using Maker = Native<jint(jint parent, jint style)>;
 
 // The listener's method that a callback id is registered with; null for none.
 const char* listenerMethod(jint id);
-
-// The toolkit's codes of keys without a character.
-namespace keys {
-constexpr jint backspace = 1000, tab = 1001, enter = 1002, escape = 1003, end = 1008, home = 1007,
-               deleteRight = 1012, left = 1013, right = 1014, up = 1015, down = 1016, shift = 1017;
-} // namespace keys
 
 class DeviceTest : public testing::Test {
   protected:
@@ -45,7 +38,7 @@ class DeviceTest : public testing::Test {
     jint newControl(const Native<jint(jint parent)>& kind, jint parent,
                     RECT place = {20, 30, 120, 70});
 
-    // Lets the widget's events be recorded: "selected()", "pointer(1, 5, 5, 8, 0)" and so on.
+    // Lets the widget's events be recorded, as events.h has them.
     void listen(jint widget);
 
     // Drops the widget's listener and disposes of it.
@@ -60,11 +53,19 @@ class DeviceTest : public testing::Test {
 
     // A person's keys: lower-case letters, digits, spaces. The control with the focus gets them.
     void type(const std::string& characters);
-    // The key of the toolkit's code goes down and up, Shift being held when asked for.
+    // The key of the toolkit's code (Key, or a character) goes down and up, Shift being held when
+    // asked for.
     void pressKey(jint key, bool withShift = false);
+
+    // left, top, width, height
+    std::vector<jint> boundsOf(jint control);
+    std::vector<jint> minimumSize(jint control);
 
     static HWND windowOf(jint control) { return reinterpret_cast<ControlRecord*>(control)->hwnd; }
     static std::wstring windowText(jint control);
+    // The system's, but for whether it is shown.
+    static DWORD styleOf(jint control);
+    static LRESULT sendTo(jint control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     // Of the control's client area, as 0x00BBGGRR.
     static COLORREF pixelOf(jint control, int x, int y);
 

@@ -30,7 +30,7 @@ class MessageRecorder {
 enum class Step { required, optional };
 
 struct ExpectedEvent {
-    const char* event;
+    std::string event;
     Step step = Step::required;
 };
 

@@ -180,10 +180,7 @@ static jmethodID JNICALL getMethodId(JNIEnv*, jclass type, const char* name,
 static jint callMethod(jobject receiver, jmethodID id, const std::vector<jint>& arguments) {
     objectOf(receiver);
     auto* method = reinterpret_cast<Method*>(id);
-    std::string event = method->name + "(";
-    for (size_t i = 0; i < arguments.size(); ++i)
-        event += (i ? ", " : "") + std::to_string(arguments[i]);
-    current->vm->events.push_back(event + ")");
+    current->vm->events.push_back(TestVm::eventOf(method->name, arguments));
     auto behavior = current->vm->behavior.find(method->name);
     return behavior == current->vm->behavior.end() ? 0 : behavior->second(arguments);
 }
@@ -545,6 +542,13 @@ void TestVm::declare(const std::string& className, const std::vector<std::string
             std::make_unique<Method>(Method{method.substr(0, split), method.substr(split)}));
         state->methods[className].push_back(state->allMethods.back().get());
     }
+}
+
+std::string TestVm::eventOf(const std::string& method, const std::vector<jint>& arguments) {
+    std::string event = method + "(";
+    for (size_t i = 0; i < arguments.size(); ++i)
+        event += (i ? ", " : "") + std::to_string(arguments[i]);
+    return event + ")";
 }
 
 std::vector<std::string> TestVm::takeEvents() { return std::exchange(events, {}); }

@@ -41,8 +41,9 @@ class TestVm {
     // What a called method does and answers; without one it answers 0.
     std::map<std::string, std::function<jint(const std::vector<jint>&)>> behavior;
 
-    // The called methods with their arguments, as "pointer(1, 10, 20, 8, 0)".
+    // The called methods with their arguments, as eventOf has them.
     std::vector<std::string> events;
+    static std::string eventOf(const std::string& method, const std::vector<jint>& arguments);
     std::vector<std::string> takeEvents();
 
     // The JNI functions called, by name.

@@ -145,7 +145,7 @@ TEST_F(AdjustableTest, a_focused_bar_redraws_its_focus_mark_for_a_new_amount) {
     listen(bar);
     set(OS::Adjustable_SetVisibleAmount, 30);
     dispatchAll();
-    EXPECT_EQ(vm.takeEvents(), Events{"focus(1)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::focus(FocusChange::gained)});
     SetFocus(windowOf(shell));
     dispatchAll();
     vm.takeEvents();
@@ -166,20 +166,21 @@ class ScrollTest : public AdjustableTest {
 };
 
 TEST_F(ScrollTest, every_code_moves_the_value_and_fires) {
-    EXPECT_EQ(scroll(SB_LINEDOWN), Events{"scrolled(52, 1)"});
-    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(50, 0)"});
-    EXPECT_EQ(scroll(SB_PAGEDOWN), Events{"scrolled(60, 3)"});
-    EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(50, 2)"});
-    EXPECT_EQ(scroll(SB_TOP), Events{"scrolled(10, 5)"});
-    EXPECT_EQ(scroll(SB_BOTTOM), Events{"scrolled(90, 6)"}) << "clamped by the window";
+    EXPECT_EQ(scroll(SB_LINEDOWN), Events{fired::scrolled(52, ScrollKind::lineDown)});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{fired::scrolled(50, ScrollKind::lineUp)});
+    EXPECT_EQ(scroll(SB_PAGEDOWN), Events{fired::scrolled(60, ScrollKind::pageDown)});
+    EXPECT_EQ(scroll(SB_PAGEUP), Events{fired::scrolled(50, ScrollKind::pageUp)});
+    EXPECT_EQ(scroll(SB_TOP), Events{fired::scrolled(10, ScrollKind::top)});
+    EXPECT_EQ(scroll(SB_BOTTOM), Events{fired::scrolled(90, ScrollKind::bottom)})
+        << "clamped by the window";
     EXPECT_EQ(get(OS::Adjustable_GetValue), 90);
 }
 
 TEST_F(ScrollTest, going_up_stops_at_the_minimum_and_fires_still) {
     set(OS::Adjustable_SetValue, 11);
-    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
-    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(10, 0)"});
-    EXPECT_EQ(scroll(SB_PAGEUP), Events{"scrolled(10, 2)"});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{fired::scrolled(10, ScrollKind::lineUp)});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{fired::scrolled(10, ScrollKind::lineUp)});
+    EXPECT_EQ(scroll(SB_PAGEUP), Events{fired::scrolled(10, ScrollKind::pageUp)});
 }
 
 TEST_F(ScrollTest, the_end_of_scrolling_fires_nothing) {
@@ -199,7 +200,7 @@ TEST_F(ScrollTest, the_thumb_moves_the_value_to_its_place_above_the_minimum) {
     faults.replace("GetScrollInfo", reinterpret_cast<void*>(answerTrackPosition));
     faults.replace("SetScrollInfo", reinterpret_cast<void*>(recordScrollInfo));
     told.clear();
-    EXPECT_EQ(scroll(SB_THUMBTRACK), Events{"scrolled(40, 4)"});
+    EXPECT_EQ(scroll(SB_THUMBTRACK), Events{fired::scrolled(40, ScrollKind::thumbDrag)});
     EXPECT_EQ(told.back().redraw, FALSE) << "the thumb is drawn already";
     set(OS::Adjustable_SetValue, 50);
     EXPECT_TRUE(scroll(SB_THUMBPOSITION).empty());
@@ -281,17 +282,16 @@ TEST_F(ShowingTest, disabling_blanks_a_shown_bar_and_enabling_gives_its_values_b
 
 class ScrollbarTest : public AdjustableTest {
   protected:
-    std::vector<jint> minimumSize() { return vm.ints(call(OS::Control_GetMinimumSize, bar)); }
     void turn(jint orientation) { call(OS::Scrollbar_SetOrientation, bar, orientation); }
     bool isVertical() { return GetWindowLongW(windowOf(bar), GWL_STYLE) & SBS_VERT; }
 };
 
 TEST_F(ScrollbarTest, minimum_size_follows_the_direction) {
-    EXPECT_EQ(minimumSize(), (std::vector<jint>{GetSystemMetrics(SM_CXVSCROLL),
-                                                10 * GetSystemMetrics(SM_CYVSCROLL)}));
+    EXPECT_EQ(minimumSize(bar), (std::vector<jint>{GetSystemMetrics(SM_CXVSCROLL),
+                                                   10 * GetSystemMetrics(SM_CYVSCROLL)}));
     turn(16);
-    EXPECT_EQ(minimumSize(), (std::vector<jint>{10 * GetSystemMetrics(SM_CXHSCROLL),
-                                                GetSystemMetrics(SM_CYHSCROLL)}));
+    EXPECT_EQ(minimumSize(bar), (std::vector<jint>{10 * GetSystemMetrics(SM_CXHSCROLL),
+                                                   GetSystemMetrics(SM_CYHSCROLL)}));
 }
 
 TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
@@ -309,7 +309,7 @@ TEST_F(ScrollbarTest, a_turned_bar_is_the_same_bar_in_the_same_place) {
     EXPECT_TRUE(IsWindowVisible(windowOf(bar)));
     EXPECT_EQ(get(OS::Adjustable_GetValue), 40);
     EXPECT_EQ(GetWindowLongW(windowOf(bar), GWL_USERDATA), LONG(bar));
-    EXPECT_EQ(scroll(SB_LINEDOWN), Events{"scrolled(41, 1)"});
+    EXPECT_EQ(scroll(SB_LINEDOWN), Events{fired::scrolled(41, ScrollKind::lineDown)});
     turn(8);
     EXPECT_TRUE(isVertical());
 }
@@ -320,7 +320,7 @@ TEST_F(ScrollbarTest, a_turned_bar_in_a_moved_parent_keeps_its_place_there) {
     jint inner = call(OS::Scrollbar_New, composite);
     call(OS::Control_SetBounds, inner, 5, 6, 13, 70);
     call(OS::Scrollbar_SetOrientation, inner, 16);
-    EXPECT_EQ(vm.ints(call(OS::Control_GetBounds, inner)), (std::vector<jint>{5, 6, 13, 70}));
+    EXPECT_EQ(boundsOf(inner), (std::vector<jint>{5, 6, 13, 70}));
 }
 
 TEST_F(ScrollbarTest, another_orientation_keeps_the_direction) {
@@ -375,7 +375,7 @@ class TappedScrollbarTest : public ScrollbarTest {
         ClientToScreen(windowOf(bar), &point);
         call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
     }
-    void post(jint type) { call(OS::Display_PostPointerEvent, display, type, 8); }
+    void post(jint type) { call(OS::Display_PostPointerEvent, display, type, buttonLeft); }
 };
 
 TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release) {
@@ -383,16 +383,18 @@ TEST_F(TappedScrollbarTest, a_tap_on_an_arrow_scrolls_between_press_and_release)
     vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
     listen(bar);
     moveTo(6, 145);
-    post(1);
-    post(2);
+    post(pointerPress);
+    post(pointerRelease);
     dispatchAll();
     Events events = vm.takeEvents();
     auto at = [&](const std::string& event) {
         return std::find(events.begin(), events.end(), event) - events.begin();
     };
-    EXPECT_LT(at("pointer(1, 6, 145, 8, 0)"), at("scrolled(1, 1)"))
+    EXPECT_LT(at(fired::pointer(pointerPress, 6, 145, buttonLeft)),
+              at(fired::scrolled(1, ScrollKind::lineDown)))
         << testing::PrintToString(events);
-    EXPECT_LT(at("scrolled(1, 1)"), at("pointer(2, 6, 145, 8, 0)"));
+    EXPECT_LT(at(fired::scrolled(1, ScrollKind::lineDown)),
+              at(fired::pointer(pointerRelease, 6, 145, buttonLeft)));
     EXPECT_EQ(get(OS::Adjustable_GetValue), 1);
 }
 
@@ -401,14 +403,15 @@ TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
     vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 0; };
     listen(bar);
     moveTo(6, 60); // with a touch, which is where a device without a mouse has its pointer
-    post(1);
-    post(2);
+    post(pointerPress);
+    post(pointerRelease);
     dispatchAll();
     vm.takeEvents();
     record(bar)->lastPointerX = -1;
     SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
     Events first = vm.takeEvents();
-    EXPECT_EQ(std::count(first.begin(), first.end(), "pointer(3, 6, 60, 0, 0)"), 1)
+    EXPECT_EQ(
+        std::count(first.begin(), first.end(), fired::pointer(pointerMove, 6, 60, buttonNone)), 1)
         << testing::PrintToString(first);
     SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
     EXPECT_TRUE(vm.takeEvents().empty()) << "it did not move";
@@ -464,10 +467,12 @@ TEST_F(OwnBarsTest, a_page_that_fills_the_range_is_nudged_into_its_proper_state)
 TEST_F(OwnBarsTest, scroll_with_messages_of_the_window_itself) {
     listen(bar);
     listen(horizontal);
-    EXPECT_EQ(scrollOwn(WM_VSCROLL, SB_LINEDOWN, nullptr), Events{"scrolled(1, 1)"});
+    EXPECT_EQ(scrollOwn(WM_VSCROLL, SB_LINEDOWN, nullptr),
+              Events{fired::scrolled(1, ScrollKind::lineDown)});
     EXPECT_EQ(get(OS::Adjustable_GetValue), 1);
     EXPECT_EQ(call(OS::Adjustable_GetValue, horizontal), 0);
-    EXPECT_EQ(scrollOwn(WM_HSCROLL, SB_PAGEDOWN, windowOf(composite)), Events{"scrolled(10, 3)"});
+    EXPECT_EQ(scrollOwn(WM_HSCROLL, SB_PAGEDOWN, windowOf(composite)),
+              Events{fired::scrolled(10, ScrollKind::pageDown)});
 }
 
 TEST_F(OwnBarsTest, that_are_not_made_scroll_nothing) {

@@ -33,7 +33,7 @@ TEST_F(CallbacksTest, ids_of_the_same_bucket_are_both_found) {
     static_assert(CB_PAINT % callbackBuckets == CB_POINTER_DOWN_QUERY % callbackBuckets);
     fire()(CB_PAINT, "(IIII)V", target, 1, 2, 3, 4);
     fire()(CB_POINTER_DOWN_QUERY, "(II)I", target, 5, 6);
-    EXPECT_EQ(vm.takeEvents(), (Events{"paint(1, 2, 3, 4)", "pointerDown(5, 6)"}));
+    EXPECT_EQ(vm.takeEvents(), (Events{fired::paint(1, 2, 3, 4), fired::pointerDown(5, 6)}));
 }
 
 TEST_F(CallbacksTest, a_second_registration_of_a_buckets_first_id_is_fatal) {
@@ -76,7 +76,7 @@ TEST_F(CallbacksTest, nobody_has_no_registry) {
 TEST_F(CallbacksTest, a_method_is_looked_up_once) {
     fire()(CB_SELECTION, "()V", target);
     fire()(CB_SELECTION, "()V", target);
-    EXPECT_EQ(vm.takeEvents(), (Events{"selected()", "selected()"}));
+    EXPECT_EQ(vm.takeEvents(), (Events{fired::selected(), fired::selected()}));
     EXPECT_EQ(vm.countCalls("GetMethodID"), 1);
 }
 
@@ -123,7 +123,7 @@ TEST_F(CallbacksTest, a_method_that_does_not_exist_is_described_and_the_event_va
 
 TEST_F(CallbacksTest, a_thread_that_the_vm_does_not_know_is_attached_for_the_call) {
     std::thread([&] { fire()(CB_SELECTION, "()V", target); }).join();
-    EXPECT_EQ(vm.takeEvents(), Events{"selected()"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::selected()});
     EXPECT_EQ(vm.attachments, 1);
     EXPECT_EQ(vm.detachments, 1);
 }
@@ -206,7 +206,7 @@ TEST_F(CallbacksTest, a_registry_whose_object_cannot_be_referenced_is_dropped_si
     call(OS::Display_InitCallbacks, display, vm.newObject("test/Display"));
     EXPECT_EQ(vm.pendingException, "");
     fire()(CB_SELECTION, "()V", target);
-    EXPECT_EQ(vm.takeEvents(), Events{"selected()"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::selected()});
 }
 
 TEST_F(CallbacksTest, an_entry_without_memory_raises) {

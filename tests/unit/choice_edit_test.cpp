@@ -37,12 +37,7 @@ class ChoiceEditTest : public DeviceTest {
     LRESULT sendEdit(UINT message, WPARAM wParam, LPARAM lParam = 0) {
         return SendMessageW(edit, message, wParam, lParam);
     }
-    Events eventsOf(const std::string& kind) {
-        Events events = vm.takeEvents();
-        auto isOther = [&](const std::string& event) { return event.rfind(kind, 0) != 0; };
-        events.erase(std::remove_if(events.begin(), events.end(), isOther), events.end());
-        return events;
-    }
+    Events eventsOf(const char* method) { return fired::only(vm.takeEvents(), {method}); }
     void handleKeys() {
         vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
     }
@@ -71,8 +66,10 @@ TEST_F(ChoiceEditTest, takes_what_is_typed_and_tells_of_the_keys) {
     vm.takeEvents();
     type("ab");
     EXPECT_EQ(windowText(choice), L"ab");
-    EXPECT_EQ(eventsOf("key"), (Events{"key(1, 97, 65, 0)", "key(2, 97, 65, 0)",
-                                       "key(1, 98, 66, 0)", "key(2, 98, 66, 0)"}));
+    EXPECT_EQ(
+        eventsOf("key"),
+        (Events{fired::key(KeyKind::pressed, 'a', 'A'), fired::key(KeyKind::released, 'a', 'A'),
+                fired::key(KeyKind::pressed, 'b', 'B'), fired::key(KeyKind::released, 'b', 'B')}));
     handleKeys();
     type("c");
     EXPECT_EQ(windowText(choice), L"ab");
@@ -122,14 +119,14 @@ TEST_F(ChoiceEditTest, focus_that_moves_within_is_not_told) {
     vm.takeEvents();
     EXPECT_TRUE(call(OS::Control_ForceFocus, choice));
     EXPECT_EQ(GetFocus(), edit);
-    EXPECT_EQ(eventsOf("focus"), Events{"focus(1)"});
+    EXPECT_EQ(eventsOf("focus"), Events{fired::focus(FocusChange::gained)});
     SetFocus(record->hwnd);
     EXPECT_EQ(GetFocus(), edit);
     EXPECT_TRUE(eventsOf("focus").empty());
     SetFocus(windowOf(shell));
-    EXPECT_EQ(eventsOf("focus"), Events{"focus(2)"});
+    EXPECT_EQ(eventsOf("focus"), Events{fired::focus(FocusChange::lost)});
     SetFocus(edit);
-    EXPECT_EQ(eventsOf("focus"), Events{"focus(1)"});
+    EXPECT_EQ(eventsOf("focus"), Events{fired::focus(FocusChange::gained)});
 }
 
 TEST_F(ChoiceEditTest, focus_goes_on_to_the_field) {
@@ -138,7 +135,9 @@ TEST_F(ChoiceEditTest, focus_goes_on_to_the_field) {
     for (HWND window : {other, record->hwnd}) {
         sendEdit(WM_SETFOCUS, reinterpret_cast<WPARAM>(window));
         sendEdit(WM_KILLFOCUS, reinterpret_cast<WPARAM>(window));
-        EXPECT_EQ(eventsOf("focus"), window == other ? (Events{"focus(1)", "focus(2)"}) : Events{});
+        EXPECT_EQ(eventsOf("focus"), window == other ? (Events{fired::focus(FocusChange::gained),
+                                                               fired::focus(FocusChange::lost)})
+                                                     : Events{});
     }
     EXPECT_EQ(passedOn, (std::vector<UINT>{WM_SETFOCUS, WM_KILLFOCUS, WM_SETFOCUS, WM_KILLFOCUS}));
 }

@@ -24,37 +24,26 @@ class ChoiceTest : public DeviceTest {
     void select(jint choice, jint index) { call(OS::Choice_SelectItem, choice, index); }
     jint selected(jint choice) { return call(OS::Choice_GetSelectedItemIndex, choice); }
     std::vector<std::u16string> items(jint choice) {
-        std::vector<std::u16string> texts(send(choice, CB_GETCOUNT));
+        std::vector<std::u16string> texts(sendTo(choice, CB_GETCOUNT));
         for (size_t i = 0; i < texts.size(); ++i) {
-            texts[i].resize(send(choice, CB_GETLBTEXTLEN, i) + 1);
-            texts[i].resize(send(choice, CB_GETLBTEXT, i, LPARAM(texts[i].data())));
+            texts[i].resize(sendTo(choice, CB_GETLBTEXTLEN, i) + 1);
+            texts[i].resize(sendTo(choice, CB_GETLBTEXT, i, LPARAM(texts[i].data())));
         }
         return texts;
     }
-    std::vector<jint> minimumSize(jint choice) {
-        return vm.ints(call(OS::Control_GetMinimumSize, choice));
-    }
     // The events but those of the pointer and of painting.
     Events ownEvents() {
-        Events events = vm.takeEvents();
-        auto isOther = [](const std::string& event) {
-            return event.rfind("paint", 0) == 0 || event.rfind("pointer", 0) == 0;
-        };
-        events.erase(std::remove_if(events.begin(), events.end(), isOther), events.end());
-        return events;
+        return fired::without(vm.takeEvents(), {"paint", "pointer", "pointerDown"});
     }
 
-    static LRESULT send(jint choice, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-        return SendMessageW(windowOf(choice), message, wParam, lParam);
-    }
     static COMBOBOXINFO partsOf(jint choice) {
         COMBOBOXINFO info = {};
         info.cbSize = sizeof(info);
         constexpr UINT getComboBoxInfo = 0x162;
-        EXPECT_TRUE(send(choice, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)));
+        EXPECT_TRUE(sendTo(choice, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)));
         return info;
     }
-    static bool isDropped(jint choice) { return send(choice, CB_GETDROPPEDSTATE) != 0; }
+    static bool isDropped(jint choice) { return sendTo(choice, CB_GETDROPPEDSTATE) != 0; }
 
     // A person's tap on an item of the dropped list.
     void tapItem(jint choice, int index) {
@@ -64,8 +53,8 @@ class ChoiceTest : public DeviceTest {
         POINT point = {item.left + 5, (item.top + item.bottom) / 2};
         ClientToScreen(list, &point);
         call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
-        for (jint type : {1, 2}) {
-            call(OS::Display_PostPointerEvent, display, type, 8);
+        for (PointerType type : {pointerPress, pointerRelease}) {
+            call(OS::Display_PostPointerEvent, display, type, buttonLeft);
             dispatchAll();
         }
     }
@@ -241,7 +230,7 @@ static BOOL WINAPI recordPlace(HWND window, HWND after, int x, int y, int width,
 
 TEST_F(ChoiceTest, the_room_of_the_dropped_list_is_added_to_the_height) {
     jint choice = newChoice({u"1", u"2", u"3", u"4", u"5", u"6", u"7", u"8", u"9"});
-    auto bounds = [&] { return vm.ints(call(OS::Control_GetBounds, choice)); };
+    auto bounds = [&] { return boundsOf(choice); };
     jint closed = bounds()[3];
     EXPECT_LT(closed, 30) << "as high as its field";
     {
@@ -249,7 +238,7 @@ TEST_F(ChoiceTest, the_room_of_the_dropped_list_is_added_to_the_height) {
         faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
         call(OS::Control_SetBounds, choice, 5, 6, 120, closed);
     }
-    LRESULT itemHeight = send(choice, CB_GETITEMHEIGHT);
+    LRESULT itemHeight = sendTo(choice, CB_GETITEMHEIGHT);
     EXPECT_EQ(requested.bottom, closed + 7 * itemHeight + 2);
     EXPECT_EQ(bounds(), (std::vector<jint>{5, 6, 120, closed}));
     tapAt(choice, 50, 10);
@@ -260,17 +249,17 @@ TEST_F(ChoiceTest, the_room_of_the_dropped_list_is_added_to_the_height) {
 
 TEST_F(ChoiceTest, a_notice_lets_it_take_its_own_bounds_again) {
     jint choice = newChoice(fruit);
-    std::vector<jint> bounds = vm.ints(call(OS::Control_GetBounds, choice));
+    std::vector<jint> bounds = boundsOf(choice);
     Faults faults;
     faults.replace("SetWindowPos", reinterpret_cast<void*>(recordPlace));
     boundsRequests = 0;
-    EXPECT_EQ(send(choice, controlCommand, MAKEWPARAM(0, CBN_DROPDOWN)), 1) << "not handled";
+    EXPECT_EQ(sendTo(choice, controlCommand, MAKEWPARAM(0, CBN_DROPDOWN)), 1) << "not handled";
     EXPECT_EQ(boundsRequests, 1);
     EXPECT_EQ(requested.left, bounds[0]);
     EXPECT_EQ(requested.top, bounds[1]);
     EXPECT_EQ(requested.right, bounds[2]);
-    EXPECT_EQ(requested.bottom, bounds[3] + 7 * send(choice, CB_GETITEMHEIGHT) + 2);
-    EXPECT_EQ(vm.ints(call(OS::Control_GetBounds, choice)), bounds);
+    EXPECT_EQ(requested.bottom, bounds[3] + 7 * sendTo(choice, CB_GETITEMHEIGHT) + 2);
+    EXPECT_EQ(boundsOf(choice), bounds);
 }
 
 TEST_F(ChoiceTest, bounds_that_cannot_be_taken_again_leave_nothing) {
@@ -278,7 +267,7 @@ TEST_F(ChoiceTest, bounds_that_cannot_be_taken_again_leave_nothing) {
     NoLeaks noLeaks;
     Faults faults;
     faults.fail("SetWindowPos", 1, ERROR_ACCESS_DENIED);
-    EXPECT_EQ(send(choice, controlCommand, MAKEWPARAM(0, CBN_DROPDOWN)), 1);
+    EXPECT_EQ(sendTo(choice, controlCommand, MAKEWPARAM(0, CBN_DROPDOWN)), 1);
     EXPECT_TRUE(faults.hasFailed());
     EXPECT_TRUE(vm.reports.empty());
 }
@@ -289,12 +278,12 @@ TEST_F(ChoiceTest, only_the_selection_of_the_list_is_told) {
     listen(choice);
     constexpr WORD list = 1000, edit = 1001;
     for (WORD child : {WORD(0), edit})
-        send(choice, controlCommand, MAKEWPARAM(child, CBN_SELCHANGE));
+        sendTo(choice, controlCommand, MAKEWPARAM(child, CBN_SELCHANGE));
     for (WORD code : {CBN_DROPDOWN, CBN_CLOSEUP, CBN_SELENDOK, CBN_DBLCLK})
-        send(choice, controlCommand, MAKEWPARAM(list, code));
+        sendTo(choice, controlCommand, MAKEWPARAM(list, code));
     EXPECT_TRUE(ownEvents().empty());
-    send(choice, controlCommand, MAKEWPARAM(list, CBN_SELCHANGE));
-    EXPECT_EQ(ownEvents(), Events{"chosen(1)"});
+    sendTo(choice, controlCommand, MAKEWPARAM(list, CBN_SELCHANGE));
+    EXPECT_EQ(ownEvents(), Events{fired::chosen(1)});
 }
 
 // Answers that the first item of none is selected, as some systems do.
@@ -308,11 +297,11 @@ TEST_F(ChoiceTest, the_first_of_no_items_is_none) {
     listen(choice);
     Faults faults;
     faults.replace("SendMessageW", reinterpret_cast<void*>(sendFirstOfNone));
-    send(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
-    EXPECT_EQ(ownEvents(), Events{"chosen(-1)"});
+    sendTo(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
+    EXPECT_EQ(ownEvents(), Events{fired::chosen(-1)});
     add(choice, u"item");
-    send(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
-    EXPECT_EQ(ownEvents(), Events{"chosen(0)"});
+    sendTo(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
+    EXPECT_EQ(ownEvents(), Events{fired::chosen(0)});
 }
 
 TEST_F(ChoiceTest, a_tap_drops_the_list_and_one_on_an_item_chooses_it) {
@@ -322,7 +311,7 @@ TEST_F(ChoiceTest, a_tap_drops_the_list_and_one_on_an_item_chooses_it) {
     EXPECT_EQ(GetFocus(), windowOf(choice));
     listen(choice);
     tapItem(choice, 1);
-    EXPECT_EQ(ownEvents(), Events{"chosen(1)"});
+    EXPECT_EQ(ownEvents(), Events{fired::chosen(1)});
     EXPECT_FALSE(isDropped(choice));
     EXPECT_EQ(selected(choice), 1);
     EXPECT_EQ(windowText(choice), L"pear");
@@ -339,9 +328,11 @@ TEST_F(ChoiceTest, a_tap_is_told_before_the_focus) {
         return std::find(events.begin(), events.end(), event) - events.begin();
     };
     long last = static_cast<long>(events.size()) - 1;
-    EXPECT_LT(place("pointer(1, 50, 10, 8, 0)"), place("focus(1)"));
-    EXPECT_LT(place("focus(1)"), place("pointer(2, 50, 10, 8, 0)"));
-    EXPECT_LE(place("pointer(2, 50, 10, 8, 0)"), last);
+    EXPECT_LT(place(fired::pointer(pointerPress, 50, 10, buttonLeft)),
+              place(fired::focus(FocusChange::gained)));
+    EXPECT_LT(place(fired::focus(FocusChange::gained)),
+              place(fired::pointer(pointerRelease, 50, 10, buttonLeft)));
+    EXPECT_LE(place(fired::pointer(pointerRelease, 50, 10, buttonLeft)), last);
 }
 
 TEST_F(ChoiceTest, a_tap_elsewhere_closes_the_list_without_a_choice) {
@@ -352,19 +343,23 @@ TEST_F(ChoiceTest, a_tap_elsewhere_closes_the_list_without_a_choice) {
     EXPECT_FALSE(isDropped(choice));
     EXPECT_EQ(selected(choice), -1);
     Events events = ownEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "chosen(-1)"), 0);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::chosen(-1)), 0);
 }
 
 TEST_F(ChoiceTest, arrow_keys_choose_items_one_after_the_other) {
     jint choice = newChoice(fruit);
     call(OS::Control_ForceFocus, choice);
     listen(choice);
-    pressKey(keys::down);
-    pressKey(keys::down);
-    pressKey(keys::up);
-    EXPECT_EQ(ownEvents(), (Events{"key(1, 65535, 1016, 0)", "chosen(0)", "key(2, 40, 1016, 0)",
-                                   "key(1, 65535, 1016, 0)", "chosen(1)", "key(2, 40, 1016, 0)",
-                                   "key(1, 65535, 1015, 0)", "chosen(0)", "key(2, 38, 1015, 0)"}));
+    pressKey(keyDown);
+    pressKey(keyDown);
+    pressKey(keyUp);
+    EXPECT_EQ(ownEvents(),
+              (Events{fired::key(KeyKind::pressed, fired::noCharacter, keyDown), fired::chosen(0),
+                      fired::key(KeyKind::released, VK_DOWN, keyDown),
+                      fired::key(KeyKind::pressed, fired::noCharacter, keyDown), fired::chosen(1),
+                      fired::key(KeyKind::released, VK_DOWN, keyDown),
+                      fired::key(KeyKind::pressed, fired::noCharacter, keyUp), fired::chosen(0),
+                      fired::key(KeyKind::released, VK_UP, keyUp)}));
     EXPECT_EQ(selected(choice), 0);
 }
 
@@ -373,7 +368,7 @@ TEST_F(ChoiceTest, a_key_that_java_handles_chooses_nothing) {
     call(OS::Control_ForceFocus, choice);
     listen(choice);
     vm.behavior["key"] = [](const std::vector<jint>&) { return 1; };
-    pressKey(keys::down);
+    pressKey(keyDown);
     EXPECT_EQ(selected(choice), -1);
 }
 
@@ -382,7 +377,8 @@ TEST_F(ChoiceTest, the_first_letter_chooses_an_item) {
     call(OS::Control_ForceFocus, choice);
     listen(choice);
     type("c");
-    EXPECT_EQ(ownEvents(), (Events{"key(1, 99, 67, 0)", "chosen(2)", "key(2, 99, 67, 0)"}));
+    EXPECT_EQ(ownEvents(), (Events{fired::key(KeyKind::pressed, 'c', 'C'), fired::chosen(2),
+                                   fired::key(KeyKind::released, 'c', 'C')}));
 }
 
 TEST_F(ChoiceTest, may_be_disposed_of_by_who_hears_of_a_choice) {
@@ -396,7 +392,7 @@ TEST_F(ChoiceTest, may_be_disposed_of_by_who_hears_of_a_choice) {
         EXPECT_FALSE(IsWindow(window));
         return 0;
     };
-    send(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
+    sendTo(choice, controlCommand, MAKEWPARAM(1000, CBN_SELCHANGE));
     EXPECT_TRUE(vm.behavior.empty());
 }
 
@@ -404,9 +400,9 @@ TEST_F(ChoiceTest, focus_that_comes_from_elsewhere_is_told) {
     jint choice = newChoice(fruit), button = newButton(shell);
     listen(choice);
     EXPECT_TRUE(call(OS::Control_ForceFocus, choice));
-    EXPECT_EQ(ownEvents(), Events{"focus(1)"});
+    EXPECT_EQ(ownEvents(), Events{fired::focus(FocusChange::gained)});
     call(OS::Control_ForceFocus, button);
-    EXPECT_EQ(ownEvents(), Events{"focus(2)"});
+    EXPECT_EQ(ownEvents(), Events{fired::focus(FocusChange::lost)});
 }
 
 TEST_F(ChoiceTest, the_dropped_list_has_the_choices_colours) {
@@ -416,8 +412,9 @@ TEST_F(ChoiceTest, the_dropped_list_has_the_choices_colours) {
     ColorRecord red = {RGB(255, 0, 0), nullptr}, green = {RGB(0, 255, 0), nullptr};
     for (UINT message : {WM_CTLCOLOREDIT, WM_CTLCOLORLISTBOX}) {
         auto brush = [&] {
-            return reinterpret_cast<HBRUSH>(send(choice, message, reinterpret_cast<WPARAM>(context),
-                                                 reinterpret_cast<LPARAM>(list)));
+            return reinterpret_cast<HBRUSH>(sendTo(choice, message,
+                                                   reinterpret_cast<WPARAM>(context),
+                                                   reinterpret_cast<LPARAM>(list)));
         };
         SetTextColor(context, RGB(1, 2, 3));
         EXPECT_EQ(brush(), GetSysColorBrush(COLOR_WINDOW));

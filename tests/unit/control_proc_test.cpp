@@ -14,17 +14,14 @@ class ControlProcTest : public DeviceTest {
         dispatchAll();
     }
     static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
-    static LRESULT send(jint control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-        return SendMessageW(windowOf(control), message, wParam, lParam);
-    }
 
     jint shell, button, composite;
 };
 
 TEST_F(ControlProcTest, a_close_request_is_reported_and_the_window_stays) {
     listen(button);
-    EXPECT_EQ(send(button, WM_CLOSE), 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"window(201)"});
+    EXPECT_EQ(sendTo(button, WM_CLOSE), 0);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::window(WindowEvent::closeRequested)});
     EXPECT_TRUE(IsWindow(windowOf(button)));
 }
 
@@ -32,7 +29,8 @@ TEST_F(ControlProcTest, the_focus_comes_and_goes) {
     listen(button);
     SetFocus(windowOf(button));
     SetFocus(nullptr);
-    EXPECT_EQ(vm.takeEvents(), (Events{"focus(1)", "focus(2)"}));
+    EXPECT_EQ(vm.takeEvents(),
+              (Events{fired::focus(FocusChange::gained), fired::focus(FocusChange::lost)}));
 }
 
 TEST_F(ControlProcTest, a_paint_reports_the_damaged_rectangle_after_the_class_has_painted) {
@@ -40,7 +38,7 @@ TEST_F(ControlProcTest, a_paint_reports_the_damaged_rectangle_after_the_class_ha
     RECT damage = {3, 4, 13, 24};
     InvalidateRect(windowOf(button), &damage, FALSE);
     UpdateWindow(windowOf(button));
-    EXPECT_EQ(vm.takeEvents(), Events{"paint(3, 4, 10, 20)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::paint(3, 4, 10, 20)});
     EXPECT_FALSE(GetUpdateRect(windowOf(button), nullptr, FALSE));
 }
 
@@ -50,7 +48,7 @@ TEST_F(ControlProcTest, a_control_whose_drawing_is_off_paints_and_erases_nothing
     InvalidateRect(windowOf(button), nullptr, TRUE);
     UpdateWindow(windowOf(button));
     HDC context = GetDC(windowOf(button));
-    EXPECT_EQ(send(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context)), 0);
+    EXPECT_EQ(sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context)), 0);
     ReleaseDC(windowOf(button), context);
     EXPECT_TRUE(vm.takeEvents().empty());
     call(OS::Control_SetRedraw, button, true);
@@ -83,7 +81,7 @@ TEST_F(ControlProcTest, a_paint_of_nothing_is_taken_while_drawing_is_off) {
     for (const auto& row : rows) {
         updateArea = row.area;
         int before = faults.countCalls("BeginPaint");
-        send(composite, WM_PAINT);
+        sendTo(composite, WM_PAINT);
         EXPECT_EQ(faults.countCalls("BeginPaint") - before, row.painted) << row.area.bottom;
         EXPECT_EQ(faults.countCalls("EndPaint"), faults.countCalls("BeginPaint"));
     }
@@ -102,7 +100,7 @@ TEST_F(ControlProcTest, a_swallowed_paint_is_made_up_for_when_drawing_is_on_agai
         call(OS::Display_Sleep, display);
         dispatchAll();
     }
-    EXPECT_EQ(vm.takeEvents(), Events{"paint(0, 0, 100, 40)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::paint(0, 0, 100, 40)});
 }
 
 // A device context of its own, so that nothing else paints into it.
@@ -122,7 +120,7 @@ TEST_F(ControlProcTest, a_background_colour_fills_the_clip_box_in_the_classes_pl
     ColorRecord color = {RGB(10, 200, 30), nullptr};
     record(button)->background = &color;
     Canvas canvas;
-    EXPECT_EQ(send(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
+    EXPECT_EQ(sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
     EXPECT_EQ(canvas.at(0, 0), RGB(10, 200, 30));
     EXPECT_EQ(canvas.at(19, 19), RGB(10, 200, 30));
     record(button)->background = nullptr;
@@ -135,7 +133,7 @@ TEST_F(ControlProcTest, in_xor_mode_erasing_inverts) {
     Canvas canvas;
     PatBlt(canvas.context, 0, 0, 20, 20, WHITENESS);
     SetROP2(canvas.context, R2_XORPEN);
-    send(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context));
+    sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context));
     EXPECT_EQ(canvas.at(5, 5), RGB(0, 0, 255));
     EXPECT_EQ(GetROP2(canvas.context), R2_XORPEN);
     record(button)->background = nullptr;
@@ -149,7 +147,7 @@ TEST_F(ControlProcTest, erasing_an_empty_clip_box_paints_nothing) {
     PatBlt(canvas.context, 0, 0, 20, 20, BLACKNESS);
     HRGN nothing = CreateRectRgn(0, 0, 0, 0);
     SelectClipRgn(canvas.context, nothing);
-    EXPECT_EQ(send(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
+    EXPECT_EQ(sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
     SelectClipRgn(canvas.context, nullptr);
     EXPECT_EQ(canvas.at(5, 5), RGB(0, 0, 0));
     DeleteObject(nothing);
@@ -161,23 +159,23 @@ TEST_F(ControlProcTest, a_child_without_cursor_shows_the_nearest_ancestors) {
     HCURSOR cross = LoadCursorW(nullptr, IDC_CROSS);
     record(shell)->cursor = cross;
     SetCursor(nullptr);
-    LRESULT handled = send(button, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(button)),
-                           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    LRESULT handled = sendTo(button, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(button)),
+                             MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     EXPECT_EQ(handled, 1);
     EXPECT_EQ(GetCursor(), cross);
 
     HCURSOR wait = LoadCursorW(nullptr, IDC_WAIT);
     record(button)->cursor = wait;
-    send(button, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(button)),
-         MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    sendTo(button, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(button)),
+           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     EXPECT_EQ(GetCursor(), wait);
 }
 
 TEST_F(ControlProcTest, outside_the_client_area_the_cursor_is_the_classes) {
     HCURSOR cross = LoadCursorW(nullptr, IDC_CROSS);
     record(composite)->cursor = cross;
-    send(composite, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(composite)),
-         MAKELPARAM(HTBORDER, WM_MOUSEMOVE));
+    sendTo(composite, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(composite)),
+           MAKELPARAM(HTBORDER, WM_MOUSEMOVE));
     EXPECT_NE(GetCursor(), cross);
 }
 
@@ -195,10 +193,10 @@ TEST_F(ControlProcTest, a_command_of_a_child_without_record_is_offered_to_the_co
     LONG before =
         SetWindowLongW(windowOf(composite), GWL_WNDPROC, reinterpret_cast<LONG>(countCommands));
     reflectedCommands = 0;
-    send(composite, WM_COMMAND, MAKEWPARAM(0, 5), reinterpret_cast<LPARAM>(child));
+    sendTo(composite, WM_COMMAND, MAKEWPARAM(0, 5), reinterpret_cast<LPARAM>(child));
     EXPECT_EQ(reflectedCommands, 1);
     SetWindowLongW(windowOf(composite), GWL_WNDPROC, before);
-    EXPECT_EQ(send(composite, controlCommand), 1) << "not handled by default";
+    EXPECT_EQ(sendTo(composite, controlCommand), 1) << "not handled by default";
 }
 
 static LRESULT reflectedAnswer;
@@ -218,8 +216,8 @@ TEST_F(ControlProcTest, a_command_that_its_child_has_not_handled_is_the_classes_
     WNDPROC classProc = record(composite)->classProc;
     record(composite)->classProc = classOfSevens;
     auto command = [&] {
-        return send(composite, WM_COMMAND, MAKEWPARAM(0, 5),
-                    reinterpret_cast<LPARAM>(windowOf(child)));
+        return sendTo(composite, WM_COMMAND, MAKEWPARAM(0, 5),
+                      reinterpret_cast<LPARAM>(windowOf(child)));
     };
     reflectedAnswer = 0;
     EXPECT_EQ(command(), 0);
@@ -248,19 +246,19 @@ TEST_F(ControlProcTest, an_owner_drawn_item_is_drawn_by_its_control_but_never_a_
     DRAWITEMSTRUCT item = {};
     item.CtlType = ODT_BUTTON;
     item.hwndItem = windowOf(button);
-    EXPECT_EQ(send(composite, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)), 77);
+    EXPECT_EQ(sendTo(composite, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item)), 77);
     item.CtlType = ODT_MENU;
-    send(composite, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
+    sendTo(composite, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
     EXPECT_EQ(reflected, 1);
     SetWindowLongW(windowOf(button), GWL_WNDPROC, before);
 }
 
 TEST_F(ControlProcTest, the_default_background_is_what_the_parent_gives) {
-    LRESULT color = send(composite, controlGetBackground);
+    LRESULT color = sendTo(composite, controlGetBackground);
     HDC context = GetDC(windowOf(composite));
     auto* brush =
-        reinterpret_cast<HBRUSH>(send(shell, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
-                                      reinterpret_cast<LPARAM>(windowOf(composite))));
+        reinterpret_cast<HBRUSH>(sendTo(shell, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                                        reinterpret_cast<LPARAM>(windowOf(composite))));
     ReleaseDC(windowOf(composite), context);
     LOGBRUSH properties = {};
     GetObjectW(brush, sizeof(properties), &properties);
@@ -270,11 +268,11 @@ TEST_F(ControlProcTest, the_default_background_is_what_the_parent_gives) {
 TEST_F(ControlProcTest, without_a_brush_the_default_background_is_the_button_face) {
     Faults faults;
     faults.fail("GetObjectW");
-    EXPECT_EQ(COLORREF(send(composite, controlGetBackground)), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(COLORREF(sendTo(composite, controlGetBackground)), GetSysColor(COLOR_BTNFACE));
 }
 
 TEST_F(ControlProcTest, the_default_foreground_is_the_window_text) {
-    EXPECT_EQ(COLORREF(send(composite, controlGetForeground)), GetSysColor(COLOR_WINDOWTEXT));
+    EXPECT_EQ(COLORREF(sendTo(composite, controlGetForeground)), GetSysColor(COLOR_WINDOWTEXT));
 }
 
 TEST_F(ControlProcTest, a_context_that_cannot_be_had_is_an_error) {
@@ -282,7 +280,7 @@ TEST_F(ControlProcTest, a_context_that_cannot_be_had_is_an_error) {
     faults.fail("GetDC", 1, ERROR_NOT_ENOUGH_MEMORY);
     ErrorRecord error = {};
     ErrorRecord* argument = &error;
-    EXPECT_EQ(send(button, controlGetContext, reinterpret_cast<WPARAM>(&argument)), 0);
+    EXPECT_EQ(sendTo(button, controlGetContext, reinterpret_cast<WPARAM>(&argument)), 0);
     EXPECT_EQ(error.code, -4);
     EXPECT_EQ(std::wstring(error.message).find(L"Unable to create DC from control::"), 0u);
     LocalFree(const_cast<wchar_t*>(error.message));
@@ -291,8 +289,8 @@ TEST_F(ControlProcTest, a_context_that_cannot_be_had_is_an_error) {
 TEST_F(ControlProcTest, a_context_of_the_window_is_given) {
     ErrorRecord error = {};
     ErrorRecord* argument = &error;
-    auto* context =
-        reinterpret_cast<HDC>(send(button, controlGetContext, reinterpret_cast<WPARAM>(&argument)));
+    auto* context = reinterpret_cast<HDC>(
+        sendTo(button, controlGetContext, reinterpret_cast<WPARAM>(&argument)));
     EXPECT_EQ(WindowFromDC(context), windowOf(button));
     ReleaseDC(windowOf(button), context);
 }
@@ -317,38 +315,38 @@ TEST_F(ControlProcTest, every_destroyed_control_posts_a_quit_message) {
 TEST_F(ControlProcTest, colours_are_kept_and_redrawn) {
     ColorRecord color = {RGB(1, 2, 3), nullptr};
     ValidateRect(windowOf(composite), nullptr);
-    send(composite, controlSetBackground, reinterpret_cast<WPARAM>(&color));
+    sendTo(composite, controlSetBackground, reinterpret_cast<WPARAM>(&color));
     EXPECT_EQ(record(composite)->background, &color);
     EXPECT_TRUE(GetUpdateRect(windowOf(composite), nullptr, FALSE));
-    send(composite, controlSetForeground, reinterpret_cast<WPARAM>(&color));
+    sendTo(composite, controlSetForeground, reinterpret_cast<WPARAM>(&color));
     EXPECT_EQ(record(composite)->foreground, &color);
-    send(composite, controlSetBackground, 0);
-    send(composite, controlSetForeground, 0);
+    sendTo(composite, controlSetBackground, 0);
+    sendTo(composite, controlSetForeground, 0);
     EXPECT_EQ(record(composite)->background, nullptr);
 }
 
 TEST_F(ControlProcTest, no_font_is_the_default_font) {
     HFONT font = CreateFontW(12, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 0, 0, L"Tahoma");
-    send(button, WM_SETFONT, reinterpret_cast<WPARAM>(font));
-    send(button, controlSetFont, 0);
-    EXPECT_EQ(send(button, WM_GETFONT), reinterpret_cast<LRESULT>(GetStockObject(SYSTEM_FONT)));
+    sendTo(button, WM_SETFONT, reinterpret_cast<WPARAM>(font));
+    sendTo(button, controlSetFont, 0);
+    EXPECT_EQ(sendTo(button, WM_GETFONT), reinterpret_cast<LRESULT>(GetStockObject(SYSTEM_FONT)));
     DeleteObject(font);
 }
 
 TEST_F(ControlProcTest, a_control_moved_above_another_lies_directly_above_it) {
     jint third = newButton(shell);
-    send(third, controlMoveAbove, composite);
+    sendTo(third, controlMoveAbove, composite);
     EXPECT_EQ(GetWindow(windowOf(composite), GW_HWNDPREV), windowOf(third));
-    send(third, controlMoveAbove, composite);
+    sendTo(third, controlMoveAbove, composite);
     EXPECT_EQ(GetWindow(windowOf(composite), GW_HWNDPREV), windowOf(third)) << "it stays there";
-    send(composite, controlMoveAbove, 0);
+    sendTo(composite, controlMoveAbove, 0);
     EXPECT_EQ(GetWindow(windowOf(composite), GW_HWNDPREV), nullptr);
 }
 
 TEST_F(ControlProcTest, a_control_of_another_parent_is_not_moved_above) {
     jint inner = newButton(composite);
     HWND above = GetWindow(windowOf(button), GW_HWNDPREV);
-    send(button, controlMoveAbove, inner);
+    sendTo(button, controlMoveAbove, inner);
     EXPECT_EQ(GetWindow(windowOf(button), GW_HWNDPREV), above);
 }
 

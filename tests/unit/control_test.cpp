@@ -11,9 +11,6 @@ using BorderWidth = int(HWND);
 class ControlTest : public DeviceTest {
   protected:
     static ControlRecord* record(jint control) { return reinterpret_cast<ControlRecord*>(control); }
-    std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call(OS::Control_GetBounds, control));
-    }
     template <class Work>
     void onOtherThread(Work work) {
         ::onOtherThread(vm, display, work);
@@ -98,7 +95,7 @@ TEST_F(ControlTest, a_listener_set_on_another_thread_hears_events) {
         listen(button);
     });
     SendMessageW(windowOf(button), WM_CLOSE, 0, 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"window(201)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::window(WindowEvent::closeRequested)});
 }
 
 TEST_F(ControlTest, a_control_without_window_procedure_gets_the_common_one) {

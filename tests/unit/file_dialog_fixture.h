@@ -119,7 +119,8 @@ class FileDialogTest : public DeviceTest {
     void tapOn(HWND window, POINT point) {
         ClientToScreen(window, &point);
         call(OS::Display_PostPointerMoveEvent, display, point.x, point.y);
-        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
+        for (PointerType type : {pointerPress, pointerRelease})
+            call(OS::Display_PostPointerEvent, display, type, buttonLeft);
     }
     void tapButton(HWND dialog, const wchar_t* text) {
         HWND button = part(dialog, L"Button", text);

@@ -15,7 +15,7 @@ class PressingTest : public DeviceTest {
     }
     static long countReleases(const Events& events) {
         return std::count_if(events.begin(), events.end(), [](const std::string& event) {
-            return event.starts_with("pointer(2,");
+            return fired::isPointer(event, pointerRelease);
         });
     }
 
@@ -37,13 +37,13 @@ class HeldBarTest : public PressingTest {
     void releaseAfterScrolls(const std::function<void()>& first) {
         vm.behavior["scrolled"] = [=, this](const std::vector<jint>&) {
             if (++scrolls == 1) first();
-            if (scrolls == heldScrolls) post(2);
+            if (scrolls == heldScrolls) post(pointerRelease);
             return 0;
         };
     }
     Events hold(jint control, POINT arrow) {
         moveTo(control, arrow);
-        post(1);
+        post(pointerPress);
         dispatchAll();
         return vm.takeEvents();
     }

@@ -15,16 +15,10 @@ class LabelTest : public DeviceTest {
         call(OS::Label_SetAlignment, label, alignment);
         dispatchAll();
     }
-    static DWORD styleOf(jint label) {
-        return GetWindowLongW(windowOf(label), GWL_STYLE) & ~WS_VISIBLE;
-    }
     // An image label has its type in the window style.
     static void setType(jint label, DWORD type) {
         SetWindowLongW(windowOf(label), GWL_STYLE,
                        (GetWindowLongW(windowOf(label), GWL_STYLE) & ~0xF) | type);
-    }
-    std::vector<jint> minimumSize(jint label) {
-        return vm.ints(call(OS::Control_GetMinimumSize, label));
     }
     // The columns of the label in which anything but the colour of its corner is seen.
     static std::pair<int, int> inkedColumns(jint label) {
@@ -267,9 +261,13 @@ TEST_F(LabelTest, a_tap_is_reported_and_kept_from_the_class) {
     listen(label);
     tap(label);
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "pointer(1, 50, 20, 8, 0)"), 1);
-    EXPECT_EQ(std::count(events.begin(), events.end(), "pointer(2, 50, 20, 8, 0)"), 1);
-    EXPECT_EQ(std::count(events.begin(), events.end(), "selected()"), 0);
+    EXPECT_EQ(
+        std::count(events.begin(), events.end(), fired::pointer(pointerPress, 50, 20, buttonLeft)),
+        1);
+    EXPECT_EQ(std::count(events.begin(), events.end(),
+                         fired::pointer(pointerRelease, 50, 20, buttonLeft)),
+              1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::selected()), 0);
     for (UINT message : {WM_MOUSEMOVE, WM_LBUTTONUP})
         EXPECT_EQ(CallWindowProcW(record(label)->classProc, windowOf(label), message, 0, 0), 0);
 }

@@ -98,7 +98,7 @@ TEST_F(MenuTest, the_table_of_commands_grows_by_32_items) {
     }
     listen(made.back());
     SendMessageW(windowOf(shell), WM_COMMAND, 108 + 64, 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"menu(0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
 }
 
 TEST_F(MenuTest, items_are_inserted_at_their_index) {
@@ -200,9 +200,9 @@ TEST_F(MenuTest, choosing_an_item_fires_once_from_any_window_of_the_display) {
     jint button = newButton(shell);
     listen(item);
     SendMessageW(windowOf(shell), WM_COMMAND, itemOf(item)->id, 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"menu(0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
     SendMessageW(windowOf(button), WM_COMMAND, itemOf(item)->id, 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"menu(0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
     SendMessageW(windowOf(shell), WM_COMMAND, itemOf(item)->id + 1, 0);
     EXPECT_TRUE(vm.takeEvents().empty());
 }
@@ -604,7 +604,7 @@ TEST_F(PopupTest, the_item_that_is_chosen_by_keys_fires) {
     show(menu, 10, 10);
     dispatchAll();
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "menu(0)"), 1)
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::menu()), 1)
         << testing::PrintToString(events);
 }
 
@@ -626,15 +626,13 @@ class MenuBarTest : public MenuTest {
         window = menuOf(bar)->menuBarWindow;
     }
     void showBar(jint which) { call(OS::Shell_SetMenuBar, shell, which); }
-    std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call(OS::Control_GetBounds, control));
-    }
     void tapButton(DWORD id) {
         RECT place;
         EXPECT_TRUE(SendMessageW(window, TB_GETRECT, id, reinterpret_cast<LPARAM>(&place)));
         MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
         call(OS::Display_PostPointerMoveEvent, display, place.left + 5, place.top + 8);
-        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
+        for (PointerType type : {pointerPress, pointerRelease})
+            call(OS::Display_PostPointerEvent, display, type, buttonLeft);
     }
     static void typeKey(BYTE key) {
         keybd_event(key, 0, 0, 0);
@@ -804,7 +802,7 @@ TEST_F(MenuBarTest, a_tap_on_an_item_of_the_shown_bar_fires_once) {
     listen(item);
     tapButton(itemOf(item)->id);
     dispatchAll();
-    EXPECT_EQ(vm.takeEvents(), Events{"menu(0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
     EXPECT_EQ(GetActiveWindow(), windowOf(shell)) << "the bar takes no activation";
 }
 
@@ -832,7 +830,7 @@ TEST_F(MenuBarTest, a_cascade_item_drops_its_menu_down) {
     typeKey(VK_DOWN);
     typeKey(VK_RETURN);
     dispatchAll();
-    EXPECT_EQ(vm.takeEvents(), Events{"menu(0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
     EXPECT_TRUE(infoAt(menuOf(menu)->menuHandle, 1).fState & MFS_CHECKED) << "the second one";
 }
 
@@ -882,11 +880,7 @@ class AcceleratorTest : public MenuTest {
         for (BYTE key : keys) press(key);
         for (auto key = keys.rbegin(); key != keys.rend(); ++key) release(*key);
         dispatchAll();
-        Events events = vm.takeEvents();
-        events.erase(std::remove_if(events.begin(), events.end(),
-                                    [](const std::string& event) { return event != "menu(0)"; }),
-                     events.end());
-        return events;
+        return fired::only(vm.takeEvents(), {"menu"});
     }
     static constexpr jint alt = 1 << 16, shift = 2 << 16, control = 4 << 16;
     jint menu = newMenu(OS::PopupMenu_New, newButton(shell));
@@ -976,9 +970,9 @@ TEST_F(AcceleratorTest, its_keys_choose_the_item) {
     setAccelerator(items[0], control | 'a');
     setAccelerator(items[1], 1025);
     setAccelerator(items[2], control | shift | 'a');
-    EXPECT_EQ(typed({VK_CONTROL, 'A'}), Events{"menu(0)"});
-    EXPECT_EQ(typed({VK_F3}), Events{"menu(0)"});
-    EXPECT_EQ(typed({VK_CONTROL, VK_SHIFT, 'A'}), Events{"menu(0)"});
+    EXPECT_EQ(typed({VK_CONTROL, 'A'}), Events{fired::menu()});
+    EXPECT_EQ(typed({VK_F3}), Events{fired::menu()});
+    EXPECT_EQ(typed({VK_CONTROL, VK_SHIFT, 'A'}), Events{fired::menu()});
     EXPECT_TRUE(typed({'A'}).empty());
     EXPECT_TRUE(typed({VK_CONTROL, 'B'}).empty());
     EXPECT_TRUE(typed({VK_SHIFT, VK_F3}).empty());

@@ -54,5 +54,5 @@ TEST_F(NestedShellsTest, end_with_a_report_and_close_one_after_the_other) {
     listen(button);
     tap(button);
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "selected()"), 1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::selected()), 1);
 }

@@ -31,13 +31,13 @@ TEST_F(HeldBarTest, goes_on_scrolling_when_it_was_tapped_twice) {
     listen(bar);
     releaseAfterScrolls([this] { dispose(other); });
     moveTo(bar, {6, 145});
-    post(1);
-    post(2);
+    post(pointerPress);
+    post(pointerRelease);
     dispatchAll();
     EXPECT_EQ(scrolls, 1);
     other = newButton(shell);
     scrolls = 0;
-    post(1);
+    post(pointerPress);
     dispatchAll();
     EXPECT_EQ(scrolls, heldScrolls);
 }

@@ -27,21 +27,25 @@ class ScrollBarsTest : public HeldBarTest {
 TEST_F(ScrollBarsTest, moves_are_told_with_all_buttons_that_are_held) {
     const struct {
         std::vector<jint> held;
-        const char* move;
-    } rows[] = {{{8}, "pointer(3, 6, 60, 0, 8)"},
-                {{16}, "pointer(3, 6, 60, 0, 16)"},
-                {{8, 32}, "pointer(3, 6, 60, 0, 40)"},
-                {{8, 16, 32}, "pointer(3, 6, 60, 0, 56)"}};
+        std::string move;
+    } rows[] = {
+        {{8}, fired::pointer(pointerMove, 6, 60, buttonNone, modifierLeftButton)},
+        {{16}, fired::pointer(pointerMove, 6, 60, buttonNone, modifierMiddleButton)},
+        {{8, 32},
+         fired::pointer(pointerMove, 6, 60, buttonNone, modifierLeftButton | modifierRightButton)},
+        {{8, 16, 32},
+         fired::pointer(pointerMove, 6, 60, buttonNone,
+                        modifierLeftButton | modifierMiddleButton | modifierRightButton)}};
     listen(bar);
     moveTo(bar, {6, 60});
     dispatchAll();
     for (const auto& row : rows) {
-        for (jint button : row.held) post(1, button);
+        for (jint button : row.held) post(pointerPress, button);
         record(bar)->lastPointerX = -1;
         vm.takeEvents();
         SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
         EXPECT_EQ(vm.takeEvents().back(), row.move);
-        for (jint button : row.held) post(2, button);
+        for (jint button : row.held) post(pointerRelease, button);
         call(OS::Control_SetEnabled, bar, false); // nothing is tracked
         dispatchAll();
         call(OS::Control_SetEnabled, bar, true);
@@ -60,8 +64,8 @@ TEST_F(ScrollBarsTest, a_move_in_one_direction_is_a_move) {
         return vm.takeEvents();
     };
     constexpr UINT_PTR ownTimer = 1000, anothers = 999;
-    EXPECT_EQ(tick(ownTimer, 6, 59), Events{"pointer(3, 6, 60, 0, 0)"});
-    EXPECT_EQ(tick(ownTimer, 5, 60), Events{"pointer(3, 6, 60, 0, 0)"});
+    EXPECT_EQ(tick(ownTimer, 6, 59), Events{fired::pointer(pointerMove, 6, 60, buttonNone)});
+    EXPECT_EQ(tick(ownTimer, 5, 60), Events{fired::pointer(pointerMove, 6, 60, buttonNone)});
     EXPECT_TRUE(tick(ownTimer, 6, 60).empty());
     EXPECT_TRUE(tick(anothers, 5, 59).empty()) << "it tells nothing of the pointer";
 }
@@ -70,7 +74,7 @@ TEST_F(ScrollBarsTest, a_turned_bar_that_had_the_focus_tells_that_it_lost_it) {
     call(OS::Control_ForceFocus, bar);
     listen(bar);
     turn(16);
-    EXPECT_EQ(vm.takeEvents(), Events{"focus(2)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::focus(FocusChange::lost)});
     turn(8);
     EXPECT_TRUE(vm.takeEvents().empty()) << "it had it no longer";
 }
@@ -102,7 +106,7 @@ TEST_F(ScrollBarsTest, a_bar_turned_while_it_scrolls_is_released_once_where_the_
     Events events = hold(bar, {6, 145});
     EXPECT_EQ(countReleases(events), 0) << "the button is held";
     moveTo(shell, {150, 20});
-    post(2);
+    post(pointerRelease);
     dispatchAll();
     events = vm.takeEvents();
     EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
@@ -114,20 +118,22 @@ TEST_F(ScrollBarsTest, a_step_beyond_all_numbers_leads_to_the_end) {
     for (const auto& increment :
          {OS::Adjustable_SetUnitIncrement, OS::Adjustable_SetBlockIncrement})
         set(bar, increment, most);
-    for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEDOWN, "scrolled(90, 1)"},
-                               {SB_PAGEDOWN, "scrolled(90, 3)"}}) {
+    for (auto [code, event] :
+         {std::pair<WORD, std::string>{SB_LINEDOWN, fired::scrolled(90, ScrollKind::lineDown)},
+          {SB_PAGEDOWN, fired::scrolled(90, ScrollKind::pageDown)}}) {
         set(bar, OS::Adjustable_SetValue, 50);
         EXPECT_EQ(scroll(code), Events{event});
     }
-    for (auto [code, event] : {std::pair<WORD, const char*>{SB_LINEUP, "scrolled(-100, 0)"},
-                               {SB_PAGEUP, "scrolled(-100, 2)"}}) {
+    for (auto [code, event] :
+         {std::pair<WORD, std::string>{SB_LINEUP, fired::scrolled(-100, ScrollKind::lineUp)},
+          {SB_PAGEUP, fired::scrolled(-100, ScrollKind::pageUp)}}) {
         set(bar, OS::Adjustable_SetMinimum, -100);
         set(bar, OS::Adjustable_SetValue, -50);
         EXPECT_EQ(scroll(code), Events{event});
     }
     set(bar, OS::Adjustable_SetUnitIncrement, -most - 1);
     set(bar, OS::Adjustable_SetValue, 50);
-    EXPECT_EQ(scroll(SB_LINEUP), Events{"scrolled(90, 0)"});
+    EXPECT_EQ(scroll(SB_LINEUP), Events{fired::scrolled(90, ScrollKind::lineUp)});
 }
 
 TEST_F(ScrollBarsTest, a_shown_bar_whose_range_is_empty_has_one_of_one_step) {

@@ -96,7 +96,7 @@ TEST_F(ScrollableTest, a_composite_that_lost_the_focus_again_does_not_report_it)
     call(OS::Control_SetVisible, composite, true);
     SetFocus(windowOf(composite));
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "focus(1)"), 1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::focus(FocusChange::gained)), 1);
 }
 
 class ChildColorTest : public ScrollableTest {

@@ -38,7 +38,7 @@ class SequenceTest : public DeviceTest {
         recorder.watch(windowOf(button), "button");
     }
     void post(jint type) {
-        call(OS::Display_PostPointerEvent, display, type, 8);
+        call(OS::Display_PostPointerEvent, display, type, buttonLeft);
         dispatchAll();
     }
 
@@ -47,28 +47,29 @@ class SequenceTest : public DeviceTest {
 };
 
 TEST_F(SequenceTest, a_tap_goes_from_the_press_over_the_notice_to_the_selection) {
-    post(1);
-    post(2);
-    expectSequence(vm.takeEvents(), {
-                                        {"button WM_LBUTTONDOWN"},
-                                        {"pointer(3, 50, 20, 0, 0)"},
-                                        {"pointerDown(50, 20)"},
-                                        {"pointer(1, 50, 20, 8, 0)"},
-                                        {"shell WM_KILLFOCUS", Step::optional},
-                                        {"focus(2)", Step::optional},
-                                        {"button WM_SETFOCUS"},
-                                        {"focus(1)"},
-                                        {"shell WM_COMMAND", Step::optional},
-                                        {"button command notice", Step::optional},
-                                        {"paint(0, 0, 100, 40)", Step::optional},
-                                        {"button WM_LBUTTONUP"},
-                                        {"pointer(2, 50, 20, 8, 0)"},
-                                        {"shell WM_COMMAND"},
-                                        {"button command notice"},
-                                        {"selected()"},
-                                        {"pointer(3, 50, 20, 0, 0)", Step::optional},
-                                        {"paint(0, 0, 100, 40)", Step::optional},
-                                    });
+    post(pointerPress);
+    post(pointerRelease);
+    expectSequence(vm.takeEvents(),
+                   {
+                       {"button WM_LBUTTONDOWN"},
+                       {fired::pointer(pointerMove, 50, 20, buttonNone)},
+                       {fired::pointerDown(50, 20)},
+                       {fired::pointer(pointerPress, 50, 20, buttonLeft)},
+                       {"shell WM_KILLFOCUS", Step::optional},
+                       {fired::focus(FocusChange::lost), Step::optional},
+                       {"button WM_SETFOCUS"},
+                       {fired::focus(FocusChange::gained)},
+                       {"shell WM_COMMAND", Step::optional},
+                       {"button command notice", Step::optional},
+                       {fired::paint(0, 0, 100, 40), Step::optional},
+                       {"button WM_LBUTTONUP"},
+                       {fired::pointer(pointerRelease, 50, 20, buttonLeft)},
+                       {"shell WM_COMMAND"},
+                       {"button command notice"},
+                       {fired::selected()},
+                       {fired::pointer(pointerMove, 50, 20, buttonNone), Step::optional},
+                       {fired::paint(0, 0, 100, 40), Step::optional},
+                   });
 }
 
 TEST_F(SequenceTest, the_parent_is_told_before_a_child_is_moved) {
@@ -86,16 +87,16 @@ TEST_F(SequenceTest, a_child_shell_takes_the_activation_and_gives_it_back) {
     expectSequence(vm.takeEvents(), {
                                         {"child set visible"},
                                         {"shell WM_ACTIVATE"},
-                                        {"window(206)"},
+                                        {fired::window(WindowEvent::deactivated)},
                                         {"child WM_ACTIVATE"},
-                                        {"window(205)"},
+                                        {fired::window(WindowEvent::activated)},
                                         {"shell WM_KILLFOCUS", Step::optional},
-                                        {"focus(2)", Step::optional},
+                                        {fired::focus(FocusChange::lost), Step::optional},
                                         {"child WM_SETFOCUS"},
-                                        {"focus(1)"},
-                                        {"resize(0, 0)", Step::optional},
+                                        {fired::focus(FocusChange::gained)},
+                                        {fired::resize(0, 0), Step::optional},
                                         {"child WM_SIZE", Step::optional},
-                                        {"paint(0, 0, 0, 0)", Step::optional},
+                                        {fired::paint(0, 0, 0, 0), Step::optional},
                                     });
     dispose(child);
 }
@@ -105,21 +106,20 @@ TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enabl
     jint child = call(OS::Shell_NewChild, shell, modal);
     RECT client;
     GetClientRect(windowOf(shell), &client);
-    const std::string size = std::to_string(client.right) + ", " + std::to_string(client.bottom);
-    const std::string resized = "resize(" + size + ")";
+    const std::string resized = fired::resize(client.right, client.bottom);
     recorder.watch(windowOf(child), "child");
     vm.takeEvents();
     call(OS::Control_SetVisible, child, true);
     expectSequence(vm.takeEvents(), {
                                         {"child set visible"},
                                         {"shell WM_KILLFOCUS", Step::optional},
-                                        {"focus(2)", Step::optional},
+                                        {fired::focus(FocusChange::lost), Step::optional},
                                         {"shell WM_ENABLE"},
                                         {"shell WM_ACTIVATE"},
-                                        {"window(206)"},
+                                        {fired::window(WindowEvent::deactivated)},
                                         {"child WM_ACTIVATE"},
                                         {"shell WM_KILLFOCUS", Step::optional},
-                                        {"focus(2)", Step::optional},
+                                        {fired::focus(FocusChange::lost), Step::optional},
                                         {"child WM_SETFOCUS"},
                                         {"child WM_SIZE", Step::optional},
                                     });
@@ -129,10 +129,10 @@ TEST_F(SequenceTest, a_modal_shell_disables_its_parent_before_it_shows_and_enabl
                                         {"shell WM_ENABLE"},
                                         {"child WM_ACTIVATE", Step::optional},
                                         {"shell WM_ACTIVATE"},
-                                        {"window(205)"},
+                                        {fired::window(WindowEvent::activated)},
                                         {"child WM_KILLFOCUS", Step::optional},
                                         {"shell WM_SETFOCUS", Step::optional},
-                                        {"focus(1)", Step::optional},
+                                        {fired::focus(FocusChange::gained), Step::optional},
                                         {resized.c_str(), Step::optional},
                                         {"shell WM_SIZE", Step::optional},
                                     });
@@ -167,8 +167,7 @@ TEST_F(MenuSequenceTest, a_chosen_item_fires_after_the_menu_has_gone) {
                                         {"shell WM_ENTERMENULOOP"},
                                         {"shell WM_EXITMENULOOP"},
                                         {"shell WM_COMMAND"},
-                                        {"menu(0)"},
-                                        {"key(2, \r, 13, 0)", Step::optional},
+                                        {fired::menu()},
                                     });
 }
 
@@ -179,14 +178,16 @@ TEST_F(MenuSequenceTest, a_control_shift_accelerator_is_a_command_to_the_focused
     vm.takeEvents();
     for (BYTE key : {BYTE(VK_CONTROL), BYTE(VK_SHIFT), BYTE('G')}) press(key);
     dispatchAll();
-    expectSequence(vm.takeEvents(), {
-                                        {"button WM_KEYDOWN"},
-                                        {"key(1, 65535, 1019, 0)"},
-                                        {"button WM_KEYDOWN"},
-                                        {"key(1, 65535, 1017, 4)"},
-                                        {"button WM_COMMAND"},
-                                        {"menu(0)"},
-                                    });
+    expectSequence(
+        vm.takeEvents(),
+        {
+            {"button WM_KEYDOWN"},
+            {fired::key(KeyKind::pressed, fired::noCharacter, keyControl)},
+            {"button WM_KEYDOWN"},
+            {fired::key(KeyKind::pressed, fired::noCharacter, keyShift, modifierControl)},
+            {"button WM_COMMAND"},
+            {fired::menu()},
+        });
     for (BYTE key : {BYTE('G'), BYTE(VK_SHIFT), BYTE(VK_CONTROL)}) release(key);
     dispatchAll();
 }
@@ -205,9 +206,9 @@ TEST_F(SequenceTest, a_scroll_code_is_a_message_to_the_parent_and_one_event_of_t
     dispatchAll();
     expectSequence(vm.takeEvents(), {
                                         {"bar WM_KEYDOWN"},
-                                        {"key(1, 65535, 1016, 0)"},
+                                        {fired::key(KeyKind::pressed, fired::noCharacter, keyDown)},
                                         {"shell WM_VSCROLL"},
-                                        {"scrolled(1, 1)"},
+                                        {fired::scrolled(1, ScrollKind::lineDown)},
                                     });
     keybd_event(VK_DOWN, 0, KEYEVENTF_KEYUP, 0);
     dispatchAll();

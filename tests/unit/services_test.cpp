@@ -58,22 +58,22 @@ TEST_F(ServicesTest, three_pointer_buttons_are_sent) {
     } rows[] = {{8, 0x2, 0x4}, {16, 0x20, 0x40}, {32, 0x8, 0x10}};
     for (const auto& row : rows) {
         sent.clear();
-        EXPECT_EQ(post(1, row.button), JNI_TRUE);
-        EXPECT_EQ(post(2, row.button), JNI_TRUE);
+        EXPECT_EQ(post(pointerPress, row.button), JNI_TRUE);
+        EXPECT_EQ(post(pointerRelease, row.button), JNI_TRUE);
         EXPECT_EQ(sent.at(0).mi.dwFlags, row.down);
         EXPECT_EQ(sent.at(1).mi.dwFlags, row.up);
     }
 }
 
 TEST_F(ServicesTest, another_pointer_button_is_refused_and_nothing_sent) {
-    EXPECT_EQ(post(1, 4), JNI_FALSE);
+    EXPECT_EQ(post(pointerPress, 4), JNI_FALSE);
     EXPECT_TRUE(sent.empty());
 }
 
 TEST_F(ServicesTest, input_that_the_system_refuses_is_told) {
     faults.replace("SendInput", nullptr);
     faults.fail("SendInput", 0);
-    EXPECT_EQ(post(1, 8), JNI_FALSE);
+    EXPECT_EQ(post(pointerPress, buttonLeft), JNI_FALSE);
     EXPECT_EQ(call(OS::Display_PostPointerMoveEvent, display, 1, 1), JNI_FALSE);
 }
 

@@ -10,9 +10,6 @@
 class ShellTest : public DeviceTest {
   protected:
     static ShellRecord* record(jint shell) { return reinterpret_cast<ShellRecord*>(shell); }
-    std::vector<jint> boundsOf(jint control) {
-        return vm.ints(call(OS::Control_GetBounds, control));
-    }
     void show(jint shell, bool shown = true) {
         call(OS::Control_SetVisible, shell, shown);
         dispatchAll();
@@ -41,9 +38,8 @@ TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_t
     listen(shell);
     call(OS::Control_SetBounds, shell, 10, 20, 30, 40);
     EXPECT_EQ(boundsOf(shell), before);
-    EXPECT_EQ(vm.takeEvents(), (Events{"resize(" + std::to_string(before[2]) + ", " +
-                                           std::to_string(before[3]) + ")",
-                                       "move(0, " + std::to_string(before[1]) + ")"}));
+    EXPECT_EQ(vm.takeEvents(),
+              (Events{fired::resize(before[2], before[3]), fired::move(0, before[1])}));
 }
 
 TEST_F(ShellTest, a_child_shell_moves_and_sizes) {
@@ -76,7 +72,8 @@ TEST_F(ShellTest, the_caption_button_asks_to_close_and_closes_nothing) {
     EXPECT_TRUE(vm.takeEvents().empty()) << "the request is posted";
     dispatchAll();
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), 1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::window(WindowEvent::closeRequested)),
+              1);
     EXPECT_TRUE(IsWindow(window));
     dispose(child);
 }
@@ -87,11 +84,11 @@ TEST_F(ShellTest, activation_and_deactivation_are_reported) {
     listen(shell);
     show(child);
     Events events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "window(206)"), 1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::window(WindowEvent::deactivated)), 1);
     dispose(child);
     dispatchAll();
     events = vm.takeEvents();
-    EXPECT_EQ(std::count(events.begin(), events.end(), "window(205)"), 1);
+    EXPECT_EQ(std::count(events.begin(), events.end(), fired::window(WindowEvent::activated)), 1);
 }
 
 static RECT smallerWorkArea = {0, 0, 240, 240};
@@ -122,7 +119,7 @@ TEST_F(ShellTest, a_minimised_shell_says_so) {
     jint shell = newShell();
     listen(shell);
     SendMessageW(windowOf(shell), WM_SIZE, SIZE_MINIMIZED, 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"window(203)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::window(WindowEvent::minimized)});
 }
 
 TEST_F(ShellTest, what_the_system_tells_of_its_size_is_told_in_pixels_of_its_window) {
@@ -131,10 +128,10 @@ TEST_F(ShellTest, what_the_system_tells_of_its_size_is_told_in_pixels_of_its_win
     listen(child);
     HWND window = windowOf(child);
     SetWindowPos(window, nullptr, 0, 0, 90, 70, SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
-    EXPECT_EQ(vm.takeEvents(), Events{"resize(90, 70)"}) << "wherever it lies";
+    EXPECT_EQ(vm.takeEvents(), Events{fired::resize(90, 70)}) << "wherever it lies";
     for (WPARAM told : {SIZE_RESTORED, SIZE_MAXIMIZED}) {
         SendMessageW(window, WM_SIZE, told, 0);
-        EXPECT_EQ(vm.takeEvents(), Events{"resize(90, 70)"}) << told;
+        EXPECT_EQ(vm.takeEvents(), Events{fired::resize(90, 70)}) << told;
     }
     for (WPARAM ofOthers : {SIZE_MAXSHOW, SIZE_MAXHIDE}) {
         SendMessageW(window, WM_SIZE, ofOthers, 0);
@@ -149,7 +146,7 @@ TEST_F(ShellTest, that_is_moved_tells_where_its_window_is_on_the_screen) {
     listen(child);
     SetWindowPos(windowOf(child), nullptr, 31, 52, 0, 0,
                  SWP_NOZORDER | SWP_NOSIZE | SWP_NOACTIVATE);
-    EXPECT_EQ(vm.takeEvents(), Events{"move(31, 52)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::move(31, 52)});
     dispose(child);
 }
 
@@ -162,7 +159,7 @@ TEST_F(ShellTest, activated_while_it_is_minimised_is_not_in_use) {
     EXPECT_TRUE(vm.takeEvents().empty());
     EXPECT_EQ(boundsOf(shell)[2], 50) << "it does not fill the work area";
     SendMessageW(windowOf(shell), WM_ACTIVATE, MAKEWPARAM(WA_INACTIVE, minimized), 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"window(206)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::window(WindowEvent::deactivated)});
 }
 
 TEST_F(ShellTest, wants_no_room_and_neither_does_a_composite) {
@@ -170,7 +167,7 @@ TEST_F(ShellTest, wants_no_room_and_neither_does_a_composite) {
     jint child = call(OS::Shell_NewChild, shell, 0);
     jint composite = call(OS::Composite_New, shell, 0);
     for (jint control : {shell, child, composite})
-        EXPECT_EQ(vm.ints(call(OS::Control_GetMinimumSize, control)), (std::vector<jint>{0, 0}));
+        EXPECT_EQ(minimumSize(control), (std::vector<jint>{0, 0}));
     dispose(child);
 }
 
@@ -316,10 +313,13 @@ TEST_F(ShellTest, a_tapped_ok_button_asks_to_close_where_there_is_one) {
         ClientToScreen(windowOf(child), &corner);
         listen(child);
         call(OS::Display_PostPointerMoveEvent, display, 163, (40 + corner.y) / 2 + 1);
-        for (jint type : {1, 2}) call(OS::Display_PostPointerEvent, display, type, 8);
+        for (PointerType type : {pointerPress, pointerRelease})
+            call(OS::Display_PostPointerEvent, display, type, buttonLeft);
         dispatchAll();
         Events events = vm.takeEvents();
-        EXPECT_EQ(std::count(events.begin(), events.end(), "window(201)"), closeBox)
+        EXPECT_EQ(
+            std::count(events.begin(), events.end(), fired::window(WindowEvent::closeRequested)),
+            closeBox)
             << testing::PrintToString(events);
         dispose(child);
     }
@@ -362,8 +362,7 @@ TEST_F(ShellTest, a_top_shell_fills_a_turned_screen_and_a_child_shell_stays) {
     {
         TurnedScreen turned;
         EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, before[1], screen.cy, height}));
-        Events resized = {"resize(" + std::to_string(screen.cy) + ", " + std::to_string(height) +
-                          ")"};
+        Events resized = {fired::resize(screen.cy, height)};
         if (screen.cx == screen.cy) resized.clear();
         EXPECT_EQ(vm.takeEvents(), resized);
         EXPECT_EQ(vm.ints(call(OS::Device_GetBounds, display)),
@@ -383,8 +382,7 @@ TEST_F(ShellTest, a_top_shell_keeps_clear_of_the_input_panel_and_a_child_shell_s
     {
         ShownInputPanel panel;
         EXPECT_EQ(boundsOf(shell), (std::vector<jint>{0, whole[1], whole[2], whole[3] - 80}));
-        EXPECT_EQ(vm.takeEvents(), Events{"resize(" + std::to_string(whole[2]) + ", " +
-                                          std::to_string(whole[3] - 80) + ")"});
+        EXPECT_EQ(vm.takeEvents(), Events{fired::resize(whole[2], whole[3] - 80)});
         EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 290}));
         jint late = newShell();
         EXPECT_EQ(boundsOf(late)[3], whole[3] - 80) << "a new shell too";

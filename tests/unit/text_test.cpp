@@ -42,23 +42,12 @@ class TextTest : public DeviceTest {
         dispatchAll();
         vm.takeEvents();
     }
-    Events eventsButPaints() {
-        Events events = vm.takeEvents();
-        auto isPaint = [](const std::string& event) { return event.rfind("paint", 0) == 0; };
-        events.erase(std::remove_if(events.begin(), events.end(), isPaint), events.end());
-        return events;
-    }
+    Events eventsButPaints() { return fired::without(vm.takeEvents(), {"paint"}); }
     long countModified() {
         Events events = vm.takeEvents();
-        return std::count(events.begin(), events.end(), "modified()");
+        return std::count(events.begin(), events.end(), fired::modified());
     }
 
-    static DWORD styleOf(jint text) {
-        return GetWindowLongW(windowOf(text), GWL_STYLE) & ~WS_VISIBLE;
-    }
-    static LRESULT send(jint text, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-        return SendMessageW(windowOf(text), message, wParam, lParam);
-    }
     static std::u16string lines(int count) {
         std::u16string all;
         for (int i = 0; i < count; ++i) all += u"line\r\n";
@@ -70,7 +59,7 @@ class TextTest : public DeviceTest {
         return reinterpret_cast<FontRecord*>(call(OS::Control_GetDefaultFont, shell))->metrics;
     }
     jint marginsOf(jint text) {
-        LRESULT margins = send(text, EM_GETMARGINS);
+        LRESULT margins = sendTo(text, EM_GETMARGINS);
         return LOWORD(margins) + HIWORD(margins);
     }
 
@@ -112,7 +101,7 @@ TEST_F(TextTest, is_a_scrollable_with_the_colours_of_text_and_no_limit) {
         EXPECT_EQ(record(text)->ctlColorMessage, static_cast<UINT>(WM_CTLCOLOREDIT));
         EXPECT_EQ(record(text)->passDoubleClicks, 1);
         EXPECT_EQ(record(text)->replacing, 0);
-        EXPECT_GT(static_cast<DWORD>(send(text, EM_GETLIMITTEXT)), 0x10000u);
+        EXPECT_GT(static_cast<DWORD>(sendTo(text, EM_GETLIMITTEXT)), 0x10000u);
         COLORREF window = GetSysColor(COLOR_WINDOW);
         EXPECT_EQ(call(OS::Control_GetBackgroundRGB, text),
                   GetRValue(window) << 16 | GetGValue(window) << 8 | GetBValue(window));
@@ -236,8 +225,8 @@ TEST_F(TextTest, a_replaced_part_is_not_told_as_modified) {
         EXPECT_EQ(textIn(text), u"any text");
         EXPECT_EQ(selection(text), (std::vector<jint>{3, 3})) << "behind the new part";
         EXPECT_EQ(countModified(), 0);
-        EXPECT_TRUE(send(text, EM_CANUNDO));
-        send(text, EM_UNDO);
+        EXPECT_TRUE(sendTo(text, EM_CANUNDO));
+        sendTo(text, EM_UNDO);
         EXPECT_EQ(textIn(text), u"some text");
         EXPECT_GT(countModified(), 0) << "what happens later is told again";
     }
@@ -258,15 +247,16 @@ TEST_F(TextTest, typing_goes_from_the_key_over_the_text_to_the_listener) {
         focus(text);
         type("a");
         EXPECT_EQ(eventsButPaints(),
-                  (Events{"key(1, 97, 65, 0)", "modified()", "key(2, 97, 65, 0)"}));
+                  (Events{fired::key(KeyKind::pressed, 'a', 'A'), fired::modified(),
+                          fired::key(KeyKind::released, 'a', 'A')}));
         EXPECT_EQ(textIn(text), u"a");
         type("b 1");
         EXPECT_EQ(textIn(text), u"ab 1");
         EXPECT_EQ(countModified(), 3);
-        pressKey(keys::backspace);
+        pressKey(keyBackspace);
         EXPECT_EQ(textIn(text), u"ab ");
-        pressKey(keys::home);
-        pressKey(keys::deleteRight);
+        pressKey(keyHome);
+        pressKey(keyDelete);
         EXPECT_EQ(textIn(text), u"b ");
         EXPECT_EQ(countModified(), 2);
     }
@@ -304,10 +294,10 @@ TEST_F(TextTest, what_is_pasted_is_told_as_modified) {
     jint field = newField();
     setText(field, u"text");
     selectAll(field);
-    send(field, WM_COPY);
+    sendTo(field, WM_COPY);
     call(OS::AbstractTextComponent_SetCaretPosition, field, 4);
     listen(field);
-    send(field, WM_PASTE);
+    sendTo(field, WM_PASTE);
     EXPECT_EQ(textIn(field), u"texttext");
     EXPECT_EQ(countModified(), 1);
 }
@@ -317,7 +307,7 @@ TEST_F(TextTest, the_enter_key_breaks_a_line_of_an_area_only) {
     for (jint text : {field, area}) {
         focus(text);
         type("a");
-        pressKey(keys::enter);
+        pressKey(keyEnter);
         type("b");
     }
     EXPECT_EQ(textIn(field), u"ab");
@@ -328,9 +318,9 @@ TEST_F(TextTest, keys_select_and_typing_replaces_the_selection) {
     jint field = newField();
     setText(field, u"text");
     focus(field);
-    pressKey(keys::end);
-    pressKey(keys::left, true);
-    pressKey(keys::left, true);
+    pressKey(keyEnd);
+    pressKey(keyLeft, true);
+    pressKey(keyLeft, true);
     EXPECT_EQ(selection(field), (std::vector<jint>{2, 4}));
     EXPECT_EQ(selectionText(field), u"xt");
     type("n");
@@ -353,14 +343,14 @@ TEST_F(TextTest, a_tap_places_the_caret_and_a_drag_selects) {
         dispatchAll();
     };
     auto post = [&](jint type) {
-        call(OS::Display_PostPointerEvent, display, type, 8);
+        call(OS::Display_PostPointerEvent, display, type, buttonLeft);
         dispatchAll();
     };
     move(95);
-    post(1);
+    post(pointerPress);
     move(1);
     EXPECT_EQ(selection(field), (std::vector<jint>{0, 4}));
-    post(2);
+    post(pointerRelease);
     move(95);
     EXPECT_EQ(selection(field), (std::vector<jint>{0, 4})) << "the button is up";
 }
@@ -369,10 +359,10 @@ TEST_F(TextTest, a_double_click_selects_a_word) {
     jint field = newField();
     setText(field, u"some text");
     listen(field);
-    send(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8));
+    sendTo(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8));
     EXPECT_EQ(selection(field)[0], 0);
     EXPECT_GE(selection(field)[1], 4);
-    EXPECT_EQ(vm.takeEvents(), Events{"pointer(7, 3, 8, 8, 0)"});
+    EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerDoubleClick, 3, 8, buttonLeft)});
 }
 
 TEST_F(TextTest, a_double_click_that_is_not_passed_on_is_a_press) {
@@ -380,8 +370,9 @@ TEST_F(TextTest, a_double_click_that_is_not_passed_on_is_a_press) {
     setText(field, u"some text");
     listen(field);
     record(field)->passDoubleClicks = 0;
-    EXPECT_EQ(send(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8)), 0);
-    EXPECT_EQ(vm.takeEvents(), Events{"pointer(1, 3, 8, 16, 8)"});
+    EXPECT_EQ(sendTo(field, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 8)), 0);
+    EXPECT_EQ(vm.takeEvents(),
+              Events{fired::pointer(pointerPress, 3, 8, buttonMiddle, modifierLeftButton)});
     EXPECT_EQ(selection(field), (std::vector<jint>{0, 0}));
 }
 
@@ -408,7 +399,7 @@ TEST_F(TextTest, selections_are_cut_at_the_end) {
 TEST_F(TextTest, selecting_scrolls_to_the_caret_and_selecting_all_does_not) {
     jint area = newArea();
     setText(area, lines(100));
-    auto firstLine = [&] { return send(area, EM_GETFIRSTVISIBLELINE); };
+    auto firstLine = [&] { return sendTo(area, EM_GETFIRSTVISIBLELINE); };
     EXPECT_EQ(firstLine(), 0);
     selectAll(area);
     EXPECT_EQ(firstLine(), 0);
@@ -511,14 +502,14 @@ TEST_F(TextTest, an_echo_character_hides_the_text_until_it_is_zero) {
     setText(field, u"text");
     setEcho(field, u'*');
     EXPECT_EQ(styleOf(field), 0x46010080u | ES_PASSWORD);
-    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), '*');
+    EXPECT_EQ(sendTo(field, EM_GETPASSWORDCHAR), '*');
     EXPECT_EQ(textIn(field), u"text");
     setEcho(field, u'\x25CF');
-    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), 0x25CF);
+    EXPECT_EQ(sendTo(field, EM_GETPASSWORDCHAR), 0x25CF);
     ValidateRect(windowOf(field), nullptr);
     setEcho(field, 0);
     EXPECT_EQ(styleOf(field), 0x46010080u);
-    EXPECT_EQ(send(field, EM_GETPASSWORDCHAR), 0);
+    EXPECT_EQ(sendTo(field, EM_GETPASSWORDCHAR), 0);
     EXPECT_TRUE(GetUpdateRect(windowOf(field), nullptr, FALSE)) << "it is redrawn";
 }
 
@@ -550,7 +541,7 @@ TEST_F(TextTest, a_text_that_is_not_editable_takes_no_keys) {
         EXPECT_EQ(textIn(text), u"text") << "programs may change it";
         setEditable(text, true);
         EXPECT_FALSE(styleOf(text) & ES_READONLY);
-        send(text, EM_SETSEL, 0, 0);
+        sendTo(text, EM_SETSEL, 0, 0);
         type("a");
         EXPECT_EQ(textIn(text), u"atext");
     }
@@ -567,13 +558,13 @@ TEST_F(TextTest, a_switch_of_mode_keeps_everything_else) {
         select(text, text == area ? 301 : 2, text == area ? 303 : 6);
         std::vector<jint> selected = selection(text);
         std::u16string characters = textIn(text);
-        LRESULT line = send(text, EM_GETFIRSTVISIBLELINE);
+        LRESULT line = sendTo(text, EM_GETFIRSTVISIBLELINE);
         auto expectKept = [&] {
             EXPECT_EQ(GetFocus(), windowOf(text));
             EXPECT_EQ(selection(text), selected);
             EXPECT_EQ(textIn(text), characters);
-            EXPECT_EQ(send(text, EM_GETFIRSTVISIBLELINE), line);
-            EXPECT_EQ(reinterpret_cast<HFONT>(send(text, WM_GETFONT)),
+            EXPECT_EQ(sendTo(text, EM_GETFIRSTVISIBLELINE), line);
+            EXPECT_EQ(reinterpret_cast<HFONT>(sendTo(text, WM_GETFONT)),
                       reinterpret_cast<FontRecord*>(font)->font);
         };
         EXPECT_TRUE(text == field || line > 10);
@@ -591,7 +582,7 @@ TEST_F(TextTest, a_switch_of_mode_keeps_everything_else) {
 }
 
 TEST_F(TextTest, prefers_the_size_of_its_text) {
-    auto preferred = [&](jint text) { return vm.ints(call(OS::Control_GetMinimumSize, text)); };
+    auto preferred = [&](jint text) { return minimumSize(text); };
     jint one = GetSystemMetrics(SM_CXBORDER);
     jint barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
     HDC context = GetDC(nullptr);
@@ -620,7 +611,7 @@ TEST_F(TextTest, prefers_the_size_of_its_text) {
                       (std::vector<jint>{64 + margins + row.width, 64 + row.height}))
                 << kind << row.style << " empty";
             setText(text, u"some & text\nx");
-            jint lineCount = send(text, EM_GETLINECOUNT);
+            jint lineCount = sendTo(text, EM_GETLINECOUNT);
             bool isWrapping = row.style & multiLine;
             EXPECT_EQ(
                 preferred(text),
@@ -694,7 +685,7 @@ TEST_F(TextTest, sizes_follow_the_font) {
     const TEXTMETRICW& large = reinterpret_cast<FontRecord*>(font)->metrics;
     EXPECT_EQ(vm.ints(call(OS::TextField_GetMinimumSize, field, 10))[1], large.tmHeight);
     setText(field, u"x");
-    EXPECT_EQ(vm.ints(call(OS::Control_GetMinimumSize, field))[1], large.tmHeight);
+    EXPECT_EQ(minimumSize(field)[1], large.tmHeight);
     call(OS::Control_SetFont, field, 0);
     call(OS::Font_Dispose, font);
 }
