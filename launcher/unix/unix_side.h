@@ -31,8 +31,8 @@ PreloadTable* unixSide();
 // A symbol of a loaded Unix library; of any loaded one when library is null.
 void* unixSymbol(void* library, const char* name);
 
-// What the Unix environment says, byte for byte: the device's own copy of it has lost what its code page
-// does not have. Null when it says nothing.
+// What the Unix environment says, byte for byte: the device's own copy of it has lost what its code
+// page does not have. Null when it says nothing.
 const char* unixSetting(const char* name);
 
 // Lets the VM create its threads as Windows threads.
