@@ -4,8 +4,7 @@
 #include "ce.h"
 #include <algorithm>
 #include <jni.h>
-
-static constexpr int rounds = 15;
+#include <vector>
 
 inline double now() {
     LARGE_INTEGER ticks, frequency;
@@ -21,23 +20,37 @@ double timeOf(int count, Operation operation) {
     return (now() - start) / count;
 }
 
-// In tenths of a nanosecond, so that they cross as ints.
-inline jintArray inTenths(JNIEnv* env, double ours, double plain) {
-    const jint tenths[] = {static_cast<jint>(ours * 10), static_cast<jint>(plain * 10)};
+// Nanoseconds that one operation takes.
+struct Round {
+    double ours, plain;
+};
+
+// Times both ways by turns, and keeps the round in which the ratio of both is the median: what else
+// runs on the machine disturbs rounds, but seldom most of them, and both ways alike. Java is given
+// tenths of nanoseconds, ours first.
+template <class TimeOfOurs, class TimeOfPlain>
+jintArray medianOf(JNIEnv* env, int rounds, TimeOfOurs ours, TimeOfPlain plain) {
+    std::vector<Round> all;
+    for (int i = 0; i < rounds; ++i) {
+        double first = ours();
+        all.push_back({first, plain()});
+    }
+    auto median = all.begin() + rounds / 2;
+    std::nth_element(all.begin(), median, all.end(), [](const Round& a, const Round& b) {
+        return a.ours * b.plain < b.ours * a.plain;
+    });
+    const jint tenths[] = {static_cast<jint>(median->ours * 10),
+                           static_cast<jint>(median->plain * 10)};
     jintArray array = env->NewIntArray(2);
     if (array) env->SetIntArrayRegion(array, 0, 2, tenths);
     return array;
 }
 
-// The best rounds of both, in tenths of a nanosecond.
 template <class Ours, class Plain>
 jintArray compare(JNIEnv* env, int count, Ours ours, Plain plain) {
-    double best[2] = {1e12, 1e12};
-    for (int round = 0; round < rounds; ++round) {
-        best[0] = std::min(best[0], timeOf(count, ours));
-        best[1] = std::min(best[1], timeOf(count, plain));
-    }
-    return inTenths(env, best[0], best[1]);
+    constexpr int rounds = 101;
+    return medianOf(
+        env, rounds, [&] { return timeOf(count, ours); }, [&] { return timeOf(count, plain); });
 }
 
 inline FARPROC exported(const char* name) {

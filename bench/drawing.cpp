@@ -49,7 +49,7 @@ static void drawLine(HDC dc, int x1, int y1, int x2, int y2) {
     SetPixel(dc, x2, y2, GetTextColor(dc));
 }
 
-static constexpr int count = 300;
+static constexpr int count = 20; // of shapes in one round
 
 static jintArray measureOutline(JNIEnv* env, GraphicsRecord* graphics, const char* name,
                                 BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
@@ -227,7 +227,7 @@ __declspec(dllexport) jintArray JNICALL
     HGDIOBJ before = SelectObject(source, reinterpret_cast<ImageRecord*>(imageHandle)->bitmap);
     BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
     jintArray result = compare(
-        env, 5,
+        env, 1,
         [&] {
             SelectObject(source, before);
             draw(env, nullptr, graphicsHandle, imageHandle, 0, 0);
@@ -261,7 +261,7 @@ __declspec(dllexport) jintArray JNICALL
     HGDIOBJ oldSource = SelectObject(source, bitmap);
     BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
     jintArray result = compare(
-        env, 5, [&] { blendRow(static_cast<DWORD*>(memory), bits, pixels); },
+        env, 1, [&] { blendRow(static_cast<DWORD*>(memory), bits, pixels); },
         [&] { GdiAlphaBlend(target, 0, 0, 240, 320, source, 0, 0, 240, 320, blend); });
     SelectObject(target, oldTarget);
     SelectObject(source, oldSource);

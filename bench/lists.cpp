@@ -1,4 +1,4 @@
-// A list against a bare list box of the same style whose items are measured too, as they must be
+// A list against a bare list box of the same kind whose items are measured too, as they must be
 // for the horizontal bar.
 
 #include "compare.h"
@@ -23,27 +23,38 @@ static void addAndMeasure(HWND list, const wchar_t* text) {
         SendMessageW(list, LB_SETHORIZONTALEXTENT, area.right, 0);
 }
 
+// Of the same size, and with the same font to measure with.
+static HWND newBareList(HWND like) {
+    RECT area;
+    GetWindowRect(like, &area);
+    DWORD style =
+        GetWindowLongW(like, GWL_STYLE) | WS_HSCROLL | WS_VSCROLL; // an empty one hides them
+    HWND list = CreateWindowExW(0, L"LISTBOX", nullptr, style, 0, 0, area.right - area.left,
+                                area.bottom - area.top, GetParent(like), nullptr, nullptr, nullptr);
+    SendMessageW(list, WM_SETFONT, SendMessageW(like, WM_GETFONT, 0, 0), FALSE);
+    return list;
+}
+
 extern "C" {
 
 // What one item costs while a list is filled, to be compared between few and many.
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_listItem(JNIEnv* env, jclass, jint listHandle, jint items) {
-    constexpr int fillings = 3;
+    constexpr int fillings = 9;
     using Add = void(JNICALL*)(JNIEnv*, jclass, jint, jstring, jint);
     auto add = reinterpret_cast<Add>(
         reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_dovr_OS_List_1Add")));
     static const wchar_t text[] = L"An item of a list";
     jstring item = env->NewString(reinterpret_cast<const jchar*>(text), wcslen(text));
     HWND ours = reinterpret_cast<ControlRecord*>(listHandle)->hwnd;
-    HWND bare = CreateWindowExW(0, L"LISTBOX", nullptr, GetWindowLongW(ours, GWL_STYLE), 0, 0, 100,
-                                100, GetParent(ours), nullptr, nullptr, nullptr);
-    double best[2] = {1e12, 1e12};
-    for (int i = 0; i < fillings; ++i) {
-        best[0] = std::min(
-            best[0], timeOfFilling(ours, items, [&] { add(env, nullptr, listHandle, item, -1); }));
-        best[1] = std::min(best[1], timeOfFilling(bare, items, [&] { addAndMeasure(bare, text); }));
-    }
+    HWND bare = newBareList(ours);
+    jintArray result = medianOf(
+        env, fillings,
+        [&] {
+            return timeOfFilling(ours, items, [&] { add(env, nullptr, listHandle, item, -1); });
+        },
+        [&] { return timeOfFilling(bare, items, [&] { addAndMeasure(bare, text); }); });
     DestroyWindow(bare);
-    return inTenths(env, best[0], best[1]);
+    return result;
 }
 }

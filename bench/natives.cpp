@@ -1,5 +1,4 @@
-// The plain things that the library's are measured against. Each measurement runs both sides by
-// turns in the same process and keeps the best round of each, in nanoseconds for one operation.
+// The plain things that the library's are measured against.
 
 #include "compare.h"
 #include "control/control.h"
@@ -25,7 +24,7 @@ __declspec(dllexport) jintArray JNICALL
     jobject receiver = widget->callbackTarget->object;
     jmethodID method = env->GetMethodID(env->GetObjectClass(receiver), "selected", "()V");
     return compare(
-        env, 2000, [&] { fire(selection, "()V", widget->callbackTarget); },
+        env, 1000, [&] { fire(selection, "()V", widget->callbackTarget); },
         [&] {
             JNIEnv* current = nullptr;
             vm->GetEnv(reinterpret_cast<void**>(&current), JNI_VERSION_1_1);
@@ -46,7 +45,7 @@ __declspec(dllexport) jintArray JNICALL
     LONG before = SetWindowLongW(bare, GWL_WNDPROC, reinterpret_cast<LONG>(bareProc));
     SetWindowLongW(bare, GWL_USERDATA, before);
     jintArray result = compare(
-        env, 2000, [&] { SendMessageW(ours, WM_USER + 50, 0, 0); },
+        env, 200, [&] { SendMessageW(ours, WM_USER + 50, 0, 0); },
         [&] { SendMessageW(bare, WM_USER + 50, 0, 0); });
     DestroyWindow(bare);
     return result;

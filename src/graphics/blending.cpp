@@ -1,4 +1,5 @@
 #include "graphics/blending.h"
+#include "bridge/lanes.h"
 
 static constexpr DWORD opaque = 255;
 static constexpr DWORD colorBytes = 0x00FFFFFF;
@@ -40,7 +41,43 @@ static inline DWORD blend(DWORD target, DWORD source) {
 
 DWORD blendPixel(DWORD target, DWORD source) { return blend(target, source); }
 
+#ifdef __SSE2__
+using lanes::Bytes, lanes::Halves, lanes::Words;
+
+// alpha * difference / 255, truncated.
+static inline Halves shareOf(Words difference, Words alpha) {
+    auto product = reinterpret_cast<Halves>(difference) * reinterpret_cast<Halves>(alpha);
+    return lanes::upperProduct(product, 0x8081) >> 7; // exact for 16 bits
+}
+
+// The target's fourth byte lies beside green, and takes no share.
+static inline Words blendFour(Words targets, Words sources) {
+    auto target = reinterpret_cast<Bytes>(targets), source = reinterpret_cast<Bytes>(sources);
+    Bytes more = lanes::excess(source, target);
+    auto difference = reinterpret_cast<Words>(more | lanes::excess(target, source));
+    Words alpha = sources >> 24;
+    Halves others = shareOf(difference & redAndBlue, alpha | alpha << 16);
+    Halves greens = shareOf(difference >> 8 & redAndBlue, alpha);
+    auto share = reinterpret_cast<Bytes>(others | greens << 8);
+    auto falls = reinterpret_cast<Bytes>(more == 0); // turned over, it rises
+    return reinterpret_cast<Words>(((target ^ falls) + share) ^ falls);
+}
+
+static inline LONG blendFours(DWORD* target, const DWORD* source, LONG count) {
+    LONG done = 0;
+    for (; count - done >= 4; done += 4)
+        lanes::store(target + done, blendFour(lanes::load<Words>(target + done),
+                                              lanes::load<Words>(source + done)));
+    return done;
+}
+#else
+static inline LONG blendFours(DWORD*, const DWORD*, LONG) { return 0; }
+#endif
+
 void blendRow(DWORD* target, const DWORD* source, LONG count) {
-    for (const DWORD* end = source + count; source < end; ++target)
-        *target = blend(*target, *source++);
+    const DWORD* end = source + count;
+    LONG done = blendFours(target, source, count);
+    target += done;
+    source += done;
+    for (; source < end; ++target) *target = blend(*target, *source++);
 }

@@ -1,4 +1,5 @@
 #include "graphics/blending.h"
+#include <cstring>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -11,25 +12,26 @@ static DWORD pixel(int alpha, int red, int green, int blue) {
     return static_cast<DWORD>(alpha) << 24 | red << 16 | green << 8 | blue;
 }
 
+// One row holds every target of a source and an alpha.
 TEST(Blending, of_every_source_target_and_alpha_is_exact) {
-    for (int alpha = 0; alpha < 256; ++alpha)
-        for (int source = 0; source < 256; ++source)
-            for (int target = 0; target < 256; ++target) {
+    constexpr int values = 256;
+    DWORD targets[values], sources[values], expected[values];
+    for (int alpha = 0; alpha < values; ++alpha)
+        for (int source = 0; source < values; ++source) {
+            for (int target = 0; target < values; ++target) {
                 int other = 255 - target; // the lanes must not disturb each other
-                DWORD result = blendPixel(pixel(0x5A, target, other, target),
-                                          pixel(alpha, source, source, 255 - source));
-                DWORD expected =
-                    pixel(0x5A, blendByte(target, source, alpha), blendByte(other, source, alpha),
+                int fourth = target * 5 & 255;
+                targets[target] = pixel(fourth, target, other, target);
+                sources[target] = pixel(alpha, source, source, 255 - source);
+                expected[target] =
+                    pixel(fourth, blendByte(target, source, alpha), blendByte(other, source, alpha),
                           blendByte(target, 255 - source, alpha));
-                ASSERT_EQ(result, expected) << alpha << " " << source << " " << target;
+                ASSERT_EQ(blendPixel(targets[target], sources[target]), expected[target])
+                    << alpha << " " << source << " " << target;
             }
-}
-
-TEST(Blending, leaves_the_targets_fourth_byte) {
-    for (int alpha = 0; alpha < 256; ++alpha)
-        for (int fourth = 0; fourth < 256; ++fourth)
-            ASSERT_EQ(blendPixel(pixel(fourth, 1, 2, 3), pixel(alpha, 200, 100, 50)) >> 24,
-                      DWORD(fourth));
+            blendRow(targets, sources, values);
+            ASSERT_EQ(memcmp(targets, expected, sizeof(targets)), 0) << alpha << " " << source;
+        }
 }
 
 TEST(Blending, of_a_row_is_that_of_its_pixels_and_stops_at_its_end) {
