@@ -68,6 +68,7 @@ close_window() { xdotool key Alt_L+F4; }
 
 # The program ends with this script, but is asked to, and its own exit code is told.
 start_java() {
+    # shellcheck disable=SC2086 # one word, or none
     "$root/launcher/java-on-device" --screen "$device" $device_code "$@" 9>&- &
     program=$!
 }
@@ -113,6 +114,7 @@ play_example() {
 }
 
 run_example() {
+    # shellcheck source=launcher/examples/tap.sh
     . "$examples/$1.sh"
     if ! display_works; then
         play_example
@@ -165,7 +167,7 @@ has_sound_output() {
 
 keep_storage() {
     storage=$(realpath -m -- "$1")
-    mkdir -p "$storage" 2>/dev/null && [ -w "$storage" ] || fail "$1 cannot be written"
+    { mkdir -p "$storage" 2>/dev/null && [ -w "$storage" ]; } || fail "$1 cannot be written"
 }
 
 # takes_one_of OPTION VALUE CHOICE...
@@ -234,7 +236,7 @@ has_fonts() {
 
 screenshot_to() {
     screenshot=$(realpath -m -- "$1")
-    [ -d "$(dirname "$screenshot")" ] && [ -w "$(dirname "$screenshot")" ] ||
+    { [ -d "$(dirname "$screenshot")" ] && [ -w "$(dirname "$screenshot")" ]; } ||
         fail "$1 cannot be written"
 }
 

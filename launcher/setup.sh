@@ -4,7 +4,7 @@
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless ecj
     fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps)
 device_packages=(clang-14 lld-14 gcab)
-check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck)
+check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck shellcheck pyflakes3)
 foreign_packages=(wine32:i386)
 
 # What is unpacked into the build folder and not installed: package, folder, what of it (all when
@@ -137,7 +137,8 @@ unpack_package() {
     download "$package" "$new" || { narrow_lists && download "$package" "$new"; } ||
         fail "$package cannot be fetched (see $run/logs/apt.log)"
     case $members in
-    '' | */) chosen=($members) ;;
+    '') ;;
+    */) chosen=("$members") ;;
     *) chosen=(--wildcards --no-wildcards-match-slash --transform 's,.*/,,' "$members") ;;
     esac
     dpkg-deb --fsys-tarfile "$new"/*.deb | tar -x -C "$new" "${chosen[@]}" ||
@@ -212,6 +213,7 @@ build() {
 }
 
 # build_for_device CMAKE-OPTIONS...
+# shellcheck disable=SC2120 # the command device passes some
 build_for_device() {
     install_missing "${host_packages[@]}" "${for_device[@]}"
     leave_moved "$build/device"
@@ -223,5 +225,6 @@ setup_for_running() {
     [ -z "$device_code" ] || for_processor=("${for_device[@]}" "$arm_processor")
     install_missing "${host_packages[@]}" "${for_processor[@]}"
     build running
+    # shellcheck disable=SC2119
     [ -z "$device_code" ] || build_for_device || fail "the library for the device cannot be built"
 }

@@ -3,6 +3,7 @@ example_class=com.nuvik.examples.Sound
 
 # press BUTTON LINE: taps the button and waits until the program has said the line.
 press() {
+    # shellcheck disable=SC2046 # a column and a row
     tap $(sed -n "s/^$1 at //p" "$output")
     wait_said "^$2\$"
 }

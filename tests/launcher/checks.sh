@@ -52,7 +52,7 @@ java_of() { cat "$1/java"; }
 # start_waiting NAME OPTIONS...: a program that waits for events, up to its line that says so. Its
 # command's process is left in command, its device in folder, and what it says in NAME.
 start_waiting() {
-    local name=$1 line
+    local name=$1
     shift
     rm -f "$work/$name.pipe" && mkfifo "$work/$name.pipe"
     "$root/zemvolt" run "$@" -cp "$tests" com.nuvik.tests.Fatal wait \
@@ -75,6 +75,7 @@ until_gone() {
     local gone=$1 pid
     shift
     for pid in "$@"; do await_ends 60 "$pid" || return 1; done
+    # shellcheck disable=SC2016 # the inner shell's own
     timeout 60 bash -c 'while [ -e "$1" ]; do sleep 0.05; done' - "$gone" || return 1
     [ -z "$(processes_of "$gone")" ]
 }
