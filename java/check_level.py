@@ -19,6 +19,7 @@ def classes_of(path):
 def read_library(path):
     """The classes, each with its members as "name:type"; a class's lines are indented below it."""
     library = {}
+    owner = None
     for line in open(path, encoding="ascii"):
         line = line.split("#")[0].rstrip()
         if not line:

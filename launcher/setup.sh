@@ -87,7 +87,7 @@ install_packages() {
 
 # What is fetched, built and logged lies in the build folder.
 must_be_writable() {
-    mkdir -p "$run/logs" 2>/dev/null && [ -w "$run/logs" ] ||
+    { mkdir -p "$run/logs" 2>/dev/null && [ -w "$run/logs" ]; } ||
         fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
 }
 
