@@ -233,9 +233,9 @@ static ScrollStep stepOf(const AdjustableRecord* adjustable, UINT code) {
     }
 }
 
-bool Adjustable_Scroll(AdjustableRecord* adjustable, WPARAM wParam) {
+bool Adjustable_Scroll(AdjustableRecord* adjustable, Message message) {
     if (!pull(adjustable, SIF_RANGE | SIF_POS | SIF_TRACKPOS)) return false;
-    UINT code = LOWORD(wParam);
+    UINT code = message.command();
     ScrollStep step = stepOf(adjustable, code);
     adjustable->info.nPos = step.position;
     HWND window = adjustable->hwnd;

@@ -63,7 +63,7 @@ void Adjustable_SetVisible(AdjustableRecord* adjustable, bool visible);
 
 // A WM_HSCROLL or WM_VSCROLL of the bar: moves it and fires the scroll callback. Whether the value
 // changed.
-bool Adjustable_Scroll(AdjustableRecord* adjustable, WPARAM wParam);
+bool Adjustable_Scroll(AdjustableRecord* adjustable, Message message);
 
 // The control as the scroll bar that it is; null when it is something else.
 AdjustableRecord* Adjustable_Of(ControlRecord* control);

@@ -1,13 +1,17 @@
 #include "control/adjustable.h"
 #include "control/scrollable.h"
 
+static LRESULT CALLBACK compositeProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return Composite_HandleIn(window, {id, wParam, lParam});
+}
+
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     if (!parent) {
         Win32Error_SetError(error, errorFailed, L"Argument invalid, need parent");
         return nullptr;
     }
     ControlRecord* composite =
-        _Control_New(displayWindowClass, sizeof(ScrollableRecord), Composite_Proc, parent, style,
+        _Control_New(displayWindowClass, sizeof(ScrollableRecord), compositeProc, parent, style,
                      _Scrollable_Style(style), 0, error);
     if (!composite) return nullptr;
     composite->inheritsBackground = TRUE;
@@ -32,51 +36,52 @@ static HWND childHolding(HWND composite, HWND window) {
     return nullptr;
 }
 
-static LRESULT notify(HWND window, WPARAM wParam, LPARAM lParam) {
-    HWND child = childHolding(window, reinterpret_cast<const NMHDR*>(lParam)->hwndFrom);
+static LRESULT notify(HWND window, Message message) {
+    HWND child = childHolding(window, message.details<const NMHDR>()->hwndFrom);
     if (child) {
         NotifyAnswer answer = {};
         LRESULT result =
-            SendMessageW(child, controlNotify, reinterpret_cast<WPARAM>(&answer), lParam);
+            SendMessageW(child, controlNotify, reinterpret_cast<WPARAM>(&answer), message.lParam);
         if (answer.handled) return result;
     }
-    return _Scrollable_Proc(window, WM_NOTIFY, wParam, lParam);
+    return Scrollable_HandleIn(window, message);
 }
 
 // The bar that a scroll message is about; null when it is not a bar of Java's.
-static AdjustableRecord* barOf(HWND window, UINT message, HWND sender) {
+static AdjustableRecord* barOf(HWND window, Message message) {
+    HWND sender = message.sender();
     if (sender && sender != window) return Adjustable_Of(controlOf(sender));
     auto* composite = static_cast<const ScrollableRecord*>(controlOf(window));
     if (!composite) return nullptr;
-    return message == WM_HSCROLL ? composite->horizontalBar : composite->verticalBar;
+    return message.id == WM_HSCROLL ? composite->horizontalBar : composite->verticalBar;
 }
 
-static LRESULT scroll(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    AdjustableRecord* adjustable = barOf(window, message, reinterpret_cast<HWND>(lParam));
-    if (adjustable) Adjustable_Scroll(adjustable, wParam);
-    return _Scrollable_Proc(window, message, wParam, lParam);
+static LRESULT scroll(HWND window, Message message) {
+    AdjustableRecord* adjustable = barOf(window, message);
+    if (adjustable) Adjustable_Scroll(adjustable, message);
+    return Scrollable_HandleIn(window, message);
 }
 
-static LRESULT colorChild(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    LRESULT result = _Scrollable_Proc(window, message, wParam, lParam);
-    const ControlRecord* child = controlOf(reinterpret_cast<HWND>(lParam));
+static LRESULT colorChild(HWND window, Message message) {
+    LRESULT result = Scrollable_HandleIn(window, message);
+    const ControlRecord* child = controlOf(message.sender());
     if (!child) return result;
-    HDC context = reinterpret_cast<HDC>(wParam);
+    HDC context = message.context();
     if (child->foreground) SetTextColor(context, child->foreground->color);
     if (!child->background) return result;
     SetBkColor(context, child->background->color);
     return reinterpret_cast<LRESULT>(Color_GetBrush(child->background));
 }
 
-LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
+LRESULT Composite_HandleIn(HWND window, Message message) {
+    switch (message.id) {
     case WM_SETFOCUS:
         return focusGained(window);
     case WM_NOTIFY:
-        return notify(window, wParam, lParam);
+        return notify(window, message);
     case WM_HSCROLL:
     case WM_VSCROLL:
-        return scroll(window, message, wParam, lParam);
+        return scroll(window, message);
     case WM_CTLCOLORMSGBOX:
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
@@ -84,10 +89,10 @@ LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSCROLLBAR:
     case WM_CTLCOLORSTATIC:
-        return colorChild(window, message, wParam, lParam);
+        return colorChild(window, message);
     case controlChildMoves:
         return 0;
     default:
-        return _Scrollable_Proc(window, message, wParam, lParam);
+        return Scrollable_HandleIn(window, message);
     }
 }

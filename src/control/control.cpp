@@ -141,10 +141,10 @@ static void findClass(ControlRecord* control) {
         control->classProc = Control_FindClassProc(control->display, name);
 }
 
-LRESULT Control_LoseWindow(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+LRESULT Control_LoseWindow(ControlRecord* control, Message message) {
     HWND window = control->hwnd;
     findClass(control);
-    LRESULT result = Control_CallClass(control, WM_DESTROY, wParam, lParam);
+    LRESULT result = Control_CallClass(control, message);
     control = controlOf(window);
     if (!control) return result;
     forgetControl(control->display, control);

@@ -20,6 +20,7 @@
 #include "display/callbacks.h"
 #include "display/display.h"
 #include "display/firing.h"
+#include "display/message.h"
 #include "display/widget.h"
 #include "graphics/color.h"
 
@@ -79,11 +80,6 @@ enum ControlMessage : UINT {
     controlRun = WM_APP + 0x1D,     // wParam ControlWork, lParam its argument
 };
 
-// The error record that a message's lParam leads to.
-inline ErrorRecord* errorOf(LPARAM lParam) {
-    return lParam ? *reinterpret_cast<ErrorRecord**>(lParam) : nullptr;
-}
-
 // Instead of the handle of a window that is gone, which the system may give to another.
 inline HWND goneWindow() { return reinterpret_cast<HWND>(1); }
 
@@ -91,8 +87,25 @@ inline HWND goneWindow() { return reinterpret_cast<HWND>(1); }
 // user data. The windows within a choice are the choice's. Display thread.
 ControlRecord* controlOf(HWND window);
 
-// What _Control_Proc does, for a window procedure that has looked the record up already.
-LRESULT Control_Handle(ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam);
+// Handles a message as all controls do: types pass to it what they do not consume.
+LRESULT Control_Handle(ControlRecord* control, Message message);
+
+// The same for a window whose control a listener may have disposed of meanwhile.
+LRESULT Control_HandleIn(HWND window, Message message);
+
+// Has the message of a window that has a record handled; all others are the system's to handle.
+template <class Record, LRESULT (*handle)(Record*, Message)>
+[[gnu::always_inline]] inline LRESULT receive(HWND window, Message message) {
+    auto* control = static_cast<Record*>(controlOf(window));
+    if (!control) return callSystem(window, message);
+    return handle(control, message);
+}
+
+// The window procedure of a type of controls.
+template <class Record, LRESULT (*handle)(Record*, Message)>
+LRESULT CALLBACK controlProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return receive<Record, handle>(window, {id, wParam, lParam});
+}
 
 // Runs on the display's thread with the control's record.
 using ControlWork = void (*)(ControlRecord* control, void* argument);
@@ -125,7 +138,7 @@ int _Dispose_Control(WidgetRecord* control, ErrorRecord* error);
 // The control's display, taken from its ancestors when it is not known yet.
 DisplayRecord* Control_GetDisplay(ControlRecord* control);
 
-// The window procedure of all controls: type procedures pass to it what they do not consume.
+// The window procedure of all controls.
 LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Invalidates the control and all within it. Display thread.
@@ -156,16 +169,16 @@ void Control_FillHead(ControlRecord* control, DisplayRecord* display, ControlRec
 bool Control_IsDrawingEnabled(const ControlRecord* control);
 
 // WM_DESTROY of the control's window. Display thread.
-LRESULT Control_LoseWindow(ControlRecord* control, WPARAM wParam, LPARAM lParam);
+LRESULT Control_LoseWindow(ControlRecord* control, Message message);
 
 // Default processing of the control's window class. Display thread.
-LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT Control_CallClass(const ControlRecord* control, Message message);
 
 // The same for a window whose control a callback may have disposed of meanwhile.
-LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT Control_PassOn(HWND window, Message message);
 
 // The same for a message that the class may answer with a modal loop of the system's.
-LRESULT Control_PassOnToLoop(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT Control_PassOnToLoop(HWND window, Message message);
 
 // Relative to the parent for child windows, else to the screen.
 Bounds Control_GetBounds(ControlRecord* control, ErrorRecord* error);

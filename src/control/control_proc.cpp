@@ -19,33 +19,28 @@ ControlRecord* controlOf(HWND window) {
     return isItsOwn ? control : nullptr;
 }
 
-LRESULT Control_CallClass(const ControlRecord* control, UINT message, WPARAM wParam,
-                          LPARAM lParam) {
-    if (!control->classProc) return DefWindowProcW(control->hwnd, message, wParam, lParam);
-    return CallWindowProcW(control->classProc, control->hwnd, message, wParam, lParam);
+LRESULT Control_CallClass(const ControlRecord* control, Message message) {
+    return callProc(control->classProc, control->hwnd, message);
 }
 
-LRESULT Control_PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const ControlRecord* control = controlOf(window);
-    if (!control) return DefWindowProcW(window, message, wParam, lParam);
-    return Control_CallClass(control, message, wParam, lParam);
+LRESULT Control_PassOn(HWND window, Message message) {
+    return receive<const ControlRecord, Control_CallClass>(window, message);
 }
 
-LRESULT Control_PassOnToLoop(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Control_PassOnToLoop(HWND window, Message message) {
     ControlRecord* control = controlOf(window);
     ModalLoop loop(control ? Control_GetDisplay(control) : nullptr);
-    return Control_PassOn(window, message, wParam, lParam);
+    return Control_PassOn(window, message);
 }
 
 static void capture(HWND window) {
     if (controlOf(window) && GetCapture() != window) SetCapture(window);
 }
 
-static LRESULT focusChanged(const ControlRecord* control, FocusChange change, UINT message,
-                            WPARAM wParam, LPARAM lParam) {
+static LRESULT focusChanged(const ControlRecord* control, FocusChange change, Message message) {
     HWND window = control->hwnd;
     fireFocus(control->callbackTarget, change);
-    return Control_PassOn(window, message, wParam, lParam);
+    return Control_PassOn(window, message);
 }
 
 static LRESULT close(const ControlRecord* control) {
@@ -59,172 +54,160 @@ static HCURSOR cursorOf(const ControlRecord* control) {
     return nullptr;
 }
 
-static LRESULT setCursor(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    HCURSOR cursor = cursorOf(controlOf(reinterpret_cast<HWND>(wParam)));
-    if (!cursor || LOWORD(lParam) != HTCLIENT)
-        return Control_CallClass(control, WM_SETCURSOR, wParam, lParam);
+static LRESULT setCursor(const ControlRecord* control, Message message) {
+    HCURSOR cursor = cursorOf(controlOf(message.window()));
+    if (!cursor || message.hitTest() != HTCLIENT) return Control_CallClass(control, message);
     SetCursor(cursor);
     return 1;
 }
 
-static LRESULT drawItem(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    auto* item = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+static LRESULT drawItem(const ControlRecord* control, Message message) {
+    auto* item = message.details<const DRAWITEMSTRUCT>();
     if (item->CtlType != ODT_MENU && controlOf(item->hwndItem))
-        return SendMessageW(item->hwndItem, controlDrawItem, wParam, lParam);
-    return Control_CallClass(control, WM_DRAWITEM, wParam, lParam);
+        return send(item->hwndItem, message.as(controlDrawItem));
+    return Control_CallClass(control, message);
 }
 
-static LRESULT menuCommand(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+static LRESULT menuCommand(ControlRecord* control, Message message) {
     HWND window = control->hwnd;
-    MenuItemRecord* item = Display_FindCommandItem(Control_GetDisplay(control), LOWORD(wParam));
-    if (item) MenuItem_Select(item, wParam);
-    return Control_PassOn(window, WM_COMMAND, wParam, lParam);
+    MenuItemRecord* item = Display_FindCommandItem(Control_GetDisplay(control), message.command());
+    if (item) MenuItem_Select(item, message);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT childCommand(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+static LRESULT childCommand(const ControlRecord* control, Message message) {
     HWND window = control->hwnd;
-    HWND child = reinterpret_cast<HWND>(lParam);
+    HWND child = message.sender();
     HWND receiver = controlOf(child) ? child : window;
-    if (SendMessageW(receiver, controlCommand, wParam, lParam) == 0) return 0;
-    return Control_PassOn(window, WM_COMMAND, wParam, lParam);
+    if (send(receiver, message.as(controlCommand)) == 0) return 0;
+    return Control_PassOn(window, message);
 }
 
-static LRESULT key(const ControlRecord* control, jint (*process)(HWND, WPARAM, LPARAM),
-                   UINT message, WPARAM wParam, LPARAM lParam) {
+static LRESULT key(const ControlRecord* control, jint (*process)(HWND, Message), Message message) {
     HWND window = control->hwnd;
-    jint consumed = process(window, wParam, lParam);
-    return consumed ? consumed : Control_PassOn(window, message, wParam, lParam);
+    jint consumed = process(window, message);
+    return consumed ? consumed : Control_PassOn(window, message);
 }
 
-static LRESULT leftButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    _Control_ProcessWmLButtonDown(window, wParam, lParam);
-    LRESULT result = Control_PassOn(window, WM_LBUTTONDOWN, wParam, lParam);
+static LRESULT leftButtonDown(HWND window, Message message) {
+    Control_ProcessLeftButtonDown(window, message);
+    LRESULT result = Control_PassOn(window, message);
     capture(window);
     return result;
 }
 
-static LRESULT otherButtonDown(HWND window, void (*process)(HWND, WPARAM, LPARAM), UINT message,
-                               WPARAM wParam, LPARAM lParam) {
-    process(window, wParam, lParam);
+static LRESULT otherButtonDown(HWND window, void (*process)(HWND, Message), Message message) {
+    process(window, message);
     capture(window);
-    return Control_PassOn(window, message, wParam, lParam);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT mouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
-    Control_ProcessMouseMove(window, wParam, lParam);
-    return Control_PassOn(window, WM_MOUSEMOVE, wParam, lParam);
+static LRESULT mouseMove(HWND window, Message message) {
+    Control_ProcessMouseMove(window, message);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT doubleClick(HWND window, PointerButton button, UINT message, WPARAM wParam,
-                           LPARAM lParam) {
-    Control_ProcessDoubleClick(window, button, wParam, lParam);
-    return Control_PassOn(window, message, wParam, lParam);
+static LRESULT doubleClick(HWND window, PointerButton button, Message message) {
+    Control_ProcessDoubleClick(window, button, message);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT wheel(HWND window, WPARAM wParam, LPARAM lParam) {
-    Control_ProcessWheel(window, wParam, lParam);
-    return Control_PassOn(window, WM_MOUSEWHEEL, wParam, lParam);
+static LRESULT wheel(HWND window, Message message) {
+    Control_ProcessWheel(window, message);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT forceFocus(WPARAM wParam) {
-    return SetFocus(reinterpret_cast<HWND>(wParam)) != nullptr;
-}
+static LRESULT forceFocus(HWND window) { return SetFocus(window) != nullptr; }
 
-static LRESULT setVisible(HWND window, WPARAM wParam) {
-    ShowWindow(window, wParam ? SW_SHOW : SW_HIDE);
+static LRESULT setVisible(HWND window, bool visible) {
+    ShowWindow(window, visible ? SW_SHOW : SW_HIDE);
     UpdateWindow(window);
     return 0;
 }
 
-static LRESULT minimumSize(WPARAM wParam) {
-    *reinterpret_cast<POINT*>(wParam) = {0, 0};
+static LRESULT setBounds(const ControlRecord* control, Message message) {
+    const RECT& rect = message.bounds();
+    if (!SetWindowPos(control->hwnd, nullptr, rect.left, rect.top, rect.right - rect.left,
+                      rect.bottom - rect.top, SWP_NOZORDER | SWP_NOACTIVATE))
+        Win32Error_SetLast(message.error(), L"Could not change the size of the control");
     return 0;
 }
 
-static LRESULT setBounds(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
-    auto* rect = reinterpret_cast<const RECT*>(wParam);
-    if (!SetWindowPos(control->hwnd, nullptr, rect->left, rect->top, rect->right - rect->left,
-                      rect->bottom - rect->top, SWP_NOZORDER | SWP_NOACTIVATE))
-        Win32Error_SetLast(errorOf(lParam), L"Could not change the size of the control");
-    return 0;
-}
-
-static LRESULT defaultBackground(const ControlRecord* control, WPARAM wParam) {
-    HBRUSH brush = Control_AskParentForBrush(control, wParam);
+static LRESULT defaultBackground(const ControlRecord* control, HDC painted) {
+    HBRUSH brush = Control_AskParentForBrush(control, painted);
     LOGBRUSH properties;
     if (brush && GetObjectW(brush, sizeof(properties), &properties)) return properties.lbColor;
     return systemColor(COLOR_BTNFACE);
 }
 
-static LRESULT trackMenu(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+static LRESULT trackMenu(const ControlRecord* control, Message message) {
     HWND window = control->hwnd;
-    HMENU menu = Menu_GetHandle(reinterpret_cast<const MenuRecord*>(wParam));
-    auto* point = reinterpret_cast<const POINT*>(lParam);
+    HMENU menu = Menu_GetHandle(message.record<const MenuRecord>());
+    auto* point = message.details<const POINT>();
     {
         ModalLoop loop(control->display);
         TrackPopupMenuEx(menu, 0, point->x, point->y, window, nullptr);
     }
-    return Control_PassOn(window, controlTrackMenu, wParam, lParam);
+    return Control_PassOn(window, message);
 }
 
-static LRESULT getContext(const ControlRecord* control, WPARAM wParam) {
+static LRESULT getContext(const ControlRecord* control, ErrorRecord* error) {
     HDC context = GetDC(control->hwnd);
-    if (!context) Win32Error_SetLast(errorOf(wParam), L"Unable to create DC from control");
+    if (!context) Win32Error_SetLast(error, L"Unable to create DC from control");
     return reinterpret_cast<LRESULT>(context);
 }
 
 // The toolkit's own messages. False when this one is not the control's to answer.
-static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam,
-                   LRESULT* result) {
+static bool answer(ControlRecord* control, Message message, LRESULT* result) {
     *result = 0;
-    switch (message) {
+    switch (message.id) {
     case controlForceFocus:
-        *result = forceFocus(wParam);
+        *result = forceFocus(message.window());
         return true;
     case controlMoveAbove:
-        Control_StackAbove(control, reinterpret_cast<const ControlRecord*>(wParam));
+        Control_StackAbove(control, message.record<const ControlRecord>());
         return true;
     case controlSetVisible:
-        *result = setVisible(control->hwnd, wParam);
+        *result = setVisible(control->hwnd, message.flag());
         return true;
     case controlCommand:
         *result = 1; // not handled
         return true;
     case controlGetMinimumSize:
-        *result = minimumSize(wParam);
+        message.answer<POINT>() = {0, 0};
         return true;
     case controlSetBounds:
-        *result = setBounds(control, wParam, lParam);
+        *result = setBounds(control, message);
         return true;
     case controlGetBackground:
-        *result = defaultBackground(control, wParam);
+        *result = defaultBackground(control, message.context());
         return true;
     case controlSetEnabled:
-        EnableWindow(control->hwnd, wParam != 0);
+        EnableWindow(control->hwnd, message.flag());
         return true;
     case controlTrackMenu:
-        *result = trackMenu(control, wParam, lParam);
+        *result = trackMenu(control, message);
         return true;
     case controlGetContext:
-        *result = getContext(control, wParam);
+        *result = getContext(control, Message::errorAt(message.wParam));
         return true;
     case controlGetForeground:
         *result = systemColor(COLOR_WINDOWTEXT);
         return true;
     case controlSetBackground:
-        _Control_SetBackground(control, reinterpret_cast<ColorRecord*>(wParam), errorOf(lParam));
+        _Control_SetBackground(control, message.record<ColorRecord>(), message.error());
         return true;
     case controlSetForeground:
-        _Control_SetForeground(control, reinterpret_cast<ColorRecord*>(wParam), errorOf(lParam));
+        _Control_SetForeground(control, message.record<ColorRecord>(), message.error());
         return true;
     case controlSetFont:
-        _Control_SetFont(control, reinterpret_cast<FontRecord*>(wParam), errorOf(lParam));
+        _Control_SetFont(control, message.record<FontRecord>(), message.error());
         return true;
     case requestDestroyItself:
         *result = DestroyWindow(control->hwnd);
         return true;
     case controlRun:
-        reinterpret_cast<ControlWork>(wParam)(control, reinterpret_cast<void*>(lParam));
+        reinterpret_cast<ControlWork>(message.wParam)(control, message.details<void>());
         return true;
     default:
         return false;
@@ -233,98 +216,98 @@ static bool answer(ControlRecord* control, UINT message, WPARAM wParam, LPARAM l
 
 // Null for a class that has no font.
 static HFONT fontOf(const ControlRecord* control) {
-    return reinterpret_cast<HFONT>(Control_CallClass(control, WM_GETFONT, 0, 0));
+    return reinterpret_cast<HFONT>(Control_CallClass(control, {WM_GETFONT, 0, 0}));
 }
 
-static LRESULT setFont(const ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+static LRESULT setFont(const ControlRecord* control, Message message) {
     HWND window = control->hwnd;
     HFONT previous = fontOf(control);
-    LRESULT result = Control_PassOn(window, WM_SETFONT, wParam, lParam);
+    LRESULT result = Control_PassOn(window, message);
     if (const ControlRecord* still = controlOf(window)) Font_Wear(previous, fontOf(still));
     return result;
 }
 
-[[gnu::noinline]] static LRESULT handle(ControlRecord* control, UINT message, WPARAM wParam,
-                                        LPARAM lParam) {
+[[gnu::noinline]] static LRESULT handle(ControlRecord* control, Message message) {
     HWND window = control->hwnd;
-    switch (message) {
+    switch (message.id) {
     case WM_DESTROY:
         // Every control does so, not only the last window; the event loop lives on.
         Quit_Post(Control_GetDisplay(control));
         Font_Wear(fontOf(control), nullptr);
         control = controlOf(window);
-        return control ? Control_LoseWindow(control, wParam, lParam) : 0;
+        return control ? Control_LoseWindow(control, message) : 0;
     case WM_SETFONT:
-        return setFont(control, wParam, lParam);
+        return setFont(control, message);
     case WM_SETFOCUS:
-        return focusChanged(control, FocusChange::gained, message, wParam, lParam);
+        return focusChanged(control, FocusChange::gained, message);
     case WM_KILLFOCUS:
-        return focusChanged(control, FocusChange::lost, message, wParam, lParam);
+        return focusChanged(control, FocusChange::lost, message);
     case WM_PAINT:
-        return Control_Paint(control, wParam, lParam);
+        return Control_Paint(control, message);
     case WM_CLOSE:
         return close(control);
     case WM_ERASEBKGND:
-        return Control_Erase(control, wParam, lParam);
+        return Control_Erase(control, message);
     case WM_SETCURSOR:
-        return setCursor(control, wParam, lParam);
+        return setCursor(control, message);
     case WM_DRAWITEM:
-        return drawItem(control, wParam, lParam);
+        return drawItem(control, message);
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
-        return key(control, _Control_ProcessWmKeyDown, message, wParam, lParam);
+        return key(control, Control_ProcessKeyDown, message);
     case WM_KEYUP:
     case WM_SYSKEYUP:
-        return key(control, Control_ProcessKeyUp, message, wParam, lParam);
+        return key(control, Control_ProcessKeyUp, message);
     case WM_CHAR:
-        return key(control, _Control_ProcessWmChar, message, wParam, lParam);
+        return key(control, Control_ProcessCharacter, message);
     case WM_COMMAND:
-        return lParam ? childCommand(control, wParam, lParam)
-                      : menuCommand(control, wParam, lParam);
+        return message.sender() ? childCommand(control, message) : menuCommand(control, message);
     case WM_MOUSEMOVE:
-        return mouseMove(window, wParam, lParam);
+        return mouseMove(window, message);
     case WM_LBUTTONDOWN:
-        return leftButtonDown(window, wParam, lParam);
+        return leftButtonDown(window, message);
     case WM_NCLBUTTONDOWN:
     case WM_NCLBUTTONDBLCLK:
     case WM_SYSCOMMAND:
         // The window's own bars and its caption are tracked until the button is released.
-        return Control_PassOnToLoop(window, message, wParam, lParam);
+        return Control_PassOnToLoop(window, message);
     case WM_LBUTTONUP:
-        return Control_ProcessButtonUp(window, buttonLeft, message, wParam, lParam);
+        return Control_ProcessButtonUp(window, buttonLeft, message);
     case WM_LBUTTONDBLCLK:
-        return doubleClick(window, buttonLeft, message, wParam, lParam);
+        return doubleClick(window, buttonLeft, message);
     case WM_RBUTTONDOWN:
-        return otherButtonDown(window, _Control_ProcessWmRButtonDown, message, wParam, lParam);
+        return otherButtonDown(window, Control_ProcessRightButtonDown, message);
     case WM_RBUTTONUP:
-        return Control_ProcessButtonUp(window, buttonRight, message, wParam, lParam);
+        return Control_ProcessButtonUp(window, buttonRight, message);
     case WM_RBUTTONDBLCLK:
-        return doubleClick(window, buttonRight, message, wParam, lParam);
+        return doubleClick(window, buttonRight, message);
     case WM_MBUTTONDOWN:
-        return otherButtonDown(window, Control_ProcessMiddleButtonDown, message, wParam, lParam);
+        return otherButtonDown(window, Control_ProcessMiddleButtonDown, message);
     case WM_MBUTTONUP:
-        return Control_ProcessButtonUp(window, buttonMiddle, message, wParam, lParam);
+        return Control_ProcessButtonUp(window, buttonMiddle, message);
     case WM_MBUTTONDBLCLK:
-        return doubleClick(window, buttonMiddle, message, wParam, lParam);
+        return doubleClick(window, buttonMiddle, message);
     case WM_MOUSEWHEEL:
-        return wheel(window, wParam, lParam);
+        return wheel(window, message);
     default:
         break;
     }
     LRESULT result;
-    if (message >= WM_APP && answer(control, message, wParam, lParam, &result)) return result;
-    return Control_CallClass(control, message, wParam, lParam);
+    if (message.id >= WM_APP && answer(control, message, &result)) return result;
+    return Control_CallClass(control, message);
 }
 
-LRESULT Control_Handle(ControlRecord* control, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Control_Handle(ControlRecord* control, Message message) {
     // Between the system's messages and the library's lie those of the window classes.
-    if (message > WM_MOUSEWHEEL && message < WM_APP)
-        return Control_CallClass(control, message, wParam, lParam);
-    return handle(control, message, wParam, lParam);
+    if (message.id > WM_MOUSEWHEEL && message.id < WM_APP)
+        return Control_CallClass(control, message);
+    return handle(control, message);
 }
 
-extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    ControlRecord* control = controlOf(window);
-    if (!control) return DefWindowProcW(window, message, wParam, lParam);
-    return Control_Handle(control, message, wParam, lParam);
+extern "C" LRESULT CALLBACK _Control_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return receive<ControlRecord, Control_Handle>(window, {id, wParam, lParam});
+}
+
+LRESULT Control_HandleIn(HWND window, Message message) {
+    return _Control_Proc(window, message.id, message.wParam, message.lParam);
 }

@@ -13,7 +13,6 @@ struct ResolvedKey {
 
 static constexpr wchar_t noCharacter = 0xFFFF;
 static constexpr wchar_t deleteCharacter = 127;
-static constexpr LPARAM autoRepeat = 1 << 30;
 static constexpr jint unresolvedModifiers = -1;
 
 static KeyTranslation& translationOf(ControlRecord* control) {
@@ -46,15 +45,15 @@ static ResolvedKey resolve(KeyTranslation& key, wchar_t initialCharacter) {
     return result;
 }
 
-static bool isArrow(WPARAM virtualKey) { return virtualKey >= VK_LEFT && virtualKey <= VK_DOWN; }
+static bool isArrow(DWORD virtualKey) { return virtualKey >= VK_LEFT && virtualKey <= VK_DOWN; }
 
-static bool isShiftOrControl(WPARAM virtualKey) {
+static bool isShiftOrControl(DWORD virtualKey) {
     return virtualKey == VK_SHIFT || virtualKey == VK_CONTROL;
 }
 
-static bool actsAsTab(WPARAM virtualKey) { return virtualKey == VK_F14 || virtualKey == VK_F15; }
+static bool actsAsTab(DWORD virtualKey) { return virtualKey == VK_F14 || virtualKey == VK_F15; }
 
-static bool dropsAutoRepeat(WPARAM virtualKey) {
+static bool dropsAutoRepeat(DWORD virtualKey) {
     switch (virtualKey) {
     case VK_NUMLOCK:
     case VK_SCROLL:
@@ -112,17 +111,18 @@ static jint keyDownWithCharacter(ControlRecord* control, KeyTranslation& key, DW
     return report(control, resolve(key, noCharacter));
 }
 
-extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
+jint Control_ProcessKeyDown(HWND window, Message message) {
     ControlRecord* control = controlOf(window);
     if (!control) return 0;
     translationOf(control) = {};
-    if ((lParam & autoRepeat) && dropsAutoRepeat(wParam)) return 0;
+    DWORD pressed = message.key();
+    if (message.isRepeated() && dropsAutoRepeat(pressed)) return 0;
 
     bool deadKeyQueued = isDeadKeyQueued(window);
     control = controlOf(window);
     if (!control) return 0;
-    DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
-    DWORD character = isShiftOrControl(wParam) || isArrow(wParam) ? 0 : wParam;
+    DWORD virtualKey = actsAsTab(pressed) ? VK_TAB : pressed;
+    DWORD character = isShiftOrControl(pressed) || isArrow(pressed) ? 0 : pressed;
     KeyTranslation& key = translationOf(control);
     key.translate = character == 0;
     if (deadKeyQueued) {
@@ -135,24 +135,25 @@ extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lPa
     return keyDownWithCharacter(control, key, virtualKey, character);
 }
 
-extern "C" jint _Control_ProcessWmChar(HWND window, WPARAM wParam, LPARAM) {
+jint Control_ProcessCharacter(HWND window, Message message) {
     ControlRecord* control = controlOf(window);
     if (!control) return 0;
     KeyTranslation& key = translationOf(control);
-    key.pendingCharacter = static_cast<wchar_t>(wParam);
-    key.characterIsZero = wParam == 0;
-    ResolvedKey resolved = resolve(key, static_cast<wchar_t>(wParam));
+    key.pendingCharacter = message.character();
+    key.characterIsZero = message.key() == 0;
+    ResolvedKey resolved = resolve(key, message.character());
     jint modifiers = resolved.resolved ? modifiersOfKey(KeyKind::pressed, resolved.keyCode)
                                        : unresolvedModifiers;
     return control->keyHandler(control, KeyKind::pressed, resolved.character, resolved.keyCode,
                                modifiers);
 }
 
-jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
+jint Control_ProcessKeyUp(HWND window, Message message) {
     ControlRecord* control = controlOf(window);
     if (!control) return 0;
-    DWORD virtualKey = actsAsTab(wParam) ? VK_TAB : wParam;
-    bool withoutCharacter = virtualKey == VK_TAB || isShiftOrControl(wParam) || isArrow(wParam);
+    DWORD released = message.key();
+    DWORD virtualKey = actsAsTab(released) ? VK_TAB : released;
+    bool withoutCharacter = virtualKey == VK_TAB || isShiftOrControl(released) || isArrow(released);
     KeyTranslation& key = translationOf(control);
     // The character still to come reports the key; its state lives on until the next key down.
     if (key.characterExpected) return 0;
@@ -169,7 +170,7 @@ jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
             return 0;
         }
     }
-    ResolvedKey resolved = resolve(key, static_cast<wchar_t>(wParam));
+    ResolvedKey resolved = resolve(key, message.character());
     key = {};
     if (!resolved.resolved) return 0;
     jint modifiers = modifiersOfKey(KeyKind::released, resolved.keyCode);
@@ -180,4 +181,12 @@ jint Control_ProcessKeyUp(HWND window, WPARAM wParam, LPARAM) {
 bool Control_HandleKey(ControlRecord* control, KeyKind kind, wchar_t character, jint keyCode,
                        jint modifiers) {
     return fireKey(control->callbackTarget, kind, character, keyCode, modifiers);
+}
+
+extern "C" jint _Control_ProcessWmKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
+    return Control_ProcessKeyDown(window, {WM_KEYDOWN, wParam, lParam});
+}
+
+extern "C" jint _Control_ProcessWmChar(HWND window, WPARAM wParam, LPARAM lParam) {
+    return Control_ProcessCharacter(window, {WM_CHAR, wParam, lParam});
 }

@@ -37,12 +37,12 @@ static void paintOver(HWND window) {
     EndPaint(window, &paint);
 }
 
-LRESULT Control_Paint(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+LRESULT Control_Paint(ControlRecord* control, Message message) {
     HWND window = control->hwnd;
     if (!Control_IsDrawingEnabled(control)) return deferPaint(window);
     RECT update;
     GetUpdateRect(window, &update, FALSE);
-    LRESULT result = Control_CallClass(control, WM_PAINT, wParam, lParam);
+    LRESULT result = Control_CallClass(control, message);
     if (!controlOf(window)) return result;
     // The class has validated what Java is still to paint over.
     InvalidateRect(window, &update, FALSE);
@@ -64,25 +64,25 @@ void Control_FillClip(HDC context, HBRUSH brush) {
     PatBlt(context, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, operation);
 }
 
-HBRUSH Control_AskParentForBrush(const ControlRecord* control, WPARAM wParam) {
+HBRUSH Control_AskParentForBrush(const ControlRecord* control, HDC context) {
     HWND parent = GetParent(control->hwnd);
-    return reinterpret_cast<HBRUSH>(SendMessageW(parent ? parent : control->hwnd,
-                                                 control->ctlColorMessage, wParam,
-                                                 reinterpret_cast<LPARAM>(control->hwnd)));
+    return reinterpret_cast<HBRUSH>(
+        SendMessageW(parent ? parent : control->hwnd, control->ctlColorMessage,
+                     reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(control->hwnd)));
 }
 
-LRESULT Control_Erase(ControlRecord* control, WPARAM wParam, LPARAM lParam) {
+LRESULT Control_Erase(ControlRecord* control, Message message) {
     if (!Control_IsDrawingEnabled(control)) return 0;
     HWND window = control->hwnd;
     HBRUSH brush;
     if (control->background) {
         brush = Color_GetBrush(control->background);
     } else {
-        LRESULT erased = Control_CallClass(control, WM_ERASEBKGND, wParam, lParam);
+        LRESULT erased = Control_CallClass(control, message);
         control = controlOf(window);
         if (erased || !control) return erased;
-        brush = Control_AskParentForBrush(control, wParam);
+        brush = Control_AskParentForBrush(control, message.context());
     }
-    Control_FillClip(reinterpret_cast<HDC>(wParam), brush);
+    Control_FillClip(message.context(), brush);
     return 1;
 }

@@ -8,14 +8,8 @@
 static constexpr DWORD tapAndHoldTime = 400; // milliseconds
 static constexpr WPARAM anyButton = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON;
 
-namespace {} // namespace
-
 static PointerState& pointerOf(ControlRecord* control) {
     return Control_GetDisplay(control)->pointer;
-}
-
-static POINT pointOf(LPARAM lParam) {
-    return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
 }
 
 // The area that a double click or a tap must stay within.
@@ -27,21 +21,20 @@ static RECT tapArea(POINT center) {
     return {left, top, left + width, top + height};
 }
 
-static jint modifiersOfPointer(jint button, WPARAM wParam) {
+static jint modifiersOfPointer(jint button, Message message) {
     jint modifiers = 0;
     if (Key_IsDown(VK_MENU)) modifiers |= modifierAlt;
     if (Key_IsDown(VK_SHIFT)) modifiers |= modifierShift;
     if (Key_IsDown(VK_CONTROL)) modifiers |= modifierControl;
-    if ((wParam & MK_LBUTTON) && button != buttonLeft) modifiers |= modifierLeftButton;
-    if ((wParam & MK_MBUTTON) && button != buttonMiddle) modifiers |= modifierMiddleButton;
-    if ((wParam & MK_RBUTTON) && button != buttonRight) modifiers |= modifierRightButton;
+    if (message.holds(MK_LBUTTON) && button != buttonLeft) modifiers |= modifierLeftButton;
+    if (message.holds(MK_MBUTTON) && button != buttonMiddle) modifiers |= modifierMiddleButton;
+    if (message.holds(MK_RBUTTON) && button != buttonRight) modifiers |= modifierRightButton;
     return modifiers;
 }
 
-PointerEvent Control_BuildPointerEvent(jint type, PointerButton button, WPARAM wParam,
-                                       LPARAM lParam) {
-    POINT point = pointOf(lParam);
-    PointerEvent event = {type, point.x, point.y, button, modifiersOfPointer(button, wParam)};
+PointerEvent Control_BuildPointerEvent(jint type, PointerButton button, Message message) {
+    POINT point = message.point();
+    PointerEvent event = {type, point.x, point.y, button, modifiersOfPointer(button, message)};
     if (type == pointerRelease && button == buttonRight) event.modifiers |= modifierContextGesture;
     return event;
 }
@@ -72,11 +65,13 @@ static bool isTapAndHold(DisplayRecord* display, HWND window, POINT point) {
     return SHRecognizeGesture(&request) == GN_CONTEXTMENU;
 }
 
-extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    Control_ProcessMouseMove(window, wParam & ~static_cast<WPARAM>(MK_LBUTTON), lParam);
+void Control_ProcessLeftButtonDown(HWND window, Message message) {
+    Message move = message;
+    move.wParam &= ~static_cast<WPARAM>(MK_LBUTTON);
+    Control_ProcessMouseMove(window, move);
     ControlRecord* control = controlOf(window);
     if (!control) return;
-    PointerEvent event = Control_BuildPointerEvent(pointerPress, buttonLeft, wParam, lParam);
+    PointerEvent event = Control_BuildPointerEvent(pointerPress, buttonLeft, message);
     POINT point = {event.x, event.y};
 
     jint answer = firePointerDownQuery(control->callbackTarget, event.x, event.y);
@@ -94,17 +89,17 @@ extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM
     press(control, event);
 }
 
-static void pressOther(HWND window, PointerButton button, WPARAM wParam, LPARAM lParam) {
+static void pressOther(HWND window, PointerButton button, Message message) {
     ControlRecord* control = controlOf(window);
-    if (control) press(control, Control_BuildPointerEvent(pointerPress, button, wParam, lParam));
+    if (control) press(control, Control_BuildPointerEvent(pointerPress, button, message));
 }
 
-extern "C" void _Control_ProcessWmRButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    pressOther(window, buttonRight, wParam, lParam);
+void Control_ProcessRightButtonDown(HWND window, Message message) {
+    pressOther(window, buttonRight, message);
 }
 
-void Control_ProcessMiddleButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
-    pressOther(window, buttonMiddle, wParam, lParam);
+void Control_ProcessMiddleButtonDown(HWND window, Message message) {
+    pressOther(window, buttonMiddle, message);
 }
 
 static jint moveTypeOf(ControlRecord* control, POINT point) {
@@ -163,10 +158,10 @@ static bool isWithinTap(const ControlRecord* control, const PendingTap& tap, POI
     return PtInRect(&area, point);
 }
 
-void Control_ProcessMouseMove(HWND window, WPARAM wParam, LPARAM lParam) {
+void Control_ProcessMouseMove(HWND window, Message message) {
     ControlRecord* control = controlOf(window);
     if (!control) return;
-    PointerEvent event = Control_BuildPointerEvent(pointerMove, buttonNone, wParam, lParam);
+    PointerEvent event = Control_BuildPointerEvent(pointerMove, buttonNone, message);
     POINT point = {event.x, event.y};
     event.type = moveTypeOf(control, point);
     fireExitAndEnter(control, event);
@@ -186,40 +181,47 @@ static bool endTap(ControlRecord* control, PointerButton button, POINT point) {
     return held;
 }
 
-LRESULT Control_ProcessButtonUp(HWND window, PointerButton button, UINT message, WPARAM wParam,
-                                LPARAM lParam) {
+LRESULT Control_ProcessButtonUp(HWND window, PointerButton button, Message message) {
     ControlRecord* control = controlOf(window);
-    if (!control) return DefWindowProcW(window, message, wParam, lParam);
-    PointerEvent event = Control_BuildPointerEvent(pointerRelease, button, wParam, lParam);
+    if (!control) return callSystem(window, message);
+    PointerEvent event = Control_BuildPointerEvent(pointerRelease, button, message);
     if (endTap(control, button, {event.x, event.y})) event.modifiers |= modifierContextGesture;
     Control_FirePointer(control, event);
-    LRESULT result = Control_PassOn(window, message, wParam, lParam);
+    LRESULT result = Control_PassOn(window, message);
 
     control = controlOf(window);
-    if (!control || (wParam & anyButton)) return result;
+    if (!control || message.holds(anyButton)) return result;
     PointerState& pointer = pointerOf(control);
     if (pointer.lastPress == window) pointer.lastPress = nullptr;
     if (GetCapture() == window) ReleaseCapture();
     return result;
 }
 
-void Control_ProcessDoubleClick(HWND window, PointerButton button, WPARAM wParam, LPARAM lParam) {
+void Control_ProcessDoubleClick(HWND window, PointerButton button, Message message) {
     Control_FirePointer(controlOf(window),
-                        Control_BuildPointerEvent(pointerDoubleClick, button, wParam, lParam));
+                        Control_BuildPointerEvent(pointerDoubleClick, button, message));
 }
 
-void Control_ProcessWheel(HWND window, WPARAM wParam, LPARAM lParam) {
+void Control_ProcessWheel(HWND window, Message message) {
     constexpr UINT defaultLines = 3;
     constexpr int notch = -WHEEL_DELTA; // one notch forward counts -1
     UINT lines = 0;
     if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0)) lines = defaultLines;
     bool byPage = lines == WHEEL_PAGESCROLL;
     jint amount = byPage ? 1 : static_cast<jint>(lines);
-    jint notches = static_cast<short>(HIWORD(wParam)) / notch;
+    jint notches = message.wheelTurn() / notch;
     // Quirk: the wheel's position is the screen's, where every other event of the pointer has the
     // control's. Pinned by WheelTest.a_notch_forward_is_minus_one_by_lines_at_the_screen_position.
     PointerEvent event =
-        Control_BuildPointerEvent(byPage ? wheelByPage : wheelByLines, buttonLeft, wParam, lParam);
+        Control_BuildPointerEvent(byPage ? wheelByPage : wheelByLines, buttonLeft, message);
     fireWheel(controlOf(window)->callbackTarget, event.type, event.x, event.y, event.modifiers,
               amount, notches);
+}
+
+extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
+    Control_ProcessLeftButtonDown(window, {WM_LBUTTONDOWN, wParam, lParam});
+}
+
+extern "C" void _Control_ProcessWmRButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
+    Control_ProcessRightButtonDown(window, {WM_RBUTTONDOWN, wParam, lParam});
 }

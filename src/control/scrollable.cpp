@@ -26,11 +26,14 @@ Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord*) {
     return insets;
 }
 
-extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM wParam,
-                                             LPARAM lParam) {
-    if (message != controlGetInsets) return _Control_Proc(window, message, wParam, lParam);
-    *reinterpret_cast<Insets*>(wParam) = Scrollable_MeasureInsets(window);
+LRESULT Scrollable_HandleIn(HWND window, Message message) {
+    if (message.id != controlGetInsets) return Control_HandleIn(window, message);
+    message.answer<Insets>() = Scrollable_MeasureInsets(window);
     return 0;
+}
+
+extern "C" LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return Scrollable_HandleIn(window, {id, wParam, lParam});
 }
 
 extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {

@@ -19,9 +19,13 @@ struct NotifyAnswer {
 
 extern "C" {
 DWORD _Scrollable_Style(DWORD javaStyle);
-LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK _Scrollable_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
 int _Dispose_Scrollable(WidgetRecord* scrollable, ErrorRecord* error);
 }
+
+// Handles a message as all scrollables do, in a window whose control a listener may have disposed
+// of meanwhile.
+LRESULT Scrollable_HandleIn(HWND window, Message message);
 
 // Between the window's edges and its client area, the scroll bars included, in pixels.
 Insets Scrollable_MeasureInsets(HWND window);
@@ -40,7 +44,10 @@ void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRec
                                      bool visible, ErrorRecord* error);
 
 ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
-LRESULT CALLBACK Composite_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Handles a message as all composites do, in a window whose control a listener may have disposed of
+// meanwhile.
+LRESULT Composite_HandleIn(HWND window, Message message);
 
 // What the platform can do, by the number under which Java knows the capability; 0 if nothing.
 jint Platform_GetCapability(jint id, ErrorRecord* error);

@@ -44,7 +44,7 @@ void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord* error);
 void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* menuBar, ErrorRecord* error);
 
 // The shell's window procedure. Display thread.
-LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK Shell_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
 
 // Moves the shell over the work area less its visible menu bar. Display thread.
 void Shell_Maximize(ShellRecord* shell);

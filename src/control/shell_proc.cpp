@@ -18,26 +18,26 @@ static void moved(const ShellRecord* shell) {
     fireMove(shell->callbackTarget, rect.left, rect.top);
 }
 
-static void sized(const ShellRecord* shell, WPARAM wParam) {
-    if (wParam == SIZE_MINIMIZED) {
+static void sized(const ShellRecord* shell, WPARAM kind) {
+    if (kind == SIZE_MINIMIZED) {
         fireWindowEvent(shell->callbackTarget, WindowEvent::minimized);
         return;
     }
-    if (wParam != SIZE_RESTORED && wParam != SIZE_MAXIMIZED) return;
+    if (kind != SIZE_RESTORED && kind != SIZE_MAXIMIZED) return;
     RECT rect = windowRect(shell->hwnd);
     fireResize(shell->callbackTarget, rect.right - rect.left, rect.bottom - rect.top);
 }
 
-static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+static LRESULT activate(ShellRecord* shell, Message message) {
     HWND window = shell->hwnd;
-    SHHandleWMActivate(window, wParam, lParam, &shell->activation, 0);
+    SHHandleWMActivate(window, message.wParam, message.lParam, &shell->activation, 0);
     shell = shellOf(window);
     if (!shell) return 0;
-    if (LOWORD(wParam) == WA_INACTIVE) {
+    if (LOWORD(message.wParam) == WA_INACTIVE) {
         fireWindowEvent(shell->callbackTarget, WindowEvent::deactivated);
-        return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
+        return Composite_HandleIn(window, message);
     }
-    bool minimized = HIWORD(wParam) != 0;
+    bool minimized = HIWORD(message.wParam) != 0;
     if (minimized) return 0;
     fireWindowEvent(shell->callbackTarget, WindowEvent::activated);
     shell = shellOf(window);
@@ -46,19 +46,19 @@ static LRESULT activate(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
     shell = shellOf(window);
     if (!shell) return 0;
     if (!shell->parent) Shell_Maximize(shell);
-    return Composite_Proc(window, WM_ACTIVATE, wParam, lParam);
+    return Composite_HandleIn(window, message);
 }
 
-static LRESULT destroyed(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+static LRESULT destroyed(ShellRecord* shell, Message message) {
     HWND window = shell->hwnd;
     DisplayRecord* display = shell->display;
     if (Display_ForgetShell(display, shell)) Display_ApplyModality(display);
-    return Composite_Proc(window, WM_DESTROY, wParam, lParam);
+    return Composite_HandleIn(window, message);
 }
 
-static void settingChanged(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+static void settingChanged(ShellRecord* shell, Message message) {
     HWND window = shell->parent ? nullptr : shell->hwnd;
-    SHHandleWMSettingChange(window, wParam, lParam, &shell->activation);
+    SHHandleWMSettingChange(window, message.wParam, message.lParam, &shell->activation);
 }
 
 static MenuItemRecord* itemOf(const ShellRecord* shell, UINT ownerType, ULONG_PTR itemData) {
@@ -66,63 +66,61 @@ static MenuItemRecord* itemOf(const ShellRecord* shell, UINT ownerType, ULONG_PT
     return Display_FindCommandItem(shell->display, static_cast<LONG>(itemData));
 }
 
-static void drawMenuItem(const ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
-    auto* drawing = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+static void drawMenuItem(const ShellRecord* shell, Message message) {
+    auto* drawing = message.details<const DRAWITEMSTRUCT>();
     MenuItemRecord* item = itemOf(shell, drawing->CtlType, drawing->itemData);
-    if (item) MenuItem_Draw(item, wParam, lParam);
+    if (item) MenuItem_Draw(item, message);
 }
 
-static bool measureMenuItem(const ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
-    auto* measuring = reinterpret_cast<const MEASUREITEMSTRUCT*>(lParam);
+static bool measureMenuItem(const ShellRecord* shell, Message message) {
+    auto* measuring = message.details<const MEASUREITEMSTRUCT>();
     MenuItemRecord* item = itemOf(shell, measuring->CtlType, measuring->itemData);
-    return item && MenuItem_Measure(item, wParam, lParam);
+    return item && MenuItem_Measure(item, message);
 }
 
-static bool isOkButton(HWND window, WPARAM wParam, LPARAM lParam) {
-    HWND sender = reinterpret_cast<HWND>(lParam);
-    return LOWORD(wParam) == IDOK && (!sender || sender == window);
+static bool isOkButton(HWND window, Message message) {
+    HWND sender = message.sender();
+    return message.command() == IDOK && (!sender || sender == window);
 }
 
-static bool isFromMenuBar(const ShellRecord* shell, LPARAM lParam) {
+static bool isFromMenuBar(const ShellRecord* shell, HWND sender) {
     HWND barWindow = shell->menuBar ? MenuBar_GetWindow(shell->menuBar) : nullptr;
-    HWND sender = reinterpret_cast<HWND>(lParam);
     return barWindow && sender && (sender == barWindow || IsChild(barWindow, sender));
 }
 
-static LRESULT command(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+static LRESULT command(ShellRecord* shell, Message message) {
     HWND window = shell->hwnd;
-    if (isOkButton(window, wParam, lParam)) {
+    if (isOkButton(window, message)) {
         PostMessageW(window, WM_CLOSE, 0, 0);
         return 0;
     }
-    if (isFromMenuBar(shell, lParam)) {
-        MenuItemRecord* item = Display_FindCommandItem(shell->display, LOWORD(wParam));
-        if (item) MenuItem_Select(item, wParam);
+    if (isFromMenuBar(shell, message.sender())) {
+        MenuItemRecord* item = Display_FindCommandItem(shell->display, message.command());
+        if (item) MenuItem_Select(item, message);
     }
-    return Composite_Proc(window, WM_COMMAND, wParam, lParam);
+    return Composite_HandleIn(window, message);
 }
 
-static LRESULT moveAbove(ShellRecord* shell, WPARAM wParam) {
-    Control_StackAbove(shell, reinterpret_cast<const ControlRecord*>(wParam));
-    if (!wParam) SetForegroundWindow(shell->hwnd);
+static LRESULT moveAbove(ShellRecord* shell, const ControlRecord* other) {
+    Control_StackAbove(shell, other);
+    if (!other) SetForegroundWindow(shell->hwnd);
     return 0;
 }
 
-static void updateModality(ShellRecord* shell, WPARAM visible) {
+static void updateModality(ShellRecord* shell, bool visible) {
     if (shell->style & styleModal)
-        Display_UpdateModalShellVisibility(shell->display, shell, visible != 0);
+        Display_UpdateModalShellVisibility(shell->display, shell, visible);
 }
 
-static LRESULT setBounds(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
+static LRESULT setBounds(ShellRecord* shell, Message message) {
     HWND window = shell->hwnd;
-    auto* rect = reinterpret_cast<const RECT*>(wParam);
-    if (shell->parent &&
-        !SetWindowPos(window, nullptr, rect->left, rect->top, rect->right - rect->left,
-                      rect->bottom - rect->top, SWP_NOZORDER))
-        Win32Error_SetLast(errorOf(lParam), L"Could not change the size of the shell");
+    const RECT& rect = message.bounds();
+    if (shell->parent && !SetWindowPos(window, nullptr, rect.left, rect.top, rect.right - rect.left,
+                                       rect.bottom - rect.top, SWP_NOZORDER))
+        Win32Error_SetLast(message.error(), L"Could not change the size of the shell");
     shell = shellOf(window);
     if (!shell) return 0;
-    Bounds bounds = Control_GetBounds(shell, errorOf(lParam));
+    Bounds bounds = Control_GetBounds(shell, message.error());
     fireResize(shell->callbackTarget, bounds.width, bounds.height);
     shell = shellOf(window);
     if (shell) fireMove(shell->callbackTarget, bounds.x, bounds.y);
@@ -130,55 +128,58 @@ static LRESULT setBounds(ShellRecord* shell, WPARAM wParam, LPARAM lParam) {
 }
 
 // While a modal shell holds it back, the shell's window stays disabled.
-static bool mayChangeEnabled(ShellRecord* shell, WPARAM enabled) {
-    return !Display_SetControlEnabled(shell->display, shell, enabled != 0);
+static bool mayChangeEnabled(ShellRecord* shell, bool enabled) {
+    return !Display_SetControlEnabled(shell->display, shell, enabled);
 }
 
-LRESULT CALLBACK Shell_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    ShellRecord* shell = shellOf(window);
-    if (!shell) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(ShellRecord* shell, Message message) {
+    HWND window = shell->hwnd;
+    switch (message.id) {
     case WM_DESTROY:
-        return destroyed(shell, wParam, lParam);
+        return destroyed(shell, message);
     case WM_MOVE:
         moved(shell);
         break;
     case WM_SIZE:
-        sized(shell, wParam);
+        sized(shell, message.wParam);
         break;
     case WM_ACTIVATE:
-        return activate(shell, wParam, lParam);
+        return activate(shell, message);
     case WM_SETTINGCHANGE:
-        settingChanged(shell, wParam, lParam);
+        settingChanged(shell, message);
         break;
     case WM_DRAWITEM:
-        drawMenuItem(shell, wParam, lParam);
+        drawMenuItem(shell, message);
         break;
     case WM_MEASUREITEM:
-        if (measureMenuItem(shell, wParam, lParam)) return 1;
+        if (measureMenuItem(shell, message)) return 1;
         break;
     case WM_COMMAND:
-        return command(shell, wParam, lParam);
+        return command(shell, message);
     case controlMoveAbove:
-        return moveAbove(shell, wParam);
+        return moveAbove(shell, message.record<const ControlRecord>());
     case controlSetVisible:
-        updateModality(shell, wParam);
+        updateModality(shell, message.flag());
         break;
     case controlGetMinimumSize:
-        *reinterpret_cast<POINT*>(wParam) = {0, 0};
+        message.answer<POINT>() = {0, 0};
         return 0;
     case controlSetBounds:
-        return setBounds(shell, wParam, lParam);
+        return setBounds(shell, message);
     case controlGetInsets:
-        *reinterpret_cast<Insets*>(wParam) = Scrollable_MeasureInsets(window);
+        message.answer<Insets>() = Scrollable_MeasureInsets(window);
         return 0;
     case controlChildMoves:
         return 0;
     case controlSetEnabled:
-        if (!mayChangeEnabled(shell, wParam)) return 0;
+        if (!mayChangeEnabled(shell, message.flag())) return 0;
         break;
     default:
         break;
     }
-    return Composite_Proc(window, message, wParam, lParam);
+    return Composite_HandleIn(window, message);
+}
+
+LRESULT CALLBACK Shell_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return receive<ShellRecord, handle>(window, {id, wParam, lParam});
 }

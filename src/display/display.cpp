@@ -5,6 +5,7 @@
 #include "control/control.h"
 #include "control/shell.h"
 #include "display/accelerators.h"
+#include "display/message.h"
 #include "display/quit.h"
 #include "display/requests.h"
 #include "graphics/font.h"
@@ -16,35 +17,31 @@ static DisplayRecord* displayOf(HWND window) {
     return reinterpret_cast<DisplayRecord*>(GetWindowLongW(window, GWL_USERDATA));
 }
 
-static LRESULT createShell(HWND window, WPARAM wParam, LPARAM lParam) {
-    auto* request = reinterpret_cast<const ShellRequest*>(lParam);
+static LRESULT createShell(HWND window, Message message) {
+    auto* request = message.details<const ShellRequest>();
     DisplayRecord* display = displayOf(window);
     return reinterpret_cast<LRESULT>(
-        Shell_Create(display, request->parent, wParam, request->error));
+        Shell_Create(display, request->parent, message.wParam, request->error));
 }
 
-static LRESULT createControl(WPARAM wParam, LPARAM lParam) {
-    auto* parent = reinterpret_cast<ControlRecord*>(wParam);
+static LRESULT createControl(Message message) {
     return reinterpret_cast<LRESULT>(
-        Control_Create(parent, *reinterpret_cast<const ControlRequest*>(lParam)));
+        Control_Create(message.record<ControlRecord>(), *message.details<const ControlRequest>()));
 }
 
-static LRESULT createMenu(MenuRecord* (*create)(ControlRecord*, ErrorRecord*), WPARAM wParam,
-                          LPARAM lParam) {
-    auto* owner = reinterpret_cast<ControlRecord*>(wParam);
-    return reinterpret_cast<LRESULT>(create(owner, *reinterpret_cast<ErrorRecord**>(lParam)));
+static LRESULT createMenu(MenuRecord* (*create)(ControlRecord*, ErrorRecord*), Message message) {
+    return reinterpret_cast<LRESULT>(create(message.record<ControlRecord>(), message.error()));
 }
 
-static LRESULT setFocus(WPARAM wParam) {
-    SetFocus(reinterpret_cast<HWND>(wParam));
+static LRESULT setFocus(HWND window) {
+    SetFocus(window);
     return 1;
 }
 
-static LRESULT swapCallbackTarget(WPARAM wParam, LPARAM lParam) {
-    auto* widget = reinterpret_cast<WidgetRecord*>(wParam);
+static CallbackTarget* swapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
     CallbackTarget* previous = widget->callbackTarget;
-    widget->callbackTarget = reinterpret_cast<CallbackTarget*>(lParam);
-    return reinterpret_cast<LRESULT>(previous);
+    widget->callbackTarget = target;
+    return previous;
 }
 
 namespace {
@@ -58,36 +55,40 @@ struct DisplayWorkRequest {
 
 } // namespace
 
-static LRESULT run(WPARAM wParam) {
-    auto* request = reinterpret_cast<DisplayWorkRequest*>(wParam);
+static LRESULT run(DisplayWorkRequest* request) {
     if (!request) return noAction;
     request->result = request->work(request->context);
     request->done = true;
     return noAction;
 }
 
-static LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message < WM_USER) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(HWND window, Message message) {
+    if (message.id < WM_USER) return callSystem(window, message);
+    switch (message.id) {
     case requestCreateShell:
-        return createShell(window, wParam, lParam);
+        return createShell(window, message);
     case requestCreateControl:
-        return createControl(wParam, lParam);
+        return createControl(message);
     case requestDestroyWindow:
-        return DestroyWindow(reinterpret_cast<HWND>(wParam));
+        return DestroyWindow(message.window());
     case requestSetFocus:
-        return setFocus(wParam);
+        return setFocus(message.window());
     case requestCreateMenuBar:
-        return createMenu(MenuBar_Create, wParam, lParam);
+        return createMenu(MenuBar_Create, message);
     case requestCreatePopupMenu:
-        return createMenu(PopupMenu_Create, wParam, lParam);
+        return createMenu(PopupMenu_Create, message);
     case requestSwapCallbackTarget:
-        return swapCallbackTarget(wParam, lParam);
+        return reinterpret_cast<LRESULT>(
+            swapCallbackTarget(message.record<WidgetRecord>(), message.details<CallbackTarget>()));
     case requestRun:
-        return run(wParam);
+        return run(message.record<DisplayWorkRequest>());
     default:
         return noAction;
     }
+}
+
+static LRESULT CALLBACK messageWindowProc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return handle(window, {id, wParam, lParam});
 }
 
 static void forgetCommandItems(DisplayRecord* display) {
@@ -264,9 +265,7 @@ BOOL Display_DestroyWindow(DisplayRecord* display, HWND window) {
 }
 
 CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
-    if (!widget->display->messageWindow)
-        return reinterpret_cast<CallbackTarget*>(
-            swapCallbackTarget(reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));
+    if (!widget->display->messageWindow) return swapCallbackTarget(widget, target);
     return reinterpret_cast<CallbackTarget*>(
         SendMessageW(widget->display->messageWindow, requestSwapCallbackTarget,
                      reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));

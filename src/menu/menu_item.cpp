@@ -38,13 +38,13 @@ static LRESULT paint(MenuItemRecord* item, WPARAM, LPARAM lParam) {
 
 static LRESULT measure(MenuItemRecord*, WPARAM, LPARAM) { return 0; }
 
-void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam) {
-    if (item->paint) item->paint(item, wParam, lParam);
+void MenuItem_Draw(MenuItemRecord* item, Message message) {
+    if (item->paint) item->paint(item, message.wParam, message.lParam);
 }
 
-bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam) {
+bool MenuItem_Measure(MenuItemRecord* item, Message message) {
     if (!item->measure) return false;
-    item->measure(item, wParam, lParam);
+    item->measure(item, message.wParam, message.lParam);
     return true;
 }
 
@@ -64,8 +64,8 @@ static void select(MenuItemRecord* item, WPARAM, void*) {
     fireMenuSelection(item->callbackTarget, 0);
 }
 
-void MenuItem_Select(MenuItemRecord* item, WPARAM wParam) {
-    if (item->select) item->select(item, wParam, nullptr);
+void MenuItem_Select(MenuItemRecord* item, Message message) {
+    if (item->select) item->select(item, message.wParam, nullptr);
 }
 
 static bool removeFromBar(HWND barWindow, DWORD id, ErrorRecord* error) {

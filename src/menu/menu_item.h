@@ -4,6 +4,7 @@
 
 #include "bridge/layout.h"
 #include "ce.h"
+#include "display/message.h"
 #include "display/widget.h"
 #include "menu/menu.h"
 
@@ -60,11 +61,11 @@ inline HWND MenuItem_GetBar(const MenuItemRecord* item) {
     return item->menu ? item->menu->menuBarWindow : nullptr;
 }
 
-// Runs the item's selection.
-void MenuItem_Select(MenuItemRecord* item, WPARAM wParam);
+// WM_COMMAND of an item: runs its selection.
+void MenuItem_Select(MenuItemRecord* item, Message message);
 
 // WM_DRAWITEM of an item.
-void MenuItem_Draw(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+void MenuItem_Draw(MenuItemRecord* item, Message message);
 
 // WM_MEASUREITEM of an item; false when the item leaves that to the system.
-bool MenuItem_Measure(MenuItemRecord* item, WPARAM wParam, LPARAM lParam);
+bool MenuItem_Measure(MenuItemRecord* item, Message message);

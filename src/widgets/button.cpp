@@ -33,31 +33,31 @@ static void setChecked(HWND window, bool checked) {
     SetWindowLongW(window, GWL_STYLE, style);
 }
 
-static LRESULT forceFocus(ButtonRecord* button, WPARAM wParam) {
+static LRESULT forceFocus(ButtonRecord* button, HWND focused) {
     HWND window = button->hwnd;
     bool isRadio = styleOf(window) & BS_RADIOBUTTON;
     BOOL wasFocusing = button->focusing; // a listener may give it the focus as well
     if (isRadio) button->focusing = TRUE;
-    HWND previous = SetFocus(reinterpret_cast<HWND>(wParam));
+    HWND previous = SetFocus(focused);
     button = static_cast<ButtonRecord*>(controlOf(window));
     if (isRadio && button) button->focusing = wasFocusing;
     return previous != nullptr;
 }
 
 // A click toggles radio buttons too: that only one of a group stays selected is Java's to see to.
-static LRESULT command(const ButtonRecord* button, WPARAM wParam) {
-    if (HIWORD(wParam) != BN_CLICKED || button->focusing) return 0;
+static LRESULT command(const ButtonRecord* button, Message message) {
+    if (message.notification() != BN_CLICKED || button->focusing) return 0;
     HWND window = button->hwnd;
     setChecked(window, !isChecked(window));
     if (const ControlRecord* clicked = controlOf(window)) fireSelection(clicked->callbackTarget);
     return 0;
 }
 
-static LRESULT background(const ButtonRecord* button, WPARAM wParam, LPARAM lParam) {
+static LRESULT background(const ButtonRecord* button, Message message) {
     DWORD style = styleOf(button->hwnd);
     bool isOwnerDrawn = (style & BS_OWNERDRAW) == BS_OWNERDRAW;
     if (isOwnerDrawn || !(style & checkOrRadio)) return systemColor(COLOR_BTNFACE);
-    return SendMessageW(GetParent(button->hwnd), controlGetBackground, wParam, lParam);
+    return send(GetParent(button->hwnd), message);
 }
 
 static Content contentOf(const ButtonRecord* button) {
@@ -93,29 +93,27 @@ static POINT minimumSize(const ButtonRecord* button) {
     return {width + borders, height + borders};
 }
 
-static LRESULT CALLBACK buttonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* button = static_cast<ButtonRecord*>(controlOf(window));
-    if (!button) return DefWindowProcW(window, message, wParam, lParam);
-    if (message < WM_APP) return Control_Handle(button, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(ButtonRecord* button, Message message) {
+    if (message.id < WM_APP) return Control_Handle(button, message);
+    switch (message.id) {
     case controlForceFocus:
-        return forceFocus(button, wParam);
+        return forceFocus(button, message.window());
     case controlCommand:
-        return command(button, wParam);
+        return command(button, message);
     case controlGetMinimumSize:
-        *reinterpret_cast<POINT*>(wParam) = minimumSize(button);
+        message.answer<POINT>() = minimumSize(button);
         return 0;
     case controlGetBackground:
-        return background(button, wParam, lParam);
+        return background(button, message);
     default:
-        return Control_Handle(button, message, wParam, lParam);
+        return Control_Handle(button, message);
     }
 }
 
 static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD type,
                                 ErrorRecord* error) {
-    return _Control_New(L"BUTTON", sizeof(ButtonRecord), buttonProc, parent, javaStyle,
-                        _Control_Style() | type | alignmentOf(javaStyle),
+    return _Control_New(L"BUTTON", sizeof(ButtonRecord), controlProc<ButtonRecord, handle>, parent,
+                        javaStyle, _Control_Style() | type | alignmentOf(javaStyle),
                         javaStyle & styleBorder ? WS_EX_CLIENTEDGE : 0, error);
 }
 

@@ -21,21 +21,16 @@ struct Item {
 
 static ChoiceRecord* choiceOf(HWND window) { return static_cast<ChoiceRecord*>(controlOf(window)); }
 
-static LRESULT ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendMessageW(window, message, wParam, lParam);
-}
-
 static LRESULT countItems(HWND window) { return ask(window, CB_GETCOUNT); }
 
 // The focus only moves between the choice and its own edit field: no change for Java.
-static bool staysWithin(const ChoiceRecord* choice, WPARAM otherWindow) {
-    return otherWindow && controlOf(reinterpret_cast<HWND>(otherWindow)) == choice;
+static bool staysWithin(const ChoiceRecord* choice, HWND otherWindow) {
+    return otherWindow && controlOf(otherWindow) == choice;
 }
 
-static LRESULT focusChanged(const ChoiceRecord* choice, UINT message, WPARAM wParam,
-                            LPARAM lParam) {
-    if (staysWithin(choice, wParam)) return Control_CallClass(choice, message, wParam, lParam);
-    return _Control_Proc(choice->hwnd, message, wParam, lParam);
+static LRESULT focusChanged(const ChoiceRecord* choice, Message message) {
+    if (staysWithin(choice, message.window())) return Control_CallClass(choice, message);
+    return Control_HandleIn(choice->hwnd, message);
 }
 
 // The dropped list has no record: its colours are the choice's.
@@ -48,10 +43,9 @@ static LRESULT colorList(const ChoiceRecord* choice, HDC context) {
     return reinterpret_cast<LRESULT>(brush);
 }
 
-static LRESULT colorChild(const ChoiceRecord* choice, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (controlOf(reinterpret_cast<HWND>(lParam)))
-        return _Control_Proc(choice->hwnd, message, wParam, lParam);
-    return colorList(choice, reinterpret_cast<HDC>(wParam));
+static LRESULT colorChild(const ChoiceRecord* choice, Message message) {
+    if (controlOf(message.sender())) return Control_HandleIn(choice->hwnd, message);
+    return colorList(choice, message.context());
 }
 
 static void applyOwnBounds(ChoiceRecord* choice) {
@@ -66,11 +60,11 @@ static void applyOwnBounds(ChoiceRecord* choice) {
 
 // The list tells of a selection first the choice and then, through it, the choice's parent: only
 // the first notice fires the callback.
-static LRESULT command(ChoiceRecord* choice, WPARAM wParam) {
+static LRESULT command(ChoiceRecord* choice, Message message) {
     constexpr LRESULT notHandled = 1;
     HWND window = choice->hwnd;
     applyOwnBounds(choice);
-    if (HIWORD(wParam) != CBN_SELCHANGE || LOWORD(wParam) != listId) return notHandled;
+    if (message.notification() != CBN_SELCHANGE || message.command() != listId) return notHandled;
     jint index = ask(window, CB_GETCURSEL);
     if (index == 0 && countItems(window) == 0) index = -1;
     choice = choiceOf(window);
@@ -79,13 +73,13 @@ static LRESULT command(ChoiceRecord* choice, WPARAM wParam) {
 }
 
 // The window's size counts the dropped list.
-static LRESULT setBounds(const ChoiceRecord* choice, WPARAM wParam, LPARAM lParam) {
+static LRESULT setBounds(const ChoiceRecord* choice, Message message) {
     constexpr LONG listBorders = 2;
     HWND window = choice->hwnd;
     LONG visibleItems = choice->visibleItems;
-    RECT rect = *reinterpret_cast<const RECT*>(wParam);
+    RECT rect = message.bounds();
     rect.bottom += visibleItems * ask(window, CB_GETITEMHEIGHT, 1) + listBorders;
-    return _Control_Proc(window, controlSetBounds, reinterpret_cast<WPARAM>(&rect), lParam);
+    return Control_HandleIn(window, {message.id, reinterpret_cast<WPARAM>(&rect), message.lParam});
 }
 
 // The longest item; the longest but one that stood before it when one item is much longer than all
@@ -142,39 +136,37 @@ static PixelPair minimumSize(HWND window) {
 
 static void detachChildren(const ChoiceRecord* choice);
 
-static LRESULT CALLBACK choiceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    ChoiceRecord* choice = choiceOf(window);
-    if (!choice) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(ChoiceRecord* choice, Message message) {
+    HWND window = choice->hwnd;
+    switch (message.id) {
     case WM_DESTROY:
         detachChildren(choice);
         break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-        return focusChanged(choice, message, wParam, lParam);
+        return focusChanged(choice, message);
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
-        return colorChild(choice, message, wParam, lParam);
+        return colorChild(choice, message);
     case controlCommand:
-        return command(choice, wParam);
+        return command(choice, message);
     case controlGetMinimumSize:
-        *reinterpret_cast<PixelPair*>(wParam) = minimumSize(window);
+        message.answer<PixelPair>() = minimumSize(window);
         return 0;
     case controlSetBounds:
-        return setBounds(choice, wParam, lParam);
+        return setBounds(choice, message);
     default:
-        return Control_Handle(choice, message, wParam, lParam);
+        return Control_Handle(choice, message);
     }
-    return _Control_Proc(window, message, wParam, lParam);
+    return Control_HandleIn(window, message);
 }
 
 // The choice that an edit field lies in, as long as there is one.
 static ChoiceRecord* choiceAround(HWND edit) { return choiceOf(GetParent(edit)); }
 
-static LRESULT callEdit(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+static LRESULT callEdit(HWND edit, Message message) {
     const ChoiceRecord* choice = choiceAround(edit);
-    if (!choice || !choice->editProc) return DefWindowProcW(edit, message, wParam, lParam);
-    return CallWindowProcW(choice->editProc, edit, message, wParam, lParam);
+    return callProc(choice ? choice->editProc : nullptr, edit, message);
 }
 
 static bool swallowsEscape(HWND edit) {
@@ -186,41 +178,44 @@ static bool swallowsEscape(HWND edit) {
     return !SendMessageW(edit, CB_GETDROPPEDSTATE, VK_ESCAPE, 0);
 }
 
-static LRESULT editCharacter(HWND edit, const ChoiceRecord* choice, WPARAM wParam, LPARAM lParam) {
-    jint handled = _Control_ProcessWmChar(choice->hwnd, wParam, lParam);
-    if (wParam == VK_TAB) return 0;
-    if (wParam == VK_ESCAPE && swallowsEscape(edit)) return 0;
-    return handled ? handled : callEdit(edit, WM_CHAR, wParam, lParam);
+static LRESULT editCharacter(HWND edit, const ChoiceRecord* choice, Message message) {
+    jint handled = Control_ProcessCharacter(choice->hwnd, message);
+    if (message.character() == VK_TAB) return 0;
+    if (message.character() == VK_ESCAPE && swallowsEscape(edit)) return 0;
+    return handled ? handled : callEdit(edit, message);
 }
 
-static LRESULT editFocus(HWND edit, const ChoiceRecord* choice, UINT message, WPARAM wParam,
-                         LPARAM lParam) {
-    if (reinterpret_cast<HWND>(wParam) != choice->hwnd)
+static LRESULT editFocus(HWND edit, const ChoiceRecord* choice, Message message) {
+    if (message.window() != choice->hwnd)
         fireFocus(choice->callbackTarget,
-                  message == WM_SETFOCUS ? FocusChange::gained : FocusChange::lost);
-    return callEdit(edit, message, wParam, lParam);
+                  message.id == WM_SETFOCUS ? FocusChange::gained : FocusChange::lost);
+    return callEdit(edit, message);
 }
 
-static LRESULT CALLBACK editFieldProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+static LRESULT handleEdit(HWND edit, Message message) {
     const ChoiceRecord* choice = choiceAround(edit);
-    if (!choice) return DefWindowProcW(edit, message, wParam, lParam);
+    if (!choice) return callEdit(edit, message);
     LRESULT handled = 0;
-    switch (message) {
+    switch (message.id) {
     case WM_KEYDOWN:
-        handled = _Control_ProcessWmKeyDown(choice->hwnd, wParam, lParam);
+        handled = Control_ProcessKeyDown(choice->hwnd, message);
         break;
     case WM_KEYUP:
-        handled = Control_ProcessKeyUp(choice->hwnd, wParam, lParam);
+        handled = Control_ProcessKeyUp(choice->hwnd, message);
         break;
     case WM_CHAR:
-        return editCharacter(edit, choice, wParam, lParam);
+        return editCharacter(edit, choice, message);
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-        return editFocus(edit, choice, message, wParam, lParam);
+        return editFocus(edit, choice, message);
     default:
         break;
     }
-    return handled ? handled : callEdit(edit, message, wParam, lParam);
+    return handled ? handled : callEdit(edit, message);
+}
+
+static LRESULT CALLBACK editFieldProc(HWND edit, UINT id, WPARAM wParam, LPARAM lParam) {
+    return handleEdit(edit, {id, wParam, lParam});
 }
 
 static WNDPROC procOf(HWND window) {
@@ -254,8 +249,9 @@ ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* er
     bool dropDownList = style & ownStyleDropDownList;
     DWORD windowStyle = _Control_Style() | WS_VSCROLL | CBS_NOINTEGRALHEIGHT | CBS_AUTOHSCROLL |
                         (dropDownList ? CBS_DROPDOWNLIST : CBS_DROPDOWN);
-    auto* choice = static_cast<ChoiceRecord*>(_Control_New(
-        L"COMBOBOX", sizeof(ChoiceRecord), choiceProc, parent, style, windowStyle, 0, error));
+    auto* choice = static_cast<ChoiceRecord*>(_Control_New(L"COMBOBOX", sizeof(ChoiceRecord),
+                                                           controlProc<ChoiceRecord, handle>,
+                                                           parent, style, windowStyle, 0, error));
     if (!choice) return nullptr;
     choice->ctlColorMessage = WM_CTLCOLOREDIT;
     choice->dispose = _Dispose_Scrollable;

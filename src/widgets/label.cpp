@@ -15,8 +15,6 @@ static bool isImage(DWORD windowStyle) { return (windowStyle & SS_BITMAP) == SS_
 
 static bool isIcon(DWORD windowStyle) { return (windowStyle & typeBits) == SS_ICON; }
 
-static LabelRecord* labelOf(HWND window) { return static_cast<LabelRecord*>(controlOf(window)); }
-
 static HBRUSH backgroundBrush(const LabelRecord* label) {
     if (label->background) return Color_GetBrush(label->background);
     return GetSysColorBrush(COLOR_STATIC | SYS_COLOR_INDEX_FLAG);
@@ -48,10 +46,10 @@ static void drawLine(HDC context, const LabelRecord* label, const wchar_t* text)
 }
 
 // Vertically centred text is one line, which is drawn here and not by the window class.
-static LRESULT paint(const LabelRecord* label, WPARAM wParam, LPARAM lParam) {
+static LRESULT paint(const LabelRecord* label, Message message) {
     HWND window = label->hwnd;
     Block<wchar_t> text(label->style & styleCenteredLine ? copyWindowText(window) : nullptr);
-    if (!text) return CallWindowProcW(label->staticProc, window, WM_PAINT, wParam, lParam);
+    if (!text) return callProc(label->staticProc, window, message);
     PAINTSTRUCT area;
     drawLine(BeginPaint(window, &area), label, text);
     EndPaint(window, &area);
@@ -59,22 +57,20 @@ static LRESULT paint(const LabelRecord* label, WPARAM wParam, LPARAM lParam) {
 }
 
 // Stands between the control's procedure and the window class.
-static LRESULT CALLBACK paintingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const LabelRecord* label = labelOf(window);
-    if (!label) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handlePainting(const LabelRecord* label, Message message) {
+    switch (message.id) {
     case WM_MOUSEMOVE:
     case WM_LBUTTONUP:
         return 0;
     case WM_PAINT:
-        return paint(label, wParam, lParam);
+        return paint(label, message);
     default:
-        return CallWindowProcW(label->staticProc, window, message, wParam, lParam);
+        return callProc(label->staticProc, label->hwnd, message);
     }
 }
 
-static LRESULT sized(HWND window, WPARAM wParam, LPARAM lParam) {
-    LRESULT result = _Control_Proc(window, WM_SIZE, wParam, lParam);
+static LRESULT sized(HWND window, Message message) {
+    LRESULT result = Control_HandleIn(window, message);
     InvalidateRect(window, nullptr, TRUE);
     return result;
 }
@@ -97,30 +93,29 @@ static POINT minimumSize(const LabelRecord* label) {
     return {text.width + borders + textMargin, text.height + borders};
 }
 
-static LRESULT CALLBACK labelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    LabelRecord* label = labelOf(window);
-    if (!label) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(LabelRecord* label, Message message) {
+    HWND window = label->hwnd;
+    switch (message.id) {
     case WM_DESTROY:
         // What follows is the window class's own to see.
         label->classProc = label->staticProc;
         break;
     case WM_SETFONT:
-        label->font = reinterpret_cast<HFONT>(wParam);
+        label->font = message.font();
         break;
     case WM_SIZE:
-        return sized(window, wParam, lParam);
+        return sized(window, message);
     case WM_ERASEBKGND:
         if (!isImage(styleOf(window))) break;
-        Control_FillClip(reinterpret_cast<HDC>(wParam), backgroundBrush(label));
+        Control_FillClip(message.context(), backgroundBrush(label));
         return 1;
     case controlGetMinimumSize:
-        *reinterpret_cast<POINT*>(wParam) = minimumSize(label);
+        message.answer<POINT>() = minimumSize(label);
         return 0;
     default:
-        return Control_Handle(label, message, wParam, lParam);
+        return Control_Handle(label, message);
     }
-    return _Control_Proc(window, message, wParam, lParam);
+    return Control_HandleIn(window, message);
 }
 
 static DWORD windowStyle(DWORD javaStyle) {
@@ -132,12 +127,12 @@ static DWORD windowStyle(DWORD javaStyle) {
 
 ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     auto* label = static_cast<LabelRecord*>(
-        _Control_New(L"STATIC", sizeof(LabelRecord), labelProc, parent, style, windowStyle(style),
-                     style & styleBorder ? WS_EX_STATICEDGE : 0, error));
+        _Control_New(L"STATIC", sizeof(LabelRecord), controlProc<LabelRecord, handle>, parent,
+                     style, windowStyle(style), style & styleBorder ? WS_EX_STATICEDGE : 0, error));
     if (!label) return nullptr;
     label->inheritsBackground = TRUE;
     label->staticProc = label->classProc;
-    label->classProc = paintingProc;
+    label->classProc = controlProc<const LabelRecord, handlePainting>;
     return label;
 }
 

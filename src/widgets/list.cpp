@@ -2,10 +2,6 @@
 #include "bridge/memory.h"
 #include "control/appearance.h"
 
-static LRESULT ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendMessageW(window, message, wParam, lParam);
-}
-
 static jint countItems(HWND window) { return ask(window, LB_GETCOUNT); }
 
 // The system's error must have been read before the list was asked for anything more.
@@ -221,8 +217,8 @@ void List_SetTopItemIndex(ListRecord* list, jint index, ErrorRecord*) {
     });
 }
 
-static LRESULT command(const ListRecord* list, WPARAM wParam) {
-    WORD code = HIWORD(wParam);
+static LRESULT command(const ListRecord* list, Message message) {
+    WORD code = message.notification();
     if (code != LBN_SELCHANGE && code != LBN_DBLCLK) return 0;
     HWND window = list->hwnd;
     jint index = ask(window, LB_GETCARETINDEX);
@@ -233,18 +229,20 @@ static LRESULT command(const ListRecord* list, WPARAM wParam) {
     return 0;
 }
 
-LRESULT CALLBACK List_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* list = static_cast<ListRecord*>(controlOf(window));
-    if (!list) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(ListRecord* list, Message message) {
+    switch (message.id) {
     case controlCommand:
-        return command(list, wParam);
+        return command(list, message);
     case controlSetListMode:
-        List_SwitchMode(list, wParam != 0, errorOf(lParam));
+        List_SwitchMode(list, message.flag(), message.error());
         return 0;
     default:
-        return _Scrollable_Proc(window, message, wParam, lParam);
+        return Scrollable_HandleIn(list->hwnd, message);
     }
+}
+
+LRESULT CALLBACK List_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
+    return receive<ListRecord, handle>(window, {id, wParam, lParam});
 }
 
 ControlRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {

@@ -47,7 +47,7 @@ void List_SetTopItemIndex(ListRecord* list, jint index, ErrorRecord* error);
 PixelPair List_GetMinimumSize(ListRecord* list, jint rows, ErrorRecord* error);
 
 // For the parts of the list's implementation.
-LRESULT CALLBACK List_Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK List_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);
 inline bool List_IsMultiple(const ListRecord* list) { return list->style & styleMultiple; }
 
 // False with the error set. Leaves the horizontal extent as it is.

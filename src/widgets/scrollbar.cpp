@@ -20,7 +20,9 @@ static POINT cursorIn(HWND window) {
     return point;
 }
 
-static LPARAM pack(POINT point) { return MAKELPARAM(point.x, point.y); }
+static Message pointerMessage(UINT id, WPARAM buttons, POINT point) {
+    return {id, buttons, MAKELPARAM(point.x, point.y)};
+}
 
 // Asked of the hardware: the device's key states of the queue know no pointer.
 static WPARAM ifHeld(int virtualKey, WPARAM button) {
@@ -34,9 +36,8 @@ static WPARAM heldButtons() {
 
 static void fireRelease(HWND window) {
     const ControlRecord* adjustable = controlOf(window);
-    LPARAM point = pack(cursorIn(window));
-    Control_FirePointer(adjustable,
-                        Control_BuildPointerEvent(pointerRelease, buttonLeft, 0, point));
+    Message release = pointerMessage(WM_LBUTTONUP, 0, cursorIn(window));
+    Control_FirePointer(adjustable, Control_BuildPointerEvent(pointerRelease, buttonLeft, release));
 }
 
 // A bar that was turned meanwhile has another window, which waits for the real release as long as
@@ -52,8 +53,8 @@ static void endTracking(HWND pressed, HWND window) {
 // The system tracks the thumb in a loop of its own until the button is released, and keeps the
 // pointer's messages to itself: a timer reports the moves, and the end of the loop the release. The
 // release comes by itself when a listener runs another loop, a dialog's for instance.
-static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
-    _Control_ProcessWmLButtonDown(pressed, wParam, lParam);
+static LRESULT track(HWND pressed, Message message) {
+    Control_ProcessLeftButtonDown(pressed, message);
     AdjustableRecord* adjustable = barOf(pressed);
     if (!adjustable) return 0;
     HWND window = pressed;
@@ -62,7 +63,7 @@ static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
     adjustable->follower = &window;
     adjustable->released = FALSE;
     SetTimer(pressed, pointerTimer, pointerPeriod, nullptr);
-    Control_PassOnToLoop(pressed, WM_LBUTTONDOWN, wParam, lParam);
+    Control_PassOnToLoop(pressed, message);
     KillTimer(pressed, pointerTimer);
     adjustable = barOf(window);
     if (!adjustable || adjustable->follower != &window) return 0;
@@ -75,9 +76,9 @@ static LRESULT track(HWND pressed, WPARAM wParam, LPARAM lParam) {
 }
 
 // The second of two taps is tracked as well.
-static LRESULT trackAgain(HWND window, WPARAM wParam, LPARAM lParam) {
-    Control_ProcessDoubleClick(window, buttonLeft, wParam, lParam);
-    return Control_PassOnToLoop(window, WM_LBUTTONDBLCLK, wParam, lParam);
+static LRESULT trackAgain(HWND window, Message message) {
+    Control_ProcessDoubleClick(window, buttonLeft, message);
+    return Control_PassOnToLoop(window, message);
 }
 
 static LRESULT reportMove(AdjustableRecord* adjustable) {
@@ -85,7 +86,7 @@ static LRESULT reportMove(AdjustableRecord* adjustable) {
     if (point.x == adjustable->lastPointerX && point.y == adjustable->lastPointerY) return 0;
     adjustable->lastPointerX = point.x;
     adjustable->lastPointerY = point.y;
-    Control_ProcessMouseMove(adjustable->hwnd, heldButtons(), pack(point));
+    Control_ProcessMouseMove(adjustable->hwnd, pointerMessage(WM_MOUSEMOVE, heldButtons(), point));
     return 0;
 }
 
@@ -96,7 +97,7 @@ static POINT minimumSize(HWND window) {
     return {arrows * GetSystemMetrics(SM_CXHSCROLL), GetSystemMetrics(SM_CYHSCROLL)};
 }
 
-static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+static LRESULT handle(AdjustableRecord* adjustable, Message message);
 
 static DWORD orientedStyle(DWORD style, jint orientation) {
     if (orientation == orientationVertical) return style | SBS_VERT;
@@ -115,53 +116,52 @@ static void setOrientation(AdjustableRecord* adjustable, jint orientation) {
     if (!window) return;
     bool hadFocus = GetFocus() == old;
     adjustable->orientation = orientation;
-    Renewal_MoveTo(adjustable, window, scrollBarProc, adjustable->follower);
+    Renewal_MoveTo(adjustable, window, controlProc<AdjustableRecord, handle>, adjustable->follower);
     Adjustable_Push(adjustable, ownValues, true);
     adjustable = barOf(window);
     if (adjustable && hadFocus) fireFocus(adjustable->callbackTarget, FocusChange::lost);
     Renewal_DestroyOld(messageWindow, old);
 }
 
-static LRESULT CALLBACK scrollBarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    AdjustableRecord* adjustable = barOf(window);
-    if (!adjustable) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(AdjustableRecord* adjustable, Message message) {
+    HWND window = adjustable->hwnd;
+    switch (message.id) {
     case WM_LBUTTONDOWN:
-        return track(window, wParam, lParam);
+        return track(window, message);
     case WM_LBUTTONDBLCLK:
-        return trackAgain(window, wParam, lParam);
+        return trackAgain(window, message);
     case WM_LBUTTONUP:
         adjustable->released = TRUE;
         break;
     case WM_TIMER:
-        if (wParam == pointerTimer) return reportMove(adjustable);
+        if (message.wParam == pointerTimer) return reportMove(adjustable);
         break;
     case controlGetMinimumSize:
-        *reinterpret_cast<POINT*>(wParam) = minimumSize(window);
+        message.answer<POINT>() = minimumSize(window);
         return 0;
     case controlGetBackground:
         return systemColor(COLOR_SCROLLBAR);
     case controlSetOrientation:
-        setOrientation(adjustable, wParam);
+        setOrientation(adjustable, message.wParam);
         return 0;
     case controlSetEnabled:
-        Adjustable_SetEnabled(adjustable, wParam != 0);
+        Adjustable_SetEnabled(adjustable, message.flag());
         break;
     case controlSetVisible:
-        Adjustable_SetVisible(adjustable, wParam != 0);
+        Adjustable_SetVisible(adjustable, message.flag());
         break;
     default:
-        return Control_Handle(adjustable, message, wParam, lParam);
+        return Control_Handle(adjustable, message);
     }
-    return _Control_Proc(window, message, wParam, lParam);
+    return Control_HandleIn(window, message);
 }
 
 AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
     constexpr LONG firstMaximum = 100;
     constexpr UINT firstPage = 11; // a visible amount of 10
-    auto* adjustable = static_cast<AdjustableRecord*>(
-        _Control_New(scrollBarClass, sizeof(AdjustableRecord), scrollBarProc, parent, 0,
-                     _Control_Style() | SBS_VERT, 0, error));
+    auto* adjustable = static_cast<AdjustableRecord*>(_Control_New(
+        scrollBarClass, sizeof(AdjustableRecord), controlProc<AdjustableRecord, handle>, parent, 0,
+        _Control_Style() | SBS_VERT, 0, error));
     if (!adjustable) return nullptr;
     adjustable->dispose = Adjustable_Dispose;
     adjustable->unitIncrement = 1;

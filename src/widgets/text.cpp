@@ -10,17 +10,13 @@ static constexpr wchar_t noMemoryForSelection[] =
 
 static TextRecord* textOf(HWND window) { return static_cast<TextRecord*>(controlOf(window)); }
 
-static LRESULT send(const TextRecord* text, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendMessageW(text->hwnd, message, wParam, lParam);
-}
-
 static bool wraps(DWORD javaStyle) {
     constexpr DWORD both = styleMultiple | styleWrap;
     return (javaStyle & both) == both;
 }
 
 static LONG marginsOf(const TextRecord* text) {
-    LRESULT margins = send(text, EM_GETMARGINS);
+    LRESULT margins = ask(text->hwnd, EM_GETMARGINS);
     return LOWORD(margins) + HIWORD(margins);
 }
 
@@ -42,7 +38,7 @@ static PixelPair sizeOfText(const TextRecord* text) {
     constexpr LONG unknown = 64;
     TextExtent extent = measureText(text->hwnd, DT_CALCRECT | DT_NOPREFIX, {0, 0, 0, 0});
     if (extent.isEmpty) return {unknown, unknown};
-    LONG height = extent.lineHeight * send(text, EM_GETLINECOUNT);
+    LONG height = extent.lineHeight * ask(text->hwnd, EM_GETLINECOUNT);
     if (wraps(text->style) && extent.height) height = extent.height;
     return {extent.width ? extent.width : unknown, height ? height : unknown};
 }
@@ -59,45 +55,44 @@ static PixelPair minimumSize(const TextRecord* text, PixelPair size) {
     return withSurroundings(text, size, borderGap);
 }
 
-static LRESULT doubleClick(TextRecord* text, WPARAM wParam, LPARAM lParam) {
-    if (text->passDoubleClicks)
-        return _Scrollable_Proc(text->hwnd, WM_LBUTTONDBLCLK, wParam, lParam);
-    Control_FirePointer(text,
-                        Control_BuildPointerEvent(pointerPress, buttonMiddle, wParam, lParam));
+static LRESULT doubleClick(TextRecord* text, Message message) {
+    if (text->passDoubleClicks) return Scrollable_HandleIn(text->hwnd, message);
+    Control_FirePointer(text, Control_BuildPointerEvent(pointerPress, buttonMiddle, message));
     return 0;
 }
 
-static void command(const TextRecord* text, WPARAM wParam) {
-    if (HIWORD(wParam) == EN_CHANGE && !text->replacing) fireTextModified(text->callbackTarget);
+static void command(const TextRecord* text, Message message) {
+    if (message.notification() == EN_CHANGE && !text->replacing)
+        fireTextModified(text->callbackTarget);
 }
 
-static LRESULT CALLBACK textProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    TextRecord* text = textOf(window);
-    if (!text) return DefWindowProcW(window, message, wParam, lParam);
-    switch (message) {
+static LRESULT handle(TextRecord* text, Message message) {
+    HWND window = text->hwnd;
+    switch (message.id) {
     case WM_LBUTTONDBLCLK:
-        return doubleClick(text, wParam, lParam);
+        return doubleClick(text, message);
     case controlCommand:
-        command(text, wParam);
+        command(text, message);
         break;
     case controlGetMinimumSize:
-        *reinterpret_cast<PixelPair*>(wParam) = preferredSize(text);
+        message.answer<PixelPair>() = preferredSize(text);
         return 0;
     default:
         break;
     }
-    return _Scrollable_Proc(window, message, wParam, lParam);
+    return Scrollable_HandleIn(window, message);
 }
 
 static ControlRecord* newText(ControlRecord* parent, DWORD javaStyle, DWORD windowStyle,
                               ErrorRecord* error) {
-    auto* text = static_cast<TextRecord*>(_Control_New(L"EDIT", sizeof(TextRecord), textProc,
-                                                       parent, javaStyle, windowStyle, 0, error));
+    auto* text = static_cast<TextRecord*>(_Control_New(L"EDIT", sizeof(TextRecord),
+                                                       controlProc<TextRecord, handle>, parent,
+                                                       javaStyle, windowStyle, 0, error));
     if (!text) return nullptr;
     text->dispose = _Dispose_Scrollable;
     text->ctlColorMessage = WM_CTLCOLOREDIT;
     text->passDoubleClicks = TRUE;
-    send(text, EM_LIMITTEXT, 0);
+    ask(text->hwnd, EM_LIMITTEXT, 0);
     return text;
 }
 
@@ -181,8 +176,8 @@ void AbstractTextComponent_SetText(TextRecord* text, const wchar_t* characters,
 }
 
 static void setSelection(const TextRecord* text, jint start, jint end) {
-    send(text, EM_SETSEL, start, end);
-    send(text, EM_SCROLLCARET);
+    ask(text->hwnd, EM_SETSEL, start, end);
+    ask(text->hwnd, EM_SCROLLCARET);
 }
 
 static void replace(TextRecord* text, const wchar_t* characters, jint start, jint end) {
@@ -190,7 +185,7 @@ static void replace(TextRecord* text, const wchar_t* characters, jint start, jin
     HWND window = text->hwnd;
     setSelection(text, start, end);
     text->replacing = TRUE;
-    send(text, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(characters));
+    ask(text->hwnd, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(characters));
     text = textOf(window);
     if (text) text->replacing = FALSE;
 }
@@ -206,7 +201,7 @@ void AbstractTextComponent_Replace(TextRecord* text, const wchar_t* characters, 
 
 static PixelPair getSelection(const TextRecord* text) {
     DWORD start = 0, end = 0;
-    send(text, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    ask(text->hwnd, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {static_cast<jint>(start), static_cast<jint>(end)};
 }
 
@@ -245,17 +240,17 @@ void AbstractTextComponent_SetCaretPosition(TextRecord* text, jint position, Err
 }
 
 void AbstractTextComponent_SelectAll(TextRecord* text, ErrorRecord*) {
-    send(text, EM_SETSEL, 0, -1);
+    ask(text->hwnd, EM_SETSEL, 0, -1);
 }
 
 void AbstractTextComponent_SetEchoChar(TextRecord* text, jchar echo, ErrorRecord* error) {
     DWORD style = GetWindowLongW(text->hwnd, GWL_STYLE);
     style = echo ? style | ES_PASSWORD : style & ~ES_PASSWORD;
     SetWindowLongW(text->hwnd, GWL_STYLE, style);
-    send(text, EM_SETPASSWORDCHAR, echo);
+    ask(text->hwnd, EM_SETPASSWORDCHAR, echo);
     Control_Redraw(text, error);
 }
 
 void AbstractTextComponent_SetEditable(TextRecord* text, bool editable, ErrorRecord*) {
-    send(text, EM_SETREADONLY, !editable);
+    ask(text->hwnd, EM_SETREADONLY, !editable);
 }
