@@ -10,9 +10,12 @@ ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* er
         Win32Error_SetError(error, errorFailed, L"Argument invalid, need parent");
         return nullptr;
     }
-    ControlRecord* composite =
-        _Control_New(displayWindowClass, sizeof(ScrollableRecord), compositeProc, parent, style,
-                     _Scrollable_Style(style), 0, error);
+    auto* composite =
+        Control_NewOf<ScrollableRecord>(parent, {.className = displayWindowClass,
+                                                 .windowProc = compositeProc,
+                                                 .javaStyle = style,
+                                                 .windowStyle = _Scrollable_Style(style),
+                                                 .error = error});
     if (!composite) return nullptr;
     composite->inheritsBackground = TRUE;
     composite->dispose = _Dispose_Scrollable;

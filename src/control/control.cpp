@@ -62,12 +62,19 @@ WNDPROC Control_FindClassProc(const DisplayRecord* display, const wchar_t* class
     return windowClass.lpfnWndProc;
 }
 
-// The record is attached before the procedure is replaced, so that the new one always finds it.
-static void attach(ControlRecord* control, const ControlRequest& request) {
-    SetWindowLongW(control->hwnd, GWL_USERDATA, reinterpret_cast<LONG>(control));
+void Control_Attach(ControlRecord* control, HWND window, WNDPROC proc) {
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(control));
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+}
+
+void Control_Detach(HWND window, WNDPROC proc) {
+    SetWindowLongW(window, GWL_USERDATA, 0);
+    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc ? proc : DefWindowProcW));
+}
+
+static void furnish(ControlRecord* control, const ControlRequest& request) {
     control->classProc = Control_FindClassProc(control->display, request.className);
-    WNDPROC proc = request.windowProc ? request.windowProc : _Control_Proc;
-    SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    Control_Attach(control, control->hwnd, request.windowProc ? request.windowProc : _Control_Proc);
     SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(_Control_GetDefaultFont()),
                  FALSE);
 }
@@ -91,20 +98,28 @@ ControlRecord* Control_Create(ControlRecord* parent, const ControlRequest& reque
         return nullptr;
     }
     Control_FillHead(control, display, parent, window, request.javaStyle);
-    attach(control, request);
+    furnish(control, request);
     return control;
 }
 
-extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize,
-                                       WNDPROC windowProc, ControlRecord* parent, DWORD javaStyle,
-                                       DWORD windowStyle, DWORD extendedStyle, ErrorRecord* error) {
-    const ControlRequest request = {className,   recordSize,    windowProc, javaStyle,
-                                    windowStyle, extendedStyle, error};
+ControlRecord* Control_New(ControlRecord* parent, const ControlRequest& request) {
     DisplayRecord* display = Control_GetDisplay(parent);
     if (Display_IsCurrentThread(display)) return Control_Create(parent, request);
     return reinterpret_cast<ControlRecord*>(
         SendMessageW(display->messageWindow, requestCreateControl, reinterpret_cast<WPARAM>(parent),
                      reinterpret_cast<LPARAM>(&request)));
+}
+
+extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize,
+                                       WNDPROC windowProc, ControlRecord* parent, DWORD javaStyle,
+                                       DWORD windowStyle, DWORD extendedStyle, ErrorRecord* error) {
+    return Control_New(parent, {.className = className,
+                                .recordSize = recordSize,
+                                .windowProc = windowProc,
+                                .javaStyle = javaStyle,
+                                .windowStyle = windowStyle,
+                                .extendedStyle = extendedStyle,
+                                .error = error});
 }
 
 void Control_ForgetWindow(DisplayRecord* display, HWND window) {
@@ -128,9 +143,7 @@ static void leaveParent(ControlRecord* control) {
 static void leaveWindow(ControlRecord* control) {
     HWND window = control->hwnd;
     control->hwnd = goneWindow();
-    SetWindowLongW(window, GWL_USERDATA, 0);
-    WNDPROC proc = control->classProc ? control->classProc : DefWindowProcW;
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    Control_Detach(window, control->classProc);
 }
 
 // A class that could not be described when the window was made sees it go all the same.

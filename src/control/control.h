@@ -21,11 +21,11 @@
 #include "display/display.h"
 #include "display/firing.h"
 #include "display/message.h"
+#include "display/requests.h"
 #include "display/widget.h"
 #include "graphics/color.h"
 
 struct ControlRecord;
-struct ControlRequest;
 
 // Offers a key to the control's type; true when it was handled.
 using KeyHandler = bool (*)(ControlRecord* control, KeyKind kind, wchar_t character, jint keyCode,
@@ -123,8 +123,7 @@ void Control_Run(Record* control, Work work) {
 
 extern "C" {
 
-// Creates a window and its zero-filled record of recordSize bytes, whose head it fills. A null
-// windowProc stands for _Control_Proc. Null with the error set on failure.
+// Control_New for companion libraries.
 ControlRecord* _Control_New(const wchar_t* className, UINT recordSize, WNDPROC windowProc,
                             ControlRecord* parent, DWORD javaStyle, DWORD windowStyle,
                             DWORD extendedStyle, ErrorRecord* error);
@@ -151,8 +150,25 @@ int _Control_GetBorderWidth(HWND window);
 HFONT _Control_GetDefaultFont();
 }
 
+// Creates a window and its zero-filled record of the request's size, whose head it fills. Null with
+// the error set on failure.
+ControlRecord* Control_New(ControlRecord* parent, const ControlRequest& request);
+
+template <class Record>
+Record* Control_NewOf(ControlRecord* parent, ControlRequest&& request) {
+    request.recordSize = sizeof(Record);
+    return static_cast<Record*>(Control_New(parent, request));
+}
+
 // The window procedure that the class itself has; null when the class cannot be described.
 WNDPROC Control_FindClassProc(const DisplayRecord* display, const wchar_t* className);
+
+// The window leads to the control from now on. The record is attached before the procedure is
+// replaced, so that the new one always finds it. Display thread, as what follows.
+void Control_Attach(ControlRecord* control, HWND window, WNDPROC proc);
+
+// The window leads to no record any more, and is left to the procedure; null: the system's.
+void Control_Detach(HWND window, WNDPROC proc);
 
 // The display forgets the window, which goes: what the pointer does is not about it any more.
 // Display thread.

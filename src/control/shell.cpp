@@ -71,12 +71,6 @@ static int disposeShell(WidgetRecord* widget, ErrorRecord* error) {
     return result;
 }
 
-static void attach(ShellRecord* shell) {
-    SetWindowLongW(shell->hwnd, GWL_USERDATA, reinterpret_cast<LONG>(shell));
-    shell->classProc = Control_FindClassProc(shell->display, shellClass);
-    SetWindowLongW(shell->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(Shell_Proc));
-}
-
 static HWND createWindow(const DisplayRecord* display, HWND parent, DWORD javaStyle,
                          ErrorRecord* error) {
     HWND window =
@@ -115,7 +109,8 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
     shell->dispose = disposeShell;
     shell->inheritsBackground = TRUE;
     shell->activation.cbSize = sizeof(shell->activation);
-    attach(shell);
+    shell->classProc = Control_FindClassProc(display, shellClass);
+    Control_Attach(shell, window, Shell_Proc);
     Display_RememberShell(display, shell);
     shell->defaultMenuBar = MenuBar_Create(shell, error);
     if (!parent) Shell_Maximize(shell);

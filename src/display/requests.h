@@ -26,12 +26,13 @@ struct ShellRequest {
     ErrorRecord* error;
 };
 
+// What _Control_New takes beside the parent.
 struct ControlRequest {
-    const wchar_t* className;
-    UINT recordSize;
-    WNDPROC windowProc;
-    DWORD javaStyle;
-    DWORD windowStyle;
-    DWORD extendedStyle;
-    ErrorRecord* error;
+    const wchar_t* className = nullptr;
+    UINT recordSize = 0;
+    WNDPROC windowProc = nullptr; // null: _Control_Proc
+    DWORD javaStyle = 0;
+    DWORD windowStyle = 0;
+    DWORD extendedStyle = 0;
+    ErrorRecord* error = nullptr;
 };

@@ -112,9 +112,13 @@ static LRESULT handle(ButtonRecord* button, Message message) {
 
 static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD type,
                                 ErrorRecord* error) {
-    return _Control_New(L"BUTTON", sizeof(ButtonRecord), controlProc<ButtonRecord, handle>, parent,
-                        javaStyle, _Control_Style() | type | alignmentOf(javaStyle),
-                        javaStyle & styleBorder ? WS_EX_CLIENTEDGE : 0, error);
+    return Control_NewOf<ButtonRecord>(
+        parent, {.className = L"BUTTON",
+                 .windowProc = controlProc<ButtonRecord, handle>,
+                 .javaStyle = javaStyle,
+                 .windowStyle = _Control_Style() | type | alignmentOf(javaStyle),
+                 .extendedStyle = javaStyle & styleBorder ? DWORD(WS_EX_CLIENTEDGE) : 0,
+                 .error = error});
 }
 
 static ControlRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,

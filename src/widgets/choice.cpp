@@ -194,7 +194,7 @@ static LRESULT editFocus(HWND edit, const ChoiceRecord* choice, Message message)
 
 static LRESULT handleEdit(HWND edit, Message message) {
     const ChoiceRecord* choice = choiceAround(edit);
-    if (!choice) return callEdit(edit, message);
+    if (!choice) return callSystem(edit, message);
     LRESULT handled = 0;
     switch (message.id) {
     case WM_KEYDOWN:
@@ -223,24 +223,19 @@ static WNDPROC procOf(HWND window) {
 }
 
 static void attachChildren(ChoiceRecord* choice) {
-    LONG record = reinterpret_cast<LONG>(choice);
     if (HWND edit = GetDlgItem(choice->hwnd, editId)) {
-        SetWindowLongW(edit, GWL_USERDATA, record);
         choice->editProc = procOf(edit);
-        SetWindowLongW(edit, GWL_WNDPROC, reinterpret_cast<LONG>(editFieldProc));
+        Control_Attach(choice, edit, editFieldProc);
     }
     if (HWND list = GetDlgItem(choice->hwnd, listId)) {
-        SetWindowLongW(list, GWL_USERDATA, record);
+        SetWindowLongW(list, GWL_USERDATA, reinterpret_cast<LONG>(choice));
         choice->listProc = procOf(list);
     }
 }
 
 // The window goes, and takes them along: what follows is their window class's own to see.
 static void detachChildren(const ChoiceRecord* choice) {
-    if (HWND edit = GetDlgItem(choice->hwnd, editId)) {
-        SetWindowLongW(edit, GWL_WNDPROC, reinterpret_cast<LONG>(choice->editProc));
-        SetWindowLongW(edit, GWL_USERDATA, 0);
-    }
+    if (HWND edit = GetDlgItem(choice->hwnd, editId)) Control_Detach(edit, choice->editProc);
     if (HWND list = GetDlgItem(choice->hwnd, listId)) SetWindowLongW(list, GWL_USERDATA, 0);
 }
 
@@ -249,9 +244,12 @@ ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* er
     bool dropDownList = style & ownStyleDropDownList;
     DWORD windowStyle = _Control_Style() | WS_VSCROLL | CBS_NOINTEGRALHEIGHT | CBS_AUTOHSCROLL |
                         (dropDownList ? CBS_DROPDOWNLIST : CBS_DROPDOWN);
-    auto* choice = static_cast<ChoiceRecord*>(_Control_New(L"COMBOBOX", sizeof(ChoiceRecord),
-                                                           controlProc<ChoiceRecord, handle>,
-                                                           parent, style, windowStyle, 0, error));
+    auto* choice =
+        Control_NewOf<ChoiceRecord>(parent, {.className = L"COMBOBOX",
+                                             .windowProc = controlProc<ChoiceRecord, handle>,
+                                             .javaStyle = style,
+                                             .windowStyle = windowStyle,
+                                             .error = error});
     if (!choice) return nullptr;
     choice->ctlColorMessage = WM_CTLCOLOREDIT;
     choice->dispose = _Dispose_Scrollable;

@@ -126,9 +126,13 @@ static DWORD windowStyle(DWORD javaStyle) {
 }
 
 ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
-    auto* label = static_cast<LabelRecord*>(
-        _Control_New(L"STATIC", sizeof(LabelRecord), controlProc<LabelRecord, handle>, parent,
-                     style, windowStyle(style), style & styleBorder ? WS_EX_STATICEDGE : 0, error));
+    auto* label = Control_NewOf<LabelRecord>(
+        parent, {.className = L"STATIC",
+                 .windowProc = controlProc<LabelRecord, handle>,
+                 .javaStyle = style,
+                 .windowStyle = windowStyle(style),
+                 .extendedStyle = style & styleBorder ? DWORD(WS_EX_STATICEDGE) : 0,
+                 .error = error});
     if (!label) return nullptr;
     label->inheritsBackground = TRUE;
     label->staticProc = label->classProc;

@@ -248,8 +248,11 @@ LRESULT CALLBACK List_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
 ControlRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     DWORD windowStyle = _Scrollable_Style(style) | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
     if (style & styleMultiple) windowStyle |= LBS_MULTIPLESEL;
-    auto* list = static_cast<ListRecord*>(_Control_New(L"LISTBOX", sizeof(ListRecord), List_Proc,
-                                                       parent, style, windowStyle, 0, error));
+    auto* list = Control_NewOf<ListRecord>(parent, {.className = L"LISTBOX",
+                                                    .windowProc = List_Proc,
+                                                    .javaStyle = style,
+                                                    .windowStyle = windowStyle,
+                                                    .error = error});
     if (!list) return nullptr;
     list->dispose = _Dispose_Scrollable;
     list->ctlColorMessage = WM_CTLCOLORLISTBOX;

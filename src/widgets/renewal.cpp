@@ -22,12 +22,10 @@ HWND Renewal_Create(const ControlRecord* control, const wchar_t* className, DWOR
 }
 
 void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* follower) {
-    SetWindowLongW(control->hwnd, GWL_WNDPROC, reinterpret_cast<LONG>(control->classProc));
-    SetWindowLongW(control->hwnd, GWL_USERDATA, 0);
+    Control_Detach(control->hwnd, control->classProc);
     Control_ForgetWindow(control->display, control->hwnd);
     control->hwnd = window;
-    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG>(control));
-    SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG>(proc));
+    Control_Attach(control, window, proc);
     if (follower) *follower = window;
 }
 

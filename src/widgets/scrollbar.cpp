@@ -159,9 +159,11 @@ static LRESULT handle(AdjustableRecord* adjustable, Message message) {
 AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
     constexpr LONG firstMaximum = 100;
     constexpr UINT firstPage = 11; // a visible amount of 10
-    auto* adjustable = static_cast<AdjustableRecord*>(_Control_New(
-        scrollBarClass, sizeof(AdjustableRecord), controlProc<AdjustableRecord, handle>, parent, 0,
-        _Control_Style() | SBS_VERT, 0, error));
+    auto* adjustable = Control_NewOf<AdjustableRecord>(
+        parent, {.className = scrollBarClass,
+                 .windowProc = controlProc<AdjustableRecord, handle>,
+                 .windowStyle = _Control_Style() | SBS_VERT,
+                 .error = error});
     if (!adjustable) return nullptr;
     adjustable->dispose = Adjustable_Dispose;
     adjustable->unitIncrement = 1;

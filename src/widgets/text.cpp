@@ -85,9 +85,11 @@ static LRESULT handle(TextRecord* text, Message message) {
 
 static ControlRecord* newText(ControlRecord* parent, DWORD javaStyle, DWORD windowStyle,
                               ErrorRecord* error) {
-    auto* text = static_cast<TextRecord*>(_Control_New(L"EDIT", sizeof(TextRecord),
-                                                       controlProc<TextRecord, handle>, parent,
-                                                       javaStyle, windowStyle, 0, error));
+    auto* text = Control_NewOf<TextRecord>(parent, {.className = L"EDIT",
+                                                    .windowProc = controlProc<TextRecord, handle>,
+                                                    .javaStyle = javaStyle,
+                                                    .windowStyle = windowStyle,
+                                                    .error = error});
     if (!text) return nullptr;
     text->dispose = _Dispose_Scrollable;
     text->ctlColorMessage = WM_CTLCOLOREDIT;
