@@ -60,7 +60,7 @@ static void leaveChildren(const ShellRecord* shell) {
 
 static int disposeShell(WidgetRecord* widget, ErrorRecord* error) {
     auto* shell = static_cast<ShellRecord*>(widget);
-    Display_RemoveControl(shell->display, shell);
+    Display_UnlistShell(shell->display, shell);
     Display_ForgetShell(shell->display, shell);
     Accelerators_Free(&shell->accelerators);
     MenuRecord* defaultBar = shell->defaultMenuBar;
@@ -114,7 +114,7 @@ ShellRecord* Shell_Create(DisplayRecord* display, ShellRecord* parent, DWORD jav
     Display_RememberShell(display, shell);
     shell->defaultMenuBar = MenuBar_Create(shell, error);
     if (!parent) Shell_Maximize(shell);
-    Display_AddControl(display, shell, error);
+    Display_ListShell(display, shell, error);
     return shell;
 }
 

@@ -129,7 +129,7 @@ static LRESULT setBounds(ShellRecord* shell, Message message) {
 
 // While a modal shell holds it back, the shell's window stays disabled.
 static bool mayChangeEnabled(ShellRecord* shell, bool enabled) {
-    return !Display_SetControlEnabled(shell->display, shell, enabled);
+    return !Display_SetShellListed(shell->display, shell, enabled);
 }
 
 static LRESULT handle(ShellRecord* shell, Message message) {

@@ -101,8 +101,7 @@ static void forgetCommandItems(DisplayRecord* display) {
     freeBlock(items);
 }
 
-static LRESULT end(void* context) {
-    auto* display = static_cast<DisplayRecord*>(context);
+static LRESULT end(DisplayRecord* display) {
     HWND messageWindow = display->messageWindow;
     FontRecord* systemFont = display->systemFont;
     Quit_ForgetDisplay(display);
@@ -120,7 +119,7 @@ static LRESULT end(void* context) {
 
 static void disposeDisplay(DeviceRecord* device, ErrorRecord*) {
     auto* display = reinterpret_cast<DisplayRecord*>(device);
-    Display_Run(display, end, display);
+    Display_Run(display, [=] { return end(display); });
     Display_Release(display);
 }
 
@@ -231,7 +230,7 @@ extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRe
     return display->comctlMajorVersion;
 }
 
-LRESULT Display_Run(DisplayRecord* display, DisplayWork work, void* context) {
+LRESULT Display_RunWork(DisplayRecord* display, DisplayWork work, void* context) {
     if (!display->messageWindow || Display_IsCurrentThread(display)) return work(context);
     DisplayWorkRequest request = {work, context, false, 0};
     SendMessageW(display->messageWindow, requestRun, reinterpret_cast<WPARAM>(&request), 0);

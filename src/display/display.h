@@ -64,7 +64,7 @@ struct DisplayRecord {
     LONG commandItemCapacity;
     FontRecord* systemFont;   // owned; null until asked for
     ShellNode* modalShells;   // most recently made modal first; owned
-    ShellNode* controlList;   // the shells that Java wants enabled; owned
+    ShellNode* listedShells;  // the shells that Java wants enabled; owned
     DWORD comctlMajorVersion; // 0 until asked for
     DWORD comctlMinorVersion;
     KeyTranslation key;
@@ -108,11 +108,16 @@ inline bool Display_IsCurrentThread(const DisplayRecord* display) {
 BOOL Display_DestroyWindow(DisplayRecord* display, HWND window);
 
 using DisplayWork = LRESULT (*)(void* context);
+LRESULT Display_RunWork(DisplayRecord* display, DisplayWork work, void* context);
 
 // Does the work on the display's thread, as one message, and returns its result: what asks or tells
 // the system more than one thing cannot be interrupted then. Any thread; done at once on the
 // display's own, and when the display has ended.
-LRESULT Display_Run(DisplayRecord* display, DisplayWork work, void* context);
+template <class Work>
+LRESULT Display_Run(DisplayRecord* display, Work work) {
+    DisplayWork call = [](void* context) -> LRESULT { return (*static_cast<Work*>(context))(); };
+    return Display_RunWork(display, call, &work);
+}
 
 // The display's record is kept until it is released as often. Any thread.
 void Display_Retain(DisplayRecord* display);

@@ -68,7 +68,7 @@ static LONG beginWalk(DisplayRecord* display) {
 static bool takeStep(DisplayRecord* display, LONG walk, EnabledState* next) {
     LeafLock lock;
     if (display->modalityWalk != walk) return false;
-    ShellNode* node = display->controlList;
+    ShellNode* node = display->listedShells;
     while (node && node->modalityWalk == walk) node = node->next;
     if (!node) return false;
     node->modalityWalk = walk;
@@ -93,7 +93,7 @@ void Display_RememberShell(DisplayRecord* display, ShellRecord* shell) {
 bool Display_ForgetShell(DisplayRecord* display, ShellRecord* shell) {
     LeafLock lock;
     takeOut<&ShellRecord::next>(&display->shells, shell);
-    remove(&display->controlList, shell);
+    remove(&display->listedShells, shell);
     return remove(&display->modalShells, shell);
 }
 
@@ -105,13 +105,13 @@ ShellRecord* Display_FindShell(const DisplayRecord* display, HWND window) {
 }
 
 // A shell that cannot be listed is kept from its place beside a modal one all the same.
-void Display_AddControl(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error) {
+void Display_ListShell(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error) {
     HWND window = Shell_GetWindow(shell);
     if (!IsWindowEnabled(window)) return;
     bool listed, mayStay;
     {
         LeafLock lock;
-        listed = add(&display->controlList, shell);
+        listed = add(&display->listedShells, shell);
         mayStay = mayBeEnabled(display, shell);
     }
     if (!listed) Win32Error_SetError(error, errorFailed, L"Could not add control to control list");
@@ -123,28 +123,28 @@ static bool endModality(DisplayRecord* display, const ShellRecord* shell) {
     return remove(&display->modalShells, shell);
 }
 
-bool Display_RemoveControl(DisplayRecord* display, ShellRecord* shell) {
+bool Display_UnlistShell(DisplayRecord* display, ShellRecord* shell) {
     if (endModality(display, shell)) Display_ApplyModality(display);
     LeafLock lock;
-    return remove(&display->controlList, shell);
+    return remove(&display->listedShells, shell);
 }
 
-bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool enabled) {
+bool Display_SetShellListed(DisplayRecord* display, ShellRecord* shell, bool listed) {
     LeafLock lock;
-    if (enabled)
-        add(&display->controlList, shell);
+    if (listed)
+        add(&display->listedShells, shell);
     else
-        remove(&display->controlList, shell);
+        remove(&display->listedShells, shell);
     return !mayBeEnabled(display, shell);
 }
 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell) {
     LeafLock lock;
-    return find(display->controlList, shell);
+    return find(display->listedShells, shell);
 }
 
 static bool isListedWindow(const DisplayRecord* display, HWND window) {
-    const ShellNode* node = display->controlList;
+    const ShellNode* node = display->listedShells;
     while (node && Shell_GetWindow(node->shell) != window) node = node->next;
     return node != nullptr;
 }

@@ -23,14 +23,14 @@ ShellRecord* Display_FindShell(const DisplayRecord* display, HWND window);
 
 // Lists a new shell whose window is enabled, and disables it when it is outside the current modal
 // shell.
-void Display_AddControl(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error);
+void Display_ListShell(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error);
 
 // Whether the shell was listed. It leaves the modal shells too.
-bool Display_RemoveControl(DisplayRecord* display, ShellRecord* shell);
+bool Display_UnlistShell(DisplayRecord* display, ShellRecord* shell);
 
 // Lists the shell or takes it off. Whether its window must stay disabled for now, because it is
 // outside the current modal shell.
-bool Display_SetControlEnabled(DisplayRecord* display, ShellRecord* shell, bool enabled);
+bool Display_SetShellListed(DisplayRecord* display, ShellRecord* shell, bool listed);
 
 bool Display_IsListed(const DisplayRecord* display, const ShellRecord* shell);
 

@@ -2,15 +2,6 @@
 #include "bridge/memory.h"
 #include "display/display.h"
 
-namespace {
-
-struct Ending {
-    WidgetRecord* widget;
-    ErrorRecord* error;
-};
-
-} // namespace
-
 void Widget_SetDisplay(WidgetRecord* widget, DisplayRecord* display) {
     widget->display = display;
     if (display) Display_Retain(display);
@@ -36,15 +27,10 @@ bool Widget_End(WidgetRecord* widget, ErrorRecord* error) {
     return false;
 }
 
-static LRESULT end(void* context) {
-    auto* ending = static_cast<const Ending*>(context);
-    return Widget_End(ending->widget, ending->error);
-}
-
 void Widget_Dispose(WidgetRecord* widget, ErrorRecord* error) {
-    Ending ending = {widget, error};
+    auto end = [=] { return Widget_End(widget, error); };
     DisplayRecord* display = widget->display;
-    bool ended = display ? Display_Run(display, end, &ending) : end(&ending);
+    bool ended = display ? Display_Run(display, end) : end();
     if (ended) Widget_Free(widget);
 }
 

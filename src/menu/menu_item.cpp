@@ -227,16 +227,6 @@ void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord*
         Win32Error_SetError(error, errorFailed, L"Menu item doesn't exist");
 }
 
-namespace {
-
-struct AcceleratorChange {
-    MenuItemRecord* item;
-    jint accelerator;
-    ErrorRecord* error;
-};
-
-} // namespace
-
 static ACCEL entryOf(const MenuItemRecord* item, jint accelerator) {
     WORD modifiers = HIWORD(accelerator);
     BYTE flags = FVIRTKEY;
@@ -247,21 +237,20 @@ static ACCEL entryOf(const MenuItemRecord* item, jint accelerator) {
     return {flags, key, static_cast<WORD>(item->id)};
 }
 
-static LRESULT changeAccelerator(void* context) {
-    auto* change = static_cast<const AcceleratorChange*>(context);
-    if (change->accelerator == 0) {
-        removeAccelerator(change->item);
-        return 0;
+static void changeAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
+    if (accelerator == 0) {
+        removeAccelerator(item);
+        return;
     }
-    ShellAccelerators* accelerators = acceleratorsOf(change->item);
-    ACCEL entry = entryOf(change->item, change->accelerator);
-    if (accelerators) Accelerators_Set(accelerators, entry, change->error);
-    return 0;
+    ShellAccelerators* accelerators = acceleratorsOf(item);
+    if (accelerators) Accelerators_Set(accelerators, entryOf(item, accelerator), error);
 }
 
 void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
-    AcceleratorChange change = {item, accelerator, error};
-    Display_Run(item->display, changeAccelerator, &change);
+    Display_Run(item->display, [=] {
+        changeAccelerator(item, accelerator, error);
+        return 0;
+    });
 }
 
 void LabeledMenuItem_SetFont(MenuItemRecord*, FontRecord*, ErrorRecord*) {}
