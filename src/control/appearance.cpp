@@ -15,7 +15,7 @@ extern "C" void _Control_SetForeground(ControlRecord* control, ColorRecord* colo
 
 extern "C" void _Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord*) {
     HFONT handle = font ? font->font : _Control_GetDefaultFont();
-    SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
+    ask(control->hwnd, WM_SETFONT, handle, TRUE);
 }
 
 static void stackAfter(HWND window, HWND insertAfter) {
@@ -35,8 +35,7 @@ void Control_StackAbove(ControlRecord* control, const ControlRecord* other) {
 
 static void request(const ControlRecord* control, ControlMessage message, const void* value,
                     ErrorRecord* error) {
-    SendMessageW(control->hwnd, message, reinterpret_cast<WPARAM>(value),
-                 reinterpret_cast<LPARAM>(&error));
+    ask(control->hwnd, message, value, &error);
 }
 
 void Control_SetBackground(ControlRecord* control, ColorRecord* color, ErrorRecord* error) {
@@ -49,15 +48,13 @@ void Control_SetForeground(ControlRecord* control, ColorRecord* color, ErrorReco
 
 jint Control_GetBackgroundRGB(ControlRecord* control, ErrorRecord*) {
     COLORREF color;
-    if (!Color_Read(&control->background, &color))
-        color = SendMessageW(control->hwnd, controlGetBackground, 0, 0);
+    if (!Color_Read(&control->background, &color)) color = ask(control->hwnd, controlGetBackground);
     return swapRedAndBlue(color);
 }
 
 jint Control_GetForegroundRGB(ControlRecord* control, ErrorRecord*) {
     COLORREF color;
-    if (!Color_Read(&control->foreground, &color))
-        color = SendMessageW(control->hwnd, controlGetForeground, 0, 0);
+    if (!Color_Read(&control->foreground, &color)) color = ask(control->hwnd, controlGetForeground);
     return swapRedAndBlue(color);
 }
 
@@ -96,13 +93,12 @@ void Control_MoveBelow(ControlRecord* control, ControlRecord* other, ErrorRecord
 
 PixelPair Control_GetMinimumSize(ControlRecord* control, ErrorRecord* error) {
     POINT size = {};
-    SendMessageW(control->hwnd, controlGetMinimumSize, reinterpret_cast<WPARAM>(&size),
-                 reinterpret_cast<LPARAM>(&error));
+    ask(control->hwnd, controlGetMinimumSize, &size, &error);
     return {size.x, size.y};
 }
 
 void Control_SetEnabled(ControlRecord* control, bool enabled, ErrorRecord* error) {
-    SendMessageW(control->hwnd, controlSetEnabled, enabled, reinterpret_cast<LPARAM>(&error));
+    ask(control->hwnd, controlSetEnabled, enabled, &error);
 }
 
 void Control_SetRedraw(ControlRecord* control, bool redraw, ErrorRecord*) {
@@ -118,8 +114,7 @@ bool Control_ForceFocus(ControlRecord* control, ErrorRecord*) {
     HWND parent = GetParent(control->hwnd);
     if (parent && !takesInput(parent)) return false;
     if (GetFocus() == control->hwnd) return true;
-    return SendMessageW(control->hwnd, controlForceFocus, reinterpret_cast<WPARAM>(control->hwnd),
-                        0) != 0;
+    return ask(control->hwnd, controlForceFocus, control->hwnd) != 0;
 }
 
 static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jint x, jint y,
@@ -132,8 +127,7 @@ static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jin
 // A context whose control does not tell its client area is made all the same, with an error.
 static GraphicsRecord* newContext(ControlRecord* control, ErrorRecord* error) {
     // The thread that owns the window gets its context.
-    HDC dc = reinterpret_cast<HDC>(
-        SendMessageW(control->hwnd, controlGetContext, reinterpret_cast<WPARAM>(&error), 0));
+    HDC dc = reinterpret_cast<HDC>(ask(control->hwnd, controlGetContext, &error));
     if (!dc) return nullptr;
     RECT bounds = {};
     if (!GetClientRect(control->hwnd, &bounds))

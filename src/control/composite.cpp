@@ -43,8 +43,7 @@ static LRESULT notify(HWND window, Message message) {
     HWND child = childHolding(window, message.details<const NMHDR>()->hwndFrom);
     if (child) {
         NotifyAnswer answer = {};
-        LRESULT result =
-            SendMessageW(child, controlNotify, reinterpret_cast<WPARAM>(&answer), message.lParam);
+        LRESULT result = ask(child, controlNotify, &answer, message.lParam);
         if (answer.handled) return result;
     }
     return Scrollable_HandleIn(window, message);

@@ -75,8 +75,7 @@ void Control_Detach(HWND window, WNDPROC proc) {
 static void furnish(ControlRecord* control, const ControlRequest& request) {
     control->classProc = Control_FindClassProc(control->display, request.className);
     Control_Attach(control, control->hwnd, request.windowProc ? request.windowProc : _Control_Proc);
-    SendMessageW(control->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(_Control_GetDefaultFont()),
-                 FALSE);
+    ask(control->hwnd, WM_SETFONT, _Control_GetDefaultFont(), FALSE);
 }
 
 static ControlRecord* failWithoutParent(HWND window, ErrorRecord* error) {
@@ -106,8 +105,7 @@ ControlRecord* Control_New(ControlRecord* parent, const ControlRequest& request)
     DisplayRecord* display = Control_GetDisplay(parent);
     if (Display_IsCurrentThread(display)) return Control_Create(parent, request);
     return reinterpret_cast<ControlRecord*>(
-        SendMessageW(display->messageWindow, requestCreateControl, reinterpret_cast<WPARAM>(parent),
-                     reinterpret_cast<LPARAM>(&request)));
+        ask(display->messageWindow, requestCreateControl, parent, &request));
 }
 
 extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize,
@@ -205,14 +203,12 @@ void Control_SetBounds(ControlRecord* control, jint x, jint y, jint width, jint 
                        ErrorRecord* error) {
     HWND window = control->hwnd;
     RECT rect = {x, y, saturatingAdd(x, width), saturatingAdd(y, height)};
-    if (HWND parent = parentWindowOf(control))
-        SendMessageW(parent, controlChildMoves, reinterpret_cast<WPARAM>(&rect), 0);
-    SendMessageW(window, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
-                 reinterpret_cast<LPARAM>(&error));
+    if (HWND parent = parentWindowOf(control)) ask(parent, controlChildMoves, &rect);
+    ask(window, controlSetBounds, &rect, &error);
 }
 
 void Control_SetVisible(ControlRecord* control, bool visible, ErrorRecord* error) {
-    SendMessageW(control->hwnd, controlSetVisible, visible, reinterpret_cast<LPARAM>(&error));
+    ask(control->hwnd, controlSetVisible, visible, &error);
 }
 
 bool Control_IsDrawingEnabled(const ControlRecord* control) {
@@ -231,6 +227,5 @@ void Control_RunWork(ControlRecord* control, ControlWork work, void* argument) {
     if (Display_IsCurrentThread(Control_GetDisplay(control)))
         work(control, argument);
     else
-        SendMessageW(control->hwnd, controlRun, reinterpret_cast<WPARAM>(work),
-                     reinterpret_cast<LPARAM>(argument));
+        ask(control->hwnd, controlRun, work, argument);
 }

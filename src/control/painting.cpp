@@ -67,8 +67,7 @@ void Control_FillClip(HDC context, HBRUSH brush) {
 HBRUSH Control_AskParentForBrush(const ControlRecord* control, HDC context) {
     HWND parent = GetParent(control->hwnd);
     return reinterpret_cast<HBRUSH>(
-        SendMessageW(parent ? parent : control->hwnd, control->ctlColorMessage,
-                     reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(control->hwnd)));
+        ask(parent ? parent : control->hwnd, control->ctlColorMessage, context, control->hwnd));
 }
 
 LRESULT Control_Erase(ControlRecord* control, Message message) {

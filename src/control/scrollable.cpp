@@ -22,7 +22,7 @@ Insets Scrollable_MeasureInsets(HWND window) {
 
 Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord*) {
     Insets insets = {};
-    SendMessageW(scrollable->hwnd, controlGetInsets, reinterpret_cast<WPARAM>(&insets), 0);
+    ask(scrollable->hwnd, controlGetInsets, &insets);
     return insets;
 }
 

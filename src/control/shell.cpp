@@ -122,8 +122,8 @@ static ShellRecord* createOnDisplayThread(DisplayRecord* display, ShellRecord* p
                                           DWORD javaStyle, ErrorRecord* error) {
     if (Display_IsCurrentThread(display)) return Shell_Create(display, parent, javaStyle, error);
     ShellRequest request = {parent, error};
-    return reinterpret_cast<ShellRecord*>(SendMessageW(
-        display->messageWindow, requestCreateShell, javaStyle, reinterpret_cast<LPARAM>(&request)));
+    return reinterpret_cast<ShellRecord*>(
+        ask(display->messageWindow, requestCreateShell, javaStyle, &request));
 }
 
 ShellRecord* Shell_New(DisplayRecord* display, DWORD style, ErrorRecord* error) {

@@ -3,6 +3,7 @@
 #include "control/shell.h"
 #include "display/display.h"
 #include "display/keys.h"
+#include "display/message.h"
 #include "display/shells.h"
 
 static constexpr LONG firstCapacity = 10;
@@ -104,7 +105,7 @@ static bool dispatchControlShift(const ShellAccelerators& accelerators, const MS
     const ACCEL* entry = findShifted(accelerators, message.wParam);
     if (!entry) return false;
     constexpr WORD fromAccelerator = 1;
-    SendMessageW(message.hwnd, WM_COMMAND, MAKEWPARAM(entry->cmd, fromAccelerator), 0);
+    ask(message.hwnd, WM_COMMAND, MAKEWPARAM(entry->cmd, fromAccelerator));
     return true;
 }
 

@@ -233,7 +233,7 @@ extern "C" DWORD _Display_GetComCtrlMajorVersion(DisplayRecord* display, ErrorRe
 LRESULT Display_RunWork(DisplayRecord* display, DisplayWork work, void* context) {
     if (!display->messageWindow || Display_IsCurrentThread(display)) return work(context);
     DisplayWorkRequest request = {work, context, false, 0};
-    SendMessageW(display->messageWindow, requestRun, reinterpret_cast<WPARAM>(&request), 0);
+    ask(display->messageWindow, requestRun, &request);
     // The display may have ended meanwhile, or its thread.
     return request.done ? request.result : work(context);
 }
@@ -254,18 +254,16 @@ void Display_Release(DisplayRecord* display) {
 
 static BOOL destroyWithoutDisplay(const DisplayRecord* display, HWND window) {
     if (Display_IsCurrentThread(display)) return DestroyWindow(window);
-    return SendMessageW(window, requestDestroyItself, 0, 0);
+    return ask(window, requestDestroyItself);
 }
 
 BOOL Display_DestroyWindow(DisplayRecord* display, HWND window) {
     if (!display->messageWindow) return destroyWithoutDisplay(display, window);
-    return SendMessageW(display->messageWindow, requestDestroyWindow,
-                        reinterpret_cast<WPARAM>(window), 0);
+    return ask(display->messageWindow, requestDestroyWindow, window);
 }
 
 CallbackTarget* Widget_SwapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
     if (!widget->display->messageWindow) return swapCallbackTarget(widget, target);
     return reinterpret_cast<CallbackTarget*>(
-        SendMessageW(widget->display->messageWindow, requestSwapCallbackTarget,
-                     reinterpret_cast<WPARAM>(widget), reinterpret_cast<LPARAM>(target)));
+        ask(widget->display->messageWindow, requestSwapCallbackTarget, widget, target));
 }

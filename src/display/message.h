@@ -1,17 +1,34 @@
 #pragma once
-// A window's message: its number, and what came with it under the name of what it is. Which of the
-// answers a message has is told where its number is listed. It is passed by value: a window
-// procedure receives it in the same registers.
+// Messages of windows: what they carry, under the name of what it is, and the one way to send them.
 
 #include "bridge/error.h"
 #include "ce.h"
+#include <type_traits>
 
+// What a message carries: a number, a handle, or the address of what its receiver reads or fills.
+struct MessageWord {
+    LPARAM word;
+
+    template <class Value>
+    MessageWord(Value value) {
+        if constexpr (std::is_pointer_v<Value>)
+            word = reinterpret_cast<LPARAM>(value);
+        else
+            word = static_cast<LPARAM>(value);
+    }
+};
+
+// Which of the answers a message has is told where its number is listed. It is passed by value: a
+// window procedure receives it in the same registers.
 struct Message {
     UINT id;
     WPARAM wParam;
     LPARAM lParam;
 
     Message as(UINT other) const { return {other, wParam, lParam}; }
+    Message about(MessageWord subject) const {
+        return {id, static_cast<WPARAM>(subject.word), lParam};
+    }
 
     bool flag() const { return wParam != 0; }
     HDC context() const { return reinterpret_cast<HDC>(wParam); }
@@ -63,9 +80,9 @@ struct Message {
     }
 };
 
-// The answer of a window to a message.
-inline LRESULT ask(HWND window, UINT id, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendMessageW(window, id, wParam, lParam);
+// Sends a message and returns the window's answer. Any thread, for a window of any.
+inline LRESULT ask(HWND window, UINT id, MessageWord first = 0, MessageWord second = 0) {
+    return SendMessageW(window, id, static_cast<WPARAM>(first.word), second.word);
 }
 
 inline LRESULT send(HWND window, Message message) {

@@ -1,5 +1,6 @@
 #include "display/services.h"
 #include "display/keys.h"
+#include "display/message.h"
 #include "display/requests.h"
 #include "graphics/color.h"
 
@@ -97,7 +98,7 @@ bool Display_PostPointerMoveEvent(DisplayRecord*, jint x, jint y, ErrorRecord*) 
 }
 
 void Display_ClearFocus(DisplayRecord* display, ErrorRecord*) {
-    SendMessageW(display->messageWindow, requestSetFocus, 0, 0);
+    ask(display->messageWindow, requestSetFocus);
 }
 
 void Display_SetFullScreenShell(DisplayRecord*, ShellRecord*, ErrorRecord*) {}

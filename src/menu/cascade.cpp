@@ -57,7 +57,7 @@ static bool replace(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* erro
 static bool show(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) {
     HWND barWindow = MenuItem_GetBar(item);
     if (!barWindow) return replace(item, subMenu, error);
-    SendMessageW(barWindow, SHCMBM_SETSUBMENU, item->id, reinterpret_cast<LPARAM>(subMenu));
+    ask(barWindow, SHCMBM_SETSUBMENU, item->id, subMenu);
     return true;
 }
 

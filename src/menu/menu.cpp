@@ -112,8 +112,7 @@ MenuRecord* PopupMenu_Create(ControlRecord* owner, ErrorRecord* error) {
 static MenuRecord* createOnDisplayThread(DisplayRequest request, ControlRecord* owner,
                                          ErrorRecord* error) {
     HWND messageWindow = Control_GetDisplay(owner)->messageWindow;
-    return reinterpret_cast<MenuRecord*>(SendMessageW(
-        messageWindow, request, reinterpret_cast<WPARAM>(owner), reinterpret_cast<LPARAM>(&error)));
+    return reinterpret_cast<MenuRecord*>(ask(messageWindow, request, owner, &error));
 }
 
 MenuRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error) {
@@ -129,8 +128,7 @@ void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord*) {
     if (!owner) return;
     POINT point = {x, y};
     MapWindowPoints(owner, nullptr, &point, 1);
-    SendMessageW(owner, controlTrackMenu, reinterpret_cast<WPARAM>(menu),
-                 reinterpret_cast<LPARAM>(&point));
+    ask(owner, controlTrackMenu, menu, &point);
 }
 
 void Menu_SetFont(MenuRecord*, FontRecord*, ErrorRecord*) {}

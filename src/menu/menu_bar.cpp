@@ -24,7 +24,7 @@ MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error) {
     if (!SHCreateMenuBar(&info)) Win32Error_SetError(error, errorOutOfMemory, creationFailed);
     menuBar->menuBarWindow = info.hwndMB;
     // The bar comes with a button of the system's.
-    if (menuBar->menuBarWindow) SendMessageW(menuBar->menuBarWindow, TB_DELETEBUTTON, 0, 0);
+    if (menuBar->menuBarWindow) ask(menuBar->menuBarWindow, TB_DELETEBUTTON);
     return menuBar;
 }
 

@@ -69,12 +69,12 @@ void MenuItem_Select(MenuItemRecord* item, Message message) {
 }
 
 static bool removeFromBar(HWND barWindow, DWORD id, ErrorRecord* error) {
-    LRESULT index = SendMessageW(barWindow, TB_COMMANDTOINDEX, id, 0);
+    LRESULT index = ask(barWindow, TB_COMMANDTOINDEX, id);
     if (index == -1) {
         Win32Error_SetError(error, errorFailed, L"Unable to find menu item");
         return false;
     }
-    if (SendMessageW(barWindow, TB_DELETEBUTTON, index, 0)) return true;
+    if (ask(barWindow, TB_DELETEBUTTON, index)) return true;
     Win32Error_SetError(error, errorFailed, L"Unable to delete menu item");
     return false;
 }
@@ -120,7 +120,7 @@ static bool insertIntoBar(HWND barWindow, jint index, DWORD id, BYTE buttonStyle
     button.idCommand = id;
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = buttonStyle;
-    return SendMessageW(barWindow, TB_INSERTBUTTON, index, reinterpret_cast<LPARAM>(&button)) != 0;
+    return ask(barWindow, TB_INSERTBUTTON, index, &button) != 0;
 }
 
 static bool insertIntoMenu(HMENU menu, jint index, DWORD id, UINT flags) {
@@ -191,7 +191,7 @@ MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, Err
 static bool readButtonState(HWND barWindow, DWORD id, TBBUTTONINFOW* info) {
     info->cbSize = sizeof(*info);
     info->dwMask = TBIF_STATE;
-    return SendMessageW(barWindow, TB_GETBUTTONINFO, id, reinterpret_cast<LPARAM>(info)) != -1;
+    return ask(barWindow, TB_GETBUTTONINFO, id, info) != -1;
 }
 
 // Quirk: a state that cannot be read is written all the same, and reported as not written. Pinned
@@ -203,8 +203,7 @@ static void enableButton(HWND barWindow, DWORD id, bool enabled, ErrorRecord* er
         info.fsState |= TBSTATE_ENABLED;
     else
         info.fsState &= ~TBSTATE_ENABLED;
-    if (!SendMessageW(barWindow, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
-        changed = false;
+    if (!ask(barWindow, TB_SETBUTTONINFO, id, &info)) changed = false;
     if (!changed) Win32Error_SetError(error, errorFailed, L"Unable to set menu item enabled state");
 }
 

@@ -24,7 +24,7 @@ static void setButtonText(HWND barWindow, DWORD id, wchar_t* text, ErrorRecord* 
     info.cbSize = sizeof(info);
     info.dwMask = TBIF_TEXT;
     info.pszText = text;
-    if (!SendMessageW(barWindow, TB_SETBUTTONINFO, id, reinterpret_cast<LPARAM>(&info)))
+    if (!ask(barWindow, TB_SETBUTTONINFO, id, &info))
         Win32Error_SetError(error, errorFailed, L"Unable to set menu item text");
 }
 

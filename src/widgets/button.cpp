@@ -22,14 +22,12 @@ static DWORD alignmentOf(DWORD javaStyle) {
 
 static DWORD styleOf(HWND window) { return GetWindowLongW(window, GWL_STYLE); }
 
-static bool isChecked(HWND window) {
-    return (SendMessageW(window, BM_GETCHECK, 0, 0) & BST_CHECKED) != 0;
-}
+static bool isChecked(HWND window) { return (ask(window, BM_GETCHECK) & BST_CHECKED) != 0; }
 
 // The message may alter the window's style, which Java has set.
 static void setChecked(HWND window, bool checked) {
     DWORD style = styleOf(window);
-    SendMessageW(window, BM_SETCHECK, checked, 0);
+    ask(window, BM_SETCHECK, checked);
     SetWindowLongW(window, GWL_STYLE, style);
 }
 

@@ -53,8 +53,7 @@ static void applyOwnBounds(ChoiceRecord* choice) {
     ErrorRecord* errorPointer = &error;
     Bounds bounds = Control_GetBounds(choice, errorPointer);
     RECT rect = {bounds.x, bounds.y, bounds.x + bounds.width, bounds.y + bounds.height};
-    ask(choice->hwnd, controlSetBounds, reinterpret_cast<WPARAM>(&rect),
-        reinterpret_cast<LPARAM>(&errorPointer));
+    ask(choice->hwnd, controlSetBounds, &rect, &errorPointer);
     Error_Clear(&error);
 }
 
@@ -79,7 +78,7 @@ static LRESULT setBounds(const ChoiceRecord* choice, Message message) {
     LONG visibleItems = choice->visibleItems;
     RECT rect = message.bounds();
     rect.bottom += visibleItems * ask(window, CB_GETITEMHEIGHT, 1) + listBorders;
-    return Control_HandleIn(window, {message.id, reinterpret_cast<WPARAM>(&rect), message.lParam});
+    return Control_HandleIn(window, message.about(&rect));
 }
 
 // The longest item; the longest but one that stood before it when one item is much longer than all
@@ -99,7 +98,7 @@ static Item itemToMeasure(HWND window, LONG count) {
 
 static wchar_t* copyItem(HWND window, const Item& item) {
     wchar_t* text = allocateArray<wchar_t>(item.length + 1);
-    if (text) ask(window, CB_GETLBTEXT, item.index, reinterpret_cast<LPARAM>(text));
+    if (text) ask(window, CB_GETLBTEXT, item.index, text);
     return text;
 }
 
@@ -127,8 +126,7 @@ static PixelPair minimumSize(HWND window) {
     info.cbSize = sizeof(info);
     static_assert(sizeof(info) == 52);
     LONG width = textWidth(window);
-    if (!ask(window, getComboBoxInfo, 0, reinterpret_cast<LPARAM>(&info)))
-        return {unknown, unknown};
+    if (!ask(window, getComboBoxInfo, 0, &info)) return {unknown, unknown};
     const RECT& button = info.rcButton;
     return {width + button.right - button.left + info.rcItem.left,
             button.bottom - button.top + heightMargin};
@@ -175,7 +173,7 @@ static bool swallowsEscape(HWND edit) {
     // Quirk: the field, which knows of no list, is asked whether one is dropped, so that a clipped
     // field swallows every Escape. Pinned by
     // ChoiceEditTest.swallows_the_escape_of_a_clipped_field_that_shows_no_list.
-    return !SendMessageW(edit, CB_GETDROPPEDSTATE, VK_ESCAPE, 0);
+    return !ask(edit, CB_GETDROPPEDSTATE, VK_ESCAPE);
 }
 
 static LRESULT editCharacter(HWND edit, const ChoiceRecord* choice, Message message) {
@@ -264,8 +262,7 @@ ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
 }
 
 static void addItem(HWND window, const wchar_t* item, jint index, ErrorRecord* error) {
-    LRESULT result =
-        ask(window, CB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item ? item : L""));
+    LRESULT result = ask(window, CB_INSERTSTRING, index, item ? item : L"");
     if (result != CB_ERR && result != CB_ERRSPACE) return;
     DWORD code = GetLastError();
     // Quirk: whatever fails at a positive index is reported as an index out of range. Pinned by

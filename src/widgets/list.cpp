@@ -11,7 +11,7 @@ static void failWithIndex(ErrorRecord* error, DWORD code, bool isOutOfRange,
 }
 
 bool List_Insert(HWND window, const wchar_t* item, jint index, ErrorRecord* error) {
-    LRESULT inserted = ask(window, LB_INSERTSTRING, index, reinterpret_cast<LPARAM>(item));
+    LRESULT inserted = ask(window, LB_INSERTSTRING, index, item);
     if (inserted != LB_ERR && inserted != LB_ERRSPACE) return true;
     DWORD code = GetLastError();
     // Quirk: whatever fails at a positive index is reported as an index out of range. Pinned by
@@ -140,7 +140,7 @@ jint List_GetSelectionCount(ListRecord* list, ErrorRecord* error) {
 }
 
 static jint getSelected(HWND window, jint count, jint* items) {
-    return ask(window, LB_GETSELITEMS, count, reinterpret_cast<LPARAM>(items));
+    return ask(window, LB_GETSELITEMS, count, items);
 }
 
 static jint firstOfSeveral(HWND window, ErrorRecord* error) {
@@ -202,7 +202,7 @@ NativeIntArray List_GetSelectionIndices(ListRecord* list, ErrorRecord* error) {
 
 void List_SetMultipleMode(ListRecord* list, bool multiple, ErrorRecord* error) {
     if (multiple == List_IsMultiple(list)) return;
-    SendMessageW(list->hwnd, controlSetListMode, multiple, reinterpret_cast<LPARAM>(&error));
+    ask(list->hwnd, controlSetListMode, multiple, &error);
 }
 
 // Quirk: an index behind the end leaves the list where it is, and a negative one scrolls to the

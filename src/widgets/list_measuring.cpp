@@ -7,13 +7,13 @@
 
 static constexpr LONG extentMargin = 3; // pixels beside the widest item
 
-static jint countItems(HWND window) { return SendMessageW(window, LB_GETCOUNT, 0, 0); }
+static jint countItems(HWND window) { return ask(window, LB_GETCOUNT); }
 
 wchar_t* List_CopyItem(HWND window, jint index) {
-    LRESULT length = SendMessageW(window, LB_GETTEXTLEN, index, 0);
+    LRESULT length = ask(window, LB_GETTEXTLEN, index);
     if (length == LB_ERR) return nullptr;
     wchar_t* text = allocateArray<wchar_t>(length + 1);
-    if (text) SendMessageW(window, LB_GETTEXT, index, reinterpret_cast<LPARAM>(text));
+    if (text) ask(window, LB_GETTEXT, index, text);
     return text;
 }
 
@@ -28,7 +28,7 @@ static LONG widthOnLine(HDC context, const wchar_t* text) {
 }
 
 static void setExtent(HWND window, LONG width) {
-    SendMessageW(window, LB_SETHORIZONTALEXTENT, width + extentMargin, 0);
+    ask(window, LB_SETHORIZONTALEXTENT, width + extentMargin);
 }
 
 void List_RecomputeExtent(HWND window) {
@@ -48,7 +48,7 @@ void List_WidenExtent(HWND window, const wchar_t* item) {
     WindowContext context(window);
     SelectedObject font(context, windowFont(window));
     LONG width = widthOnLine(context, item);
-    if (width > SendMessageW(window, LB_GETHORIZONTALEXTENT, 0, 0)) setExtent(window, width);
+    if (width > ask(window, LB_GETHORIZONTALEXTENT)) setExtent(window, width);
 }
 
 // The one with the most characters stands for the widest. -1 for an empty list.
@@ -57,7 +57,7 @@ static jint longestItem(HWND window) {
     LRESULT mostCharacters = LB_ERR;
     jint count = countItems(window);
     for (jint i = 0; i < count; ++i) {
-        LRESULT characters = SendMessageW(window, LB_GETTEXTLEN, i, 0);
+        LRESULT characters = ask(window, LB_GETTEXTLEN, i);
         if (characters <= mostCharacters) continue;
         longest = i;
         mostCharacters = characters;
@@ -81,10 +81,10 @@ static PixelPair minimumSize(const ListRecord* list, jint rows) {
     TEXTMETRICW metrics = {};
     GetTextMetricsW(context, &metrics);
     // The message is an edit control's, which a list may answer as well.
-    LRESULT margins = SendMessageW(window, EM_GETMARGINS, 0, 0);
+    LRESULT margins = ask(window, EM_GETMARGINS);
     LONG width = itemWidth(window, context, metrics) + LOWORD(margins) + HIWORD(margins) +
                  extraCharacters * metrics.tmAveCharWidth;
-    LONG height = SendMessageW(window, LB_GETITEMHEIGHT, 0, 0) * rows;
+    LONG height = ask(window, LB_GETITEMHEIGHT) * rows;
     if (list->style & styleVerticalScroll) width += GetSystemMetrics(SM_CXVSCROLL);
     if (list->style & styleHorizontalScroll) height += GetSystemMetrics(SM_CYHSCROLL);
     LONG borders = 2 * _Control_GetBorderWidth(window);

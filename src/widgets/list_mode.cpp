@@ -28,15 +28,15 @@ struct Contents {
 } // namespace
 
 jint List_FirstSelected(HWND window) {
-    jint count = SendMessageW(window, LB_GETCOUNT, 0, 0);
+    jint count = ask(window, LB_GETCOUNT);
     for (jint i = 0; i < count; ++i)
-        if (SendMessageW(window, LB_GETSEL, i, 0) > 0) return i;
+        if (ask(window, LB_GETSEL, i) > 0) return i;
     return noItem;
 }
 
 // Null when there is no memory for all of them.
 static wchar_t** copyItems(HWND window) {
-    jint count = SendMessageW(window, LB_GETCOUNT, 0, 0);
+    jint count = ask(window, LB_GETCOUNT);
     wchar_t** items = allocateArray<wchar_t*>(count + 1);
     if (!items) return nullptr;
     for (jint i = 0; i < count; ++i) {
@@ -51,9 +51,8 @@ static wchar_t** copyItems(HWND window) {
 static Contents contentsOf(HWND window, bool toMultiple) {
     Contents contents;
     contents.items = copyItems(window);
-    contents.top = SendMessageW(window, LB_GETTOPINDEX, 0, 0);
-    contents.selected =
-        toMultiple ? SendMessageW(window, LB_GETCURSEL, 0, 0) : List_FirstSelected(window);
+    contents.top = ask(window, LB_GETTOPINDEX);
+    contents.selected = toMultiple ? ask(window, LB_GETCURSEL) : List_FirstSelected(window);
     contents.font = windowFont(window);
     contents.hasFocus = GetFocus() == window;
     return contents;
@@ -83,9 +82,9 @@ static void moveTo(ListRecord* list, HWND window, bool multiple) {
 static void select(HWND window, bool multiple, LONG item) {
     if (item == noItem) return;
     if (multiple)
-        SendMessageW(window, LB_SETSEL, TRUE, item);
+        ask(window, LB_SETSEL, TRUE, item);
     else
-        SendMessageW(window, LB_SETCURSEL, item, 0);
+        ask(window, LB_SETCURSEL, item);
 }
 
 // An item before the given one was left out.
@@ -107,9 +106,9 @@ static void insertAll(HWND window, Contents* contents, ErrorRecord* error) {
 
 static void fill(HWND window, DWORD style, Contents* contents, ErrorRecord* error) {
     insertAll(window, contents, error);
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(contents->font), TRUE);
+    ask(window, WM_SETFONT, contents->font, TRUE);
     if (style & styleHorizontalScroll) List_RecomputeExtent(window);
-    if (contents->top) SendMessageW(window, LB_SETTOPINDEX, contents->top, 0);
+    if (contents->top) ask(window, LB_SETTOPINDEX, contents->top);
     select(window, (style & styleMultiple) != 0, contents->selected);
 }
 

@@ -1,5 +1,6 @@
 #include "widgets/measuring.h"
 #include "bridge/memory.h"
+#include "display/message.h"
 #include "graphics/gdi_guards.h"
 
 wchar_t* copyWindowText(HWND window) {
@@ -10,9 +11,7 @@ wchar_t* copyWindowText(HWND window) {
     return text;
 }
 
-HFONT windowFont(HWND window) {
-    return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
-}
+HFONT windowFont(HWND window) { return reinterpret_cast<HFONT>(ask(window, WM_GETFONT)); }
 
 static TextExtent extentOfNothing(HDC context) {
     TEXTMETRICW metrics = {};

@@ -31,6 +31,5 @@ void Renewal_MoveTo(ControlRecord* control, HWND window, WNDPROC proc, HWND* fol
 
 void Renewal_DestroyOld(HWND messageWindow, HWND old) {
     Font_Wear(windowFont(old), nullptr);
-    if (!SendMessageW(messageWindow, requestDestroyWindow, reinterpret_cast<WPARAM>(old), 0))
-        DestroyWindow(old);
+    if (!ask(messageWindow, requestDestroyWindow, old)) DestroyWindow(old);
 }

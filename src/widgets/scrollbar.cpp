@@ -179,6 +179,5 @@ AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
 }
 
 void Scrollbar_SetOrientation(AdjustableRecord* adjustable, jint orientation, ErrorRecord* error) {
-    SendMessageW(adjustable->hwnd, controlSetOrientation, orientation,
-                 reinterpret_cast<LPARAM>(&error));
+    ask(adjustable->hwnd, controlSetOrientation, orientation, &error);
 }

@@ -187,7 +187,7 @@ static void replace(TextRecord* text, const wchar_t* characters, jint start, jin
     HWND window = text->hwnd;
     setSelection(text, start, end);
     text->replacing = TRUE;
-    ask(text->hwnd, EM_REPLACESEL, canBeUndone, reinterpret_cast<LPARAM>(characters));
+    ask(text->hwnd, EM_REPLACESEL, canBeUndone, characters);
     text = textOf(window);
     if (text) text->replacing = FALSE;
 }
@@ -203,7 +203,7 @@ void AbstractTextComponent_Replace(TextRecord* text, const wchar_t* characters, 
 
 static PixelPair getSelection(const TextRecord* text) {
     DWORD start = 0, end = 0;
-    ask(text->hwnd, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    ask(text->hwnd, EM_GETSEL, &start, &end);
     return {static_cast<jint>(start), static_cast<jint>(end)};
 }
 
