@@ -155,7 +155,8 @@ HFONT _Control_GetDefaultFont();
 ControlRecord* Control_New(ControlRecord* parent, const ControlRequest& request);
 
 template <class Record>
-Record* Control_NewOf(ControlRecord* parent, ControlRequest&& request) {
+[[gnu::always_inline]] inline Record* Control_NewOf(ControlRecord* parent,
+                                                    ControlRequest&& request) {
     request.recordSize = sizeof(Record);
     return static_cast<Record*>(Control_New(parent, request));
 }

@@ -9,6 +9,8 @@
 #include "menu/menu.h"
 #include "menu/menu_item.h"
 
+static constexpr LRESULT notHandled = 1; // by controlCommand
+
 ControlRecord* controlOf(HWND window) {
     auto userData = static_cast<DWORD>(GetWindowLongW(window, GWL_USERDATA));
     // Records are heap blocks: anything else is not even looked at.
@@ -157,60 +159,50 @@ static LRESULT getContext(const ControlRecord* control, ErrorRecord* error) {
     return reinterpret_cast<LRESULT>(context);
 }
 
-// The toolkit's own messages. False when this one is not the control's to answer.
-static bool answer(ControlRecord* control, Message message, LRESULT* result) {
-    *result = 0;
+// The library's own messages.
+static LRESULT answer(ControlRecord* control, Message message) {
     switch (message.id) {
     case controlForceFocus:
-        *result = forceFocus(message.window());
-        return true;
+        return forceFocus(message.window());
     case controlMoveAbove:
         Control_StackAbove(control, message.record<const ControlRecord>());
-        return true;
+        return 0;
     case controlSetVisible:
-        *result = setVisible(control->hwnd, message.flag());
-        return true;
+        return setVisible(control->hwnd, message.flag());
     case controlCommand:
-        *result = 1; // not handled
-        return true;
+        return notHandled;
     case controlGetMinimumSize:
         message.answer<POINT>() = {0, 0};
-        return true;
+        return 0;
     case controlSetBounds:
-        *result = setBounds(control, message);
-        return true;
+        return setBounds(control, message);
     case controlGetBackground:
-        *result = defaultBackground(control, message.context());
-        return true;
+        return defaultBackground(control, message.context());
     case controlSetEnabled:
         EnableWindow(control->hwnd, message.flag());
-        return true;
+        return 0;
     case controlTrackMenu:
-        *result = trackMenu(control, message);
-        return true;
+        return trackMenu(control, message);
     case controlGetContext:
-        *result = getContext(control, Message::errorAt(message.wParam));
-        return true;
+        return getContext(control, Message::errorAt(message.wParam));
     case controlGetForeground:
-        *result = systemColor(COLOR_WINDOWTEXT);
-        return true;
+        return systemColor(COLOR_WINDOWTEXT);
     case controlSetBackground:
         _Control_SetBackground(control, message.record<ColorRecord>(), message.error());
-        return true;
+        return 0;
     case controlSetForeground:
         _Control_SetForeground(control, message.record<ColorRecord>(), message.error());
-        return true;
+        return 0;
     case controlSetFont:
         _Control_SetFont(control, message.record<FontRecord>(), message.error());
-        return true;
+        return 0;
     case requestDestroyItself:
-        *result = DestroyWindow(control->hwnd);
-        return true;
+        return DestroyWindow(control->hwnd);
     case controlRun:
         reinterpret_cast<ControlWork>(message.wParam)(control, message.details<void>());
-        return true;
+        return 0;
     default:
-        return false;
+        return Control_CallClass(control, message);
     }
 }
 
@@ -290,11 +282,8 @@ static LRESULT setFont(const ControlRecord* control, Message message) {
     case WM_MOUSEWHEEL:
         return wheel(window, message);
     default:
-        break;
+        return message.id < WM_APP ? Control_CallClass(control, message) : answer(control, message);
     }
-    LRESULT result;
-    if (message.id >= WM_APP && answer(control, message, &result)) return result;
-    return Control_CallClass(control, message);
 }
 
 LRESULT Control_Handle(ControlRecord* control, Message message) {
