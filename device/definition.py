@@ -36,6 +36,10 @@ def read(path):
     return Definition(library, entries)
 
 
+# The linker's names of the first slot of all DLLs, and of the word that holds its address.
+FIRST_SLOT, SLOT_TABLE = "__imp__first", "__imp__table"
+
+
 def slot_symbol(library, name):
     """The linker's name of the word through which an import is called."""
     return f"__imp_{library.rsplit('.', 1)[0]}_{name}"

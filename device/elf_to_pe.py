@@ -34,8 +34,8 @@ EXPORT_TABLE, IMPORT_TABLE, RESOURCE_TABLE, EXCEPTION_TABLE, RELOCATION_TABLE = 
 DIRECTORY_COUNT = 16
 
 # Relocations that are distances within the image, and those that are addresses.
-PC24, REL32, CALL, JUMP24, PREL31 = 1, 3, 28, 29, 42
-RELATIVE = {PC24, REL32, CALL, JUMP24, PREL31}
+PC24, REL32, LDR_PC, CALL, JUMP24, PREL31 = 1, 3, 4, 28, 29, 42
+RELATIVE = {PC24, REL32, LDR_PC, CALL, JUMP24, PREL31}
 ABS32, TARGET1 = 2, 38
 ABSOLUTE = {ABS32, TARGET1}
 NONE, V4BX = 0, 40
@@ -45,6 +45,9 @@ LONGEST_PROLOGUE = 255  # instructions
 
 BX, BX_MASK = 0x012FFF10, 0x0FFFFFF0
 MOV_PC = 0x01A0F000
+
+# What loads a slot in a stub, and how far a slot can lie behind the first.
+LOAD_SLOT, LARGEST_OFFSET = 0xE59CC000, 0xFFF
 
 
 class ConversionError(Exception):
@@ -192,6 +195,15 @@ def linked_slots(image, module):
     return slots
 
 
+def complete_stub(image, entry, slot):
+    """Writes into the stub of an import how far its slot lies behind the first."""
+    load = image.address_of(entry.name) + 4
+    offset = slot - image.address_of(definition.FIRST_SLOT)
+    if image.word(load) != LOAD_SLOT or not 0 <= offset <= LARGEST_OFFSET:
+        raise ConversionError(f"the stub of {entry.name} cannot reach its slot")
+    image.set_word(load, LOAD_SLOT | offset)
+
+
 def build_imports(image, modules, address):
     used = [(module.library, slots) for module in modules
             if (slots := linked_slots(image, module))]
@@ -218,6 +230,7 @@ def build_imports(image, modules, address):
             value = add_text(b"\0\0", entry.name) if by_name else 0x80000000 | entry.ordinal
             struct.pack_into("<I", lookups, lookup, value)
             image.set_word(slot, value)
+            complete_stub(image, entry, slot)
             lookup += 4
         lookup += 4
     return descriptors + lookups + texts, len(descriptors)

@@ -8,23 +8,38 @@ import sys
 
 import definition
 
+# The converter fills in where the slot lies among all slots, whose address the stubs share.
 STUB = """\
 \t.section .text.import.{name},"ax",%progbits
 \t.p2align 2
 \t.globl {name}
 \t.type {name},%function
 {name}:
-\tldr ip, .L{slot}
+\t.reloc ., R_ARM_LDR_PC_G0, {table}
+\tldr ip, [pc, #-8]
+\t.reloc ., R_ARM_NONE, {slot}
 \tldr ip, [ip]
 \tbx ip
-.L{slot}:
-\t.word {slot}
 \t.size {name}, . - {name}
 \t.section .iat.{library}.1.{name},"aw",%progbits
 \t.p2align 2
 \t.globl {slot}
 {slot}:
 \t.word 0
+"""
+
+# The first of all slots, and its address among the stubs, which is marked as data.
+TABLE = """\
+\t.section .text.import,"ax",%progbits
+\t.p2align 2
+\t.globl {table}
+$d:
+{table}:
+\t.word {first}
+\t.section .iat,"aw",%progbits
+\t.p2align 2
+\t.globl {first}
+{first}:
 """
 
 # Sorts behind the slots of its DLL.
@@ -45,10 +60,12 @@ def main():
         for module in map(definition.read, imports):
             for entry in module.entries:
                 out.write(STUB.format(name=entry.name, library=module.library,
-                                      slot=definition.slot_symbol(module.library, entry.name)))
+                                      slot=definition.slot_symbol(module.library, entry.name),
+                                      table=definition.SLOT_TABLE))
             end = definition.end_symbol(module.library)
             out.write(END.format(library=module.library, end=end))
             keep.append(end)
+        out.write(TABLE.format(table=definition.SLOT_TABLE, first=definition.FIRST_SLOT))
     with open(roots, "w", encoding="utf-8") as out:
         out.write("ENTRY(DllMain)\n" + "".join(f"EXTERN({name})\n" for name in keep))
 

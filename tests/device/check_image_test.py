@@ -97,7 +97,14 @@ class Flaws(CheckTest):
         self.tells("more than 131072")
 
     def test_every_single_relocation_that_is_dropped(self):
-        data = self.build()
+        data = self.build(SAMPLE + """
+            .section .data.more, "aw", %progbits
+            .p2align 2
+        more:
+            .word beep, table, counter
+            .section .text.beep
+            .reloc 0, R_ARM_NONE, more
+        """)
         image = pe.Pe(self.folder.path("sample.dll"))
         address, size = image.directories[pe.RELOCATION_TABLE]
         section = image.section_at(address)

@@ -15,6 +15,9 @@ import pe  # noqa: E402
 import resources  # noqa: E402
 
 
+UPWARDS = 1 << 23  # in an instruction that loads: the offset is added
+
+
 class ConversionTest(unittest.TestCase):
     def setUp(self):
         self.folder = images.Folder()
@@ -49,16 +52,23 @@ class CarriesOver(ConversionTest):
                          [("coredll.dll", "LocalAlloc"), ("coredll.dll", "MessageBeep"),
                           ("aygshell.dll", 188)])
 
-    def test_a_stub_calls_through_its_slot(self):
+    def test_each_stub_calls_through_its_slot(self):
         image, _ = self.sample()
         linked = elf.Elf(self.folder.read("image.elf"))
-        slots = {name: slot for _, name, slot in image.imports()}
-        stub = linked.addresses["LocalAlloc"] - image.base
+        slots = {"SHFindMenuBar" if name == 188 else name: slot
+                 for _, name, slot in image.imports()}
+        for name in slots:
+            self.check_stub(image, linked.addresses[name] - image.base, name, slots)
+
+    def check_stub(self, image, stub, name, slots):
         # Loading the program counter does not switch to the instructions of 16 bits that a library of
         # the system may be made of; the exchange does.
-        self.assertEqual([image.word(stub + 4 * i) for i in range(3)],
-                         [0xE59FC004, 0xE59CC000, 0xE12FFF1C])
-        self.assertEqual(image.word(stub + 12) - image.base, slots["LocalAlloc"])
+        load_table, load_slot, leave = [image.word(stub + 4 * i) for i in range(3)]
+        self.assertEqual([load_table >> 16 | 0x80, load_slot & ~0xFFF, leave],
+                         [0xE59F, 0xE59CC000, 0xE12FFF1C])
+        distance = load_table & 0xFFF if load_table & UPWARDS else -(load_table & 0xFFF)
+        first = image.word(stub + 8 + distance) - image.base
+        self.assertEqual(first + (load_slot & 0xFFF), slots[name])
 
     def test_slots_start_with_what_the_lookup_table_says(self):
         image, _ = self.sample()
@@ -107,8 +117,7 @@ class CarriesOver(ConversionTest):
         linked = elf.Elf(self.folder.read("image.elf"))
         at = {name: value - image.base for name, value in linked.addresses.items()}
         unwinding, size = image.directories[pe.EXCEPTION_TABLE]
-        wanted = {at["counter"], at["table"], at["beep"] + 28}
-        wanted |= {at[name] + 12 for name in ("LocalAlloc", "MessageBeep", "SHFindMenuBar")}
+        wanted = {at["counter"], at["table"], at["beep"] + 28, at[definition.SLOT_TABLE]}
         wanted |= set(range(unwinding, unwinding + size, 8))
         self.assertEqual(dict(image.fixups()), dict.fromkeys(wanted, 3))
 
@@ -377,6 +386,18 @@ class Stops(ConversionTest):
             return (linked.addresses[definition.slot_symbol("coredll.dll", "LocalAlloc")] -
                     data.address + data.offset)
         self.refuses(self.patched(slot, change), "are not empty")
+
+    def test_a_stub_that_is_none_or_too_far_away(self):
+        def change(data, offset):
+            data[offset] = 1
+
+        def load(linked):
+            code = linked.section(".text")
+            return linked.addresses["LocalAlloc"] + 4 - code.address + code.offset
+        self.refuses(self.patched(load, change), "the stub of LocalAlloc cannot reach its slot")
+        self.refuses_source('.section .iat.a, "aw", %progbits\n many:\n .space 4096\n'
+                            ".section .text.beep\n .reloc 0, R_ARM_NONE, many\n",
+                            "cannot reach its slot")
 
     def test_an_image_that_imports_nothing(self):
         source = SAMPLE.replace("bl MessageBeep", "nop").replace(
