@@ -45,6 +45,7 @@ wait_said() {
 }
 # wait_shown TITLE: until there is a window with that title. One that goes meanwhile ends the search.
 wait_shown() {
+    # shellcheck disable=SC2016 # the inner shell's own
     timeout 60 bash -c 'until xdotool search --sync --onlyvisible --name "^$1\$"; do :; done' - "$1" \
         >/dev/null 2>&1 || { cat "$output" >&2; exit 1; }
 }

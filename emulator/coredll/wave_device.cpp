@@ -2,6 +2,7 @@
 #include "exclusive_lock.h"
 #include "sound_clock.h"
 #include <algorithm>
+#include <utility>
 
 static constexpr LONGLONG microseconds = 1000000;
 // What is played is written to files at least that often.
@@ -81,7 +82,7 @@ void WaveDevice::run() {
         playUntil(now);
         while (isResetting && !queue.empty()) finishFirst();
         if (!finished.empty()) {
-            tellDone(std::move(finished));
+            tellDone();
             continue;
         }
         isResetting = false;
@@ -109,8 +110,8 @@ void WaveDevice::tell(UINT message, WAVEHDR* header) const {
 }
 
 // Not under the lock: whoever hears of it may use the device.
-void WaveDevice::tellDone(std::vector<WAVEHDR*> headers) {
-    finished.clear();
+void WaveDevice::tellDone() {
+    const std::vector<WAVEHDR*> headers = std::exchange(finished, {});
     ReleaseSRWLockExclusive(&lock);
     for (WAVEHDR* header : headers) {
         header->dwFlags = (header->dwFlags & ~WHDR_INQUEUE) | WHDR_DONE;

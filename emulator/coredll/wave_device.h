@@ -43,7 +43,7 @@ class WaveDevice {
     static DWORD WINAPI run(LPVOID device);
     void run();
     void tell(UINT message, WAVEHDR* header) const;
-    void tellDone(std::vector<WAVEHDR*> headers);
+    void tellDone();
     LONGLONG bytesDue(LONGLONG now) const;
     DWORD playPiece(LONGLONG due);
     void playUntil(LONGLONG now);

@@ -133,6 +133,7 @@ MMRESULT WINAPI Device_waveOutOpen(HWAVEOUT* result, UINT id, const WAVEFORMATEX
     auto device = std::make_shared<WaveDevice>(handle, *format, WaveListener{callback, instance});
     *result = handle;
     outputs().add(handle, device);
+    // Unique pointers lose nothing. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     if (device->start(newRecording(*format), openDesk(*format))) return MMSYSERR_NOERROR;
     outputs().remove(handle);
     return MMSYSERR_NOMEM;

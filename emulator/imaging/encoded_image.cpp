@@ -133,10 +133,10 @@ const ColorPalette* EncodedImage::palette() const {
 
 HRESULT EncodedImage::choose(UINT pixelFormat) {
     const WICPixelFormatGUID* format = nullptr;
+    if (pixelFormat != PixelFormat32bppARGB && pixelFormat != described.PixelFormat)
+        return E_NOTIMPL;
     if (pixelFormat == PixelFormat32bppARGB)
         format = &GUID_WICPixelFormat32bppBGRA;
-    else if (pixelFormat != described.PixelFormat)
-        return E_NOTIMPL;
     else if (pixelFormat == PixelFormat24bppRGB)
         format = &GUID_WICPixelFormat24bppBGR;
     else if (isIndexed(pixelFormat))

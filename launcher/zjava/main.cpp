@@ -44,6 +44,7 @@ static void* loadVm(const char* path) {
 
 static std::vector<JavaVMOption> toVmOptions(const std::vector<std::string>& words) {
     std::vector<JavaVMOption> options;
+    options.reserve(words.size() + 2);
     for (const std::string& word : words)
         options.push_back({const_cast<char*>(word.c_str()), nullptr});
     options.push_back({const_cast<char*>("exit"), reinterpret_cast<void*>(exitThroughWindows)});
