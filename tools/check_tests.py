@@ -1,15 +1,20 @@
 #!/usr/bin/env python3
 """check_tests.py FILE...: tests call natives with the types that the Java classes declare, which
-tests/support/natives.py reads there, and spell no signature themselves."""
+tests/support/natives.py reads there, and spell no signature themselves; no file of them is longer than
+LONGEST lines."""
 import re
 import sys
 
+LONGEST = 500
 SPELT_OUT = re.compile(
     r"\bcall<[^<>;]*\(|\b(?:exportOf|toolkitExport)\(\s*\"Java_|"
     r"\(\s*(?:__stdcall|JNICALL)\s*\*\s*\)\(JNIEnv\*, \w+\*?, j")
 
 
 def faults(name, text):
+    lines = text.count("\n")
+    if lines > LONGEST:
+        yield f"{name}: {lines} lines, of {LONGEST} at most"
     for match in SPELT_OUT.finditer(text):
         line = text.count("\n", 0, match.start()) + 1
         yield f"{name}:{line}: a native's signature; natives.h has it"

@@ -2,6 +2,7 @@
 // Images on the emulated device, made and read through the natives.
 
 #include "device.h"
+#include "faults.h"
 #include "image/image.h"
 #include <optional>
 #include <random>
@@ -129,4 +130,52 @@ class ImageFixture : public DeviceTest {
         return values;
     }
     std::mt19937 random{7};
+};
+
+class ImageTest : public ImageFixture {};
+
+// Different colours, none of them grey.
+inline std::vector<COLORREF> paletteOfLength(size_t length) {
+    std::vector<COLORREF> palette;
+    for (size_t i = 0; i < length; ++i)
+        palette.push_back(RGB(255 - i, 7 * i % 256, (i * 37 + 11) % 256));
+    return palette;
+}
+
+// How often a lock is entered and left.
+inline CRITICAL_SECTION* watchedLock;
+inline int entries, exits;
+inline void WINAPI countEntry(CRITICAL_SECTION* lock) {
+    entries += lock == watchedLock;
+    EnterCriticalSection(lock);
+}
+inline void WINAPI countExit(CRITICAL_SECTION* lock) {
+    exits += lock == watchedLock;
+    LeaveCriticalSection(lock);
+}
+inline void watchLock(Faults& faults, ImageRecord* image) {
+    watchedLock = &image->lock;
+    entries = exits = 0;
+    faults.replace("EnterCriticalSection", reinterpret_cast<void*>(countEntry));
+    faults.replace("LeaveCriticalSection", reinterpret_cast<void*>(countExit));
+}
+
+// An image that a drawing context holds.
+class HeldImage {
+  public:
+    explicit HeldImage(jint image)
+        : record(reinterpret_cast<ImageRecord*>(image)), context(CreateCompatibleDC(nullptr)) {
+        record->placeholderBitmap = static_cast<HBITMAP>(SelectObject(context, record->bitmap));
+        record->selectedDC = context;
+    }
+    ~HeldImage() {
+        SelectObject(context, record->placeholderBitmap);
+        record->selectedDC = nullptr;
+        DeleteDC(context);
+    }
+    bool isHeld() const { return GetCurrentObject(context, OBJ_BITMAP) == record->bitmap; }
+
+  private:
+    ImageRecord* record;
+    HDC context;
 };
