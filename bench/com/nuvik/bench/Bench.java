@@ -1,5 +1,8 @@
 package com.nuvik.bench;
 
+import static com.nuvik.wyx.dovr.OS.List_New;
+import static com.nuvik.wyx.dovr.OS.PushButton_New;
+
 import com.nuvik.wyx.Style;
 import com.nuvik.wyx.k4tr.OS;
 import java.io.ByteArrayOutputStream;
@@ -180,7 +183,7 @@ public final class Bench {
         OS.Display_RegisterCallback(
                 display, OS.CB_SELECTION, "com/nuvik/bench/Bench$Receiver", "selected");
         int shell = OS.Shell_New(display, 0);
-        int control = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
+        int control = PushButton_New(shell, 0);
         OS.Widget_SetData(control, new Receiver());
 
         System.out.printf(
@@ -192,7 +195,7 @@ public final class Bench {
         row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), 1.15);
         row("message through the chain / bare subclass", Natives.message(control), 1.30);
         int bothBars = Style.HORIZONTAL_SCROLL | Style.VERTICAL_SCROLL;
-        int list = com.nuvik.wyx.dovr.OS.List_New(shell, bothBars);
+        int list = List_New(shell, bothBars);
         for (int items : new int[] {1000, 10000})
             row("one of " + items + " list items / list box + measuring",
                     Natives.listItem(list, items), 1.30);

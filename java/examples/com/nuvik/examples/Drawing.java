@@ -1,5 +1,29 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Color_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Color_New;
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Control_NewGraphics;
+import static com.nuvik.wyx.k4tr.OS.Font_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Graphics_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Graphics_DrawImage;
+import static com.nuvik.wyx.k4tr.OS.Graphics_DrawOval;
+import static com.nuvik.wyx.k4tr.OS.Graphics_DrawPolyline;
+import static com.nuvik.wyx.k4tr.OS.Graphics_DrawString;
+import static com.nuvik.wyx.k4tr.OS.Graphics_FillArc;
+import static com.nuvik.wyx.k4tr.OS.Graphics_FillOval;
+import static com.nuvik.wyx.k4tr.OS.Graphics_FillRectangle;
+import static com.nuvik.wyx.k4tr.OS.Graphics_FillRoundRectangle;
+import static com.nuvik.wyx.k4tr.OS.Graphics_SetBackground;
+import static com.nuvik.wyx.k4tr.OS.Graphics_SetFont;
+import static com.nuvik.wyx.k4tr.OS.Graphics_SetForeground;
+import static com.nuvik.wyx.k4tr.OS.Graphics_SetLineWidth;
+import static com.nuvik.wyx.k4tr.OS.Image_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Image_NewFromByteData;
+import static com.nuvik.wyx.k4tr.OS.Image_NewFromIntData;
+import static com.nuvik.wyx.k4tr.OS.Image_NewFromSize;
+import static com.nuvik.wyx.k4tr.OS.Image_NewGraphics;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.FontFamily;
@@ -27,10 +51,9 @@ public final class Drawing {
 
     private final Program program = new Program();
     private final int shell = program.newMainShell("Drawing", new Canvas());
-    private final int width = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[2];
+    private final int width = Control_GetBounds(shell)[2];
     private final int strip =
-            com.nuvik.wyx.k4tr.OS.Image_NewFromSize(
-                    program.display, width, STRIP_HEIGHT, LIGHT_BLUE);
+            Image_NewFromSize(program.display, width, STRIP_HEIGHT, LIGHT_BLUE);
     private final int title =
             OS.Font_NewLogical(
                     program.display,
@@ -65,11 +88,11 @@ public final class Drawing {
 
     /** Does something in a colour that lives as long as it takes. */
     private void inColor(int graphics, int red, int green, int blue, Runnable drawing) {
-        int color = com.nuvik.wyx.k4tr.OS.Color_New(program.display, red, green, blue);
-        com.nuvik.wyx.k4tr.OS.Graphics_SetForeground(graphics, color);
-        com.nuvik.wyx.k4tr.OS.Graphics_SetBackground(graphics, color);
+        int color = Color_New(program.display, red, green, blue);
+        Graphics_SetForeground(graphics, color);
+        Graphics_SetBackground(graphics, color);
         drawing.run();
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(color);
+        Color_Dispose(color);
     }
 
     /** A picture that lies on the device as a file. */
@@ -96,7 +119,7 @@ public final class Drawing {
         byte[] reds = {0, (byte) 0xFF};
         byte[] greens = {0, (byte) 0xF0};
         byte[] blues = {0, 0x40};
-        return com.nuvik.wyx.k4tr.OS.Image_NewFromByteData(
+        return Image_NewFromByteData(
                 program.display, 16, 16, rows, 2, 1, reds, greens, blues, 2, 0);
     }
 
@@ -112,8 +135,7 @@ public final class Drawing {
                 alpha[y * size + x] = (byte) (Math.max(0, 1 - distance) * 255);
             }
         }
-        return com.nuvik.wyx.k4tr.OS.Image_NewFromIntData(
-                program.display, size, size, pixels, 24, -1, -1, alpha);
+        return Image_NewFromIntData(program.display, size, size, pixels, 24, -1, -1, alpha);
     }
 
     private void drawShapes(int graphics) {
@@ -122,25 +144,24 @@ public final class Drawing {
                 200,
                 60,
                 40,
-                () -> com.nuvik.wyx.k4tr.OS.Graphics_FillArc(graphics, 10, 40, 50, 50, 30, 300));
+                () -> Graphics_FillArc(graphics, 10, 40, 50, 50, 30, 300));
         inColor(
                 graphics,
                 40,
                 120,
                 60,
-                () -> com.nuvik.wyx.k4tr.OS.Graphics_FillRoundRectangle(
-                        graphics, 70, 40, 60, 50, 20, 20));
+                () -> Graphics_FillRoundRectangle(graphics, 70, 40, 60, 50, 20, 20));
         inColor(
                 graphics,
                 60,
                 60,
                 160,
                 () -> {
-                    com.nuvik.wyx.k4tr.OS.Graphics_SetLineWidth(graphics, 3);
-                    com.nuvik.wyx.k4tr.OS.Graphics_DrawOval(graphics, 142, 42, 36, 46);
-                    com.nuvik.wyx.k4tr.OS.Graphics_SetLineWidth(graphics, 1);
+                    Graphics_SetLineWidth(graphics, 3);
+                    Graphics_DrawOval(graphics, 142, 42, 36, 46);
+                    Graphics_SetLineWidth(graphics, 1);
                     int[] corners = {190, 90, 210, 40, 230, 90, 186, 58, 234, 58, 190, 90};
-                    com.nuvik.wyx.k4tr.OS.Graphics_DrawPolyline(graphics, corners, corners.length);
+                    Graphics_DrawPolyline(graphics, corners, corners.length);
                 });
     }
 
@@ -151,11 +172,11 @@ public final class Drawing {
                 0,
                 0,
                 () -> {
-                    com.nuvik.wyx.k4tr.OS.Graphics_SetFont(graphics, title);
-                    com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
+                    Graphics_SetFont(graphics, title);
+                    Graphics_DrawString(
                             graphics, "Drawn in Java", 10, 8, TextFlag.LEAVE_BACKGROUND);
-                    com.nuvik.wyx.k4tr.OS.Graphics_SetFont(graphics, 0);
-                    com.nuvik.wyx.k4tr.OS.Graphics_DrawString(
+                    Graphics_SetFont(graphics, 0);
+                    Graphics_DrawString(
                             graphics,
                             "a picture,\nstars,\na glass",
                             165,
@@ -167,17 +188,17 @@ public final class Drawing {
     private void drawPictures(int graphics) {
         OS.Graphics_DrawImageRegion(graphics, picture, 0, 0, 96, 64, 10, 108, 144, 96);
         for (int i = 0; i < 5; i++)
-            com.nuvik.wyx.k4tr.OS.Graphics_DrawImage(graphics, star, 20 + 24 * i, 116 + 6 * (i % 2));
-        com.nuvik.wyx.k4tr.OS.Graphics_DrawImage(graphics, glass, 90, 140);
+            Graphics_DrawImage(graphics, star, 20 + 24 * i, 116 + 6 * (i % 2));
+        Graphics_DrawImage(graphics, glass, 90, 140);
     }
 
     private void paint() {
-        int graphics = com.nuvik.wyx.k4tr.OS.Control_NewGraphics(shell);
+        int graphics = Control_NewGraphics(shell);
         drawShapes(graphics);
         drawTexts(graphics);
         drawPictures(graphics);
-        com.nuvik.wyx.k4tr.OS.Graphics_DrawImage(graphics, strip, 0, STRIP_TOP);
-        com.nuvik.wyx.k4tr.OS.Graphics_Dispose(graphics);
+        Graphics_DrawImage(graphics, strip, 0, STRIP_TOP);
+        Graphics_Dispose(graphics);
     }
 
     /** The ball goes to and fro, drawn beside the screen so that nothing flickers. */
@@ -185,25 +206,23 @@ public final class Drawing {
         int way = width - BALL;
         int step = frame++ * 4 % (2 * way);
         int x = step < way ? step : 2 * way - step;
-        int inside = com.nuvik.wyx.k4tr.OS.Image_NewGraphics(strip);
+        int inside = Image_NewGraphics(strip);
         inColor(
                 inside,
                 0x9A,
                 0xC0,
                 0xF0,
-                () -> com.nuvik.wyx.k4tr.OS.Graphics_FillRectangle(
-                        inside, 0, 0, width, STRIP_HEIGHT));
+                () -> Graphics_FillRectangle(inside, 0, 0, width, STRIP_HEIGHT));
         inColor(
                 inside,
                 220,
                 90,
                 20,
-                () -> com.nuvik.wyx.k4tr.OS.Graphics_FillOval(
-                        inside, x, (STRIP_HEIGHT - BALL) / 2, BALL, BALL));
-        com.nuvik.wyx.k4tr.OS.Graphics_Dispose(inside);
-        int graphics = com.nuvik.wyx.k4tr.OS.Control_NewGraphics(shell);
-        com.nuvik.wyx.k4tr.OS.Graphics_DrawImage(graphics, strip, 0, STRIP_TOP);
-        com.nuvik.wyx.k4tr.OS.Graphics_Dispose(graphics);
+                () -> Graphics_FillOval(inside, x, (STRIP_HEIGHT - BALL) / 2, BALL, BALL));
+        Graphics_Dispose(inside);
+        int graphics = Control_NewGraphics(shell);
+        Graphics_DrawImage(graphics, strip, 0, STRIP_TOP);
+        Graphics_Dispose(graphics);
         if (frame == 20) System.out.println("frame 20");
     }
 
@@ -218,8 +237,8 @@ public final class Drawing {
         program.run();
         program.dispose(shell);
         for (int image : new int[] {strip, picture, star, glass})
-            com.nuvik.wyx.k4tr.OS.Image_Dispose(image);
-        com.nuvik.wyx.k4tr.OS.Font_Dispose(title);
+            Image_Dispose(image);
+        Font_Dispose(title);
         program.end();
         System.out.println("closed");
     }

@@ -1,5 +1,7 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Widget_Dispose;
+
 import com.nuvik.wyx.dovr.OS;
 
 /** A dialog that asks for one of the documents on the device. */
@@ -21,7 +23,7 @@ final class FileQuestion {
         boolean chosen = OS.FileDialog_Open(dialog);
         String folder = OS.FileDialog_GetFilterPath(dialog);
         String[] names = OS.FileDialog_GetFileNames(dialog);
-        com.nuvik.wyx.k4tr.OS.Widget_Dispose(dialog);
+        Widget_Dispose(dialog);
         return chosen ? folder + names[0] : null;
     }
 }

@@ -1,5 +1,10 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Color_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Color_New;
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Font_Dispose;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.FontFamily;
@@ -22,7 +27,7 @@ public final class Form {
     private final int font =
             OS.Font_NewLogical(program.display, FontFamily.SANS_SERIF, 10, FontStyle.PLAIN);
     private final int yellow =
-            com.nuvik.wyx.k4tr.OS.Color_New(program.display, 255, 240, 150);
+            Color_New(program.display, 255, 240, 150);
     private final FormFields fields = new FormFields(program, shell, font, yellow);
     private final FormMenus menus = new FormMenus(program, shell);
     private final int status = OS.Label_New(shell, Style.CENTERED_LINE);
@@ -169,7 +174,7 @@ public final class Form {
 
     /** The shell loses height while the device's input panel shows. */
     private void placeParts() {
-        int[] area = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
+        int[] area = Control_GetBounds(shell);
         int top = program.screen.unscaled(area[3]) - STATUS_HEIGHT;
         fields.place(top);
         program.screen.place(status, 0, top, program.screen.unscaled(area[2]), STATUS_HEIGHT);
@@ -193,8 +198,8 @@ public final class Form {
         fields.dispose();
         program.dispose(status);
         program.dispose(shell);
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(yellow);
-        com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
+        Color_Dispose(yellow);
+        Font_Dispose(font);
         program.end();
     }
 

@@ -1,5 +1,9 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Color_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Color_New;
+import static com.nuvik.wyx.k4tr.OS.Font_Dispose;
+
 import com.nuvik.program.Program;
 import com.nuvik.wyx.FontFamily;
 import com.nuvik.wyx.FontStyle;
@@ -54,8 +58,8 @@ final class FormFields {
         this.yellow = yellow;
         boldFont =
                 OS.Font_NewLogical(program.display, FontFamily.SANS_SERIF, 10, FontStyle.BOLD);
-        blue = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 0, 0, 128);
-        red = com.nuvik.wyx.k4tr.OS.Color_New(program.display, 192, 0, 0);
+        blue = Color_New(program.display, 0, 0, 128);
+        red = Color_New(program.display, 192, 0, 0);
         page = new Page(program, shell);
         site = addTextField("Site", 6);
         inspector = addTextField("Inspector", 32);
@@ -200,8 +204,8 @@ final class FormFields {
 
     void dispose() {
         page.dispose();
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(blue);
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(red);
-        com.nuvik.wyx.k4tr.OS.Font_Dispose(boldFont);
+        Color_Dispose(blue);
+        Color_Dispose(red);
+        Font_Dispose(boldFont);
     }
 }

@@ -1,5 +1,7 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.dovr.OS.Control_SetForeground;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.k4tr.OS;
@@ -56,7 +58,7 @@ public final class Gauge {
         int upper = Gauge_New(shell, 0);
         int lower = Gauge_New(shell, 0);
         int blue = OS.Color_New(program.display, BLUE >> 16, BLUE >> 8 & 0xFF, BLUE & 0xFF);
-        com.nuvik.wyx.dovr.OS.Control_SetForeground(lower, blue);
+        Control_SetForeground(lower, blue);
         program.screen.place(upper, 20, 60, 200, 30);
         program.screen.place(lower, 20, 110, 200, 30);
         follow(upper, lower);

@@ -1,5 +1,10 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Control_SetVisible;
+import static com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.FocusChange;
@@ -82,7 +87,7 @@ final class Page {
         sheet = OS.Composite_New(window, 0);
         bar = OS.Scrollable_GetVerticalBar(window);
         OS.Adjustable_SetUnitIncrement(bar, LINE);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+        Widget_SetData(
                 bar,
                 new Listener() {
                     @Override
@@ -90,8 +95,8 @@ final class Page {
                         scrollTo(value);
                     }
                 });
-        int[] insets = com.nuvik.wyx.k4tr.OS.Scrollable_GetInsets(window);
-        int shellWidth = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell)[2];
+        int[] insets = Scrollable_GetInsets(window);
+        int shellWidth = Control_GetBounds(shell)[2];
         windowWidth = program.screen.unscaled(shellWidth);
         width = program.screen.unscaled(shellWidth - insets[0] - insets[2]);
     }
@@ -112,7 +117,7 @@ final class Page {
     /** Puts a control on the sheet that the Tab key leads to. */
     void add(Field field, int control, int font, int x, int y, int controlWidth, int controlHeight) {
         add(control, font, x, y, controlWidth, controlHeight);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(control, field);
+        Widget_SetData(control, field);
         field.control = control;
         field.top = y;
         field.bottom = y + controlHeight;
@@ -127,7 +132,7 @@ final class Page {
         OS.Adjustable_SetBlockIncrement(bar, visible - LINE);
         program.screen.place(window, 0, 0, windowWidth, visible);
         scrollTo(OS.Adjustable_GetValue(bar));
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(sheet, true);
+        Control_SetVisible(sheet, true);
     }
 
     void scrollTo(int wanted) {
@@ -158,7 +163,7 @@ final class Page {
 
     void dispose() {
         while (!controls.isEmpty()) program.dispose(controls.pop());
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(bar, null);
+        Widget_SetData(bar, null);
         program.dispose(sheet);
         program.dispose(window);
     }

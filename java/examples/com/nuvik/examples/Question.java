@@ -1,5 +1,9 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.k4tr.OS.Control_SetVisible;
+import static com.nuvik.wyx.k4tr.OS.Shell_SetText;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.Key;
@@ -37,7 +41,7 @@ final class Question {
         this.font = font;
         shell = OS.Shell_NewChild(owner, STYLE);
         label = OS.Label_New(shell, Style.CENTERED_LINE);
-        com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, title);
+        Shell_SetText(shell, title);
     }
 
     /**
@@ -83,7 +87,7 @@ final class Question {
     private void addButton(String text, int count) {
         AnswerButton button = new AnswerButton();
         OS.Button_SetLabel(button.control, text);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(button.control, button);
+        Widget_SetData(button.control, button);
         int step = (WIDTH - 3 * MARGIN) / count;
         place(button.control, MARGIN + button.number * step, 2 * MARGIN + LINE, step - MARGIN);
         buttons.add(button);
@@ -102,7 +106,7 @@ final class Question {
                         if (event == WindowEvent.CLOSE_REQUESTED) isOpen = false;
                     }
                 };
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(shell, listener);
+        Widget_SetData(shell, listener);
         program.screen.move(shell, LEFT, TOP, WIDTH, HEIGHT);
         program.show(shell, listener);
         program.focus(buttons.get(0).control, buttons.get(0));
@@ -110,7 +114,7 @@ final class Question {
 
     private void run() {
         while (isOpen) program.dispatch();
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(shell, false);
+        Control_SetVisible(shell, false);
         for (AnswerButton button : buttons) program.dispose(button.control);
         program.dispose(label);
         program.dispose(shell);

@@ -1,5 +1,15 @@
 package com.nuvik.examples;
 
+import static com.nuvik.wyx.dovr.OS.Button_SetLabel;
+import static com.nuvik.wyx.dovr.OS.Composite_New;
+import static com.nuvik.wyx.dovr.OS.Label_New;
+import static com.nuvik.wyx.dovr.OS.Label_SetText;
+import static com.nuvik.wyx.dovr.OS.PushButton_New;
+import static com.nuvik.wyx.dovr.OS.Sound_Dispose;
+import static com.nuvik.wyx.dovr.OS.Sound_New;
+import static com.nuvik.wyx.dovr.OS.Sound_Play;
+import static com.nuvik.wyx.dovr.OS.Sound_Stop;
+
 import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.Style;
@@ -27,7 +37,7 @@ public final class Sound {
 
     private final Program program = new Program();
     private final int shell = program.newMainShell("Sound");
-    private final int sound = com.nuvik.wyx.dovr.OS.Sound_New();
+    private final int sound = Sound_New();
     private final short[] tune = makeTune();
     private final byte[] file = makeFile(tune);
     private final int[] buttons = new int[4];
@@ -65,18 +75,18 @@ public final class Sound {
     }
 
     private void say(String what) {
-        com.nuvik.wyx.dovr.OS.Label_SetText(label, what);
+        Label_SetText(label, what);
         System.out.println(what);
     }
 
     private void play(int loops, String what) {
-        com.nuvik.wyx.dovr.OS.Sound_Stop(sound);
-        com.nuvik.wyx.dovr.OS.Sound_Play(sound, file, file.length, loops);
+        Sound_Stop(sound);
+        Sound_Play(sound, file, file.length, loops);
         say(what);
     }
 
     private void stop() {
-        com.nuvik.wyx.dovr.OS.Sound_Stop(sound);
+        Sound_Stop(sound);
         say("Stopped");
     }
 
@@ -109,8 +119,8 @@ public final class Sound {
     }
 
     private void makeButton(int number, String text, Runnable action) {
-        int button = com.nuvik.wyx.dovr.OS.PushButton_New(shell, 0);
-        com.nuvik.wyx.dovr.OS.Button_SetLabel(button, text);
+        int button = PushButton_New(shell, 0);
+        Button_SetLabel(button, text);
         OS.Widget_SetData(
                 button,
                 new Listener() {
@@ -136,7 +146,7 @@ public final class Sound {
         width = program.screen.unscaled(area[2]) - 2 * MARGIN;
         int others = LABEL_HEIGHT + 2 * BUTTON_HEIGHT + 5 * MARGIN + MENU_BAR;
         waveHeight = Math.min(WAVE_HEIGHT, program.screen.unscaled(area[3]) - others);
-        wave = com.nuvik.wyx.dovr.OS.Composite_New(shell, Style.BORDER);
+        wave = Composite_New(shell, Style.BORDER);
         OS.Widget_SetData(
                 wave,
                 new Listener() {
@@ -146,7 +156,7 @@ public final class Sound {
                     }
                 });
         program.screen.place(wave, MARGIN, MARGIN, width, waveHeight);
-        label = com.nuvik.wyx.dovr.OS.Label_New(shell, 0);
+        label = Label_New(shell, 0);
         program.screen.place(label, MARGIN, waveHeight + 2 * MARGIN, width, LABEL_HEIGHT);
         program.showMainShell();
         makeButton(0, "Play", () -> play(0, "Playing once"));
@@ -155,7 +165,7 @@ public final class Sound {
         makeButton(3, "Stop", this::stop);
         say("Ready");
         program.run();
-        com.nuvik.wyx.dovr.OS.Sound_Dispose(sound);
+        Sound_Dispose(sound);
         for (int button : buttons) program.dispose(button);
         program.dispose(label);
         program.dispose(wave);

@@ -1,5 +1,8 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Font_GetAscent;
+import static com.nuvik.wyx.k4tr.OS.Font_GetDescent;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertTrue;
 
@@ -27,11 +30,11 @@ public final class ChoiceTest {
 
     /** Where an item of the dropped list is on the screen. */
     private int topOf(int item) {
-        int[] bounds = com.nuvik.wyx.k4tr.OS.Control_GetBounds(choice);
+        int[] bounds = Control_GetBounds(choice);
         int font = OS.Control_GetDefaultFont(choice);
         int line =
-                com.nuvik.wyx.k4tr.OS.Font_GetAscent(font)
-                        + com.nuvik.wyx.k4tr.OS.Font_GetDescent(font);
+                Font_GetAscent(font)
+                        + Font_GetDescent(font);
         return bounds[1] + bounds[3] + item * line;
     }
 

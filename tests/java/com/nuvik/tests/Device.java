@@ -1,5 +1,11 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.dovr.OS.Display_GetInsets;
+import static com.nuvik.wyx.dovr.OS.Display_PostKeyEvent;
+import static com.nuvik.wyx.dovr.OS.Display_PostPointerEvent;
+import static com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent;
+import static com.nuvik.wyx.dovr.OS.PushButton_New;
+
 import com.nuvik.wyx.KeyKind;
 import com.nuvik.wyx.PointerButton;
 import com.nuvik.wyx.PointerType;
@@ -157,7 +163,7 @@ final class Device {
     }
 
     int newButton(int parent) {
-        int button = com.nuvik.wyx.dovr.OS.PushButton_New(parent, 0);
+        int button = PushButton_New(parent, 0);
         OS.Control_SetBounds(button, 40, 50, 100, 40);
         OS.Control_SetVisible(button, true);
         dispatchAll();
@@ -170,27 +176,25 @@ final class Device {
 
     /** A person's tap at a point of the work area, which top shells fill. */
     void tap(int x, int y) {
-        int[] insets = com.nuvik.wyx.dovr.OS.Display_GetInsets(display);
+        int[] insets = Display_GetInsets(display);
         tapScreen(insets[0] + x, insets[1] + y);
     }
 
     /** A person's tap on the screen. What tracks the pointer finds the release waiting. */
     void tapScreen(int x, int y) {
-        com.nuvik.wyx.dovr.OS.Display_PostPointerMoveEvent(display, x, y);
-        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(
-                display, PointerType.PRESS, PointerButton.LEFT);
-        com.nuvik.wyx.dovr.OS.Display_PostPointerEvent(
-                display, PointerType.RELEASE, PointerButton.LEFT);
+        Display_PostPointerMoveEvent(display, x, y);
+        Display_PostPointerEvent(display, PointerType.PRESS, PointerButton.LEFT);
+        Display_PostPointerEvent(display, PointerType.RELEASE, PointerButton.LEFT);
         dispatchAll();
     }
 
     /** A key goes down; it is handled with the next dispatch. */
     void press(int key) {
-        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, KeyKind.PRESSED, key, '\0');
+        Display_PostKeyEvent(display, KeyKind.PRESSED, key, '\0');
     }
 
     void release(int key) {
-        com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, KeyKind.RELEASED, key, '\0');
+        Display_PostKeyEvent(display, KeyKind.RELEASED, key, '\0');
     }
 
     /** Shows a control at its place in its parent. */
@@ -204,7 +208,7 @@ final class Device {
     /** The key goes down and up; the control with the focus gets it. */
     void pressKey(int key) {
         for (int kind : new int[] {KeyKind.PRESSED, KeyKind.RELEASED}) {
-            com.nuvik.wyx.dovr.OS.Display_PostKeyEvent(display, kind, key, (char) 0);
+            Display_PostKeyEvent(display, kind, key, (char) 0);
             dispatchAll();
         }
     }

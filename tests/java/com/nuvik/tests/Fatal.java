@@ -1,5 +1,9 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.dovr.OS.Composite_New;
+import static com.nuvik.wyx.dovr.OS.Sound_New;
+import static com.nuvik.wyx.dovr.OS.Sound_Play;
+
 import com.nuvik.wyx.k4tr.OS;
 
 /** Each of these ends the Java VM; the argument names one. */
@@ -9,7 +13,7 @@ public final class Fatal {
     public static void main(String[] arguments) {
         switch (arguments[0]) {
             case "no-handler":
-                com.nuvik.wyx.dovr.OS.Composite_New(0, 0);
+                Composite_New(0, 0);
                 break;
             case "no-registry":
                 OS.Display_RegisterCallback(OS.Display_New(), 0, "a/B", "c");
@@ -36,8 +40,7 @@ public final class Fatal {
                 break;
             case "exit-sounding":
                 byte[] file = SoundTest.wave(new byte[80]);
-                com.nuvik.wyx.dovr.OS.Sound_Play(
-                        com.nuvik.wyx.dovr.OS.Sound_New(), file, file.length, -1);
+                Sound_Play(Sound_New(), file, file.length, -1);
                 System.exit(9);
                 break;
             case "exit-slowly":

@@ -1,5 +1,7 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.dovr.OS.Control_ForceFocus;
+
 import com.nuvik.wyx.k4tr.OS;
 
 /** Faults of native code in callbacks that the system enters. */
@@ -40,7 +42,7 @@ final class Faults {
         OS.Control_SetBounds(shell, 10, 40, 200, 200);
         OS.Control_SetVisible(button, false);
         OS.Control_SetVisible(button, true);
-        com.nuvik.wyx.dovr.OS.Control_ForceFocus(button);
+        Control_ForceFocus(button);
         device.dispatchAll();
         System.out.println("went on after " + callback);
     }

@@ -1,5 +1,7 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Widget_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
 import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
@@ -29,11 +31,11 @@ public final class FileDialogTest {
 
     @After
     public void close() {
-        com.nuvik.wyx.k4tr.OS.Widget_Dispose(dialog);
+        Widget_Dispose(dialog);
     }
 
     private void typeWhenItOpens(int... keys) {
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+        Widget_SetData(
                 shown.shell,
                 new Device.Recorder() {
                     private boolean typed;

@@ -1,5 +1,11 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.dovr.OS.Image_GetIndexedPalette;
+import static com.nuvik.wyx.dovr.OS.Image_GetPixelsLowColor;
+import static com.nuvik.wyx.dovr.OS.Image_GetTransparentColor;
+import static com.nuvik.wyx.dovr.OS.Image_IsDirect;
+import static com.nuvik.wyx.dovr.OS.Image_NewFromFile;
+import static com.nuvik.wyx.dovr.OS.Image_NewFromHandle;
 import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
@@ -136,20 +142,20 @@ public final class ImageTest {
         Path file = Files.createTempFile("stripes", ".png");
         Files.write(file, stripedPng());
         // The device sees the machine's files on drive Z.
-        int image = com.nuvik.wyx.dovr.OS.Image_NewFromFile(0, "Z:" + file);
+        int image = Image_NewFromFile(0, "Z:" + file);
         assertNotEquals(0, image);
-        assertFalse(com.nuvik.wyx.dovr.OS.Image_IsDirect(image));
-        assertEquals(2, com.nuvik.wyx.dovr.OS.Image_GetTransparentColor(image));
+        assertFalse(Image_IsDirect(image));
+        assertEquals(2, Image_GetTransparentColor(image));
         byte[] red = new byte[3];
         byte[] green = new byte[3];
         byte[] blue = new byte[3];
-        com.nuvik.wyx.dovr.OS.Image_GetIndexedPalette(image, red, green, blue);
+        Image_GetIndexedPalette(image, red, green, blue);
         assertArrayEquals(new byte[] {10, 40, 70}, red);
         assertArrayEquals(new byte[] {20, 50, 80}, green);
         assertArrayEquals(new byte[] {30, 60, 90}, blue);
         assertArrayEquals(
                 new byte[] {1, 2, 1, 2, 1, 2, 1, 2, 1, 2, 1, 2},
-                com.nuvik.wyx.dovr.OS.Image_GetPixelsLowColor(image));
+                Image_GetPixelsLowColor(image));
 
         int target = OS.Image_NewFromSize(0, WIDTH, HEIGHT, 0x123456);
         int graphics = OS.Image_NewGraphics(target);
@@ -183,8 +189,8 @@ public final class ImageTest {
         byte[] data = stripedPng();
         for (int i = 0; i < 2000; i++) {
             int image = decode(data);
-            int copy = com.nuvik.wyx.dovr.OS.Image_NewFromHandle(0, image);
-            assertEquals(12, com.nuvik.wyx.dovr.OS.Image_GetPixelsLowColor(copy).length);
+            int copy = Image_NewFromHandle(0, image);
+            assertEquals(12, Image_GetPixelsLowColor(copy).length);
             OS.Image_Dispose(copy);
             OS.Image_Dispose(image);
         }
@@ -193,12 +199,12 @@ public final class ImageTest {
     @Test
     public void failuresReachTheHandlerAndGiveNothing() throws IOException {
         assertEquals(0, decode(new byte[] {1, 2, 3}));
-        assertEquals(0, com.nuvik.wyx.dovr.OS.Image_NewFromFile(0, "Z:/no such file.png"));
+        assertEquals(0, Image_NewFromFile(0, "Z:/no such file.png"));
         byte[] damaged = countingPng();
         damaged[damaged.length - 20] ^= 0x55;
         assertEquals(0, decode(damaged));
         int image = decode(countingPng());
-        assertNull(com.nuvik.wyx.dovr.OS.Image_GetPixelsLowColor(image));
+        assertNull(Image_GetPixelsLowColor(image));
         OS.Image_Dispose(image);
         assertEquals(
                 "[Image_NewFromFileData -6 Failed to create IImageDecoder from IStream, "

@@ -1,5 +1,6 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
 import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
@@ -39,7 +40,7 @@ public final class ListTest {
 
     /** A person's tap on an item. */
     private void tapItem(int item) {
-        int[] bounds = com.nuvik.wyx.k4tr.OS.Control_GetBounds(list);
+        int[] bounds = Control_GetBounds(list);
         int height = OS.List_GetMinimumSize(list, 2)[1] - OS.List_GetMinimumSize(list, 1)[1];
         shown.device.tap(bounds[0] + 10, bounds[1] + item * height + height / 2);
     }

@@ -1,5 +1,6 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
 import static org.junit.Assert.assertSame;
@@ -121,7 +122,7 @@ public final class ProgramTest {
         int shell = program.newMainShell("Shown", window);
         Listener entry = new Listener();
         int field = OS.TextField_New(shell, Style.BORDER);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(field, entry);
+        Widget_SetData(field, entry);
         program.screen.place(field, 10, 10, 100, 20);
         program.showMainShell();
         assertTrue(window.isActive());

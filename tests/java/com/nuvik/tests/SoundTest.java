@@ -1,5 +1,6 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.wyxErrorHandler;
 import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertNotEquals;
@@ -29,7 +30,7 @@ public final class SoundTest {
 
     @Before
     public void open() {
-        com.nuvik.wyx.k4tr.OS.wyxErrorHandler =
+        wyxErrorHandler =
                 (function, code, message) -> errors.add(function + " " + code + " " + message);
         SoundOutput.setSpeed(0);
         SoundOutput.record(true);

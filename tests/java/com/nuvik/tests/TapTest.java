@@ -1,5 +1,10 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Device_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Shell_New;
+import static com.nuvik.wyx.k4tr.OS.Shell_SetText;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertNotEquals;
 import static org.junit.Assert.assertSame;
@@ -70,7 +75,7 @@ public final class TapTest {
     public void aListenerMayDisposeOfItsOwnButton() {
         int[] taps = new int[1];
         Device.Recorder shellEvents = device.listen(shell);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(button, device.disposing(() -> taps[0]++, button));
+        Widget_SetData(button, device.disposing(() -> taps[0]++, button));
         device.tap(90, 70);
         device.tap(90, 70);
         assertEquals(1, taps[0]);
@@ -79,7 +84,7 @@ public final class TapTest {
 
     @Test
     public void whatAListenerThrowsSurfacesFromTheDispatch() {
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+        Widget_SetData(
                 button,
                 device.disposing(
                         () -> {
@@ -112,7 +117,7 @@ public final class TapTest {
         assertNotEquals(0, made);
         device.onOtherThread(
                 () -> {
-                    com.nuvik.wyx.k4tr.OS.Widget_SetData(made, device.disposing(() -> {}, 0));
+                    Widget_SetData(made, device.disposing(() -> {}, 0));
                     device.dispose(made);
                     return null;
                 });
@@ -121,7 +126,7 @@ public final class TapTest {
     @Test
     public void shellsAreMadeOnOtherThreads() throws Exception {
         int made =
-                device.onOtherThread(() -> com.nuvik.wyx.k4tr.OS.Shell_New(device.display, 0));
+                device.onOtherThread(() -> Shell_New(device.display, 0));
         assertNotEquals(0, made);
         device.dispose(made);
     }
@@ -151,11 +156,11 @@ public final class TapTest {
 
     @Test
     public void arraysAndStringsCross() {
-        com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, "title \u00e4\ud83d\ude00");
-        assertEquals(4, com.nuvik.wyx.k4tr.OS.Control_GetBounds(button).length);
-        assertEquals(100, com.nuvik.wyx.k4tr.OS.Control_GetBounds(button)[2]);
+        Shell_SetText(shell, "title \u00e4\ud83d\ude00");
+        assertEquals(4, Control_GetBounds(button).length);
+        assertEquals(100, Control_GetBounds(button)[2]);
         assertEquals(
-                Variety.screen()[0], com.nuvik.wyx.k4tr.OS.Device_GetBounds(device.display)[2]);
+                Variety.screen()[0], Device_GetBounds(device.display)[2]);
         assertEquals(2, OS.Control_GetMinimumSize(button).length);
     }
 

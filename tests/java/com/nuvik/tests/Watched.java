@@ -1,5 +1,14 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Display_ReadAndDispatch;
+import static com.nuvik.wyx.k4tr.OS.Display_Sleep;
+import static com.nuvik.wyx.k4tr.OS.Font_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Font_New;
+import static com.nuvik.wyx.k4tr.OS.Image_NewFromIntData;
+import static com.nuvik.wyx.k4tr.OS.Shell_SetText;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
+
 import com.nuvik.wyx.KeyKind;
 import com.nuvik.wyx.WindowEvent;
 import com.nuvik.wyx.dovr.OS;
@@ -13,7 +22,7 @@ public final class Watched {
     private static boolean isOpen = true;
 
     private static void watch(Device device, int shell) {
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+        Widget_SetData(
                 shell,
                 new Device.Recorder() {
                     @Override
@@ -35,20 +44,19 @@ public final class Watched {
     }
 
     private static void tellSize(int shell) {
-        int[] place = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
+        int[] place = Control_GetBounds(shell);
         System.out.println("size " + place[2] + " " + place[3]);
     }
 
     private static void tellFont(Device device, String name) {
-        int font = com.nuvik.wyx.k4tr.OS.Font_New(device.display, name, 20, 0);
+        int font = Font_New(device.display, name, 20, 0);
         System.out.println("width " + OS.Font_StringAdvance(font, "Illinois"));
-        com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
+        Font_Dispose(font);
     }
 
     private static void tellLanguage(Device device) {
         final int unknownDepth = 17;
-        com.nuvik.wyx.k4tr.OS.Image_NewFromIntData(
-                device.display, 1, 1, new int[1], unknownDepth, -1, -1, null);
+        Image_NewFromIntData(device.display, 1, 1, new int[1], unknownDepth, -1, -1, null);
         System.out.println(device.errors);
         System.out.println("locale " + Locale.getDefault());
         device.errors.clear();
@@ -57,14 +65,14 @@ public final class Watched {
     public static void main(String[] arguments) {
         Device device = new Device();
         int shell = device.newShell();
-        com.nuvik.wyx.k4tr.OS.Shell_SetText(shell, "Watched");
+        Shell_SetText(shell, "Watched");
         tellLanguage(device);
         for (String font : arguments) tellFont(device, font);
         watch(device, shell);
         tellSize(shell);
         while (isOpen) {
-            if (!com.nuvik.wyx.k4tr.OS.Display_ReadAndDispatch(device.display))
-                com.nuvik.wyx.k4tr.OS.Display_Sleep(device.display);
+            if (!Display_ReadAndDispatch(device.display))
+                Display_Sleep(device.display);
         }
         device.dispose(shell);
         device.end();

@@ -1,5 +1,18 @@
 package com.nuvik.tests;
 
+import static com.nuvik.wyx.k4tr.OS.Color_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Color_New;
+import static com.nuvik.wyx.k4tr.OS.Control_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Control_SetBounds;
+import static com.nuvik.wyx.k4tr.OS.Control_SetVisible;
+import static com.nuvik.wyx.k4tr.OS.Device_GetBounds;
+import static com.nuvik.wyx.k4tr.OS.Font_Dispose;
+import static com.nuvik.wyx.k4tr.OS.Font_GetAscent;
+import static com.nuvik.wyx.k4tr.OS.Font_GetDescent;
+import static com.nuvik.wyx.k4tr.OS.Font_GetLeading;
+import static com.nuvik.wyx.k4tr.OS.Font_GetSizeInPoints;
+import static com.nuvik.wyx.k4tr.OS.Font_New;
+import static com.nuvik.wyx.k4tr.OS.Widget_SetData;
 import static org.junit.Assert.assertArrayEquals;
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
@@ -47,8 +60,8 @@ public final class WindowTest {
     }
 
     private int place(int control, int x, int y, int width, int height) {
-        com.nuvik.wyx.k4tr.OS.Control_SetBounds(control, x, y, width, height);
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(control, true);
+        Control_SetBounds(control, x, y, width, height);
+        Control_SetVisible(control, true);
         device.dispatchAll();
         return control;
     }
@@ -58,7 +71,7 @@ public final class WindowTest {
         int[] screen = Variety.screen();
         assertArrayEquals(
                 new int[] {0, 0, screen[0], screen[1]},
-                com.nuvik.wyx.k4tr.OS.Device_GetBounds(device.display));
+                Device_GetBounds(device.display));
         assertArrayEquals(
                 new int[] {0, Variety.taskBarHeight(), 0, 0}, OS.Display_GetInsets(device.display));
         assertTrue(OS.Device_IsDirect(device.display));
@@ -69,22 +82,22 @@ public final class WindowTest {
     @Test
     public void aControlGetsItsColoursBackAndFollowsItsParentWithoutThem() {
         int button = device.newButton(shell);
-        int color = com.nuvik.wyx.k4tr.OS.Color_New(device.display, 10, 200, 30);
+        int color = Color_New(device.display, 10, 200, 30);
         OS.Control_SetBackground(button, color);
         assertEquals(10 << 16 | 200 << 8 | 30, OS.Control_GetBackgroundRGB(button) & 0xFFFFFF);
         OS.Control_SetBackground(button, 0);
         assertNotEquals(10 << 16 | 200 << 8 | 30, OS.Control_GetBackgroundRGB(button) & 0xFFFFFF);
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(color);
+        Color_Dispose(color);
         device.dispose(button);
     }
 
     @Test
     public void coloursKeepTheirComponents() {
-        int color = com.nuvik.wyx.k4tr.OS.Color_New(device.display, 1, 128, 255);
+        int color = Color_New(device.display, 1, 128, 255);
         assertEquals(1, OS.Color_GetRed(color));
         assertEquals(128, OS.Color_GetGreen(color));
         assertEquals(255, OS.Color_GetBlue(color));
-        com.nuvik.wyx.k4tr.OS.Color_Dispose(color);
+        Color_Dispose(color);
     }
 
     @Test
@@ -105,20 +118,20 @@ public final class WindowTest {
         int button = device.newButton(shell);
         OS.Button_SetLabel(button, "Wide enough");
         int[] before = OS.Control_GetMinimumSize(button);
-        int font = com.nuvik.wyx.k4tr.OS.Font_New(device.display, "Tahoma", 24, 0);
+        int font = Font_New(device.display, "Tahoma", 24, 0);
         OS.Control_SetFont(button, font);
         int[] after = OS.Control_GetMinimumSize(button);
         assertTrue(after[0] > before[0] && after[1] > before[1]);
         int pixels =
-                com.nuvik.wyx.k4tr.OS.Font_GetAscent(font)
-                        + com.nuvik.wyx.k4tr.OS.Font_GetDescent(font)
-                        + com.nuvik.wyx.k4tr.OS.Font_GetLeading(font);
+                Font_GetAscent(font)
+                        + Font_GetDescent(font)
+                        + Font_GetLeading(font);
         assertEquals(
                 pixels * 72 / Variety.dotsPerInch(),
-                com.nuvik.wyx.k4tr.OS.Font_GetSizeInPoints(font));
+                Font_GetSizeInPoints(font));
         assertTrue(OS.Font_StringAdvance(font, "WW") > OS.Font_StringAdvance(font, "ii"));
         device.dispose(button);
-        com.nuvik.wyx.k4tr.OS.Font_Dispose(font);
+        Font_Dispose(font);
     }
 
     @Test
@@ -129,13 +142,13 @@ public final class WindowTest {
         OS.Adjustable_SetVisibleAmount(bar, 120);
         OS.Adjustable_SetUnitIncrement(bar, 25);
         Device.Recorder recorder = device.listen(bar);
-        int[] window = com.nuvik.wyx.k4tr.OS.Control_GetBounds(shell);
+        int[] window = Control_GetBounds(shell);
         device.tapScreen(window[0] + 20 + 100 - 5, window[1] + 30 + 120 - 5);
         assertEquals(
                 Collections.singletonList("scrolled 25 " + ScrollKind.LINE_DOWN),
                 only(recorder, "scrolled"));
         assertEquals(25, OS.Adjustable_GetValue(bar));
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(bar, null);
+        Widget_SetData(bar, null);
         device.dispose(list);
     }
 
@@ -170,7 +183,7 @@ public final class WindowTest {
                 only(childActivation, "window"));
         device.tap(90, 70);
         assertEquals(Collections.emptyList(), only(taps, "selected"));
-        com.nuvik.wyx.k4tr.OS.Control_SetVisible(child, false);
+        Control_SetVisible(child, false);
         device.dispatchAll();
         device.tap(90, 70);
         assertEquals(Collections.singletonList("selected"), only(taps, "selected"));
@@ -185,7 +198,7 @@ public final class WindowTest {
         place(child, 20, 100, 160, 80);
         device.tapScreen(20 + 160 - 12, 100 + 12);
         assertTrue(recorder.events.contains("window " + WindowEvent.CLOSE_REQUESTED));
-        assertEquals(160, com.nuvik.wyx.k4tr.OS.Control_GetBounds(child)[2]);
+        assertEquals(160, Control_GetBounds(child)[2]);
         device.dispose(child);
     }
 
