@@ -112,7 +112,8 @@ using ControlWork = void (*)(ControlRecord* control, void* argument);
 void Control_RunWork(ControlRecord* control, ControlWork work, void* argument);
 
 // Does the work on the display's thread without a break, so that no other thread's comes between
-// its steps. Nothing when the control has no window. Any thread.
+// its steps. Any thread. When the control has no window any more, the system refuses what the work
+// asks of it; from another thread than the display's nothing is done.
 template <class Record, class Work>
 void Control_Run(Record* control, Work work) {
     ControlWork call = [](ControlRecord* found, void* argument) {
