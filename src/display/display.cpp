@@ -6,7 +6,6 @@
 #include "control/shell.h"
 #include "display/accelerators.h"
 #include "display/message.h"
-#include "display/quit.h"
 #include "display/requests.h"
 #include "graphics/font.h"
 #include "menu/menu.h"
@@ -104,7 +103,6 @@ static void forgetCommandItems(DisplayRecord* display) {
 static LRESULT end(DisplayRecord* display) {
     HWND messageWindow = display->messageWindow;
     FontRecord* systemFont = display->systemFont;
-    Quit_ForgetDisplay(display);
     display->messageWindow = nullptr;
     display->systemFont = nullptr;
     display->callbackLookup = nullptr;

@@ -4,6 +4,7 @@
 ModalLoop::ModalLoop(DisplayRecord* itsDisplay)
     : display(itsDisplay), outer(nullptr), quitWaits(false) {
     if (!display) return;
+    Display_Retain(display);
     outer = display->modalLoop;
     display->modalLoop = this;
     MSG message;
@@ -11,12 +12,10 @@ ModalLoop::ModalLoop(DisplayRecord* itsDisplay)
 }
 
 ModalLoop::~ModalLoop() {
-    if (display) display->modalLoop = outer;
-    if (!quitWaits) return;
-    if (outer)
-        outer->quitWaits = true;
-    else
-        PostQuitMessage(0);
+    if (!display) return;
+    display->modalLoop = outer;
+    if (quitWaits) Quit_Post(display);
+    Display_Release(display);
 }
 
 void Quit_Post(DisplayRecord* display) {
@@ -24,8 +23,4 @@ void Quit_Post(DisplayRecord* display) {
         display->modalLoop->quitWaits = true;
     else
         PostQuitMessage(0);
-}
-
-void Quit_ForgetDisplay(DisplayRecord* display) {
-    for (ModalLoop* loop = display->modalLoop; loop; loop = loop->outer) loop->display = nullptr;
 }

@@ -22,8 +22,7 @@ class ModalLoop {
 
   private:
     friend void Quit_Post(DisplayRecord* display);
-    friend void Quit_ForgetDisplay(DisplayRecord* display);
-    DisplayRecord* display; // null: gone
+    DisplayRecord* display; // retained; null: none
     ModalLoop* outer;
     bool quitWaits;
 };
@@ -31,6 +30,3 @@ class ModalLoop {
 // A control's window goes: posts the quit message at once, or when the modal loops have ended.
 // Display thread only. Null: at once.
 void Quit_Post(DisplayRecord* display);
-
-// The display ends, maybe within its modal loops.
-void Quit_ForgetDisplay(DisplayRecord* display);
