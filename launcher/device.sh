@@ -22,12 +22,15 @@ server_of() {
     done
 }
 
-# await_ends SECONDS PID...: until none of the processes is there, or the time is over.
+# await_ends SECONDS PID...: until none of the processes runs, or the time is over. One that has ended may
+# stay listed for seconds, until its parent asks for it.
 await_ends() {
     local seconds=$1 pid
     shift
     for pid in "$@"; do
-        timeout "$seconds" tail -s 0.05 --pid="$pid" -f /dev/null || return 1
+        # shellcheck disable=SC2016 # the inner shell's own
+        timeout "$seconds" bash -c \
+            'while grep -qs "^State:.[^ZX]" "/proc/$1/status"; do sleep 0.02; done' - "$pid" || return 1
     done
 }
 
@@ -40,7 +43,9 @@ end_processes() {
     kill -TERM "${pids[@]}" 2>/dev/null || true
     await_ends "${2:-2}" "${pids[@]}" && return
     mapfile -t pids < <(processes_of "$1")
-    [ ${#pids[@]} = 0 ] || kill -KILL "${pids[@]}" 2>/dev/null || true
+    [ ${#pids[@]} = 0 ] && return
+    kill -KILL "${pids[@]}" 2>/dev/null || true
+    await_ends 5 "${pids[@]}" || true
 }
 
 # What a display that was killed leaves among the temporary files, unless another has its number now.
