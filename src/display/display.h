@@ -70,7 +70,7 @@ struct DisplayRecord {
     KeyTranslation key;
     PointerState pointer;
     ModalLoop* modalLoop; // the innermost of the system's that runs now; null: none
-    LONG owners;          // Java and the widgets
+    LONG owners;          // Java, the widgets and the modal loops
     ShellRecord* shells;  // all that have a window, see display/shells.h
     MenuRecord* menus;    // all, see menu/menu.h
     OpenDialog* dialogs;  // of the system, the last opened first; null: none
