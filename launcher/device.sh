@@ -110,8 +110,7 @@ desk_screen() {
     echo "${width}x$height"
 }
 
-# user_registry KIND, machine_registry: what a device has of its own in the current user's part of the
-# registry, and in the machine's. The imaging component serves every kind of apartment.
+# user_registry KIND: what a device has of its own in the current user's part of the registry.
 user_registry() {
     local screen=240x320
     [ "$1" != x11 ] || screen=$(desk_screen)
@@ -129,17 +128,6 @@ REG
 "Graphics"="null"
 REG
 }
-machine_registry() {
-    cat <<'REG'
-
-[Software\\Classes\\CLSID\\{327ABDA8-072B-11D3-9D7B-0000F81EF32E}] 1
-@="ImagingFactory"
-
-[Software\\Classes\\CLSID\\{327ABDA8-072B-11D3-9D7B-0000F81EF32E}\\InprocServer32] 1
-@="y:\\imaging.dll"
-"ThreadingModel"="Both"
-REG
-}
 
 # fill_device FOLDER KIND STORAGE: the prefix of a device, from the one that make-prefix made. Its
 # drives: c: as ever, w: all that is built, x: the storage, y: the programs and libraries, z: this
@@ -155,7 +143,7 @@ fill_device() {
         ln -s "$3" "$1/dosdevices/x:" && ln -s "$bin" "$1/dosdevices/y:" &&
         ln -s / "$1/dosdevices/z:" &&
         cp "$run"/prefix/{system,user,userdef}.reg "$run/prefix/.update-timestamp" "$1/" &&
-        user_registry "$2" >>"$1/user.reg" && machine_registry >>"$1/system.reg"
+        user_registry "$2" >>"$1/user.reg"
 }
 
 # new_device null|x11 [STORAGE]: makes a device and leaves its folder in device. A null device has a
