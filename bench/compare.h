@@ -46,9 +46,10 @@ jintArray medianOf(JNIEnv* env, int rounds, TimeOfOurs ours, TimeOfPlain plain) 
     return array;
 }
 
+constexpr int rounds = 101;
+
 template <class Ours, class Plain>
 jintArray compare(JNIEnv* env, int count, Ours ours, Plain plain) {
-    constexpr int rounds = 101;
     return medianOf(
         env, rounds, [&] { return timeOf(count, ours); }, [&] { return timeOf(count, plain); });
 }

@@ -4,6 +4,7 @@
 #include "compare.h"
 #include "image/conversion.h"
 #include "image/image.h"
+#include <random>
 #include <vector>
 #include <wincodec.h>
 
@@ -15,20 +16,35 @@ static constexpr int conversions = 5; // of an image in one round
 
 namespace {
 
-// Buffers of whole pages must not hinder one another in the processor's cache.
-constexpr LONG apart = 516;
+// Java's pixels, a section's bytes, and what both are copied into by the plain way. Where they lie
+// decides whether they hinder one another in the processor's cache, so it is elsewhere in each
+// round.
+class Buffers {
+  public:
+    const jint* colors(LONG y) const { return intsOf(0) + y * width; }
+    jint* out(LONG y) { return intsOf(1) + y * width; }
+    const BYTE* alphas(LONG y) const { return placeOf(2) + y * width; }
+    BYTE* section(LONG y, LONG bits) { return placeOf(3) + y * strideOf(width, bits); }
+    BYTE* copy() { return placeOf(4); }
 
-// Java's pixels, a section's bytes, and what both are copied into by the plain way.
-struct Buffers {
-    std::vector<jint> colors = std::vector<jint>(pixels, 0x12345678);
-    std::vector<jint> out = std::vector<jint>(pixels);
-    std::vector<ULONG> section = std::vector<ULONG>(pixels + apart, 0x12345678);
-    std::vector<BYTE> alphas = std::vector<BYTE>(pixels, 0x55);
-    std::vector<ULONG> copy = std::vector<ULONG>(pixels);
-
-    BYTE* row(LONG y, LONG bits) {
-        return reinterpret_cast<BYTE*>(section.data() + apart) + y * strideOf(width, bits);
+    void move() {
+        for (size_t& page : pages) page = random() % (pagesOfBuffer - pagesOfImage);
     }
+
+  private:
+    static constexpr size_t pageSize = 0x1000, buffers = 5, pagesOfBuffer = 0x200;
+    static constexpr size_t pagesOfImage = pixels * sizeof(jint) / pageSize + 1;
+
+    BYTE* placeOf(size_t buffer) const {
+        auto* start = reinterpret_cast<BYTE*>(const_cast<ULONG*>(memory.data()));
+        return start + (buffer * pagesOfBuffer + pages[buffer]) * pageSize;
+    }
+    jint* intsOf(size_t buffer) const { return reinterpret_cast<jint*>(placeOf(buffer)); }
+
+    std::vector<ULONG> memory =
+        std::vector<ULONG>(buffers * pagesOfBuffer * pageSize / sizeof(ULONG), 0x12345678);
+    size_t pages[buffers] = {};
+    std::minstd_rand random;
 };
 
 } // namespace
@@ -36,55 +52,62 @@ struct Buffers {
 // The larger of both sides' rows is what is copied.
 template <class Row>
 static jintArray measure(JNIEnv* env, Buffers* buffers, size_t bytesOfRow, Row convertRow) {
-    auto* target = reinterpret_cast<BYTE*>(buffers->copy.data());
-    auto* source = reinterpret_cast<const BYTE*>(buffers->colors.data());
-    return compare(
-        env, conversions,
+    auto convert = [&] {
+        for (LONG y = 0; y < height; ++y) convertRow(y);
+    };
+    auto copy = [&] {
+        auto* source = reinterpret_cast<const BYTE*>(buffers->colors(0));
+        for (size_t y = 0; y < height; ++y)
+            memcpy(buffers->copy() + y * bytesOfRow, source + y * bytesOfRow, bytesOfRow);
+    };
+    auto timeInCache = [](auto operation) {
+        operation();
+        return timeOf(conversions, operation);
+    };
+    return medianOf(
+        env, rounds,
         [&] {
-            for (LONG y = 0; y < height; ++y) convertRow(y);
+            buffers->move();
+            return timeInCache(convert);
         },
-        [&] {
-            for (LONG y = 0; y < height; ++y)
-                memcpy(target + y * bytesOfRow, source + y * bytesOfRow, bytesOfRow);
-        });
+        [&] { return timeInCache(copy); });
 }
 
 static jintArray measureConversion(JNIEnv* env, jint which) {
     Buffers b;
     constexpr size_t ofInts = width * sizeof(jint);
     constexpr size_t ofIndices = width / 2;
-    auto colors = [&](LONG y) { return b.colors.data() + y * width; };
-    auto out = [&](LONG y) { return b.out.data() + y * width; };
-    auto alphas = [&](LONG y) { return b.alphas.data() + y * width; };
     switch (which) {
     case 0:
         return measure(env, &b, ofInts,
-                       [&](LONG y) { storeHighColor(b.row(y, 16), colors(y), width); });
+                       [&](LONG y) { storeHighColor(b.section(y, 16), b.colors(y), width); });
     case 1:
         return measure(env, &b, ofInts,
-                       [&](LONG y) { storeTrueColor(b.row(y, 24), colors(y), width); });
+                       [&](LONG y) { storeTrueColor(b.section(y, 24), b.colors(y), width); });
     case 2:
         return measure(env, &b, ofInts,
-                       [&](LONG y) { storeWithAlpha(b.row(y, 32), colors(y), width, 7); });
+                       [&](LONG y) { storeWithAlpha(b.section(y, 32), b.colors(y), width, 7); });
     case 3:
-        return measure(env, &b, ofInts,
-                       [&](LONG y) { storeWithAlphas(b.row(y, 32), colors(y), width, alphas(y)); });
+        return measure(env, &b, ofInts, [&](LONG y) {
+            storeWithAlphas(b.section(y, 32), b.colors(y), width, b.alphas(y));
+        });
     case 4:
         return measure(env, &b, ofInts, [&](LONG y) {
-            storeWidenedWithAlphas(b.row(y, 32), colors(y), width, alphas(y));
+            storeWidenedWithAlphas(b.section(y, 32), b.colors(y), width, b.alphas(y));
         });
     case 5:
-        return measure(env, &b, ofInts,
-                       [&](LONG y) { storeNarrowedWithAlpha(b.row(y, 32), colors(y), width, 7); });
+        return measure(env, &b, ofInts, [&](LONG y) {
+            storeNarrowedWithAlpha(b.section(y, 32), b.colors(y), width, 7);
+        });
     case 6:
         return measure(env, &b, ofIndices,
-                       [&](LONG y) { storeIndexPairs(b.row(y, 4), alphas(y), width / 4); });
+                       [&](LONG y) { storeIndexPairs(b.section(y, 4), b.alphas(y), width / 4); });
     case 7:
         return measure(env, &b, ofInts,
-                       [&](LONG y) { loadHighColor(out(y), b.row(y, 16), width); });
+                       [&](LONG y) { loadHighColor(b.out(y), b.section(y, 16), width); });
     default:
         return measure(env, &b, ofInts,
-                       [&](LONG y) { loadTrueColor(out(y), b.row(y, 24), width); });
+                       [&](LONG y) { loadTrueColor(b.out(y), b.section(y, 24), width); });
     }
 }
 
@@ -131,12 +154,12 @@ __declspec(dllexport) jintArray JNICALL
         void(JNICALL*)(JNIEnv*, jclass, jint, jint, jint, jint, jint, jint, jint, jintArray);
     auto read = reinterpret_cast<GetRgb>(
         reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_k4tr_OS_Image_1GetRGB")));
-    Buffers b;
+    const std::vector<jint> colors(pixels);
     return compare(
         env, 3, [&] { read(env, nullptr, image, 0, 0, width, height, 0, width, out); },
         [&] {
             jint* elements = env->GetIntArrayElements(out, nullptr);
-            memcpy(elements, b.colors.data(), pixels * sizeof(jint));
+            memcpy(elements, colors.data(), pixels * sizeof(jint));
             env->ReleaseIntArrayElements(out, elements, 0);
         });
 }

@@ -35,19 +35,15 @@ inline Bytes mergeUpper(Bytes a, Bytes b) {
     return __builtin_shufflevector(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15,
                                    31);
 }
-inline Halves mergeLower(Halves a, Halves b) {
-    return __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
-}
-inline Halves mergeUpper(Halves a, Halves b) {
-    return __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
-}
 
-// The lower halves of both vectors' words. The processor joins signed words within a half's range.
+// The lower halves of both vectors' words. The processor joins signed words within a half's range,
+// and sums up products of signed halves.
 inline Halves lowerHalves(Words a, Words b) {
-    using SignedWords = int __attribute__((vector_size(16)));
-    auto lower = reinterpret_cast<SignedWords>(a << 16) >> 16;
-    auto upper = reinterpret_cast<SignedWords>(b << 16) >> 16;
-    return reinterpret_cast<Halves>(__builtin_ia32_packssdw128(lower, upper));
+    using Signed = short __attribute__((vector_size(16)));
+    constexpr Signed lowerOnly = {1, 0, 1, 0, 1, 0, 1, 0};
+    return reinterpret_cast<Halves>(__builtin_ia32_packssdw128(
+        __builtin_ia32_pmaddwd128(reinterpret_cast<Signed>(a), lowerOnly),
+        __builtin_ia32_pmaddwd128(reinterpret_cast<Signed>(b), lowerOnly)));
 }
 
 // By how much the bytes of a are more than those of b, or 0.

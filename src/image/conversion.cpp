@@ -39,17 +39,13 @@ static constexpr ULONG narrowPair(ULONG pair) {
 }
 
 // The lower half of a 32-bit pixel whose green was narrowed; red comes into the upper one.
-template <class Number>
-static Number narrowGreenAndBlue(Number pixel) {
+static ULONG narrowGreenAndBlue(ULONG pixel) {
     return narrowGreen(pixel & 0x07E0) << 3 | (pixel & 0x1F);
 }
 
 // Values of 5 and 6 bits to 8: value * 255 / 31 and value * 255 / 63, truncated, without a
 // division. Red and green are taken as they lie in a 5-6-5 pixel.
-template <class Number>
-static constexpr Number redTo8(Number redInPlace) {
-    return upperProduct(redInPlace, 2106 << 3) >> 6;
-}
+static constexpr ULONG redTo8(ULONG redInPlace) { return upperProduct(redInPlace, 2106 << 3) >> 6; }
 template <class Number>
 static constexpr Number greenTo8(Number greenInPlace) {
     return upperProduct(greenInPlace, 8290);
@@ -72,8 +68,7 @@ static constexpr bool isExact() {
 }
 static_assert(isExact());
 
-template <class Number>
-static Number greenAndBlueTo8(Number pixel) {
+static ULONG greenAndBlueTo8(ULONG pixel) {
     return greenTo8(pixel & 0x07E0) << 8 | blueTo8(pixel & 0x1F);
 }
 
@@ -94,10 +89,15 @@ static Halves lowerHalves(const jint* pixels) {
     return lanes::lowerHalves(load<Words>(pixels), load<Words>(pixels + 4));
 }
 
-static void storeMerged(BYTE* place, Halves lower, Halves upper) {
-    store(place, mergeLower(lower, upper));
-    store(place + sizeof(Halves), mergeUpper(lower, upper));
+// Blue and red, and green and alpha, are by turns a pixel's bytes.
+static void storeMerged(BYTE* place, Halves blueAndRed, Halves greenAndAlpha) {
+    auto first = reinterpret_cast<Bytes>(blueAndRed),
+         second = reinterpret_cast<Bytes>(greenAndAlpha);
+    store(place, mergeLower(first, second));
+    store(place + sizeof(Bytes), mergeUpper(first, second));
 }
+
+static Halves redToUpper8(Halves pixel) { return (pixel >> 11) * 2106 & 0xFF00; }
 
 static bool storeHighColor(BYTE* row, const jint* pixels, LONG count) {
     return cover<8>(count, [=](LONG i) {
@@ -131,17 +131,19 @@ static bool storeWidenedWithAlphas(BYTE* row, const jint* pixels, LONG count, co
     return cover<8>(count, [=](LONG i) {
         Halves pixel = lowerHalves(pixels + i);
         Doubles eightAlphas = {load<Double>(alphas + i)};
-        auto highest =
+        auto alphaAbove =
             reinterpret_cast<Halves>(mergeLower(Bytes{}, reinterpret_cast<Bytes>(eightAlphas)));
-        storeMerged(row + 4 * i, greenAndBlueTo8(pixel), redTo8(pixel & 0xF800) | highest);
+        storeMerged(row + 4 * i, blueTo8(pixel & 0x1F) | redToUpper8(pixel),
+                    greenTo8(pixel & 0x07E0) | alphaAbove);
     });
 }
 
 static bool storeNarrowedWithAlpha(BYTE* row, const jint* pixels, LONG count, BYTE alpha) {
-    auto highest = static_cast<USHORT>(alpha << 8);
+    auto alphaAbove = static_cast<USHORT>(alpha << 8);
     return cover<8>(count, [=](LONG i) {
         Halves pixel = lowerHalves(pixels + i);
-        storeMerged(row + 4 * i, narrowGreenAndBlue(pixel), pixel >> 11 | highest);
+        Halves green = upperProduct(pixel & 0x07E0, 63 << 4);
+        storeMerged(row + 4 * i, (pixel & 0x1F) | (pixel >> 3 & 0x1F00), green | alphaAbove);
     });
 }
 
