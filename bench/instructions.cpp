@@ -27,6 +27,18 @@ class InstructionsTest : public DeviceTest {
         std::printf("instructions %s %llu\n", name, found);
     }
 
+    // What the second work takes more than the first.
+    template <class Less, class More>
+    void tellDifference(const char* name, Less less, More more) {
+        more();
+        less();
+        unsigned long long least = count(less);
+        more();
+        unsigned long long found = count(more);
+        EXPECT_GT(found, least) << name;
+        std::printf("instructions %s %llu\n", name, found - least);
+    }
+
     // What one pixel more takes, from the smaller square to the larger.
     template <class Work>
     void tellForPixel(const char* name, Work workOnSquare) {
@@ -56,6 +68,9 @@ TEST_F(InstructionsTest, are_counted) {
     auto* widget = reinterpret_cast<WidgetRecord*>(button);
 
     tell("native_call", [&] { call(OS::Control_InheritsBackground, button); });
+    tellDifference(
+        "string_taken", [&] { call(OS::Shell_SetText, shell, nullptr); },
+        [&, text = vm.newString(u"a title")] { call(OS::Shell_SetText, shell, text); });
     using Fire = void (*)(DWORD, const char*, CallbackTarget*, ...);
     auto fire = reinterpret_cast<Fire>(exportOf("vaCallback"));
     tell("fired_callback", [&] { fire(CB_SELECTION, "()V", widget->callbackTarget); });
