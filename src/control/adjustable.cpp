@@ -116,6 +116,16 @@ void Adjustable_Nudge(HWND window, int kind) {
     SetScrollInfo(window, kind, &info, TRUE);
 }
 
+void Adjustable_SetFirstValues(AdjustableRecord* adjustable, int kind, jint orientation) {
+    adjustable->dispose = Adjustable_Dispose;
+    adjustable->unitIncrement = 1;
+    adjustable->blockIncrement = 10;
+    adjustable->orientation = orientation;
+    adjustable->barKind = kind;
+    adjustable->enabled = TRUE;
+    adjustable->info.cbSize = sizeof(adjustable->info);
+}
+
 AdjustableRecord* Adjustable_New(ScrollableRecord* owner, int kind, ErrorRecord* error) {
     auto* adjustable = allocate<AdjustableRecord>();
     if (!adjustable) {
@@ -123,16 +133,10 @@ AdjustableRecord* Adjustable_New(ScrollableRecord* owner, int kind, ErrorRecord*
         return nullptr;
     }
     Widget_SetDisplay(adjustable, Control_GetDisplay(owner));
-    adjustable->dispose = Adjustable_Dispose;
+    Adjustable_SetFirstValues(adjustable, kind, kind);
     adjustable->hwnd = owner->hwnd;
     adjustable->parent = owner;
-    adjustable->unitIncrement = 1;
-    adjustable->blockIncrement = 10;
-    adjustable->orientation = kind;
-    adjustable->barKind = kind;
     adjustable->visible = TRUE;
-    adjustable->enabled = TRUE;
-    adjustable->info.cbSize = sizeof(adjustable->info);
     adjustable->info.fMask = allValues;
     GetScrollInfo(adjustable->hwnd, kind, &adjustable->info);
     return adjustable;

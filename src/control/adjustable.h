@@ -46,6 +46,9 @@ void Adjustable_Push(AdjustableRecord* adjustable, UINT mask, bool redraw);
 // Ends a scroll bar that is a control; refuses for a scrollable's own bars.
 int Adjustable_Dispose(WidgetRecord* widget, ErrorRecord* error);
 
+// What every new bar has: SB_HORZ, SB_VERT or SB_CTL, and how it lies. Its range is the window's.
+void Adjustable_SetFirstValues(AdjustableRecord* adjustable, int kind, jint orientation);
+
 // The record of a window's own bar, SB_HORZ or SB_VERT, with the window's values. Null with the
 // error set.
 AdjustableRecord* Adjustable_New(ScrollableRecord* owner, int kind, ErrorRecord* error);

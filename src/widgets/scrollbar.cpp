@@ -165,13 +165,7 @@ AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
                  .windowStyle = _Control_Style() | SBS_VERT,
                  .error = error});
     if (!adjustable) return nullptr;
-    adjustable->dispose = Adjustable_Dispose;
-    adjustable->unitIncrement = 1;
-    adjustable->blockIncrement = 10;
-    adjustable->orientation = orientationVertical;
-    adjustable->barKind = SB_CTL;
-    adjustable->enabled = TRUE;
-    adjustable->info.cbSize = sizeof(adjustable->info);
+    Adjustable_SetFirstValues(adjustable, SB_CTL, orientationVertical);
     adjustable->info.nMax = firstMaximum;
     adjustable->info.nPage = firstPage;
     Adjustable_Push(adjustable, ownValues, true);
