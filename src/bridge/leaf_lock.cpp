@@ -2,7 +2,7 @@
 
 static CRITICAL_SECTION section;
 
-void LeafLock::Initialize() { InitializeCriticalSection(&section); }
+void LeafLock::initialize() { InitializeCriticalSection(&section); }
 
 LeafLock::LeafLock() : lock(&section) {}
 

@@ -15,7 +15,7 @@ class LeafLock {
     LeafLock& operator=(const LeafLock&) = delete;
 
     // Once, while the process loads the library.
-    static void Initialize();
+    static void initialize();
 
   private:
     Lock lock;

@@ -7,7 +7,7 @@ HINSTANCE Library_GetInstance() { return libraryInstance; }
 
 static void attach(HINSTANCE instance) {
     if (libraryInstance) return;
-    LeafLock::Initialize();
+    LeafLock::initialize();
     libraryInstance = instance;
 }
 

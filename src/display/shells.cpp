@@ -39,8 +39,8 @@ static bool isInside(const ShellRecord* shell, const ShellRecord* outer) {
 }
 
 static bool hasDialog(const DisplayRecord* display, const ShellRecord* shell) {
-    for (const OpenDialog* dialog = display->dialogs; dialog; dialog = dialog->Outer())
-        if (dialog->IsOver(shell)) return true;
+    for (const OpenDialog* dialog = display->dialogs; dialog; dialog = dialog->outerDialog())
+        if (dialog->isOver(shell)) return true;
     return false;
 }
 
@@ -170,7 +170,7 @@ OpenDialog::~OpenDialog() {
     Display_Release(display);
 }
 
-bool OpenDialog::IsOver(const ShellRecord* shell) const { return window == Shell_GetWindow(shell); }
+bool OpenDialog::isOver(const ShellRecord* shell) const { return window == Shell_GetWindow(shell); }
 
 extern "C" void Display_UpdateModalShellVisibility(DisplayRecord* display, ShellRecord* shell,
                                                    BOOL modal) {

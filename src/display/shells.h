@@ -48,8 +48,8 @@ class OpenDialog {
     OpenDialog(const OpenDialog&) = delete;
     OpenDialog& operator=(const OpenDialog&) = delete;
 
-    bool IsOver(const ShellRecord* shell) const;
-    const OpenDialog* Outer() const { return outer; }
+    bool isOver(const ShellRecord* shell) const;
+    const OpenDialog* outerDialog() const { return outer; }
 
   private:
     DisplayRecord* display;
