@@ -24,6 +24,9 @@ ASSERT_OFFSET(AdjustableRecord, barKind, 68)
 ASSERT_OFFSET(AdjustableRecord, enabled, 76)
 ASSERT_OFFSET(AdjustableRecord, info, 88)
 
+// One of a scrollable's own.
+struct OwnBarRecord : AdjustableRecord {};
+
 jint Adjustable_GetMinimum(AdjustableRecord* adjustable, ErrorRecord* error);
 jint Adjustable_GetMaximum(AdjustableRecord* adjustable, ErrorRecord* error);
 jint Adjustable_GetValue(AdjustableRecord* adjustable, ErrorRecord* error);

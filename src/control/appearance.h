@@ -1,6 +1,7 @@
 #pragma once
 // How a control looks and stacks.
 
+#include "bridge/handles.h"
 #include "control/control.h"
 #include "graphics/font.h"
 #include "image/image.h"
@@ -17,23 +18,23 @@ void _Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord* err
 void Control_StackAbove(ControlRecord* control, const ControlRecord* other);
 
 // Null stands for the default, which the getters then tell; they answer 0xRRGGBB.
-void Control_SetBackground(ControlRecord* control, ColorRecord* color, ErrorRecord* error);
-void Control_SetForeground(ControlRecord* control, ColorRecord* color, ErrorRecord* error);
+void Control_SetBackground(ControlRecord* control, OrNone<ColorRecord> color, ErrorRecord* error);
+void Control_SetForeground(ControlRecord* control, OrNone<ColorRecord> color, ErrorRecord* error);
 jint Control_GetBackgroundRGB(ControlRecord* control, ErrorRecord* error);
 jint Control_GetForegroundRGB(ControlRecord* control, ErrorRecord* error);
 bool Control_InheritsBackground(ControlRecord* control, ErrorRecord* error);
 
-void Control_SetFont(ControlRecord* control, FontRecord* font, ErrorRecord* error);
+void Control_SetFont(ControlRecord* control, OrNone<FontRecord> font, ErrorRecord* error);
 
 // The display's, which owns it.
-FontRecord* Control_GetDefaultFont(ControlRecord* control, ErrorRecord* error);
+Lent<FontRecord> Control_GetDefaultFont(ControlRecord* control, ErrorRecord* error);
 
 // Null stands for the nearest ancestor's.
 void Control_SetCursor(ControlRecord* control, HCURSOR cursor, ErrorRecord* error);
 
 // Next to another control of the same parent; null stands for all of them.
-void Control_MoveAbove(ControlRecord* control, ControlRecord* other, ErrorRecord* error);
-void Control_MoveBelow(ControlRecord* control, ControlRecord* other, ErrorRecord* error);
+void Control_MoveAbove(ControlRecord* control, OrNone<ControlRecord> other, ErrorRecord* error);
+void Control_MoveBelow(ControlRecord* control, OrNone<ControlRecord> other, ErrorRecord* error);
 
 PixelPair Control_GetMinimumSize(ControlRecord* control, ErrorRecord* error);
 void Control_SetEnabled(ControlRecord* control, bool enabled, ErrorRecord* error);

@@ -5,17 +5,17 @@ static LRESULT CALLBACK compositeProc(HWND window, UINT id, WPARAM wParam, LPARA
     return Composite_HandleIn(window, {id, wParam, lParam});
 }
 
-ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+CompositeRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     if (!parent) {
         Win32Error_SetError(error, errorFailed, L"Argument invalid, need parent");
         return nullptr;
     }
     auto* composite =
-        Control_NewOf<ScrollableRecord>(parent, {.className = displayWindowClass,
-                                                 .windowProc = compositeProc,
-                                                 .javaStyle = style,
-                                                 .windowStyle = _Scrollable_Style(style),
-                                                 .error = error});
+        Control_NewOf<CompositeRecord>(parent, {.className = displayWindowClass,
+                                                .windowProc = compositeProc,
+                                                .javaStyle = style,
+                                                .windowStyle = _Scrollable_Style(style),
+                                                .error = error});
     if (!composite) return nullptr;
     composite->inheritsBackground = TRUE;
     composite->dispose = _Dispose_Scrollable;

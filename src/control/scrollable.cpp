@@ -58,32 +58,34 @@ static AdjustableRecord* getBar(ScrollableRecord* scrollable,
     return controlOf(window) == scrollable ? scrollable->*adjustable : nullptr;
 }
 
-AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
-    return getBar(scrollable, &ScrollableRecord::horizontalBar, SB_HORZ, error);
+OwnBarRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
+    return static_cast<OwnBarRecord*>(
+        getBar(scrollable, &ScrollableRecord::horizontalBar, SB_HORZ, error));
 }
 
-AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
-    return getBar(scrollable, &ScrollableRecord::verticalBar, SB_VERT, error);
+OwnBarRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error) {
+    return static_cast<OwnBarRecord*>(
+        getBar(scrollable, &ScrollableRecord::verticalBar, SB_VERT, error));
 }
 
-Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, OwnBarRecord* bar,
                                       ErrorRecord*) {
     RECT client = {};
     GetClientRect(scrollable->hwnd, &client);
-    if (adjustable == scrollable->horizontalBar)
+    if (bar == scrollable->horizontalBar)
         return {0, 0, client.right, GetSystemMetrics(SM_CYHSCROLL)};
     return {0, 0, GetSystemMetrics(SM_CXVSCROLL), client.bottom};
 }
 
-void Scrollable_SetAdjustableEnabled(ScrollableRecord*, AdjustableRecord* adjustable, bool enabled,
+void Scrollable_SetAdjustableEnabled(ScrollableRecord*, OwnBarRecord* bar, bool enabled,
                                      ErrorRecord*) {
-    Adjustable_SetEnabled(adjustable, enabled);
+    Adjustable_SetEnabled(bar, enabled);
 }
 
-void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
-                                     bool visible, ErrorRecord*) {
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, OwnBarRecord* bar, bool visible,
+                                     ErrorRecord*) {
     HWND window = scrollable->hwnd;
-    Adjustable_SetVisible(adjustable, visible);
+    Adjustable_SetVisible(bar, visible);
     SetWindowPos(window, nullptr, 0, 0, 0, 0,
                  SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED |
                      SWP_NOOWNERZORDER);

@@ -1,9 +1,11 @@
 #pragma once
 // Controls whose window may have scroll bars of its own, and the composites that hold children.
 
+#include "bridge/handles.h"
 #include "control/control.h"
 
 struct AdjustableRecord;
+struct OwnBarRecord;
 
 struct ScrollableRecord : ControlRecord {
     AdjustableRecord* horizontalBar; // owned; null until asked for
@@ -11,6 +13,8 @@ struct ScrollableRecord : ControlRecord {
 };
 ASSERT_OFFSET(ScrollableRecord, horizontalBar, 56)
 ASSERT_OFFSET(ScrollableRecord, verticalBar, 60)
+
+struct CompositeRecord : ScrollableRecord {};
 
 // Answer of a child to a reflected WM_NOTIFY.
 struct NotifyAnswer {
@@ -32,18 +36,18 @@ Insets Scrollable_MeasureInsets(HWND window);
 Insets Scrollable_GetInsets(ControlRecord* scrollable, ErrorRecord* error);
 
 // The record of one of the window's own bars, made on first use. Owned by the scrollable.
-AdjustableRecord* Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error);
-AdjustableRecord* Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error);
+Lent<OwnBarRecord> Scrollable_GetHorizontalBar(ScrollableRecord* scrollable, ErrorRecord* error);
+Lent<OwnBarRecord> Scrollable_GetVerticalBar(ScrollableRecord* scrollable, ErrorRecord* error);
 
 // The room that the bar takes, from the client area's origin, in pixels.
-Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
+Bounds Scrollable_GetAdjustableBounds(ScrollableRecord* scrollable, OwnBarRecord* bar,
                                       ErrorRecord* error);
-void Scrollable_SetAdjustableEnabled(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
-                                     bool enabled, ErrorRecord* error);
-void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, AdjustableRecord* adjustable,
-                                     bool visible, ErrorRecord* error);
+void Scrollable_SetAdjustableEnabled(ScrollableRecord* scrollable, OwnBarRecord* bar, bool enabled,
+                                     ErrorRecord* error);
+void Scrollable_SetAdjustableVisible(ScrollableRecord* scrollable, OwnBarRecord* bar, bool visible,
+                                     ErrorRecord* error);
 
-ControlRecord* Composite_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+CompositeRecord* Composite_New(OrNone<ControlRecord> parent, DWORD style, ErrorRecord* error);
 
 // Handles a message as all composites do, in a window whose control a listener may have disposed of
 // meanwhile.

@@ -202,6 +202,6 @@ static void changeBar(ShellRecord* shell, MenuRecord* menuBar) {
     if (shell && !shell->parent) Shell_Maximize(shell);
 }
 
-void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* menuBar, ErrorRecord*) {
+void Shell_SetMenuBar(ShellRecord* shell, MenuBarRecord* menuBar, ErrorRecord*) {
     Control_Run(shell, [=](ShellRecord* found) { changeBar(found, menuBar); });
 }

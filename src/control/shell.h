@@ -7,6 +7,7 @@
 #include "display/accelerators.h"
 
 struct ImageRecord;
+struct MenuBarRecord;
 struct MenuRecord;
 
 struct ShellRecord : ScrollableRecord {
@@ -34,14 +35,14 @@ bool Shell_GetMinimized(ShellRecord* shell, ErrorRecord* error);
 void Shell_SetMinimized(ShellRecord* shell, bool minimized, ErrorRecord* error);
 
 // Does nothing: shells show no image on this platform.
-void Shell_SetImage(ShellRecord* shell, ImageRecord* image, ErrorRecord* error);
+void Shell_SetImage(ShellRecord* shell, OrNone<ImageRecord> image, ErrorRecord* error);
 
 // Whether the user can size a child shell by its frame. Top shells cannot be sized.
 void Shell_SetResizable(ShellRecord* shell, bool resizable, ErrorRecord* error);
 
 // Shows the bar in place of the one that shows; null stands for the empty default bar. The shell
 // does not own it.
-void Shell_SetMenuBar(ShellRecord* shell, MenuRecord* menuBar, ErrorRecord* error);
+void Shell_SetMenuBar(ShellRecord* shell, OrNone<MenuBarRecord> menuBar, ErrorRecord* error);
 
 // The shell's window procedure. Display thread.
 LRESULT CALLBACK Shell_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam);

@@ -6,6 +6,7 @@
 // or sleeps. Other threads send the requests below, and may wake it.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "ce.h"
 #include "display/callbacks.h"
@@ -89,10 +90,10 @@ constexpr wchar_t displayWindowClass[] = L"Window Class Name";
 DisplayRecord* Display_New(ErrorRecord* error);
 
 // Takes one message from the queue; false when there is none.
-bool Display_ReadAndDispatch(DisplayRecord* display, ErrorRecord* error);
+bool Display_ReadAndDispatch(OfThisThread<DisplayRecord> display, ErrorRecord* error);
 
 // Waits until there is any input, also input from before the call. The system's wait result.
-DWORD Display_Sleep(DisplayRecord* display, ErrorRecord* error);
+DWORD Display_Sleep(OfThisThread<DisplayRecord> display, ErrorRecord* error);
 
 // Ends a sleep. Any thread. Non-zero when the wake-up was posted.
 jint Display_Wake(DisplayRecord* display, ErrorRecord* error);

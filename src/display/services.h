@@ -30,4 +30,5 @@ void Display_ClearFocus(DisplayRecord* display, ErrorRecord* error);
 
 // Quirk: nothing is done, and no error tells that this platform has no full screen. Pinned by
 // ServicesTest.a_full_screen_shell_is_not_offered_and_no_error.
-void Display_SetFullScreenShell(DisplayRecord* display, ShellRecord* shell, ErrorRecord* error);
+void Display_SetFullScreenShell(DisplayRecord* display, OrNone<ShellRecord> shell,
+                                ErrorRecord* error);

@@ -2,6 +2,7 @@
 // Colours of controls and drawing. Any thread.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "ce.h"
 
@@ -15,7 +16,8 @@ struct ColorRecord {
 ASSERT_OFFSET(ColorRecord, brush, 4)
 
 // Components of 0 to 255, or null with the error set. Every device has the same colours.
-ColorRecord* Color_New(DeviceRecord* device, jint red, jint green, jint blue, ErrorRecord* error);
+ColorRecord* Color_New(OrNone<DeviceRecord> device, jint red, jint green, jint blue,
+                       ErrorRecord* error);
 
 // Java has done with the colour. Whoever wears it goes on wearing it.
 void Color_Dispose(ColorRecord* color, ErrorRecord* error);

@@ -2,6 +2,7 @@
 // Devices: the screen's properties. Any thread.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/values.h"
 #include "ce.h"
 
@@ -18,7 +19,7 @@ struct DeviceRecord {
 void Device_Dispose(DeviceRecord* device, ErrorRecord* error);
 
 // The screen: 0, 0, width, height in pixels.
-Bounds Device_GetBounds(DeviceRecord* device, ErrorRecord* error);
+Bounds Device_GetBounds(OrNone<DeviceRecord> device, ErrorRecord* error);
 
 // Pixels per inch, across and down.
 PixelPair Device_GetDPI(DeviceRecord* device, ErrorRecord* error);

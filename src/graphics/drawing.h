@@ -17,11 +17,11 @@ void Graphics_DrawArc(GraphicsRecord* graphics, jint x, jint y, jint width, jint
                       jint startAngle, jint arcAngle, ErrorRecord* error);
 
 // points: x and y in turn; count: how many numbers of them count.
-void Graphics_DrawPolygon(GraphicsRecord* graphics, IntArguments points, jint count,
+void Graphics_DrawPolygon(GraphicsRecord* graphics, IntArguments points, CountOfArray count,
                           ErrorRecord* error);
-void Graphics_DrawPolyline(GraphicsRecord* graphics, IntArguments points, jint count,
+void Graphics_DrawPolyline(GraphicsRecord* graphics, IntArguments points, CountOfArray count,
                            ErrorRecord* error);
-void Graphics_FillPolygon(GraphicsRecord* graphics, IntArguments points, jint count,
+void Graphics_FillPolygon(GraphicsRecord* graphics, IntArguments points, CountOfArray count,
                           ErrorRecord* error);
 
 void Graphics_FillRectangle(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,

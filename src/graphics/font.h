@@ -2,6 +2,7 @@
 // Font records: a font of the system with its metrics, measured once on the screen. Any thread.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "bridge/values.h"
 #include "ce.h"
@@ -25,11 +26,11 @@ extern "C" void _Font_FillInFont(LOGFONTW* font, jint points, jint style);
 FontRecord* Font_FromHandle(HFONT font, ErrorRecord* error);
 
 // Every device has the same fonts. "fixed", in any case, asks for any fixed-pitch face.
-FontRecord* Font_New(DeviceRecord* device, const wchar_t* name, jint points, jint style,
+FontRecord* Font_New(OrNone<DeviceRecord> device, const wchar_t* name, jint points, jint style,
                      ErrorRecord* error);
 
 // Any family that is no FontFamily is whatever the system prefers.
-FontRecord* Font_NewLogical(DeviceRecord* device, jint family, jint points, jint style,
+FontRecord* Font_NewLogical(OrNone<DeviceRecord> device, jint family, jint points, jint style,
                             ErrorRecord* error);
 
 // A window or a graphics context wears the next font (null: none) in the place of the previous one.
@@ -37,7 +38,7 @@ FontRecord* Font_NewLogical(DeviceRecord* device, jint family, jint points, jint
 void Font_Wear(HFONT previous, HFONT next);
 
 // Java has done with the font. Whoever wears it goes on wearing it. Null is allowed.
-void Font_Dispose(FontRecord* font, ErrorRecord* error);
+void Font_Dispose(OrNone<FontRecord> font, ErrorRecord* error);
 
 // Pixels, without the internal leading.
 jint Font_GetAscent(FontRecord* font, ErrorRecord* error);

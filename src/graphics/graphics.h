@@ -3,6 +3,7 @@
 // are pixels of the control or image. Any thread; an image's lock serialises drawing on it.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "ce.h"
 #include "graphics/color.h"
@@ -48,7 +49,7 @@ void Graphics_SetBackground(GraphicsRecord* graphics, ColorRecord* color, ErrorR
 void Graphics_SetLineWidth(GraphicsRecord* graphics, jint width, ErrorRecord* error);
 
 // Null stands for the system's font.
-void Graphics_SetFont(GraphicsRecord* graphics, FontRecord* font, ErrorRecord* error);
+void Graphics_SetFont(GraphicsRecord* graphics, OrNone<FontRecord> font, ErrorRecord* error);
 
 // The part of the bounds that drawing is limited to; each replaces the one before.
 void Graphics_SetClipping(GraphicsRecord* graphics, jint x, jint y, jint width, jint height,

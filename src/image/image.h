@@ -4,6 +4,7 @@
 // writes pixels, and Image_Flip, take no lock: they must not run beside drawing on the same image.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "bridge/values.h"
 #include "ce.h"
@@ -55,25 +56,26 @@ void Image_Leave(ImageRecord* image);
 // device.
 
 // 24 bits per pixel, filled with the colour 0xRRGGBB.
-ImageRecord* Image_NewFromSize(DeviceRecord* device, jint width, jint height, jint color,
+ImageRecord* Image_NewFromSize(OrNone<DeviceRecord> device, jint width, jint height, jint color,
                                ErrorRecord* error);
 
 // pixels: row by row, of 16 (5-6-5), 24 or 32 bits as depth says. alpha: of every pixel, 0 to 255,
 // or -1 for none; alphaData: one byte for each pixel, or null. With either the image has 32 bits
 // per pixel. transparentColor: 0x00BBGGRR or -1. What an array is too short for is 0.
-ImageRecord* Image_NewFromIntData(DeviceRecord* device, jint width, jint height,
+ImageRecord* Image_NewFromIntData(OrNone<DeviceRecord> device, jint width, jint height,
                                   IntArguments pixels, jint depth, jint transparentColor,
                                   jint alpha, ByteArguments alphaData, ErrorRecord* error);
 
 // data: rows of bytesPerLine bytes, palette indices of 1, 2, 4 or 8 bits as depth says, leftmost
 // pixel in the highest bits. transparentIndex: -1 for none. What an array is too short for is 0.
-ImageRecord* Image_NewFromByteData(DeviceRecord* device, jint width, jint height,
+ImageRecord* Image_NewFromByteData(OrNone<DeviceRecord> device, jint width, jint height,
                                    ByteArguments data, jint bytesPerLine, jint depth,
                                    ByteArguments reds, ByteArguments greens, ByteArguments blues,
                                    jint paletteSize, jint transparentIndex, ErrorRecord* error);
 
 // A copy with pixels of its own.
-ImageRecord* Image_NewFromHandle(DeviceRecord* device, ImageRecord* image, ErrorRecord* error);
+ImageRecord* Image_NewFromHandle(OrNone<DeviceRecord> device, ImageRecord* image,
+                                 ErrorRecord* error);
 
 // The rectangle of the image, mirrored or not, with 24 bits per pixel and the same transparency.
 // Takes no lock: a drawing on the image meanwhile, on another thread, may be lost.
@@ -81,9 +83,10 @@ ImageRecord* Image_Flip(ImageRecord* image, bool horizontal, bool vertical, jint
                         jint width, jint height, ErrorRecord* error);
 
 // Decodes the first length bytes of an image file's contents.
-ImageRecord* Image_NewFromFileData(DeviceRecord* device, ByteArguments data, jint length,
-                                   ErrorRecord* error);
-ImageRecord* Image_NewFromFile(DeviceRecord* device, const wchar_t* path, ErrorRecord* error);
+ImageRecord* Image_NewFromFileData(OrNone<DeviceRecord> device, ByteArguments data,
+                                   CountOfArray length, ErrorRecord* error);
+ImageRecord* Image_NewFromFile(OrNone<DeviceRecord> device, const wchar_t* path,
+                               ErrorRecord* error);
 
 // Java has done with the image. Contexts on it may still draw, and end later.
 void Image_Dispose(ImageRecord* image, ErrorRecord* error);

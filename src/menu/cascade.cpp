@@ -61,7 +61,8 @@ static bool show(const MenuItemRecord* item, HMENU subMenu, ErrorRecord* error) 
     return true;
 }
 
-void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord* error) {
+void CascadeMenuItem_SetMenu(CascadeMenuItemRecord* item, DropDownMenuRecord* menu,
+                             ErrorRecord* error) {
     if (!show(item, menu ? menu->menuHandle : nullptr, error)) return;
     if (item->subMenu) item->subMenu->cascadeItem = nullptr;
     item->subMenu = menu;

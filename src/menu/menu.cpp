@@ -101,29 +101,31 @@ static MenuRecord* createMenu(ControlRecord* owner, const wchar_t* failure, Erro
     return nullptr;
 }
 
-MenuRecord* DropDownMenu_New(ControlRecord* owner, ErrorRecord* error) {
-    return createMenu(owner, L"Unable to create drop down menu handle!", error);
+DropDownMenuRecord* DropDownMenu_New(ControlRecord* owner, ErrorRecord* error) {
+    return static_cast<DropDownMenuRecord*>(
+        createMenu(owner, L"Unable to create drop down menu handle!", error));
 }
 
 MenuRecord* PopupMenu_Create(ControlRecord* owner, ErrorRecord* error) {
     return createMenu(owner, L"Unable to create popup menu handle!", error);
 }
 
-static MenuRecord* createOnDisplayThread(DisplayRequest request, ControlRecord* owner,
-                                         ErrorRecord* error) {
+template <class Record>
+static Record* createOnDisplayThread(DisplayRequest request, ControlRecord* owner,
+                                     ErrorRecord* error) {
     HWND messageWindow = Control_GetDisplay(owner)->messageWindow;
-    return reinterpret_cast<MenuRecord*>(ask(messageWindow, request, owner, &error));
+    return reinterpret_cast<Record*>(ask(messageWindow, request, owner, &error));
 }
 
-MenuRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error) {
-    return createOnDisplayThread(requestCreateMenuBar, shell, error);
+MenuBarRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error) {
+    return createOnDisplayThread<MenuBarRecord>(requestCreateMenuBar, shell, error);
 }
 
-MenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error) {
-    return createOnDisplayThread(requestCreatePopupMenu, owner, error);
+PopupMenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error) {
+    return createOnDisplayThread<PopupMenuRecord>(requestCreatePopupMenu, owner, error);
 }
 
-void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord*) {
+void PopupMenu_Show(PopupMenuRecord* menu, jint x, jint y, ErrorRecord*) {
     HWND owner = menu->ownerWindow;
     if (!owner) return;
     POINT point = {x, y};

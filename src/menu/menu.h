@@ -2,6 +2,7 @@
 // Menu bars, drop-down and pop-up menus. A menu bar is a command bar of the device's shell, the
 // others are menus of the system. Display thread only, but for the natives.
 
+#include "bridge/handles.h"
 #include "bridge/layout.h"
 #include "ce.h"
 #include "display/widget.h"
@@ -25,15 +26,19 @@ ASSERT_OFFSET(MenuRecord, menuHandle, 20)
 ASSERT_OFFSET(MenuRecord, menuBarWindow, 24)
 ASSERT_OFFSET(MenuRecord, cascadeItem, 28)
 
-MenuRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error);
-MenuRecord* DropDownMenu_New(ControlRecord* owner, ErrorRecord* error);
-MenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error);
+struct MenuBarRecord : MenuRecord {};
+struct DropDownMenuRecord : MenuRecord {};
+struct PopupMenuRecord : MenuRecord {};
+
+MenuBarRecord* MenuBar_New(ShellRecord* shell, ErrorRecord* error);
+DropDownMenuRecord* DropDownMenu_New(ControlRecord* owner, ErrorRecord* error);
+PopupMenuRecord* PopupMenu_New(ControlRecord* owner, ErrorRecord* error);
 
 // Shows the menu at a point of the owner's client area until an item is chosen or none.
-void PopupMenu_Show(MenuRecord* menu, jint x, jint y, ErrorRecord* error);
+void PopupMenu_Show(PopupMenuRecord* menu, jint x, jint y, ErrorRecord* error);
 
 // Does nothing: the system draws its menus in its own font.
-void Menu_SetFont(MenuRecord* menu, FontRecord* font, ErrorRecord* error);
+void Menu_SetFont(MenuRecord* menu, OrNone<FontRecord> font, ErrorRecord* error);
 
 // A menu's record with its head filled, among the display's menus; null when there is no memory for
 // it. Any thread.

@@ -60,7 +60,8 @@ static bool isChecked(const MenuItemRecord* item) {
 
 static void select(MenuItemRecord* item, WPARAM, void*) {
     if (item->style & ownStyleStateItem)
-        StateMenuItem_SetSelection(item, !isChecked(item), nullptr);
+        StateMenuItem_SetSelection(static_cast<StateMenuItemRecord*>(item), !isChecked(item),
+                                   nullptr);
     fireMenuSelection(item->callbackTarget, 0);
 }
 
@@ -172,20 +173,24 @@ static MenuItemRecord* create(MenuRecord* menu, jint index, const ItemKind& kind
     return inserted ? item : fail(item, error);
 }
 
-MenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
-    return create(menu, index, {0, BTNS_AUTOSIZE, 0}, error);
+PushMenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return static_cast<PushMenuItemRecord*>(create(menu, index, {0, BTNS_AUTOSIZE, 0}, error));
 }
 
-MenuItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
-    return create(menu, index, {0, BTNS_SEP, MF_SEPARATOR}, error);
+SeparatorItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return static_cast<SeparatorItemRecord*>(
+        create(menu, index, {0, BTNS_SEP, MF_SEPARATOR}, error));
 }
 
-MenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
-    return create(menu, index, {0, BTNS_AUTOSIZE | BTNS_DROPDOWN | BTNS_WHOLEDROPDOWN, 0}, error);
+CascadeMenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error) {
+    return static_cast<CascadeMenuItemRecord*>(
+        create(menu, index, {0, BTNS_AUTOSIZE | BTNS_DROPDOWN | BTNS_WHOLEDROPDOWN, 0}, error));
 }
 
-MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, ErrorRecord* error) {
-    return create(menu, index, {style | ownStyleStateItem, BTNS_AUTOSIZE, 0}, error);
+StateMenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style,
+                                       ErrorRecord* error) {
+    return static_cast<StateMenuItemRecord*>(
+        create(menu, index, {style | ownStyleStateItem, BTNS_AUTOSIZE, 0}, error));
 }
 
 static bool readButtonState(HWND barWindow, DWORD id, TBBUTTONINFOW* info) {
@@ -220,7 +225,7 @@ void AbstractMenuItem_SetEnabled(MenuItemRecord* item, bool enabled, ErrorRecord
         Win32Error_SetError(error, errorFailed, L"The menu item does not exist");
 }
 
-void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord* error) {
+void StateMenuItem_SetSelection(StateMenuItemRecord* item, bool checked, ErrorRecord* error) {
     UINT flags = checked ? MF_CHECKED : MF_UNCHECKED;
     if (static_cast<int>(CheckMenuItem(menuHandleOf(item), item->id, flags)) == -1)
         Win32Error_SetError(error, errorFailed, L"Menu item doesn't exist");
@@ -245,11 +250,12 @@ static void changeAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecor
     if (accelerators) Accelerators_Set(accelerators, entryOf(item, accelerator), error);
 }
 
-void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error) {
+void LabeledMenuItem_SetAccelerator(LabeledMenuItemRecord* item, jint accelerator,
+                                    ErrorRecord* error) {
     Display_Run(item->display, [=] {
         changeAccelerator(item, accelerator, error);
         return 0;
     });
 }
 
-void LabeledMenuItem_SetFont(MenuItemRecord*, FontRecord*, ErrorRecord*) {}
+void LabeledMenuItem_SetFont(LabeledMenuItemRecord*, FontRecord*, ErrorRecord*) {}

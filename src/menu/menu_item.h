@@ -27,30 +27,40 @@ ASSERT_OFFSET(MenuItemRecord, id, 20)
 ASSERT_OFFSET(MenuItemRecord, image, 24)
 ASSERT_OFFSET(MenuItemRecord, subMenu, 28)
 
+struct SeparatorItemRecord : MenuItemRecord {};
+struct LabeledMenuItemRecord : MenuItemRecord {};
+struct PushMenuItemRecord : LabeledMenuItemRecord {};
+struct CascadeMenuItemRecord : LabeledMenuItemRecord {};
+struct StateMenuItemRecord : LabeledMenuItemRecord {};
+
 // The item is inserted before the one that has the index now.
-MenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
-MenuItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
-MenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
-MenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style, ErrorRecord* error);
+PushMenuItemRecord* PushMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+SeparatorItemRecord* SeparatorItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+CascadeMenuItemRecord* CascadeMenuItem_New(MenuRecord* menu, jint index, ErrorRecord* error);
+StateMenuItemRecord* StateMenuItem_New(MenuRecord* menu, jint index, DWORD style,
+                                       ErrorRecord* error);
 
 void AbstractMenuItem_SetEnabled(MenuItemRecord* item, bool enabled, ErrorRecord* error);
-void StateMenuItem_SetSelection(MenuItemRecord* item, bool checked, ErrorRecord* error);
+void StateMenuItem_SetSelection(StateMenuItemRecord* item, bool checked, ErrorRecord* error);
 
 // Makes a cascade item open the menu; null makes it a plain item again. No menu is destroyed.
-void CascadeMenuItem_SetMenu(MenuItemRecord* item, MenuRecord* menu, ErrorRecord* error);
+void CascadeMenuItem_SetMenu(CascadeMenuItemRecord* item, OrNone<DropDownMenuRecord> menu,
+                             ErrorRecord* error);
 
 // The item shows no menu any more, whatever becomes of it in its own menu. Display thread.
 void CascadeMenuItem_Detach(MenuItemRecord* item);
 
 // Mnemonic marks are dropped from the text. The accelerator text is shown but in menu bars.
-void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
+void LabeledMenuItem_SetText(LabeledMenuItemRecord* item, const wchar_t* text,
                              const wchar_t* acceleratorText, ErrorRecord* error);
 
 // The Java key code in the low word and the modifiers in the high one; 0 for none.
-void LabeledMenuItem_SetAccelerator(MenuItemRecord* item, jint accelerator, ErrorRecord* error);
+void LabeledMenuItem_SetAccelerator(LabeledMenuItemRecord* item, jint accelerator,
+                                    ErrorRecord* error);
 
 // Does nothing: the system draws its menus in its own font.
-void LabeledMenuItem_SetFont(MenuItemRecord* item, FontRecord* font, ErrorRecord* error);
+void LabeledMenuItem_SetFont(LabeledMenuItemRecord* item, OrNone<FontRecord> font,
+                             ErrorRecord* error);
 
 // The position in the item's drop-down or pop-up menu; -1, with the error set, when it is not
 // there.

@@ -38,7 +38,7 @@ static void setMenuText(const MenuItemRecord* item, wchar_t* text, ErrorRecord* 
         Win32Error_SetLast(error, L"Unable to update the menu item's label");
 }
 
-void LabeledMenuItem_SetText(MenuItemRecord* item, const wchar_t* text,
+void LabeledMenuItem_SetText(LabeledMenuItemRecord* item, const wchar_t* text,
                              const wchar_t* acceleratorText, ErrorRecord* error) {
     HWND barWindow = MenuItem_GetBar(item);
     if (!text) text = L"";

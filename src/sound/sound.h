@@ -5,6 +5,7 @@
 // not begun or well under way; Sound_Dispose has to be the last of them.
 
 #include "bridge/error.h"
+#include "bridge/handles.h"
 #include "bridge/values.h"
 #include "sound/formats.h"
 #include "sound/player.h"
@@ -42,10 +43,10 @@ void Sound_Play(SoundRecord* sound, ByteArguments file, LONG length, LONG loops,
                 ErrorRecord* error);
 
 // Ends all that plays and returns when it has ended. Null is allowed.
-void Sound_Stop(SoundRecord* sound, ErrorRecord* error);
+void Sound_Stop(OrNone<SoundRecord> sound, ErrorRecord* error);
 
 // Stops, and frees the record. Null is allowed.
-void Sound_Dispose(SoundRecord* sound, ErrorRecord* error);
+void Sound_Dispose(OrNone<SoundRecord> sound, ErrorRecord* error);
 
 // -1: there is none, sounds are played whole.
-LONG Sound_GetPreferredChunkSize(SoundRecord* sound, ErrorRecord* error);
+LONG Sound_GetPreferredChunkSize(OrNone<SoundRecord> sound, ErrorRecord* error);

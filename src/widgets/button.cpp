@@ -108,8 +108,8 @@ static LRESULT handle(ButtonRecord* button, Message message) {
     }
 }
 
-static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD type,
-                                ErrorRecord* error) {
+static ButtonRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD type,
+                               ErrorRecord* error) {
     return Control_NewOf<ButtonRecord>(
         parent, {.className = L"BUTTON",
                  .windowProc = controlProc<ButtonRecord, handle>,
@@ -119,29 +119,29 @@ static ControlRecord* newButton(ControlRecord* parent, DWORD javaStyle, DWORD ty
                  .error = error});
 }
 
-static ControlRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,
-                                   ErrorRecord* error) {
-    ControlRecord* button = newButton(parent, javaStyle, type, error);
+static ButtonRecord* newCheckable(ControlRecord* parent, DWORD javaStyle, DWORD type,
+                                  ErrorRecord* error) {
+    ButtonRecord* button = newButton(parent, javaStyle, type, error);
     if (button) button->inheritsBackground = TRUE;
     return button;
 }
 
-ControlRecord* PushButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+ButtonRecord* PushButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     return newButton(parent, style, BS_PUSHBUTTON, error);
 }
 
-ControlRecord* Checkbox_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+ButtonRecord* Checkbox_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     return newCheckable(parent, style, BS_CHECKBOX, error);
 }
 
-ControlRecord* RadioButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+ButtonRecord* RadioButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     return newCheckable(parent, style, BS_RADIOBUTTON, error);
 }
 
-void Button_SetLabel(ControlRecord* button, const wchar_t* label, ErrorRecord*) {
+void Button_SetLabel(ButtonRecord* button, const wchar_t* label, ErrorRecord*) {
     SetWindowTextW(button->hwnd, label ? label : L"");
 }
 
-void Button_SetSelection(ControlRecord* button, bool selected, ErrorRecord*) {
+void Button_SetSelection(ButtonRecord* button, bool selected, ErrorRecord*) {
     Control_Run(button, [=](const ControlRecord* found) { setChecked(found->hwnd, selected); });
 }

@@ -12,12 +12,12 @@ struct ButtonRecord : ControlRecord {
 ASSERT_OFFSET(ButtonRecord, focusing, 56)
 ASSERT_OFFSET(ButtonRecord, image, 60)
 
-ControlRecord* PushButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
-ControlRecord* Checkbox_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
-ControlRecord* RadioButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+ButtonRecord* PushButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+ButtonRecord* Checkbox_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+ButtonRecord* RadioButton_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // A null label is the empty one.
-void Button_SetLabel(ControlRecord* button, const wchar_t* label, ErrorRecord* error);
+void Button_SetLabel(ButtonRecord* button, const wchar_t* label, ErrorRecord* error);
 
 // The check state; push buttons have none and ignore it.
-void Button_SetSelection(ControlRecord* button, bool selected, ErrorRecord* error);
+void Button_SetSelection(ButtonRecord* button, bool selected, ErrorRecord* error);

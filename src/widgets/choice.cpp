@@ -237,7 +237,7 @@ static void detachChildren(const ChoiceRecord* choice) {
     if (HWND list = GetDlgItem(choice->hwnd, listId)) SetWindowLongW(list, GWL_USERDATA, 0);
 }
 
-ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+ChoiceRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     constexpr LONG visibleItems = 7;
     bool dropDownList = style & ownStyleDropDownList;
     DWORD windowStyle = _Control_Style() | WS_VSCROLL | CBS_NOINTEGRALHEIGHT | CBS_AUTOHSCROLL |
@@ -257,7 +257,7 @@ ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* er
     return choice;
 }
 
-ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
+ChoiceRecord* Choice_New(ControlRecord* parent, ErrorRecord* error) {
     return Choice_Create(parent, ownStyleDropDownList, error);
 }
 

@@ -18,10 +18,10 @@ ASSERT_OFFSET(ChoiceRecord, dropDownList, 72)
 ASSERT_OFFSET(ChoiceRecord, visibleItems, 76)
 
 // A drop-down list.
-ControlRecord* Choice_New(ControlRecord* parent, ErrorRecord* error);
+ChoiceRecord* Choice_New(ControlRecord* parent, ErrorRecord* error);
 
 // The same, or without ownStyleDropDownList a choice with an edit field.
-ControlRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error);
+ChoiceRecord* Choice_Create(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // Before the item at the index; -1 appends. A null item is the empty text.
 void Choice_AddItem(ChoiceRecord* choice, const wchar_t* item, jint index, ErrorRecord* error);

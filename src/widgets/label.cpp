@@ -125,7 +125,7 @@ static DWORD windowStyle(DWORD javaStyle) {
     return style;
 }
 
-ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+LabelRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     auto* label = Control_NewOf<LabelRecord>(
         parent, {.className = L"STATIC",
                  .windowProc = controlProc<LabelRecord, handle>,

@@ -16,7 +16,7 @@ ASSERT_OFFSET(LabelRecord, image, 60)
 ASSERT_OFFSET(LabelRecord, font, 64)
 ASSERT_OFFSET(LabelRecord, staticProc, 68)
 
-ControlRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+LabelRecord* Label_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // 1 left, 4 right, 2 centred, looked for in this order; none of them counts as left. An image
 // keeps its place.

@@ -245,7 +245,7 @@ LRESULT CALLBACK List_Proc(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
     return receive<ListRecord, handle>(window, {id, wParam, lParam});
 }
 
-ControlRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+ListRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     DWORD windowStyle = _Scrollable_Style(style) | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
     if (style & styleMultiple) windowStyle |= LBS_MULTIPLESEL;
     auto* list = Control_NewOf<ListRecord>(parent, {.className = L"LISTBOX",

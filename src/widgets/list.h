@@ -1,6 +1,7 @@
 #pragma once
 // Lists: items of text of which one, or in multiple mode several, can be selected. Any thread.
 
+#include "bridge/handles.h"
 #include "bridge/values.h"
 #include "control/scrollable.h"
 
@@ -12,7 +13,7 @@ struct ListRecord : ScrollableRecord {
 };
 ASSERT_OFFSET(ListRecord, singleSelect, 64)
 
-ControlRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+ListRecord* List_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // A null item is the empty text. At -1 it is appended.
 void List_Add(ListRecord* list, const wchar_t* item, jint index, ErrorRecord* error);
@@ -26,7 +27,8 @@ void List_RemoveAll(ListRecord* list, ErrorRecord* error);
 void List_Select(ListRecord* list, jint index, ErrorRecord* error);
 
 // Nothing for several indices in single mode. The count is cut to what the array holds.
-void List_SelectIndices(ListRecord* list, IntArguments indices, jint count, ErrorRecord* error);
+void List_SelectIndices(ListRecord* list, IntArguments indices, CountOfArray count,
+                        ErrorRecord* error);
 void List_Deselect(ListRecord* list, jint index, ErrorRecord* error);
 bool List_IsSelected(ListRecord* list, jint index, ErrorRecord* error);
 jint List_GetSelectionCount(ListRecord* list, ErrorRecord* error);

@@ -156,14 +156,14 @@ static LRESULT handle(AdjustableRecord* adjustable, Message message) {
     return Control_HandleIn(window, message);
 }
 
-AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
+ScrollbarRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
     constexpr LONG firstMaximum = 100;
     constexpr UINT firstPage = 11; // a visible amount of 10
-    auto* adjustable = Control_NewOf<AdjustableRecord>(
-        parent, {.className = scrollBarClass,
-                 .windowProc = controlProc<AdjustableRecord, handle>,
-                 .windowStyle = _Control_Style() | SBS_VERT,
-                 .error = error});
+    auto* adjustable =
+        Control_NewOf<ScrollbarRecord>(parent, {.className = scrollBarClass,
+                                                .windowProc = controlProc<AdjustableRecord, handle>,
+                                                .windowStyle = _Control_Style() | SBS_VERT,
+                                                .error = error});
     if (!adjustable) return nullptr;
     Adjustable_SetFirstValues(adjustable, SB_CTL, orientationVertical);
     adjustable->info.nMax = firstMaximum;
@@ -172,6 +172,6 @@ AdjustableRecord* Scrollbar_New(ControlRecord* parent, ErrorRecord* error) {
     return adjustable;
 }
 
-void Scrollbar_SetOrientation(AdjustableRecord* adjustable, jint orientation, ErrorRecord* error) {
-    ask(adjustable->hwnd, controlSetOrientation, orientation, &error);
+void Scrollbar_SetOrientation(ScrollbarRecord* bar, jint orientation, ErrorRecord* error) {
+    ask(bar->hwnd, controlSetOrientation, orientation, &error);
 }

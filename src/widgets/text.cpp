@@ -98,10 +98,10 @@ static ControlRecord* newText(ControlRecord* parent, DWORD javaStyle, DWORD wind
     return text;
 }
 
-ControlRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+TextFieldRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
     DWORD windowStyle = _Control_Style() | ES_AUTOHSCROLL;
     if (style & styleBorder) windowStyle |= WS_BORDER;
-    return newText(parent, style, windowStyle, error);
+    return static_cast<TextFieldRecord*>(newText(parent, style, windowStyle, error));
 }
 
 // Where there is no bar to scroll with, the text scrolls by itself.
@@ -112,12 +112,12 @@ static DWORD areaStyle(DWORD javaStyle) {
     return style & WS_HSCROLL ? style : style | ES_AUTOHSCROLL;
 }
 
-ControlRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
-    return newText(parent, style, areaStyle(style), error);
+TextAreaRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* error) {
+    return static_cast<TextAreaRecord*>(newText(parent, style, areaStyle(style), error));
 }
 
 // A column of a field is 1.4 times as wide as one of an area.
-PixelPair TextField_GetMinimumSize(TextRecord* text, jint columns, ErrorRecord*) {
+PixelPair TextField_GetMinimumSize(TextFieldRecord* text, jint columns, ErrorRecord*) {
     PixelPair size = {};
     Control_Run(text, [&](const TextRecord* found) {
         TextExtent extent = measureFont(found->hwnd);
@@ -127,7 +127,7 @@ PixelPair TextField_GetMinimumSize(TextRecord* text, jint columns, ErrorRecord*)
     return size;
 }
 
-PixelPair TextArea_GetMinimumSize(TextRecord* text, jint rows, jint columns, ErrorRecord*) {
+PixelPair TextArea_GetMinimumSize(TextAreaRecord* text, jint rows, jint columns, ErrorRecord*) {
     PixelPair size = {};
     Control_Run(text, [&](const TextRecord* found) {
         TextExtent extent = measureFont(found->hwnd);

@@ -11,12 +11,16 @@ struct TextRecord : ScrollableRecord {
 ASSERT_OFFSET(TextRecord, passDoubleClicks, 64)
 ASSERT_OFFSET(TextRecord, replacing, 65)
 
-ControlRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
-ControlRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+struct TextFieldRecord : TextRecord {};
+struct TextAreaRecord : TextRecord {};
+
+TextFieldRecord* TextField_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
+TextAreaRecord* TextArea_New(ControlRecord* parent, DWORD style, ErrorRecord* error);
 
 // For that many columns (and rows) of an average character, in pixels.
-PixelPair TextField_GetMinimumSize(TextRecord* text, jint columns, ErrorRecord* error);
-PixelPair TextArea_GetMinimumSize(TextRecord* text, jint rows, jint columns, ErrorRecord* error);
+PixelPair TextField_GetMinimumSize(TextFieldRecord* text, jint columns, ErrorRecord* error);
+PixelPair TextArea_GetMinimumSize(TextAreaRecord* text, jint rows, jint columns,
+                                  ErrorRecord* error);
 
 jint AbstractTextComponent_GetCharCount(TextRecord* text, ErrorRecord* error);
 NativeString AbstractTextComponent_GetText(TextRecord* text, ErrorRecord* error);
