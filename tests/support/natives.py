@@ -4,11 +4,12 @@
 header: as typed functions, called as in Java: OS::Shell_New.
 table: as rows of a C++ table: the name, the export, the result's type, and each parameter's type and
 name."""
-import re
 import sys
+from pathlib import Path
 
-PACKAGE = re.compile(r"^package com\.nuvik\.wyx\.(\w+);", re.M)
-DECLARATION = re.compile(r"public static native ([\w\[\]]+) (\w+)\(([^)]*)\);")
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "java"))
+from declarations import layer_of, natives_of  # noqa: E402
+
 TYPES = {
     "void": "void",
     "boolean": "jboolean",
@@ -20,12 +21,6 @@ TYPES = {
     "byte[]": "jbyteArray",
     "String[]": "jobjectArray",
 }
-
-
-def natives_of(source):
-    """Result, name and parameters of each, the parameters as pairs of type and name."""
-    for result, name, declared in DECLARATION.findall(source):
-        yield result, name, [tuple(one.split()) for one in declared.split(",") if one.strip()]
 
 
 def export_of(layer, name):
@@ -54,7 +49,7 @@ def main():
     for path in sys.argv[2:]:
         with open(path, encoding="utf-8") as file:
             source = file.read()
-        print("\n".join(form(PACKAGE.search(source)[1], source)))
+        print("\n".join(form(layer_of(source), source)))
 
 
 main()

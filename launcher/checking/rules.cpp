@@ -1,0 +1,204 @@
+#include "rules.h"
+#include <array>
+#include <string.h>
+
+namespace {
+
+constexpr size_t mostParameters = 16;
+
+struct Call {
+    const CheckedNative& native;
+    const uint32_t* arguments;
+    Handles* handles;
+    Surroundings* surroundings;
+    std::array<Object, mostParameters> objects; // of the arguments that are handles
+
+    std::string naming(size_t index) const {
+        return std::string(native.name) + ": " + native.parameters[index].name;
+    }
+    std::string telling(size_t index) const {
+        return naming(index) + " " + std::to_string(static_cast<int32_t>(arguments[index]));
+    }
+};
+
+using Found = std::optional<Misuse>;
+
+} // namespace
+
+static std::string withArticle(int kind) {
+    std::string name = kinds()[kind].name;
+    bool startsWithVowel = strchr("aeiou", name[0]) != nullptr;
+    return (startsWithVowel ? "an " : "a ") + name;
+}
+
+static bool isAlive(const Object& object) { return object.number && !object.isGone; }
+
+static int widgetKind() {
+    static const int kind = kindOf("WidgetRecord");
+    return kind;
+}
+static int displayKind() {
+    static const int kind = kindOf("DisplayRecord");
+    return kind;
+}
+static int graphicsKind() {
+    static const int kind = kindOf("GraphicsRecord");
+    return kind;
+}
+
+Object companionsControl(uint32_t handle, uint32_t display, uint32_t thread) {
+    // Nobody says what kind of control it is. This one may be given wherever any control may that
+    // the public header lets a companion library make.
+    static const int kind = kindOf("ScrollableRecord");
+    Object object;
+    object.handle = handle;
+    object.kind = kind;
+    object.display = display;
+    object.thread = thread;
+    return object;
+}
+
+// What has the handle. A companion library's control may have come, also to the address of another,
+// without any native that tells so.
+static Object lookUp(const Call& call, uint32_t handle) {
+    Object object = call.handles->find(handle);
+    uint32_t display = 0;
+    if (isAlive(object) || !call.surroundings->isCompanionsControl(handle, &display)) return object;
+    call.handles->add(companionsControl(handle, display, call.surroundings->thread()), nullptr);
+    return call.handles->find(handle);
+}
+
+static std::string wanted(const CheckedParameter& parameter) {
+    return withArticle(parameter.index) + " is wanted";
+}
+
+static Found checkHandle(Call& call, size_t index) {
+    const CheckedParameter& parameter = call.native.parameters[index];
+    uint32_t handle = call.arguments[index];
+    if (handle == 0) {
+        if (parameter.maybeNone) return {};
+        return Misuse{call.naming(index) + " is 0; " + wanted(parameter), nullptr, false};
+    }
+    Object object = lookUp(call, handle);
+    call.objects[index] = object;
+    if (!object.number)
+        return Misuse{call.telling(index) + " was never a handle; " + wanted(parameter), nullptr,
+                      false};
+    if (object.isGone)
+        return Misuse{call.telling(index) + ", " + withArticle(object.kind) + ", was disposed of",
+                      call.handles->placesOf(handle).ended, false};
+    if (!isA(object.kind, parameter.index))
+        return Misuse{call.telling(index) + " is " + withArticle(object.kind) + "; " +
+                          wanted(parameter),
+                      call.handles->placesOf(handle).made, false};
+    return {};
+}
+
+static Found checkThread(const Call& call, size_t index) {
+    if (!call.native.parameters[index].ofThisThread) return {};
+    uint32_t handle = call.arguments[index];
+    if (call.objects[index].thread == call.surroundings->thread()) return {};
+    return Misuse{call.telling(index) + " belongs to the thread that made it, which alone may call",
+                  call.handles->placesOf(handle).made, true};
+}
+
+// All that belong to a display belong to the same one.
+static Found checkDisplay(const Call& call, size_t index, uint32_t* common) {
+    uint32_t handle = call.arguments[index];
+    uint32_t display = call.objects[index].display;
+    if (!display) return {};
+    if (!*common) *common = display;
+    if (*common == display) return {};
+    return Misuse{call.telling(index) + " belongs to another display than what stands before it",
+                  call.handles->placesOf(handle).made, true};
+}
+
+static Found checkOwner(const Call& call, size_t index) {
+    uint32_t handle = call.arguments[index];
+    const Object& object = call.objects[index];
+    if (call.native.ends) {
+        if (!object.isLent) return {};
+        return Misuse{call.telling(index) + ", " + withArticle(object.kind) +
+                          ", goes with what it belongs to and cannot be disposed of",
+                      call.handles->placesOf(handle).made, true};
+    }
+    if (object.kind == graphicsKind()) {
+        Object target = call.handles->find(object.owner);
+        if (target.number == object.ownerNumber && !target.isGone) return {};
+        std::string of = target.number == object.ownerNumber
+                             ? withArticle(target.kind) + " that was disposed of"
+                             : "what was disposed of";
+        return Misuse{call.telling(index) + " draws on " + of,
+                      call.handles->placesOf(object.owner).ended, true};
+    }
+    return {};
+}
+
+static Found checkBar(const Call& call) {
+    static const int ownBar = kindOf("OwnBarRecord"), scrollable = kindOf("ScrollableRecord");
+    const auto& parameters = call.native.parameters;
+    if (parameters.size() < 2 || parameters[0].role != Role::handle ||
+        parameters[1].role != Role::handle || parameters[0].index != scrollable ||
+        parameters[1].index != ownBar)
+        return {};
+    if (call.objects[1].owner == call.arguments[0]) return {};
+    return Misuse{call.telling(1) + " belongs to another scrollable",
+                  call.handles->placesOf(call.arguments[1]).made, true};
+}
+
+static Found checkCount(const Call& call, size_t index) {
+    const CheckedParameter& parameter = call.native.parameters[index];
+    uint32_t array = call.arguments[parameter.index];
+    auto count = static_cast<int32_t>(call.arguments[index]);
+    int length = array ? call.surroundings->lengthOf(array) : 0;
+    if (!array || count <= length) return {};
+    std::string name = call.native.parameters[parameter.index].name;
+    return Misuse{call.naming(index) + " is " + std::to_string(count) + "; " + name +
+                      " has a length of " + std::to_string(length),
+                  nullptr, true};
+}
+
+static Found checkBelonging(const Call& call) {
+    uint32_t display = 0;
+    for (size_t i = 0; i < call.native.parameters.size(); ++i) {
+        if (call.native.parameters[i].role != Role::handle || !call.arguments[i]) continue;
+        if (Found misuse = checkThread(call, i)) return misuse;
+        if (Found misuse = checkDisplay(call, i, &display)) return misuse;
+        if (Found misuse = checkOwner(call, i)) return misuse;
+    }
+    return checkBar(call);
+}
+
+std::optional<Misuse> findMisuse(const CheckedNative& native, const uint32_t* arguments,
+                                 Handles* handles, Surroundings* surroundings) {
+    Call call = {native, arguments, handles, surroundings, {}};
+    for (size_t i = 0; i < native.parameters.size(); ++i)
+        if (native.parameters[i].role == Role::handle)
+            if (Found misuse = checkHandle(call, i)) return misuse;
+    if (Found misuse = checkBelonging(call)) return misuse;
+    for (size_t i = 0; i < native.parameters.size(); ++i)
+        if (native.parameters[i].role == Role::count)
+            if (Found misuse = checkCount(call, i)) return misuse;
+    return {};
+}
+
+Object madeBy(const CheckedNative& native, const uint32_t* arguments, uint32_t handle,
+              Handles* handles, uint32_t thread) {
+    Object object;
+    object.handle = handle;
+    object.kind = native.made;
+    object.isLent = native.isLent;
+    object.thread = thread;
+    bool isOfWidget = !native.parameters.empty() && native.parameters[0].role == Role::handle;
+    Object first = isOfWidget ? handles->find(arguments[0]) : Object();
+    bool isWidget = isA(native.made, widgetKind());
+    if (native.made == displayKind()) object.display = handle;
+    if (isWidget) object.display = first.display;
+    // A control's own parts are lent by it, all else by its display.
+    if (native.isLent && !isWidget) first = handles->find(first.display);
+    if (native.isLent || native.made == graphicsKind()) {
+        object.owner = first.handle;
+        object.ownerNumber = first.number;
+    }
+    return object;
+}
