@@ -43,3 +43,7 @@ add_custom_command(OUTPUT ${documentation}/index.html
 add_custom_target(documentation DEPENDS ${documentation}/index.html)
 add_test(NAME every_native_has_javadoc
     COMMAND ${CMAKE_COMMAND} --build ${CMAKE_BINARY_DIR} --target documentation)
+
+# What the checked mode adds to a program's class path.
+file(GLOB_RECURSE checking CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/checking/*.java)
+add_jar(checking "" ${checking})

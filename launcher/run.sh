@@ -70,7 +70,7 @@ close_window() { xdotool key Alt_L+F4; }
 # The program ends with this script, but is asked to, and its own exit code is told.
 start_java() {
     # shellcheck disable=SC2086 # one word, or none
-    "$root/launcher/java-on-device" --screen "$device" $device_code "$@" 9>&- &
+    "$root/launcher/java-on-device" --screen "$device" $device_code "${checking[@]}" "$@" 9>&- &
     program=$!
 }
 await_program() {
@@ -235,6 +235,14 @@ has_fonts() {
     exit 2
 }
 
+# check_calls throw|report: what stands between the program and the natives tells misuse.
+check_calls() {
+    takes_one_of --check "$1" throw report
+    checking=(-check)
+    [ "$1" = throw ] || checking=(-check:report)
+    toolkit=$toolkit:$build/desk/java/checking.jar
+}
+
 screenshot_to() {
     screenshot=$(realpath -m -- "$1")
     { [ -d "$(dirname "$screenshot")" ] && [ -w "$(dirname "$screenshot")" ]; } ||
@@ -249,13 +257,14 @@ version() {
     [ ! -f "$jre/release" ] || sed -n 's/^JAVA_VERSION="\(.*\)"/with Java \1/p' "$jre/release"
 }
 
-options=(--device --display --dpi --fonts --help --input-panel --locale --rotate --screen --screenshot
+options=(--check --device --display --dpi --fonts --help --input-panel --locale --rotate --screen --screenshot
     --sound-file --sound-speed --storage --task-bar --version)
 # The Java VM's own.
 vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --enable-preview
     --illegal-access --limit-modules --module-path --patch-module --upgrade-module-path)
 
 device_code= # or --device
+checking=()
 display=
 storage=
 screen=
@@ -272,6 +281,7 @@ program_words=()
 # set_option NAME [VALUE]
 set_option() {
     case $1 in
+    --check) check_calls "${2:-throw}" ;;
     --device) device_code=--device ;;
     --display) display=$2 ;;
     --dpi) takes_one_of "$1" "$2" "${densities[@]}" && density=$2 ;;
@@ -295,7 +305,7 @@ set_option() {
         ;;
     esac
 }
-takes_value() { [[ $1 != --@(device|help|rotate|version) ]]; }
+takes_value() { [[ $1 != --@(check|device|help|rotate|version) ]]; }
 is_one_of() {
     local word=$1
     shift
@@ -320,6 +330,8 @@ read_options() {
                 [ $# -ge 2 ] || fail "$name wants a value"
                 value=("$2")
                 shift
+            elif [ "$name" = --check ] && [ "$name" != "$1" ]; then
+                value=("${1#*=}")
             fi
             shift
             set_option "$name" "${value[@]}"

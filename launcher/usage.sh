@@ -45,6 +45,9 @@ usage_of_run() {
     --fonts FOLDER         it has the fonts of that folder too
     --screenshot FILE.png  where a played example leaves its picture
     --storage FOLDER       keeps the device's files there; without it they go with the device
+    --check                tells a program's misuse of the natives by exceptions that say what is
+                           wrong and where it began, and at the end what was never disposed of;
+                           --check=report tells it in lines and lets the program go on
     --device               runs the library's code for the device, on an emulated processor
     --sound-file FILE.wav  writes what the device plays; further sounds to FILE-2.wav ...
     --sound-speed N        plays N times faster than real time, and silently; 0 stands still

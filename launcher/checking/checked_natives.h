@@ -30,6 +30,9 @@ struct CheckedParameter {
     bool ofThisThread = false; // a display that only its own thread may give
 };
 
+// Of one native.
+constexpr size_t mostParameters = 16;
+
 struct CheckedNative {
     const char* name; // Class_Method
     std::vector<CheckedParameter> parameters;

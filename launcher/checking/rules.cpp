@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr size_t mostParameters = 16;
-
 struct Call {
     const CheckedNative& native;
     const uint32_t* arguments;

@@ -17,6 +17,8 @@ static bool isClassPathOption(const std::string& word) {
 }
 
 static const std::string companionOption = "-companion:";
+static const std::string checkOption = "-check";
+static const std::string reportOption = "-check:report";
 
 std::string parse(const std::vector<std::string>& words, CommandLine* commandLine) {
     size_t next = 0;
@@ -36,6 +38,10 @@ std::string parse(const std::vector<std::string>& words, CommandLine* commandLin
             size_t start = companionOption.size();
             commandLine->companions.push_back(
                 {word.substr(start, split - start), word.substr(split + 1)});
+        } else if (word == checkOption) {
+            commandLine->checking = Checking::throws;
+        } else if (word == reportOption) {
+            commandLine->checking = Checking::reports;
         } else {
             commandLine->vmOptions.push_back(word);
         }

@@ -1,6 +1,7 @@
 #pragma once
 // The command line, with the options of the java command.
 
+#include "checking.h"
 #include "native_binding.h"
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 struct CommandLine {
     std::vector<std::string> vmOptions; // as JNI_CreateJavaVM wants them
     std::vector<Companion> companions;  // -companion:FILE.dll=class/Name, beside java's options
+    Checking checking = Checking::off;  // -check[:report]
     std::string classPath;
     std::string mainClass; // empty with a jar file
     std::string jarFile;

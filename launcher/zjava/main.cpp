@@ -162,6 +162,7 @@ int main() {
     callUnix(unixSymbol(nullptr, "zjava_end_with_server"));
     reportFaults();
     setCompanions(commandLine.companions);
+    setChecking(commandLine.checking);
 
     std::vector<std::string> words = commandLine.vmOptions;
     words.push_back("-Djava.class.path=" + commandLine.classPath);

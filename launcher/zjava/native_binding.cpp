@@ -1,4 +1,5 @@
 #include "native_binding.h"
+#include "checking.h"
 #include "jni_proxy.h"
 #include "toolkit.h"
 #include "unix_side.h"
@@ -13,8 +14,10 @@ namespace {
 
 struct Native {
     void* function;
-    uint32_t words; // of arguments, with environment and class
+    uint32_t words;               // of arguments, with environment and class
+    const CheckedNative* checked; // null: nothing is known of it, or nothing is checked
     bool isBoolean;
+    bool isCompanions; // and what it makes is looked at
 };
 
 struct NativeMethod {
@@ -84,15 +87,33 @@ struct Reflection {
 
 } // namespace
 
+static uint64_t call(const Native& native, const uint32_t* words) {
+    uint64_t result = callAligned(native.function, words, native.words);
+    // The library answers in the low byte and leaves the rest of the word as it was.
+    return native.isBoolean ? (result & 0xFF) != 0 : result;
+}
+
+static uint64_t callChecked(const Native& native, const uint32_t* words) {
+    constexpr uint32_t environmentAndClass = 2;
+    CheckedCall checked(reinterpret_cast<JNIEnv*>(words[0]), *native.checked,
+                        words + environmentAndClass);
+    if (!checked.isAllowed()) return 0;
+    uint64_t result = call(native, words);
+    checked.finish(static_cast<uint32_t>(result));
+    return result;
+}
+
 // Entered from thunks.S by the VM.
 extern "C" uint64_t enterNative(uint32_t number, const uint32_t* arguments) {
     const Native& native = natives[number];
     uint32_t words[mostWords];
     words[0] = reinterpret_cast<uint32_t>(proxyOf(reinterpret_cast<void*>(arguments[0])));
     for (uint32_t i = 1; i < native.words; ++i) words[i] = arguments[i];
-    uint64_t result = callAligned(native.function, words, native.words);
-    // The library answers in the low byte and leaves the rest of the word as it was.
-    return native.isBoolean ? (result & 0xFF) != 0 : result;
+    if (native.checked) return callChecked(native, words);
+    uint64_t result = call(native, words);
+    if (native.isCompanions)
+        noteCompanionsResult(reinterpret_cast<JNIEnv*>(words[0]), static_cast<uint32_t>(result));
+    return result;
 }
 
 static std::string mangle(const std::string& name) {
@@ -108,9 +129,16 @@ static std::string mangle(const std::string& name) {
     return mangled;
 }
 
-static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* function) {
+enum class Library { toolkit, companion, own };
+
+static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* function,
+                 Library library) {
     if (boundNatives == nativeStubCount || method.words > mostWords) return false;
-    natives[boundNatives] = {function, method.words, method.result == "Z"};
+    bool isChecked = isChecking() && library == Library::toolkit;
+    bool isCompanions = isChecking() && library == Library::companion && method.result == "I";
+    natives[boundNatives] = {function, method.words,
+                             isChecked ? findCheckedNative(method.name) : nullptr,
+                             method.result == "Z", isCompanions};
     std::string signature = "(" + method.parameters + ")" + method.result;
     JNINativeMethod entry = {const_cast<char*>(method.name.c_str()),
                              const_cast<char*>(signature.c_str()),
@@ -119,7 +147,7 @@ static bool bind(JNIEnv* env, jclass owner, const NativeMethod& method, void* fu
     return env->RegisterNatives(owner, &entry, 1) == JNI_OK;
 }
 
-static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className) {
+static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className, Library kind) {
     jclass owner = env->FindClass(className.c_str());
     if (!owner) { // a program may well do without the widget layer
         env->ExceptionClear();
@@ -137,7 +165,7 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
             NativeMethod native = reflection.describe(method);
             std::string name = "Java_" + mangle(className) + "_" + mangle(native.name);
             void* function = exportOf(library, name.c_str());
-            bound = !function || bind(env, owner, native, function);
+            bound = !function || bind(env, owner, native, function, kind);
         }
         env->PopLocalFrame(nullptr);
         if (!bound || env->ExceptionCheck()) return false;
@@ -148,11 +176,20 @@ static bool bindClass(JNIEnv* env, HMODULE library, const std::string& className
 void setCompanions(const std::vector<Companion>& list) { companions = list; }
 
 static bool bindCompanion(JNIEnv* env, const Companion& companion) {
+    noteCompanion();
     HMODULE library = loadCompanion(companion.file.c_str());
-    if (library) return bindClass(env, library, companion.className);
+    if (library) return bindClass(env, library, companion.className, Library::companion);
     fprintf(stderr, "zjava: %s cannot be loaded (error %lu)\n", companion.file.c_str(),
             GetLastError());
     return false;
+}
+
+static bool bindChecking(JNIEnv* env) {
+    if (!isChecking()) return true;
+    jclass owner = prepareChecking(env);
+    if (!owner) fprintf(stderr, "zjava: -check wants checking.jar on the class path\n");
+    return owner && bind(env, owner, {"left", {}, "[Ljava/lang/Object;", 2},
+                         reinterpret_cast<void*>(leftHandles), Library::own);
 }
 
 jint bindLibrary(JNIEnv* env) {
@@ -165,8 +202,9 @@ jint bindLibrary(JNIEnv* env) {
         return JNI_ERR;
     }
     tellToolkitOf(env->functions);
+    if (!bindChecking(env)) return JNI_ERR;
     for (const char* name : {"com/nuvik/wyx/k4tr/OS", "com/nuvik/wyx/dovr/OS"})
-        if (!bindClass(env, library, name)) return JNI_ERR;
+        if (!bindClass(env, library, name, Library::toolkit)) return JNI_ERR;
     for (const Companion& companion : companions)
         if (!bindCompanion(env, companion)) return JNI_ERR;
     return JNI_VERSION_1_8;

@@ -247,7 +247,7 @@ final class Device {
     }
 
     void end() {
-        OS.Device_Dispose(display);
         dispatchAll();
+        OS.Device_Dispose(display);
     }
 }
