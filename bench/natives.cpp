@@ -14,6 +14,15 @@ __declspec(dllexport) jint JNICALL Java_com_nuvik_bench_Natives_empty(JNIEnv*, j
     return id;
 }
 
+// Calls the toolkit's native past whatever stands between Java and it.
+__declspec(dllexport) jint JNICALL
+    Java_com_nuvik_bench_Natives_red(JNIEnv* env, jclass owner, jint color) {
+    using Native = jint(JNICALL*)(JNIEnv*, jclass, jint);
+    static const auto native = reinterpret_cast<Native>(
+        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_dovr_OS_Color_1GetRed")));
+    return native(env, owner, color);
+}
+
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_callback(JNIEnv* env, jclass, jint widgetHandle) {
     auto* widget = reinterpret_cast<WidgetRecord*>(widgetHandle);

@@ -9,7 +9,7 @@ struct Call {
     const uint32_t* arguments;
     Handles* handles;
     Surroundings* surroundings;
-    std::array<Object, mostParameters> objects; // of the arguments that are handles
+    std::array<std::optional<Object>, mostParameters> objects; // of the handles that are not 0
 
     std::string naming(size_t index) const {
         return std::string(native.name) + ": " + native.parameters[index].name;
@@ -95,7 +95,7 @@ static Found checkHandle(Call& call, size_t index) {
 static Found checkThread(const Call& call, size_t index) {
     if (!call.native.parameters[index].ofThisThread) return {};
     uint32_t handle = call.arguments[index];
-    if (call.objects[index].thread == call.surroundings->thread()) return {};
+    if (call.objects[index]->thread == call.surroundings->thread()) return {};
     return Misuse{call.telling(index) + " belongs to the thread that made it, which alone may call",
                   call.handles->placesOf(handle).made, true};
 }
@@ -103,7 +103,7 @@ static Found checkThread(const Call& call, size_t index) {
 // All that belong to a display belong to the same one.
 static Found checkDisplay(const Call& call, size_t index, uint32_t* common) {
     uint32_t handle = call.arguments[index];
-    uint32_t display = call.objects[index].display;
+    uint32_t display = call.objects[index]->display;
     if (!display) return {};
     if (!*common) *common = display;
     if (*common == display) return {};
@@ -113,7 +113,7 @@ static Found checkDisplay(const Call& call, size_t index, uint32_t* common) {
 
 static Found checkOwner(const Call& call, size_t index) {
     uint32_t handle = call.arguments[index];
-    const Object& object = call.objects[index];
+    const Object& object = *call.objects[index];
     if (call.native.ends) {
         if (!object.isLent) return {};
         return Misuse{call.telling(index) + ", " + withArticle(object.kind) +
@@ -133,13 +133,11 @@ static Found checkOwner(const Call& call, size_t index) {
 }
 
 static Found checkBar(const Call& call) {
-    static const int ownBar = kindOf("OwnBarRecord"), scrollable = kindOf("ScrollableRecord");
     const auto& parameters = call.native.parameters;
-    if (parameters.size() < 2 || parameters[0].role != Role::handle ||
-        parameters[1].role != Role::handle || parameters[0].index != scrollable ||
-        parameters[1].index != ownBar)
-        return {};
-    if (call.objects[1].owner == call.arguments[0]) return {};
+    if (parameters.size() < 2 || parameters[1].role != Role::handle) return {};
+    static const int ownBar = kindOf("OwnBarRecord"), scrollable = kindOf("ScrollableRecord");
+    if (parameters[0].index != scrollable || parameters[1].index != ownBar) return {};
+    if (call.objects[1]->owner == call.arguments[0]) return {};
     return Misuse{call.telling(1) + " belongs to another scrollable",
                   call.handles->placesOf(call.arguments[1]).made, true};
 }

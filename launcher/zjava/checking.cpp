@@ -14,6 +14,14 @@ static struct {
     jmethodID newMisuse, newPlace, begin, registerMethod, listen, report, start;
 } java;
 
+// The natives of the registry of callbacks, whose misuse Java finds.
+static struct {
+    const CheckedNative *begins, *registers, *listens;
+    bool has(const CheckedNative& native) const {
+        return &native == begins || &native == registers || &native == listens;
+    }
+} ofRegistry;
+
 void setChecking(Checking chosen) { mode = chosen; }
 void noteCompanion() { hasCompanions = true; }
 bool isChecking() { return mode != Checking::off; }
@@ -24,6 +32,9 @@ static jclass findClass(JNIEnv* env, const char* name) {
 }
 
 jclass prepareChecking(JNIEnv* env) {
+    ofRegistry = {findCheckedNative("Display_InitCallbacks"),
+                  findCheckedNative("Display_RegisterCallback"),
+                  findCheckedNative("Widget_SetData")};
     java.misuse = findClass(env, "com/nuvik/checking/Misuse");
     if (!java.misuse) return nullptr;
     java.place = findClass(env, "com/nuvik/checking/Place");
@@ -140,16 +151,12 @@ static jint numberOfDisplay(uint32_t handle) {
 // What Java finds wrong with a call of the registry's natives; null: nothing, or a pending
 // exception.
 jobject CheckedCall::findProblemOfCallbacks() {
-    static const CheckedNative* const begins = findCheckedNative("Display_InitCallbacks");
-    static const CheckedNative* const registers = findCheckedNative("Display_RegisterCallback");
-    static const CheckedNative* const listens = findCheckedNative("Widget_SetData");
-    if (&native == begins)
+    if (&native == ofRegistry.begins)
         return env->CallStaticObjectMethod(java.callbacks, java.begin,
                                            numberOfDisplay(arguments[0]));
-    if (&native == listens)
+    if (&native == ofRegistry.listens)
         return env->CallStaticObjectMethod(java.callbacks, java.listen,
                                            numberOfDisplay(arguments[0]), arguments[1]);
-    if (&native != registers) return nullptr;
     const CheckedEvent* event = findCheckedEvent(arguments[1]);
     const char* known = event ? event->signature : "";
     jstring signature = event || hasCompanions ? env->NewStringUTF(known) : nullptr;
@@ -174,7 +181,7 @@ bool CheckedCall::isAllowed() {
     JavaSurroundings surroundings(env);
     std::optional<Misuse> misuse = findMisuse(native, arguments, &handles, &surroundings);
     if (misuse && !tell(*misuse)) return false;
-    if (!checkCallbacks()) return false;
+    if (ofRegistry.has(native) && !checkCallbacks()) return false;
     if (!native.ends || !arguments[0]) return true;
     ended = handles.find(arguments[0]);
     where = here(env, "disposed of here");

@@ -35,7 +35,7 @@ public final class Bench {
         }
     }
 
-    private interface Call {
+    interface Call {
         int run(int argument);
     }
 
@@ -51,7 +51,7 @@ public final class Bench {
     }
 
     /** The round of the median ratio: ours, plain, in tenths of nanoseconds. */
-    private static int[] compare(Call ours, Call plain) {
+    static int[] compare(Call ours, Call plain) {
         List<int[]> rounds = new ArrayList<>();
         for (int round = 0; round < ROUNDS; round++)
             rounds.add(new int[] {(int) (timeOf(ours) * 10), (int) (timeOf(plain) * 10)});
@@ -59,7 +59,7 @@ public final class Bench {
         return rounds.get(ROUNDS / 2);
     }
 
-    private static void row(String what, int[] tenths, double limit) {
+    static void row(String what, int[] tenths, double limit) {
         double ratio = (double) tenths[0] / tenths[1];
         System.out.printf(
                 "| %-46s | %10.1f | %10.1f | %5.2f | %5.2f |%n",
@@ -186,10 +186,7 @@ public final class Bench {
         int control = PushButton_New(shell, 0);
         OS.Widget_SetData(control, new Receiver());
 
-        System.out.printf(
-                "| %-46s | %10s | %10s | %5s | %5s |%n",
-                "nanoseconds, the median of interleaved rounds", "ours", "plain", "ratio", "limit");
-        System.out.println("|---|---|---|---|---|");
+        head();
         row("native call / empty native",
                 compare(com.nuvik.wyx.dovr.OS::Platform_GetCapability, Natives::empty), 1.10);
         row("fired callback / GetEnv + CallVoidMethod", Natives.callback(control), 1.15);
@@ -203,6 +200,18 @@ public final class Bench {
         images(display);
         OS.Widget_Dispose(shell);
         OS.Device_Dispose(display);
+        end();
+    }
+
+    static void head() {
+        System.out.printf(
+                "| %-46s | %10s | %10s | %5s | %5s |%n",
+                "nanoseconds, the median of interleaved rounds", "ours", "plain", "ratio", "limit");
+        System.out.println("|---|---|---|---|---|");
+    }
+
+    /** Ends the program, as a failure when a row was over its limit. */
+    static void end() {
         for (String row : overLimit) System.err.println("bench: " + row);
         System.exit(overLimit.isEmpty() ? 0 : 1);
     }

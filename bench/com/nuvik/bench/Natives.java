@@ -6,6 +6,9 @@ final class Natives {
 
     static native int empty(int id);
 
+    /** What the toolkit's native of that name answers, called past the checked mode. */
+    static native int red(int color);
+
     static native int[] callback(int widget);
 
     static native int[] message(int control);
