@@ -64,6 +64,13 @@ public final class Fatal {
                 OS.Display_New();
                 store(new java.io.File(System.getProperty("zemvolt.storage"), "My Documents"));
                 break;
+            case "left":
+                for (int i = 0; i < 2; i++) OS.Image_NewFromSize(0, 1, 1, 0);
+                OS.Image_Dispose(OS.Image_NewFromSize(0, 1, 1, 0));
+                break;
+            case "misuse":
+                System.out.println("red " + com.nuvik.wyx.dovr.OS.Color_GetRed(5));
+                break;
             case "wait":
                 Runtime.getRuntime().addShutdownHook(new Thread(() -> System.out.println("hook")));
                 System.out.println("waiting");
