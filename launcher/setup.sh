@@ -178,12 +178,13 @@ is_current() {
     [ -f "$1" ] && [ -z "$(find "${@:2}" -newer "$1" -print -quit 2>&1)" ]
 }
 
-# build running|all: what running needs, or the tests and their images too. One at a time.
+# build running|all|counted: what running needs, or the tests and their images too, or the library that
+# counts what runs. One at a time.
 build() {
     local log=$run/logs/build.log folder=$build/desk stamp tests=OFF
     local sources=("$root"/{CMakeLists.txt,CMakePresets.json,cmake,companion,emulator,include,java,launcher,platform,src})
     stamp=$folder/.built-$1
-    if [ "$1" = all ]; then
+    if [ "$1" = all ] || [ "$1" = counted ]; then
         tests=ON
         sources+=("$root"/{bench,tests})
     fi

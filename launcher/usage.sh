@@ -1,6 +1,6 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
-commands=(setup run test prove bench docs device)
+commands=(setup run test prove coverage bench docs device)
 proofs=(checkouts disposal varieties)
 
 usage() {
@@ -11,6 +11,7 @@ usage() {
 ./zemvolt setup            installs what running needs, and builds it
 ./zemvolt test [--checks]  runs every test; with --checks the style checks too
 ./zemvolt prove PROOF      runs what is too long for every day (docs/proof.md)
+./zemvolt coverage         tells which lines and branches of the library no test runs
 ./zemvolt bench            measures the library against the plain way, side by side
 ./zemvolt docs             builds the documentation of the natives, and tells where it is
 ./zemvolt device           builds the DLL and the package for the device, into build/device
@@ -67,6 +68,15 @@ usage_of_prove() {
 ./zemvolt prove PROOF
   Runs all of a proof, of which ./zemvolt test runs a part; docs/proof.md tells what each shows.
   PROOF is one of: ${proofs[*]}
+TEXT
+}
+
+usage_of_coverage() {
+    cat <<'TEXT'
+./zemvolt coverage [TEST...]
+  Runs the tests of the library with one that counts, and prints which lines never ran and which
+  branches were never taken, then both as shares by file. With tests named, only these run. Fails when
+  a line is neither run nor named in tools/coverage/unreachable.txt (docs/proof.md).
 TEXT
 }
 
