@@ -118,6 +118,15 @@ TEST_F(AcceleratorTest, its_keys_choose_the_item) {
     EXPECT_TRUE(typed({VK_SHIFT, VK_F3}).empty());
 }
 
+TEST_F(AcceleratorTest, ctrl_and_shift_choose_no_item_of_another_key_or_of_ctrl_alone) {
+    std::vector<jint> items = newItems(2);
+    for (jint item : items) listen(item);
+    setAccelerator(items[0], control | shift | 'a');
+    setAccelerator(items[1], control | 'b');
+    EXPECT_TRUE(typed({VK_CONTROL, VK_SHIFT, 'B'}).empty());
+    EXPECT_TRUE(typed({VK_CONTROL, VK_SHIFT, 'C'}).empty());
+}
+
 TEST_F(AcceleratorTest, of_another_shell_is_not_taken) {
     jint item = newItem(OS::PushMenuItem_New, menu, 0);
     listen(item);
