@@ -125,6 +125,7 @@ TEST_F(AcceleratorTest, ctrl_and_shift_choose_no_item_of_another_key_or_of_ctrl_
     setAccelerator(items[1], control | 'b');
     EXPECT_TRUE(typed({VK_CONTROL, VK_SHIFT, 'B'}).empty());
     EXPECT_TRUE(typed({VK_CONTROL, VK_SHIFT, 'C'}).empty());
+    EXPECT_TRUE(typed({VK_SHIFT, 'A'}).empty()) << "without Ctrl";
 }
 
 TEST_F(AcceleratorTest, of_another_shell_is_not_taken) {
