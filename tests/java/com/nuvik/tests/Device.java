@@ -11,13 +11,14 @@ import com.nuvik.wyx.PointerButton;
 import com.nuvik.wyx.PointerType;
 import com.nuvik.wyx.k4tr.OS;
 import java.util.ArrayList;
+import java.util.Collections;
 import java.util.List;
 import java.util.concurrent.Callable;
 import java.util.concurrent.FutureTask;
 
 /** One display on the emulated device, made by the thread that the tests run on. */
 final class Device {
-    final List<String> errors = new ArrayList<>();
+    final List<String> errors = Collections.synchronizedList(new ArrayList<>());
     final int display;
     private final String missing;
 
