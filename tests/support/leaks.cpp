@@ -83,5 +83,5 @@ NoLeaks::~NoLeaks() {
 
 int leakRounds() {
     const char* rounds = getenv("ZEMVOLT_LEAK_ROUNDS");
-    return rounds ? atoi(rounds) : 10000;
+    return rounds ? atoi(rounds) : 500;
 }

@@ -9,8 +9,8 @@ struct LiveCounts {
 
 LiveCounts countLive();
 
-// How often a scenario is repeated for what it leaves behind to show: 10,000 times, or as often as
-// ZEMVOLT_LEAK_ROUNDS says where every round is slow.
+// How often a scenario is repeated for what it leaves behind to show: 500 times, or as often as
+// ZEMVOLT_LEAK_ROUNDS says.
 int leakRounds();
 long countHeapBlocks();
 

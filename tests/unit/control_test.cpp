@@ -305,7 +305,7 @@ TEST_F(ControlTest, the_focus_goes_to_an_enabled_and_visible_control_only) {
     call(OS::Control_SetEnabled, shell, true);
 }
 
-TEST_F(ControlTest, ten_thousand_controls_leave_nothing_behind) {
+TEST_F(ControlTest, controls_leave_nothing_behind) {
     jint shell = newShell();
     int references = vm.globalReferences;
     NoLeaks noLeaks;

@@ -229,7 +229,7 @@ TEST_F(ImageTest, masks_follow_the_depth) {
     disposeImage(indexed);
 }
 
-TEST_F(ImageTest, thousands_leave_nothing_behind) {
+TEST_F(ImageTest, images_leave_nothing_behind) {
     newShell();
     const std::vector<COLORREF> palette = paletteOfLength(16);
     NoLeaks noLeaks;
