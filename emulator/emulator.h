@@ -42,6 +42,13 @@ EMULATOR_IMPORT LONG WINAPI Emulator_CountHeapBlocks();
 // BMP file. False, with the last error set, when the file cannot be written.
 EMULATOR_IMPORT BOOL WINAPI Emulator_SaveScreen(LPCWSTR path);
 
+// The same into memory: row by row from the top, each pixel as 0xRRGGBB. False when there are not
+// exactly so many pixels, as the screen may be turned at any time, or no memory.
+EMULATOR_IMPORT BOOL WINAPI Emulator_CopyScreen(DWORD* pixels, DWORD count);
+
+// How often a thread has begun to wait until there are messages, when there were none.
+EMULATOR_IMPORT LONG WINAPI Emulator_CountWaits();
+
 // The next SHRecognizeGesture of any thread answers this gesture at once, whatever the pointer
 // does.
 EMULATOR_IMPORT void WINAPI Emulator_AnswerNextGesture(DWORD gesture);

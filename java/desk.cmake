@@ -31,14 +31,19 @@ file(GLOB_RECURSE pictures CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/example
 add_jar(examples ${toolkit_jar}:${program_jar}:${device_examples_jar} ${examples}
     RESOURCES ${pictures} WITH ${CMAKE_CURRENT_BINARY_DIR}/device-examples)
 
+# What applications are tested with. Only its rule needs JUnit.
+set(junit /usr/share/java/junit4.jar)
+file(GLOB testing CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/testing/com/nuvik/testing/*.java)
+add_jar(testing ${toolkit_jar}:${junit} ${testing})
+
 # The documentation of all that programs are written with. A gap in it, or a warning, is an error.
 set(documentation ${CMAKE_BINARY_DIR}/java/documentation)
-set(documented ${toolkit} ${program} ${CMAKE_CURRENT_SOURCE_DIR}/overview.html)
+set(documented ${toolkit} ${program} ${testing} ${CMAKE_CURRENT_SOURCE_DIR}/overview.html)
 add_custom_command(OUTPUT ${documentation}/index.html
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${documentation}
     COMMAND ${JAVADOC} -quiet -notimestamp -Xdoclint:all -Werror -d ${documentation}
         -windowtitle zemvolt11 -overview ${CMAKE_CURRENT_SOURCE_DIR}/overview.html
-        ${toolkit} ${program}
+        -classpath ${junit} ${toolkit} ${program} ${testing}
     DEPENDS ${documented} VERBATIM)
 add_custom_target(documentation DEPENDS ${documentation}/index.html)
 add_test(NAME every_native_has_javadoc

@@ -69,8 +69,10 @@ close_window() { xdotool key Alt_L+F4; }
 
 # The program ends with this script, but is asked to, and its own exit code is told.
 start_java() {
+    local place=--screen
+    [ "$kind" = x11 ] || place=--on
     # shellcheck disable=SC2086 # one word, or none
-    "$root/launcher/java-on-device" --screen "$device" $device_code "${checking[@]}" "$@" 9>&- &
+    "$root/launcher/java-on-device" $place "$device" $device_code "${checking[@]}" "$@" 9>&- &
     program=$!
 }
 await_program() {
@@ -91,6 +93,17 @@ examples=$root/launcher/examples
 example_names() { basename -s .sh "$examples"/*.sh; }
 example_options=() # of the example itself
 toolkit=$build/desk/java/zemvolt11.jar:$build/desk/java/program.jar
+
+# What tests need beside the toolkit (docs/testing.md).
+kit=$build/desk/java/testing.jar:/usr/share/java/junit4.jar:/usr/share/java/hamcrest-core.jar
+kit_options=(-companion:testing.dll=com/nuvik/testing/Emulated)
+# A class of JUnit's runs tests: nobody looks at their device unless a display is named.
+runs_tests() { [[ ${program_words[0]:-} = org.junit.* ]]; }
+use_kit() {
+    toolkit=$toolkit:$kit
+    vm_words=("${kit_options[@]}" "${vm_words[@]}")
+    [ -n "$display" ] || kind=null
+}
 
 start_example() {
     start_java "${example_options[@]}" "${vm_words[@]}" -cp "$toolkit:$build/desk/java/examples.jar" "$example_class"
@@ -142,7 +155,7 @@ run_program() {
         esac
         shift
     done
-    display_works || start_display
+    [ "$kind" = null ] || display_works || start_display
     start_java "${words[@]}" </dev/null
     await_program
 }
@@ -265,6 +278,7 @@ vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --e
 
 device_code= # or --device
 checking=()
+kind=x11     # or null, without a display
 display=
 storage=
 screen=
@@ -379,15 +393,16 @@ must_be_example() {
 
 run_command() {
     example=
-    has_sound_output && export ZEMVOLT_SOUND_OUTPUT=desk
     read_options "$@"
+    if runs_tests; then use_kit; fi
+    [ "$kind" = null ] || ! has_sound_output || export ZEMVOLT_SOUND_OUTPUT=desk
     [ -z "$example" ] || must_be_example "$example"
     describe_device
     [ -z "$locale" ] || must_be_locale "$locale"
     [ -z "$display" ] || export DISPLAY=$display
     setup_for_running
     [ -z "$display" ] || display_works || fail "there is no display $DISPLAY"
-    new_device x11 "$storage"
+    new_device "$kind" "$storage"
     trap leave_device EXIT
     [ -z "$locale" ] || use_locale "$locale"
     [ -z "$font_folder" ] ||

@@ -96,6 +96,30 @@ static bool writeBitmap(LPCWSTR path, const Picture& picture) {
     return written;
 }
 
+// Bottom-up rows of blue, green and red become top-down pixels.
+static void copyPixels(const Picture& picture, DWORD* pixels) {
+    const BITMAPINFOHEADER& header = picture.info.bmiHeader;
+    size_t stride = (header.biWidth * bytesPerPixel + 3) & ~3;
+    for (LONG y = header.biHeight - 1; y >= 0; --y) {
+        const BYTE* byte = static_cast<const BYTE*>(picture.pixels) + y * stride;
+        for (LONG x = 0; x < header.biWidth; ++x, byte += bytesPerPixel)
+            *pixels++ = byte[0] | byte[1] << 8 | byte[2] << 16;
+    }
+}
+
+extern "C" BOOL WINAPI Emulator_CopyScreen(DWORD* pixels, DWORD count) {
+    Picture picture = {};
+    if (!makePicture(&picture)) return FALSE;
+    const BITMAPINFOHEADER& header = picture.info.bmiHeader;
+    bool fits = count == static_cast<DWORD>(header.biWidth * header.biHeight);
+    if (fits) {
+        paintScreen(picture.context);
+        copyPixels(picture, pixels);
+    }
+    discardPicture(picture);
+    return fits;
+}
+
 extern "C" BOOL WINAPI Emulator_SaveScreen(LPCWSTR path) {
     Picture picture = {};
     if (!makePicture(&picture)) return FALSE;

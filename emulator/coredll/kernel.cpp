@@ -1,10 +1,15 @@
+#include "emulator.h"
 #include "refusal.h"
 
 static constexpr DWORD eventPulse = 1;
 static constexpr DWORD eventReset = 2;
 static constexpr DWORD eventSet = 3;
 
+static volatile LONG waits;
+
 extern "C" {
+
+LONG WINAPI Emulator_CountWaits() { return waits; }
 
 BOOL WINAPI Device_EventModify(HANDLE event, DWORD action) {
     switch (action) {
@@ -31,6 +36,9 @@ DWORD WINAPI Device_MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* objec
                                                 DWORD milliseconds, DWORD input, DWORD flags) {
     constexpr DWORD anyInput = 0x7F; // later systems know more kinds
     if (!isAllowed(!(input & ~anyInput) && !(flags & MWMO_WAITALL))) return WAIT_FAILED;
+    DWORD ready = MsgWaitForMultipleObjectsEx(count, objects, 0, input, flags);
+    if (ready != WAIT_TIMEOUT || !milliseconds) return ready;
+    InterlockedIncrement(&waits);
     return MsgWaitForMultipleObjectsEx(count, objects, milliseconds, input, flags);
 }
 

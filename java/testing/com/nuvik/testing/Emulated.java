@@ -1,0 +1,43 @@
+package com.nuvik.testing;
+
+/** What the kit asks and tells the emulated device. Any thread. */
+final class Emulated {
+    static {
+        if (System.getProperty("zemvolt.storage") == null) {
+            throw new IllegalStateException(
+                    "this is not the emulated device; start the tests by ./zemvolt run");
+        }
+        // The natives come with the toolkit's.
+        try {
+            Class.forName("com.nuvik.wyx.k4tr.OS");
+        } catch (ClassNotFoundException missing) {
+            throw new IllegalStateException("the toolkit is not on the class path", missing);
+        }
+    }
+
+    private Emulated() {}
+
+    static native boolean hasDisplay();
+
+    /** False when the display's thread has been busy all the time, or there is no display. */
+    static native boolean awaitIdle(int milliseconds);
+
+    /** What {@link Tree} reads; null as above. */
+    static native String tree(int milliseconds);
+
+    static native void movePointer(int x, int y);
+
+    static native void pressPointer(boolean down);
+
+    static native void pressKey(int key, boolean down);
+
+    static native void typeCharacter(char character);
+
+    /** Width, height, dots per inch. */
+    static native int[] screenSize();
+
+    /** False when the screen has another size by now. */
+    static native boolean copyScreen(int[] pixels);
+
+    static native void quit();
+}

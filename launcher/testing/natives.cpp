@@ -1,0 +1,62 @@
+// The natives of com.nuvik.testing.Emulated: what a test asks and tells the emulated device.
+
+#include "display_thread.h"
+#include "emulator.h"
+#include "input.h"
+#include "snapshot.h"
+#include <jni.h>
+#include <memory>
+#include <vector>
+
+static jstring toJava(JNIEnv* env, const std::wstring& text) {
+    return env->NewString(reinterpret_cast<const jchar*>(text.data()),
+                          static_cast<jsize>(text.size()));
+}
+
+#define NATIVE(type, name, ...)                                                                    \
+    extern "C" __declspec(dllexport) type JNICALL Java_com_nuvik_testing_Emulated_##name(          \
+        JNIEnv* env [[maybe_unused]], jclass __VA_OPT__(, ) __VA_ARGS__)
+
+NATIVE(jboolean, hasDisplay) { return displayWindow() != nullptr; }
+
+NATIVE(jboolean, awaitIdle, jint milliseconds) { return awaitIdle(milliseconds); }
+
+NATIVE(jstring, tree, jint milliseconds) {
+    auto tree = std::make_shared<std::wstring>();
+    bool isTaken = doWhenIdle([tree] { *tree = takeSnapshot(); }, milliseconds);
+    return isTaken ? toJava(env, *tree) : nullptr;
+}
+
+NATIVE(void, movePointer, jint x, jint y) { movePointer(x, y); }
+
+NATIVE(void, pressPointer, jboolean down) { pressPointer(down); }
+
+NATIVE(void, pressKey, jint key, jboolean down) { pressKey(key, down); }
+
+NATIVE(void, typeCharacter, jchar character) { typeCharacter(character); }
+
+NATIVE(jintArray, screenSize) {
+    SIZE screen;
+    Emulator_GetScreen(&screen);
+    const jint size[] = {screen.cx, screen.cy, Emulator_GetVariety()->dotsPerInch};
+    jintArray array = env->NewIntArray(3);
+    if (array) env->SetIntArrayRegion(array, 0, 3, size);
+    return array;
+}
+
+NATIVE(jboolean, copyScreen, jintArray pixels) {
+    std::vector<DWORD> copy(env->GetArrayLength(pixels));
+    if (!Emulator_CopyScreen(copy.data(), copy.size())) return false;
+    env->SetIntArrayRegion(pixels, 0, static_cast<jsize>(copy.size()),
+                           reinterpret_cast<const jint*>(copy.data()));
+    return true;
+}
+
+// Ends whatever loop the display's thread is in.
+NATIVE(void, quit) {
+    HWND display = displayWindow();
+    if (!display) return;
+    DWORD thread = GetWindowThreadProcessId(display, nullptr);
+    PostThreadMessageW(thread, WM_QUIT, 0, 0);
+    PostMessageW(display, WM_NULL, 0, 0);
+}
