@@ -33,7 +33,7 @@ static bool makePicture(Picture* picture) {
     header.biBitCount = bytesPerPixel * 8;
     picture->bitmap =
         CreateDIBSection(nullptr, &picture->info, DIB_RGB_COLORS, &picture->pixels, nullptr, 0);
-    if (!picture->bitmap) return false;
+    if (!picture->bitmap || !picture->pixels) return false;
     picture->context = CreateCompatibleDC(nullptr);
     if (!picture->context) {
         DeleteObject(picture->bitmap);

@@ -65,3 +65,20 @@ TEST_F(CaptureTest, fails_where_no_file_can_be_made) {
     EXPECT_FALSE(Emulator_SaveScreen(L"no\\such\\folder\\screen.bmp"));
     EXPECT_EQ(GetLastError(), DWORD(ERROR_PATH_NOT_FOUND));
 }
+
+TEST_F(CaptureTest, copies_the_same_into_memory) {
+    newPaintedWindow({10, 120, 50, 160}, RGB(255, 0, 0));
+    newPaintedWindow({30, 140, 90, 190}, RGB(0, 0, 255));
+    SIZE size;
+    Emulator_GetScreen(&size);
+    std::vector<DWORD> copy(size.cx * size.cy);
+    ASSERT_TRUE(Emulator_CopyScreen(copy.data(), copy.size()));
+    EXPECT_EQ(copy, pixels({0, 0, size.cx, size.cy}));
+}
+
+TEST_F(CaptureTest, is_copied_to_exactly_its_size_only) {
+    SIZE size;
+    Emulator_GetScreen(&size);
+    std::vector<DWORD> copy(size.cx * size.cy);
+    EXPECT_FALSE(Emulator_CopyScreen(copy.data(), copy.size() - 1));
+}

@@ -1,4 +1,5 @@
 #include "ce.h"
+#include "emulator.h"
 #include <gtest/gtest.h>
 
 class EventTest : public testing::Test {
@@ -47,6 +48,15 @@ TEST_F(WaitTest, ends_with_the_first_of_several) {
     EXPECT_EQ(WaitForMultipleObjects(2, events, FALSE, 0), DWORD(WAIT_OBJECT_0));
     EXPECT_EQ(MsgWaitForMultipleObjectsEx(2, events, 0, 0x7F, MWMO_INPUTAVAILABLE),
               DWORD(WAIT_OBJECT_0));
+}
+
+TEST_F(WaitTest, is_counted_when_there_is_something_to_wait_for) {
+    LONG before = Emulator_CountWaits();
+    MsgWaitForMultipleObjectsEx(2, events, 1, 0x7F, MWMO_INPUTAVAILABLE);  // ends at once
+    MsgWaitForMultipleObjectsEx(0, nullptr, 0, 0x7F, MWMO_INPUTAVAILABLE); // waits for nothing
+    EXPECT_EQ(Emulator_CountWaits(), before);
+    MsgWaitForMultipleObjectsEx(0, nullptr, 1, 0x7F, MWMO_INPUTAVAILABLE);
+    EXPECT_EQ(Emulator_CountWaits(), before + 1);
 }
 
 TEST_F(WaitTest, is_never_for_all_of_several) {

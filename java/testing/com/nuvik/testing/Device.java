@@ -23,6 +23,7 @@ public final class Device {
 
     private int patience = DEFAULT_PATIENCE;
     private Application application;
+    private Recording recording; // null: none
 
     /** The device of this process; a second one is the same. */
     public Device() {}
@@ -296,7 +297,7 @@ public final class Device {
         return found;
     }
 
-    private static String describe(Kind kind, String text) {
+    static String describe(Kind kind, String text) {
         String called = kind == null ? "control" : kind.toString();
         return text == null ? called : called + " \"" + text + "\"";
     }
@@ -355,7 +356,7 @@ public final class Device {
     public void tap(int x, int y) {
         pressAt(x, y);
         Emulated.pressPointer(false);
-        awaitIdle();
+        settle();
     }
 
     /**
@@ -380,7 +381,7 @@ public final class Device {
         pressAt(x, y);
         pass(HOLD_TIME);
         Emulated.pressPointer(false);
-        awaitIdle();
+        settle();
     }
 
     /** The time itself is what is waited for. */
@@ -409,7 +410,7 @@ public final class Device {
                     fromY + (toY - fromY) * i / STEPS_OF_DRAG);
         }
         Emulated.pressPointer(false);
-        awaitIdle();
+        settle();
     }
 
     /**
@@ -425,7 +426,7 @@ public final class Device {
                 Emulated.typeCharacter(character);
             }
         }
-        awaitIdle();
+        settle();
     }
 
     /**
@@ -435,7 +436,7 @@ public final class Device {
      */
     public void press(String keys) {
         pressKeys(keys);
-        awaitIdle();
+        settle();
     }
 
     private static void pressKeys(String keys) {
@@ -515,6 +516,41 @@ public final class Device {
     public Picture screenshot() {
         awaitIdle();
         return currentPicture();
+    }
+
+    /**
+     * Fails unless the screen is like a kept picture, in every pixel.
+     *
+     * @param kept the picture's file; {@link Comparison} tells what becomes of one that is not there
+     */
+    public void mustLookLike(String kept) {
+        mustLookLike(kept, new Comparison());
+    }
+
+    /**
+     * Fails unless the screen is like a kept picture.
+     *
+     * @param kept the picture's file
+     * @param comparison how alike it must be
+     */
+    public void mustLookLike(String kept, Comparison comparison) {
+        comparison.mustBeLike(screenshot(), java.nio.file.Paths.get(kept));
+    }
+
+    /**
+     * Records the screen from now on, after each deed, until the next recording.
+     *
+     * @return the recording, which is to be saved
+     */
+    public Recording record() {
+        recording = new Recording();
+        recording.add(screenshot());
+        return recording;
+    }
+
+    private void settle() {
+        awaitIdle();
+        if (recording != null) recording.add(currentPicture());
     }
 
     Picture currentPicture() {

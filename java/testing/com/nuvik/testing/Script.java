@@ -1,0 +1,358 @@
+package com.nuvik.testing;
+
+import java.io.IOException;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.nio.file.Paths;
+import java.util.ArrayList;
+import java.util.List;
+import java.util.function.Supplier;
+
+/**
+ * Plays a script with an application: {@code Script FILE CLASS ARGUMENT...}; with {@code --check FILE}
+ * only looks whether every line is understood. {@code docs/testing.md} tells the words. It ends with 0
+ * when all was done, with 1 when a step failed, and with 2 for a wrong script, which it names with file
+ * and line before anything starts.
+ */
+public final class Script {
+    private static final int FAILED = 1;
+    private static final int WRONG = 2;
+
+    private final Device device = new Device();
+    private final List<Step> steps = new ArrayList<>();
+    private final List<Runnable> deeds = new ArrayList<>();
+    private Said said;
+
+    private Script() {}
+
+    /**
+     * Plays or checks a script.
+     *
+     * @param words as above
+     */
+    public static void main(String[] words) {
+        boolean checksOnly = words[0].equals("--check");
+        String file = words[checksOnly ? 1 : 0];
+        Script script = new Script();
+        boolean isRight = script.read(file);
+        if (!isRight) System.exit(WRONG);
+        if (checksOnly) return;
+        String[] arguments = new String[words.length - 2];
+        System.arraycopy(words, 2, arguments, 0, arguments.length);
+        System.exit(script.play(file, words[1], arguments) ? 0 : FAILED);
+    }
+
+    private boolean read(String file) {
+        List<String> lines;
+        try {
+            lines = Files.readAllLines(Paths.get(file), StandardCharsets.UTF_8);
+        } catch (IOException failed) {
+            System.err.println("zemvolt: the script " + file + " cannot be read");
+            return false;
+        }
+        boolean isRight = true;
+        for (int i = 0; i < lines.size(); i++) {
+            try {
+                add(new Step(i + 1, lines.get(i).trim()));
+            } catch (IllegalArgumentException wrong) {
+                System.err.println("zemvolt: " + file + ":" + (i + 1) + ": " + wrong.getMessage());
+                isRight = false;
+            }
+        }
+        return isRight;
+    }
+
+    private void add(Step step) {
+        if (step.isEmpty()) return;
+        deeds.add(deedOf(step));
+        step.mustBeAtEnd();
+        steps.add(step);
+    }
+
+    private boolean play(String file, String mainClass, String[] arguments) {
+        said = Said.listen();
+        String at = file;
+        try {
+            device.start(Class.forName(mainClass), arguments);
+            for (int i = 0; i < steps.size(); i++) {
+                at = file + ":" + steps.get(i).line + ": " + steps.get(i).text;
+                deeds.get(i).run();
+            }
+            device.stop();
+            return true;
+        } catch (ClassNotFoundException missing) {
+            System.err.println("zemvolt: class " + mainClass + " was not found on the class path");
+        } catch (TestFailure | RuntimeException failed) {
+            System.err.println("zemvolt: " + at + "\nzemvolt: " + failed.getMessage());
+            Failures.tell(device, Paths.get(file).getFileName().toString());
+        }
+        return false;
+    }
+
+    // The words
+
+    private Runnable deedOf(Step step) {
+        if (step.takes("tap and hold")) return tapAndHold(step);
+        if (step.takes("tap")) return tap(step);
+        if (step.takes("double tap")) return onControl(step, Control::doubleTap);
+        if (step.takes("drag")) return drag(step);
+        if (step.takes("type")) return type(step);
+        if (step.takes("enter")) return enter(step);
+        if (step.takes("press")) return press(step.rest("the name of a key"));
+        if (step.takes("choose")) return choose(step);
+        if (step.takes("menu")) return menu(step);
+        if (step.takes("file")) return file(step.text());
+        if (step.takes("cancel file")) return () -> device.fileDialog().cancel();
+        if (step.takes("wait for end")) return device::awaitEnd;
+        if (step.takes("wait until said")) return waitUntilSaid(step);
+        if (step.takes("wait until idle")) return device::awaitIdle;
+        if (step.takes("wait until gone")) return waitUntilGone(step);
+        if (step.takes("wait for")) return waitFor(step);
+        if (step.takes("expect no")) return expectNo(step);
+        if (step.takes("expect")) return expect(step);
+        if (step.takes("screenshot")) return screenshot(step);
+        if (step.takes("compare")) return compare(step.text());
+        if (step.takes("close")) return device::close;
+        if (step.takes("tree")) return () -> System.out.print(device.treeText());
+        throw new IllegalArgumentException(
+                "a line begins with one of: tap, tap and hold, double tap, drag, type, enter, press, choose, "
+                        + "menu, file, cancel file, wait for, wait until, expect, screenshot, compare, close, "
+                        + "tree");
+    }
+
+    /** A control: {@code button "OK"}, {@code "OK"}, {@code text 2}, {@code text labelled "Name"}. */
+    private Finder finder(Step step) {
+        Kind kind = null;
+        for (Kind each : Kind.values()) {
+            if (step.takes(each.toString())) {
+                kind = each;
+                break;
+            }
+        }
+        if (step.comesText()) return new Finder(kind, step.text(), false, 1);
+        if (kind == null) throw new IllegalArgumentException("no control is told" + step.atNext());
+        if (step.takes("labelled")) return new Finder(kind, step.text(), true, 1);
+        return new Finder(kind, null, false, step.numberOr(1));
+    }
+
+    private final class Finder implements Supplier<Control> {
+        final Kind kind;
+        final String text;
+        private final boolean isLabelled;
+        private final int number;
+
+        Finder(Kind kind, String text, boolean isLabelled, int number) {
+            this.kind = kind;
+            this.text = text;
+            this.isLabelled = isLabelled;
+            this.number = number;
+        }
+
+        @Override
+        public Control get() {
+            if (isLabelled) return device.findLabelled(kind, text);
+            return text == null ? device.find(kind, number) : device.find(kind, text);
+        }
+
+        void mustBeByText() {
+            if (isLabelled) throw new IllegalArgumentException("this is told by its own text only");
+        }
+    }
+
+    private static Runnable onControl(Finder finder, java.util.function.Consumer<Control> deed) {
+        return () -> deed.accept(finder.get());
+    }
+
+    private Runnable onControl(Step step, java.util.function.Consumer<Control> deed) {
+        return onControl(finder(step), deed);
+    }
+
+    /** A place: {@code 120,80} in pixels, or {@code 50%,25%} of what it is in. */
+    private static final class Place {
+        private final int x;
+        private final int y;
+        private final boolean isShare;
+
+        private Place(int x, int y, boolean isShare) {
+            this.x = x;
+            this.y = y;
+            this.isShare = isShare;
+        }
+
+        static Place next(Step step) {
+            String word = step.word("a place such as 120,80 or 50%,25%");
+            boolean isShare = word.matches("\\d+%,\\d+%");
+            if (!isShare && !word.matches("\\d+,\\d+")) {
+                throw new IllegalArgumentException(word + " is no place such as 120,80 or 50%,25%");
+            }
+            String[] parts = word.replace("%", "").split(",");
+            return new Place(Integer.parseInt(parts[0]), Integer.parseInt(parts[1]), isShare);
+        }
+
+        int x(int width) {
+            return isShare ? Math.min(width - 1, x * width / 100) : x;
+        }
+
+        int y(int height) {
+            return isShare ? Math.min(height - 1, y * height / 100) : y;
+        }
+    }
+
+    private static boolean comesPlace(Step step) {
+        return step.text.matches("tap( and hold)? +\\d.*");
+    }
+
+    private Runnable tap(Step step) {
+        if (comesPlace(step)) {
+            Place place = Place.next(step);
+            return () -> device.tap(place.x(device.screenWidth()), place.y(device.screenHeight()));
+        }
+        Finder finder = finder(step);
+        if (!step.takes("at")) return onControl(finder, Control::tap);
+        Place place = Place.next(step);
+        return () -> {
+            Control control = finder.get();
+            int[] bounds = control.bounds();
+            control.tapAt(place.x(bounds[2]), place.y(bounds[3]));
+        };
+    }
+
+    private Runnable tapAndHold(Step step) {
+        if (comesPlace(step)) {
+            Place place = Place.next(step);
+            return () -> device.tapAndHold(place.x(device.screenWidth()), place.y(device.screenHeight()));
+        }
+        Finder finder = finder(step);
+        if (!step.takes("at")) return onControl(finder, Control::tapAndHold);
+        Place place = Place.next(step);
+        return () -> {
+            int[] bounds = finder.get().bounds();
+            device.tapAndHold(bounds[0] + place.x(bounds[2]), bounds[1] + place.y(bounds[3]));
+        };
+    }
+
+    private Runnable drag(Step step) {
+        Place from = Place.next(step);
+        if (!step.takes("to")) throw new IllegalArgumentException("\"to\" is missing" + step.atNext());
+        Place to = Place.next(step);
+        return () -> {
+            int width = device.screenWidth();
+            int height = device.screenHeight();
+            device.drag(from.x(width), from.y(height), to.x(width), to.y(height));
+        };
+    }
+
+    private Runnable type(Step step) {
+        String text = step.text();
+        if (!step.takes("into")) return () -> device.type(text);
+        return onControl(step, control -> control.type(text));
+    }
+
+    private Runnable enter(Step step) {
+        String text = step.text();
+        if (!step.takes("into")) throw new IllegalArgumentException("\"into\" is missing" + step.atNext());
+        return onControl(step, control -> control.enter(text));
+    }
+
+    private Runnable press(String keys) {
+        Keys.parse(keys);
+        return () -> device.press(keys);
+    }
+
+    private Runnable choose(Step step) {
+        String item = step.text();
+        if (!step.takes("in")) throw new IllegalArgumentException("\"in\" is missing" + step.atNext());
+        return onControl(step, control -> control.choose(item));
+    }
+
+    private Runnable menu(Step step) {
+        List<String> path = new ArrayList<>();
+        path.add(step.text());
+        while (step.comesText()) path.add(step.text());
+        return () -> device.chooseMenu(path.toArray(new String[0]));
+    }
+
+    private Runnable file(String name) {
+        return () -> device.fileDialog().choose(name);
+    }
+
+    private Runnable waitUntilSaid(Step step) {
+        String line = step.text();
+        int least = step.numberOr(1);
+        if (least > 1 && !step.takes("times")) {
+            throw new IllegalArgumentException("\"times\" is missing" + step.atNext());
+        }
+        return () ->
+                device.waitUntil(
+                        "\"" + line + "\" is said" + (least == 1 ? "" : " " + least + " times"),
+                        () -> said.count(line) >= least);
+    }
+
+    private Runnable waitFor(Step step) {
+        Finder finder = finder(step);
+        finder.mustBeByText();
+        return () -> device.await(finder.kind, finder.text);
+    }
+
+    private Runnable waitUntilGone(Step step) {
+        Finder finder = finder(step);
+        finder.mustBeByText();
+        return () ->
+                device.waitUntil(
+                        Device.describe(finder.kind, finder.text) + " is gone",
+                        () -> !device.shows(finder.kind, finder.text));
+    }
+
+    private Runnable expectNo(Step step) {
+        Finder finder = finder(step);
+        finder.mustBeByText();
+        return () -> {
+            if (!device.shows(finder.kind, finder.text)) return;
+            throw new TestFailure("there is a " + Device.describe(finder.kind, finder.text));
+        };
+    }
+
+    private Runnable expect(Step step) {
+        Finder finder = finder(step);
+        if (step.takes("shows")) {
+            String text = step.text();
+            return onControl(finder, control -> mustShow(control, text));
+        }
+        boolean wanted = !step.takes("not");
+        String not = wanted ? "" : "not ";
+        if (step.takes("checked")) {
+            return onControl(finder, control -> must(control.isChecked() == wanted, control, not + "checked"));
+        }
+        if (step.takes("enabled")) {
+            return onControl(finder, control -> must(control.isEnabled() == wanted, control, not + "enabled"));
+        }
+        if (step.takes("focused")) {
+            return onControl(finder, control -> must(control.isFocused() == wanted, control, not + "focused"));
+        }
+        if (step.takes("selected")) {
+            return onControl(finder, control -> must(control.isSelected() == wanted, control, not + "selected"));
+        }
+        if (!wanted) throw new IllegalArgumentException("\"not\" of what is missing" + step.atNext());
+        return onControl(finder, control -> must(control.isShown(), control, "shown"));
+    }
+
+    private static void mustShow(Control control, String text) {
+        if (control.text().equals(text)) return;
+        throw new TestFailure(control + " shows \"" + control.text() + "\" and not \"" + text + "\"");
+    }
+
+    private static void must(boolean is, Control control, String what) {
+        if (!is) throw new TestFailure(control + " is not as expected: " + what);
+    }
+
+    private Runnable screenshot(Step step) {
+        String usual = System.getProperty("zemvolt.screenshot", "screenshot.png");
+        Path file = Paths.get(step.isAtEnd() ? usual : step.text());
+        return () -> device.screenshot().save(file);
+    }
+
+    private Runnable compare(String file) {
+        return () -> device.mustLookLike(file);
+    }
+}
