@@ -16,57 +16,6 @@ start_display() {
 
 display_works() { [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; }
 
-# wait_for_lines COUNT PATTERN FILE PROGRAM: until the program's output has so many of such lines, or
-# it has ended, or hangs.
-wait_for_lines() {
-    local seen
-    seen=$(timeout 60 tail -n +1 -F --pid="$4" "$3" 2>/dev/null | grep -m "$1" -c -E "$2")
-    [ "$seen" = "$1" ]
-}
-
-# Where things are on the screen, in pixels: its size, the heights of the bars at its edges.
-measure_screen() {
-    local screen
-    screen=$(setting_of screen 240x320)
-    width=${screen%x*}
-    height=${screen#*x}
-    task_bar=$(setting_of bar 0)
-    density=$(setting_of dpi 96)
-    menu_bar=$(scaled 26)
-}
-
-# scaled N: as large to the eye as so many pixels of the usual screen.
-scaled() { echo $(($1 * density / 96)); }
-
-# What the examples' scripts play the person with. Each waits for what it brings about.
-# wait_said PATTERN [COUNT]
-wait_said() {
-    wait_for_lines "${2:-1}" "$1" "$output" "$program" || { cat "$output" >&2; exit 1; }
-}
-# wait_shown TITLE: until there is a window with that title. One that goes meanwhile ends the search.
-wait_shown() {
-    # shellcheck disable=SC2016 # the inner shell's own
-    timeout 60 bash -c 'until xdotool search --sync --onlyvisible --name "^$1\$"; do :; done' - "$1" \
-        >/dev/null 2>&1 || { cat "$output" >&2; exit 1; }
-}
-tap() { xdotool mousemove "$1" "$2" click 1; }
-tap_and_hold() {
-    xdotool mousemove "$1" "$2" mousedown 1 sleep 1 mouseup 1
-}
-key() { xdotool key "$@"; }
-# A file is there as a whole or not at all: several runs may leave the latest.
-screenshot() {
-    local folder=$build/screenshots file=$device/screenshot.png
-    xdotool mousemove 0 $((height - 1))
-    import -silent -window root "$file" || return 1
-    if [ -z "$screenshot" ]; then
-        screenshot=$folder/$example-$$.png
-        mkdir -p "$folder" && cp "$file" "$device/latest.png" && mv "$device/latest.png" "$build/screenshot.png"
-    fi
-    mv "$file" "$screenshot" && echo "$screenshot" >"$device/screenshot"
-}
-close_window() { xdotool key Alt_L+F4; }
-
 # The program ends with this script, but is asked to, and its own exit code is told.
 start_java() {
     local place=--screen
@@ -90,8 +39,7 @@ await_program() {
 }
 
 examples=$root/launcher/examples
-example_names() { basename -s .sh "$examples"/*.sh; }
-example_options=() # of the example itself
+example_names() { basename -s .script "$examples"/*.script; }
 toolkit=$build/desk/java/zemvolt11.jar:$build/desk/java/program.jar
 
 # What tests need beside the toolkit (docs/testing.md).
@@ -105,37 +53,27 @@ use_kit() {
     [ -n "$display" ] || kind=null
 }
 
-start_example() {
-    start_java "${example_options[@]}" "${vm_words[@]}" -cp "$toolkit:$build/desk/java/examples.jar" "$example_class"
-}
-
-# Plays the person that this machine has no display for.
-play_example() {
-    output=$device/output
-    measure_screen
-    start_display
-    start_example >"$output" 2>&1 </dev/null
-    (
-        exec 9>&-
-        play
-    ) || return 1
+# An example is played by its script where nobody looks at it, unless another script is named.
+run_example() {
+    local words=() code class=com.nuvik.examples.${example^} picture=$device/screenshot.png
+    [ "$example" != gauge ] || words=(-companion:gauge.dll=com/nuvik/examples/Gauge)
+    words+=("${vm_words[@]}" -cp "$toolkit:$build/desk/java/examples.jar")
+    [ -z "$script" ] || words+=(-Dzemvolt.screenshot="$picture" com.nuvik.testing.Script "$script")
+    start_java "${words[@]}" "$class" </dev/null
     await_program
-    local code=$?
-    cat "$output"
-    [ $code = 0 ] && read -r screenshot <"$device/screenshot" &&
-        echo "screenshot: ${screenshot#"$root/"}"
+    code=$?
+    if [ $code = 0 ] && [ -f "$picture" ]; then keep_screenshot "$picture"; fi
     return $code
 }
 
-run_example() {
-    # shellcheck source=launcher/examples/tap.sh
-    . "$examples/$1.sh"
-    if ! display_works; then
-        play_example
-        return
+# A file is there as a whole or not at all: several runs may leave the latest.
+keep_screenshot() {
+    local folder=$build/screenshots
+    if [ -z "$screenshot" ]; then
+        screenshot=$folder/$example-$$.png
+        mkdir -p "$folder" && cp "$1" "$device/latest.png" && mv "$device/latest.png" "$build/screenshot.png"
     fi
-    start_example </dev/null
-    await_program
+    mv "$1" "$screenshot" && echo "screenshot: ${screenshot#"$root/"}"
 }
 
 # Adds the toolkit, and what programs on it need, to the program's class path.
@@ -151,7 +89,7 @@ run_program() {
         --class-path=*) words+=(-cp "$toolkit:${1#*=}") ;;
         -jar) words+=("-Xbootclasspath/a:$toolkit" "$@") && break ;;
         -*) words+=("$1") ;;
-        *) words+=("$@") && break ;; # what follows is the program's
+        *) words+=(${script:+com.nuvik.testing.Script "$script"} "$@") && break ;; # what follows is the program's
         esac
         shift
     done
@@ -262,6 +200,12 @@ screenshot_to() {
         fail "$1 cannot be written"
 }
 
+# A wrong script is told before anything starts, by the host's own Java.
+must_be_script() {
+    [ "${program_words[0]:-}" != -jar ] || fail "--script wants a class, and no jar"
+    java -cp "$build/desk/java/testing.jar" com.nuvik.testing.Script --check "$script" || exit 2
+}
+
 version() {
     local revision
     revision=$(git -C "$root" describe --always --dirty 2>/dev/null) || revision=unknown
@@ -270,8 +214,8 @@ version() {
     [ ! -f "$jre/release" ] || sed -n 's/^JAVA_VERSION="\(.*\)"/with Java \1/p' "$jre/release"
 }
 
-options=(--check --device --display --dpi --fonts --help --input-panel --locale --rotate --screen --screenshot
-    --sound-file --sound-speed --storage --task-bar --version)
+options=(--check --device --display --dpi --fonts --help --input-panel --locale --rotate --screen
+    --screenshot --script --sound-file --sound-speed --storage --task-bar --version)
 # The Java VM's own.
 vm_options=(--add-exports --add-modules --add-opens --add-reads --class-path --enable-preview
     --illegal-access --limit-modules --module-path --patch-module --upgrade-module-path)
@@ -288,6 +232,7 @@ wants_panel=
 can_turn=
 locale=
 font_folder=
+script=
 screenshot= # by default one of the run's own among the screenshots, and the latest beside them
 vm_words=()
 program_words=()
@@ -305,6 +250,7 @@ set_option() {
     --rotate) can_turn=yes ;;
     --screen) takes_one_of "$1" "$2" "${screens[@]}" && screen=$2 ;;
     --screenshot) screenshot_to "$2" ;;
+    --script) script=$2 ;;
     --sound-file) sound_to_file "$2" ;;
     --sound-speed) sound_at_speed "$2" ;;
     --storage) keep_storage "$2" ;;
@@ -385,7 +331,7 @@ read_options() {
 
 must_be_example() {
     local names
-    [ -f "$examples/$1.sh" ] && return
+    [ -f "$examples/$1.script" ] && return
     mapfile -t names < <(example_names)
     tell_near "there is no example $1, and a program wants a class path" "$1" "${names[@]}"
     exit 2
@@ -394,13 +340,15 @@ must_be_example() {
 run_command() {
     example=
     read_options "$@"
-    if runs_tests; then use_kit; fi
-    [ "$kind" = null ] || ! has_sound_output || export ZEMVOLT_SOUND_OUTPUT=desk
     [ -z "$example" ] || must_be_example "$example"
+    if ! runs_tests && has_sound_output; then export ZEMVOLT_SOUND_OUTPUT=desk; fi
     describe_device
     [ -z "$locale" ] || must_be_locale "$locale"
     [ -z "$display" ] || export DISPLAY=$display
     setup_for_running
+    if [ -n "$example" ] && [ -z "$script" ] && ! display_works; then script=$examples/$example.script; fi
+    if runs_tests || [ -n "$script" ]; then use_kit; fi
+    [ -z "$script" ] || must_be_script
     [ -z "$display" ] || display_works || fail "there is no display $DISPLAY"
     new_device "$kind" "$storage"
     trap leave_device EXIT
@@ -408,7 +356,7 @@ run_command() {
     [ -z "$font_folder" ] ||
         fonts_conf "$run/fontconfig/fonts" "$font_folder" >"$device/fonts.conf"
     if [ -n "$example" ]; then
-        run_example "$example"
+        run_example
     else
         run_program "${vm_words[@]}" "${program_words[@]}"
     fi

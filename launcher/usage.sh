@@ -45,6 +45,8 @@ usage_of_run() {
     --locale NAME          its language and region, such as de_DE
     --fonts FOLDER         it has the fonts of that folder too
     --screenshot FILE.png  where a played example leaves its picture
+    --script FILE          plays the person by a script (docs/testing.md), without a display unless
+                           --display names one
     --storage FOLDER       keeps the device's files there; without it they go with the device
     --check                tells a program's misuse of the natives by exceptions that say what is
                            wrong and where it began, and at the end what was never disposed of;

@@ -16,22 +16,21 @@ static LONG onScale(int position, LONG size) {
     return MulDiv(position, fullScale, size - 1);
 }
 
-void movePointer(int x, int y) {
+static void sendPointer(int x, int y, DWORD flags) {
     SIZE screen;
     Emulator_GetScreen(&screen);
     INPUT input = {};
     input.type = INPUT_MOUSE;
     input.mi.dx = onScale(x, screen.cx);
     input.mi.dy = onScale(y, screen.cy);
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | flags;
     send(input);
 }
 
-void pressPointer(bool down) {
-    INPUT input = {};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
-    send(input);
+void movePointer(int x, int y) { sendPointer(x, y, 0); }
+
+void pressPointer(int x, int y, bool down) {
+    sendPointer(x, y, down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP);
 }
 
 void pressKey(int key, bool down) {

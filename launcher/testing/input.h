@@ -3,7 +3,10 @@
 
 // In pixels of the screen.
 void movePointer(int x, int y);
-void pressPointer(bool down);
+
+// Goes down or up there. The place comes along: a display that shows the device tells late where a
+// move has brought the pointer.
+void pressPointer(int x, int y, bool down);
 
 // One of the system's virtual keys goes down or up.
 void pressKey(int key, bool down);

@@ -29,7 +29,7 @@ NATIVE(jstring, tree, jint milliseconds) {
 
 NATIVE(void, movePointer, jint x, jint y) { movePointer(x, y); }
 
-NATIVE(void, pressPointer, jboolean down) { pressPointer(down); }
+NATIVE(void, pressPointer, jint x, jint y, jboolean down) { pressPointer(x, y, down); }
 
 NATIVE(void, pressKey, jint key, jboolean down) { pressKey(key, down); }
 

@@ -344,7 +344,8 @@ public final class Device {
     private void pressAt(int x, int y) {
         mustBeOnScreen(x, y);
         Emulated.movePointer(x, y);
-        Emulated.pressPointer(true);
+        awaitIdle(); // a display that shows the device tells of the move once more
+        Emulated.pressPointer(x, y, true);
     }
 
     /**
@@ -355,7 +356,7 @@ public final class Device {
      */
     public void tap(int x, int y) {
         pressAt(x, y);
-        Emulated.pressPointer(false);
+        Emulated.pressPointer(x, y, false);
         settle();
     }
 
@@ -367,8 +368,10 @@ public final class Device {
      */
     public void doubleTap(int x, int y) {
         pressAt(x, y);
-        Emulated.pressPointer(false);
-        tap(x, y);
+        Emulated.pressPointer(x, y, false);
+        Emulated.pressPointer(x, y, true);
+        Emulated.pressPointer(x, y, false);
+        settle();
     }
 
     /**
@@ -380,7 +383,7 @@ public final class Device {
     public void tapAndHold(int x, int y) {
         pressAt(x, y);
         pass(HOLD_TIME);
-        Emulated.pressPointer(false);
+        Emulated.pressPointer(x, y, false);
         settle();
     }
 
@@ -409,7 +412,7 @@ public final class Device {
                     fromX + (toX - fromX) * i / STEPS_OF_DRAG,
                     fromY + (toY - fromY) * i / STEPS_OF_DRAG);
         }
-        Emulated.pressPointer(false);
+        Emulated.pressPointer(toX, toY, false);
         settle();
     }
 

@@ -27,7 +27,7 @@ final class Emulated {
 
     static native void movePointer(int x, int y);
 
-    static native void pressPointer(boolean down);
+    static native void pressPointer(int x, int y, boolean down);
 
     static native void pressKey(int key, boolean down);
 
