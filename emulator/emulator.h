@@ -17,6 +17,14 @@ struct EmulatorVariety {
     BOOL hasTurnButton;      // turn=button: in the task bar
 };
 
+// What can be asked to fail.
+enum EmulatorFailure : int {
+    failMemory, // a block of the heap is refused, as if there were no memory
+    failFile,   // a file is not opened, as if it could not be read or written
+    failSound,  // a waveform output is not opened, as if another program had it
+    failureKinds,
+};
+
 #ifndef EMULATOR_IMPORT
 #define EMULATOR_IMPORT __declspec(dllimport)
 #endif
@@ -45,6 +53,9 @@ EMULATOR_IMPORT BOOL WINAPI Emulator_SaveScreen(LPCWSTR path);
 // The same into memory: row by row from the top, each pixel as 0xRRGGBB. False when there are not
 // exactly so many pixels, as the screen may be turned at any time, or no memory.
 EMULATOR_IMPORT BOOL WINAPI Emulator_CopyScreen(DWORD* pixels, DWORD count);
+
+// Lets a later call of that kind fail: 1 is the next one; 0 takes it back.
+EMULATOR_IMPORT void WINAPI Emulator_FailCall(EmulatorFailure kind, LONG number);
 
 // How often a thread has begun to wait until there are messages, when there were none.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountWaits();

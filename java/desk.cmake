@@ -31,7 +31,7 @@ file(GLOB_RECURSE pictures CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/example
 add_jar(examples ${toolkit_jar}:${program_jar}:${device_examples_jar} ${examples}
     RESOURCES ${pictures} WITH ${CMAKE_CURRENT_BINARY_DIR}/device-examples)
 
-# What applications are tested with. Only its rule needs JUnit.
+# What applications are tested with, by docs/testing.md. Only its rule needs JUnit.
 set(junit /usr/share/java/junit4.jar)
 file(GLOB testing CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/testing/com/nuvik/testing/*.java)
 add_jar(testing ${toolkit_jar}:${junit} ${testing})

@@ -2,7 +2,7 @@
 # install before it does, and does nothing when everything is there.
 
 host_packages=(cmake ninja-build python3 gcc g++-mingw-w64-i686-posix openjdk-17-jdk-headless ecj
-    fonts-wine fonts-liberation xvfb xauth xdotool imagemagick procps junit4)
+    fonts-wine fonts-liberation xvfb xauth xdotool procps junit4)
 device_packages=(clang-14 lld-14 gcab)
 check_packages=(clang-14 clang-format-14 clang-tidy-14 cppcheck shellcheck pyflakes3)
 foreign_packages=(wine32:i386)
@@ -19,7 +19,7 @@ images_of_go="golang-1.19-src|images-go|./usr/share/go-1.19/src/image/|usr/share
 more_images_of_go="golang-golang-x-image-dev|images-more|./usr/share/gocode/src/golang.org/x/image/testdata/|usr/share/gocode/src/golang.org/x/image/testdata/video-001.bmp"
 images_of_pixbuf="gdk-pixbuf-tests|images-pixbuf|./usr/libexec/installed-tests/gdk-pixbuf/test-images/|usr/libexec/installed-tests/gdk-pixbuf/test-images/fail/hang_114.gif"
 
-test_packages=(googletest gxemul "$other_peoples_sounds"
+test_packages=(googletest gxemul imagemagick "$other_peoples_sounds"
     python3-pil "$images_of_go" "$more_images_of_go" "$images_of_pixbuf")
 
 as_root() {

@@ -5,6 +5,7 @@
 
 #include "heap.h"
 #include "emulator.h"
+#include "failures.h"
 #include "heap_pages.h"
 #include <algorithm>
 #include <stdint.h>
@@ -71,7 +72,7 @@ HLOCAL WINAPI Device_LocalAlloc(UINT flags, SIZE_T size) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    if (size > SIZE_MAX - fenceSize) {
+    if (size > SIZE_MAX - fenceSize || failsNow(failMemory)) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }

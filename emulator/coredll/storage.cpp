@@ -1,5 +1,6 @@
 #include "storage.h"
 #include "emulator.h"
+#include "failures.h"
 #include <vector>
 
 static bool isOfDevice(const std::wstring& path) {
@@ -65,6 +66,10 @@ extern "C" {
 HANDLE WINAPI Device_CreateFileW(LPCWSTR path, DWORD access, DWORD share,
                                  SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
                                  HANDLE pattern) {
+    if (failsNow(failFile)) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
     return CreateFileW(path ? deskPath(path).c_str() : nullptr, access, share, security,
                        disposition, flags, pattern);
 }

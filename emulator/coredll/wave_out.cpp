@@ -2,6 +2,7 @@
 
 #include "emulator.h"
 #include "exclusive_lock.h"
+#include "failures.h"
 #include "sound_clock.h"
 #include "sound_options.h"
 #include "wave_device.h"
@@ -127,6 +128,7 @@ MMRESULT WINAPI Device_waveOutOpen(HWAVEOUT* result, UINT id, const WAVEFORMATEX
     MMRESULT check = checkOpening(id, format, flags);
     if (check != MMSYSERR_NOERROR || (flags & WAVE_FORMAT_QUERY)) return check;
     if (!result) return MMSYSERR_INVALPARAM;
+    if (failsNow(failSound)) return MMSYSERR_ALLOCATED;
     if ((flags & CALLBACK_TYPEMASK) == CALLBACK_NULL) callback = 0;
 
     HWAVEOUT handle = outputs().newHandle();

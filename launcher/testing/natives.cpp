@@ -60,3 +60,26 @@ NATIVE(void, quit) {
     PostThreadMessageW(thread, WM_QUIT, 0, 0);
     PostMessageW(display, WM_NULL, 0, 0);
 }
+
+NATIVE(void, failCall, jint kind, jint number) {
+    Emulator_FailCall(static_cast<EmulatorFailure>(kind), number);
+}
+
+// The file as the device's program sees it; null: no file.
+NATIVE(void, recordSounds, jstring file) {
+    if (!file) {
+        Emulator_RecordSounds(nullptr);
+        return;
+    }
+    const jchar* characters = env->GetStringChars(file, nullptr);
+    if (!characters) return;
+    std::wstring path(reinterpret_cast<const wchar_t*>(characters), env->GetStringLength(file));
+    env->ReleaseStringChars(file, characters);
+    Emulator_RecordSounds(path.c_str());
+}
+
+NATIVE(void, setSoundSpeed, jint factor) { Emulator_SetSoundSpeed(factor); }
+
+NATIVE(void, passSoundTime, jint milliseconds) { Emulator_PassSoundTime(milliseconds); }
+
+NATIVE(jint, countSounds) { return Emulator_CountWaveOutputs(); }

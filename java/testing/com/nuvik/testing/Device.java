@@ -1,5 +1,10 @@
 package com.nuvik.testing;
 
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.nio.file.Paths;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Locale;
@@ -24,6 +29,7 @@ public final class Device {
     private int patience = DEFAULT_PATIENCE;
     private Application application;
     private Recording recording; // null: none
+    private Path sounds; // where they are kept; null: nowhere
 
     /** The device of this process; a second one is the same. */
     public Device() {}
@@ -69,7 +75,10 @@ public final class Device {
 
     /** Ends the application, wherever it is. It is asked nothing, and saves nothing. */
     public void stop() {
-        if (application != null) application.stop(patience);
+        if (application == null) return;
+        application.stop(patience);
+        for (Failure failure : Failure.values()) fail(failure, 0);
+        forgetSounds();
     }
 
     /**
@@ -111,12 +120,16 @@ public final class Device {
         return System.nanoTime() - deadline > 0;
     }
 
-    /** Waits until the application has nothing to do: no event, nothing to paint, no task that is due. */
+    /**
+     * Waits until the application has nothing to do: no event, nothing to paint, no task that is due.
+     * Fails when it has ended by an exception.
+     */
     public void awaitIdle() {
-        if (hasEnded() || !Emulated.hasDisplay()) return;
-        if (!Emulated.awaitIdle(patience) && !hasEnded() && Emulated.hasDisplay()) {
+        boolean isThere = !hasEnded() && Emulated.hasDisplay();
+        if (isThere && !Emulated.awaitIdle(patience) && !hasEnded() && Emulated.hasDisplay()) {
             throw busyOr("has been busy");
         }
+        if (hasEnded()) mustNotHaveThrown();
     }
 
     /**
@@ -463,6 +476,78 @@ public final class Device {
         press("alt+f4");
     }
 
+    // What the device refuses, and what it plays
+
+    /**
+     * Lets the device refuse something later.
+     *
+     * @param failure what
+     * @param number which time from now on: 1 is the next; 0 takes it back
+     */
+    public void fail(Failure failure, int number) {
+        Emulated.failCall(failure.ordinal(), number);
+    }
+
+    /**
+     * Keeps what is played from now on, and lets the device's sound stand still: it plays as
+     * {@link #playOn} says. That lasts until the application is stopped.
+     */
+    public void recordSounds() {
+        try {
+            sounds = Files.createTempDirectory("sounds");
+        } catch (IOException failed) {
+            throw new UncheckedIOException(failed);
+        }
+        Emulated.setSoundSpeed(0);
+        Emulated.recordSounds("Z:" + sounds.resolve("sound.wav"));
+    }
+
+    /**
+     * Lets the device play on, at once, and tell the application of what has ended.
+     *
+     * @param milliseconds how long
+     */
+    public void playOn(int milliseconds) {
+        Emulated.passSoundTime(milliseconds);
+        settle();
+    }
+
+    /**
+     * Tells whether something is being played.
+     *
+     * @return false once all that was started has ended or was stopped
+     */
+    public boolean isPlaying() {
+        awaitIdle();
+        return Emulated.countSounds() > 0;
+    }
+
+    /**
+     * What was played since {@link #recordSounds}: those sounds that have ended.
+     *
+     * @return the sounds, in the order of their start
+     */
+    public List<Sound> sounds() {
+        waitUntil("the sounds have ended", () -> Emulated.countSounds() == 0);
+        List<Sound> played = new ArrayList<>();
+        for (int number = 1; ; number++) {
+            Path file = sounds.resolve(number == 1 ? "sound.wav" : "sound-" + number + ".wav");
+            if (!Files.exists(file)) return played;
+            try {
+                played.add(new Sound(Files.readAllBytes(file)));
+            } catch (IOException failed) {
+                throw new UncheckedIOException(failed);
+            }
+        }
+    }
+
+    private void forgetSounds() {
+        if (sounds == null) return;
+        Emulated.recordSounds(null);
+        Emulated.setSoundSpeed(1);
+        sounds = null;
+    }
+
     // The screen
 
     /**
@@ -537,7 +622,7 @@ public final class Device {
      * @param comparison how alike it must be
      */
     public void mustLookLike(String kept, Comparison comparison) {
-        comparison.mustBeLike(screenshot(), java.nio.file.Paths.get(kept));
+        comparison.mustBeLike(screenshot(), Paths.get(kept));
     }
 
     /**

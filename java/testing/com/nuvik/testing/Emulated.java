@@ -39,5 +39,18 @@ final class Emulated {
     /** False when the screen has another size by now. */
     static native boolean copyScreen(int[] pixels);
 
+    /** The number of the {@link Failure}; which call of it fails, 1 the next, 0 none. */
+    static native void failCall(int failure, int number);
+
+    /** Where sounds are written from now on, as the device names files; null for nowhere. */
+    static native void recordSounds(String file);
+
+    static native void setSoundSpeed(int factor);
+
+    static native void passSoundTime(int milliseconds);
+
+    /** How many sounds the device has open. */
+    static native int countSounds();
+
     static native void quit();
 }

@@ -140,9 +140,9 @@ public class KitTest {
     public void what_comes_later_is_waited_for() {
         device.button("later").tap();
         device.await(Kind.BUTTON, "done").tap();
-        device.setPatience(200);
+        device.setPatience(3000);
         assertEquals(
-                "it is not so after 0.2 seconds: button \"never\" is shown",
+                "it is not so after 3.0 seconds: button \"never\" is shown",
                 failureOf(() -> device.await(Kind.BUTTON, "never")));
     }
 
@@ -160,8 +160,12 @@ public class KitTest {
 
     @Test
     public void what_an_application_throws_fails_the_test() {
-        device.button("fail").tap();
-        TestFailure failure = assertThrows(TestFailure.class, device::awaitEnd);
+        ThrowingRunnable deed =
+                () -> {
+                    device.button("fail").tap();
+                    device.awaitEnd();
+                };
+        TestFailure failure = assertThrows(TestFailure.class, deed);
         assertEquals(
                 "Parts has ended by java.lang.IllegalStateException: as it was asked to", failure.getMessage());
         assertTrue(failure.getCause() instanceof IllegalStateException);
