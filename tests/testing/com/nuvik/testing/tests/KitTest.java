@@ -140,19 +140,19 @@ public class KitTest {
     public void what_comes_later_is_waited_for() {
         device.button("later").tap();
         device.await(Kind.BUTTON, "done").tap();
-        device.setPatience(3000);
+        device.setPatience(4000);
         assertEquals(
-                "it is not so after 3.0 seconds: button \"never\" is shown",
+                "it is not so after 4.0 seconds: button \"never\" is shown",
                 failureOf(() -> device.await(Kind.BUTTON, "never")));
     }
 
     @Test
     public void an_application_that_is_stuck_is_told_with_its_stack() {
         Parts.isBusy = true;
-        device.setPatience(500);
+        device.setPatience(4000);
         String failure = failureOf(() -> device.button("busy").tap());
         Parts.isBusy = false;
-        assertTrue(failure, failure.startsWith("Parts has been busy for 0.5 seconds; its main thread is here:\n"));
+        assertTrue(failure, failure.startsWith("Parts has been busy for 4.0 seconds; its main thread is here:\n"));
         assertTrue(failure, failure.contains("Parts.beBusy"));
         device.setPatience(20_000);
         device.awaitIdle();
