@@ -7,6 +7,15 @@ import java.lang.reflect.Method;
 final class Application {
     private static final long STACK_BYTES = 8 << 20; // as much as the launcher gives a main thread
 
+    /** Whether the application may end the whole process: a script is at its last line. */
+    static volatile boolean mayExit;
+
+    private static volatile Application current;
+
+    static {
+        Runtime.getRuntime().addShutdownHook(new Thread(Application::tellOfExit));
+    }
+
     final Class<?> mainClass;
     private final ThreadGroup threads;
     private final Thread thread;
@@ -19,7 +28,32 @@ final class Application {
         threads = new ThreadGroup("application");
         thread = new Thread(threads, () -> run(main, arguments), mainClass.getSimpleName(), STACK_BYTES);
         thread.setDaemon(true);
+        current = this;
         thread.start();
+    }
+
+    /** An application that ends the process takes the tests that are left along: they must not pass. */
+    private static void tellOfExit() {
+        Application application = current;
+        if (application == null || mayExit) return;
+        Thread[] threads = new Thread[application.threads.activeCount()];
+        int count = application.threads.enumerate(threads);
+        for (int i = 0; i < count; i++) {
+            if (!isExiting(threads[i])) continue;
+            System.err.println(
+                    "zemvolt: " + application.mainClass.getSimpleName()
+                            + " has called System.exit, which ends the tests too; they have not passed");
+            Runtime.getRuntime().halt(1);
+        }
+    }
+
+    private static boolean isExiting(Thread thread) {
+        for (StackTraceElement element : thread.getStackTrace()) {
+            if (element.getClassName().equals("java.lang.Runtime") && element.getMethodName().equals("exit")) {
+                return true;
+            }
+        }
+        return false;
     }
 
     private static Method mainOf(Class<?> mainClass) {

@@ -77,6 +77,7 @@ public final class Script {
             device.start(Class.forName(mainClass), arguments);
             for (int i = 0; i < steps.size(); i++) {
                 at = file + ":" + steps.get(i).line + ": " + steps.get(i).text;
+                Application.mayExit = i == steps.size() - 1;
                 deeds.get(i).run();
             }
             device.stop();
