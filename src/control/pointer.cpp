@@ -214,8 +214,10 @@ void Control_ProcessWheel(HWND window, Message message) {
     // control's. Pinned by WheelTest.a_notch_forward_is_minus_one_by_lines_at_the_screen_position.
     PointerEvent event =
         Control_BuildPointerEvent(byPage ? wheelByPage : wheelByLines, buttonLeft, message);
-    fireWheel(controlOf(window)->callbackTarget, event.type, event.x, event.y, event.modifiers,
-              amount, notches);
+    const ControlRecord* control = controlOf(window);
+    if (!control) return;
+    fireWheel(control->callbackTarget, event.type, event.x, event.y, event.modifiers, amount,
+              notches);
 }
 
 extern "C" void _Control_ProcessWmLButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
