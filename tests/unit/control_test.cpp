@@ -130,6 +130,19 @@ TEST_F(ControlTest, every_window_whose_class_is_not_described_has_no_class_proce
     for (; !made.empty(); made.pop_back()) dispose(made.back());
 }
 
+TEST_F(ControlTest, a_window_goes_whose_class_has_no_name_either) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    Faults faults;
+    faults.fail("GetClassInfoW", 0);
+    faults.fail("GetClassNameW", 0);
+    jint button = call(OS::PushButton_New, shell, 0);
+    HWND window = windowOf(button);
+    dispose(button);
+    EXPECT_TRUE(faults.hasFailed());
+    EXPECT_FALSE(IsWindow(window));
+}
+
 TEST_F(ControlTest, a_composite_without_parent_is_refused) {
     NoLeaks noLeaks;
     EXPECT_EQ(call(OS::Composite_New, 0, 0), 0);

@@ -279,6 +279,20 @@ TEST_F(FileDialogTest, a_thread_that_cannot_be_made_is_an_error) {
     dispose(dialog);
 }
 
+TEST_F(FileDialogTest, a_thread_that_does_not_tell_its_answer_has_chosen_nothing) {
+    jint dialog = newDialog();
+    person.steps = {typing(L"x.txt\r")};
+    onOtherThread(vm, display, [&] {
+        vm.attachedThreads.insert(GetCurrentThreadId());
+        Faults faults;
+        faults.fail("GetExitCodeThread");
+        EXPECT_FALSE(openDialog(dialog));
+        EXPECT_TRUE(faults.hasFailed());
+    });
+    EXPECT_TRUE(vm.reports.empty());
+    dispose(dialog);
+}
+
 TEST_F(FileDialogTest, closed_dialogs_leave_nothing_behind) {
     jint dialog = newDialog(several);
     openWith(dialog, {tapping(L"Cancel")}); // what the system makes once
