@@ -1,6 +1,6 @@
 // What the checked mode knows of every native, and what it says of a call.
 
-#include "../unit/limits/declared_natives.h"
+#include "declared/declared_natives.h"
 #include "rules.h"
 #include <gtest/gtest.h>
 #include <set>

@@ -74,6 +74,8 @@ const std::map<std::string, uint32_t> failureValues = {
     {"SetBkColor", CLR_INVALID},
     {"SetPixel", CLR_INVALID},
     {"SetTextColor", CLR_INVALID},
+    {"LocalFree", 1}, // which stands for the block itself
+    {"MsgWaitForMultipleObjectsEx", WAIT_FAILED},
     {"WaitForMultipleObjects", WAIT_FAILED},
     {"WaitForSingleObject", WAIT_FAILED},
     {"waveOutClose", MMSYSERR_ERROR},
@@ -93,6 +95,7 @@ std::vector<Import> imports;
 std::vector<std::string> called;
 int anyCallNth;
 bool failed;
+DWORD onlyThread; // 0: every thread counts
 std::function<void(const std::string&)> watcher;
 
 } // namespace
@@ -114,6 +117,10 @@ static bool countsDown(int* nth) { return *nth > 0 && --*nth == 0; }
 static SRWLOCK deciding = SRWLOCK_INIT;
 
 static uint32_t decide(Import& import, DWORD lastError) {
+    if (onlyThread && onlyThread != GetCurrentThreadId()) {
+        SetLastError(lastError);
+        return reinterpret_cast<uint32_t>(import.original);
+    }
     called.push_back(import.name);
     bool fails = import.failAlways || countsDown(&import.failNth) ||
                  (isFallible(import.name) && countsDown(&anyCallNth));
@@ -178,6 +185,7 @@ Faults::Faults() {
     called.clear();
     anyCallNth = 0;
     failed = false;
+    onlyThread = 0;
     imports.reserve(stubCount);
     auto* base = reinterpret_cast<char*>(theLibrary());
     auto* headers = reinterpret_cast<IMAGE_NT_HEADERS32*>(
@@ -213,6 +221,20 @@ void Faults::fail(const std::string& function, int nth, DWORD lastError, DWORD v
     }
 }
 
+void Faults::forget() {
+    AcquireSRWLockExclusive(&deciding);
+    for (Import& import : imports) {
+        import.failNth = 0;
+        import.failAlways = false;
+    }
+    anyCallNth = 0;
+    failed = false;
+    called.clear();
+    ReleaseSRWLockExclusive(&deciding);
+}
+
+void Faults::watchThisThreadOnly() { onlyThread = GetCurrentThreadId(); }
+
 void Faults::failAnyCall(int nth) { anyCallNth = nth; }
 bool Faults::hasFailed() const { return failed; }
 
@@ -230,6 +252,12 @@ int Faults::countCalls(const std::string& function) const {
 
 void Faults::replace(const std::string& function, void* replacement) {
     for (Import* import : importsNamed(function)) import->replacement = replacement;
+}
+
+std::vector<std::string> Faults::imported() {
+    std::vector<std::string> names;
+    for (const Import& import : imports) names.push_back(import.name);
+    return names;
 }
 
 int forEachFailure(const std::function<void(Faults&)>& scenario) {

@@ -21,8 +21,17 @@ class Faults {
     // The nth call from now on of any function that can fail answers its failure value.
     void failAnyCall(int nth);
 
+    // Nothing is asked for any more, and no call has been made.
+    void forget();
+
+    // Calls of other threads than this one neither count nor fail from now on.
+    void watchThisThreadOnly();
+
     // Whether a failure that was asked for has happened.
     bool hasFailed() const;
+
+    // The functions that the library imports, but those of the C library.
+    static std::vector<std::string> imported();
 
     // The functions called, in order.
     std::vector<std::string> calls() const;

@@ -2,11 +2,12 @@
 // or does something, and never faults, keeps a lock or leaves anything behind. The natives are
 // those that the Java classes declare; one whose arguments have no known meaning fails.
 
+#include "declared/any_call.h"
+#include "declared/declared_natives.h"
+#include "declared/objects.h"
 #include "faults.h"
 #include "image/image.h"
 #include "leaks.h"
-#include "limits/declared_natives.h"
-#include "limits/objects.h"
 #include "sound_files.h"
 #include <algorithm>
 #include <climits>
@@ -30,29 +31,7 @@ struct Argument {
     bool isNumber = false;
 };
 
-using Words = std::vector<DWORD>;
-
 } // namespace
-
-// Any native by its words, of which there may be as many as in the longest declaration.
-template <size_t... I>
-static DWORD callWords(void* function, JNIEnv* env, const Words& words, std::index_sequence<I...>) {
-    using Function = DWORD(__stdcall*)(JNIEnv*, void*, decltype(DWORD(I))...);
-    return reinterpret_cast<Function>(function)(env, nullptr, words[I]...);
-}
-
-template <size_t Count = 0>
-static DWORD callAny(void* function, JNIEnv* env, const Words& words) {
-    constexpr size_t mostWords = 12;
-    if constexpr (Count > mostWords) {
-        ADD_FAILURE() << "more words than this test passes";
-        return 0;
-    } else {
-        if (words.size() == Count)
-            return callWords(function, env, words, std::make_index_sequence<Count>());
-        return callAny<Count + 1>(function, env, words);
-    }
-}
 
 static Words wordsOf(const jint* begin, const jint* end) { return {begin, end}; }
 
@@ -67,17 +46,6 @@ static Argument numberArgument(const Meaning& meaning) {
     return {DWORD(meaning.usual), others, wordsOf(std::begin(extremes), std::end(extremes)), true};
 }
 
-template <class Reference>
-static DWORD word(Reference reference) {
-    return reinterpret_cast<DWORD>(reference);
-}
-
-static const Meaning* knownMeaning(const DeclaredNative& native, const Parameter& parameter) {
-    const Meaning* meaning = meaningOf(native.name, parameter.name);
-    if (!meaning) ADD_FAILURE() << "what is the int " << parameter.name << " of " << native.name;
-    return meaning;
-}
-
 // Input, and what waits for a person, stay away from the device.
 static void WINAPI pressNothing(BYTE, BYTE, DWORD, DWORD) {}
 static UINT WINAPI sendNothing(UINT count, INPUT*, int) { return count; }
@@ -89,14 +57,6 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
   protected:
     static void TearDownTestSuite() { printf("%d calls at the limits\n", callsMade); }
 
-    // first: which of the kinds the native's first object is.
-    Argument objectArgument(const Meaning& meaning, size_t kind) {
-        Argument argument;
-        argument.usual = DWORD(objectOf(meaning.kinds[kind]));
-        if (meaning.maybeNone) argument.others = {0};
-        return argument;
-    }
-
     Argument stringArgument() {
         Words strings = {0};
         for (const auto& text :
@@ -104,7 +64,7 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
               std::u16string(u"a\xDC00\xD800"), std::u16string(127, u'W'),
               std::u16string(128, u'W'), std::u16string(megabyte / sizeof(char16_t), u'm')})
             strings.push_back(word(vm.newString(text)));
-        return {word(vm.newString(u"text")), strings, strings, false};
+        return {0, strings, strings, false};
     }
 
     Argument intsArgument() {
@@ -112,46 +72,40 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         for (const auto& ints : std::vector<std::vector<jint>>{
                  {}, {1}, {0, -1, 9}, {INT_MAX, INT_MIN, INT_MIN, INT_MAX, -1, 0, 1, 2}})
             arrays.push_back(word(vm.newInts(ints)));
-        return {word(vm.newInts(std::vector<jint>(256, 1))), arrays, arrays, false};
+        return {0, arrays, arrays, false};
     }
 
-    Argument bytesArgument(const std::string& native) {
-        std::vector<jbyte> usual(256, 1);
-        if (native == "Sound_Play") {
-            FileBytes file =
-                waveFile(waveFormat(WAVE_FORMAT_PCM, 1, 8000, 8), FileBytes(212, 0x80));
-            usual.assign(file.begin(), file.end());
-        }
+    Argument bytesArgument() {
         Words arrays = {0};
         for (const auto& bytes : std::vector<std::vector<jbyte>>{{}, {1}, {1, 2, 3}})
             arrays.push_back(word(vm.newBytes(bytes)));
-        return {word(vm.newBytes(usual)), arrays, arrays, false};
+        return {0, arrays, arrays, false};
     }
 
-    Argument argumentOf(const DeclaredNative& native, const Parameter& parameter, size_t kind) {
+    // What may be given in place of the usual one.
+    Argument othersOf(const DeclaredNative& native, const Parameter& parameter) {
         if (parameter.type == "int") {
-            const Meaning* meaning = knownMeaning(native, parameter);
+            const Meaning* meaning = meaningOf(native.name, parameter.name);
             if (!meaning) return {};
             if (meaning->isNumber()) return numberArgument(*meaning);
-            return objectArgument(*meaning, kind);
+            return {0, meaning->maybeNone ? Words{0} : Words{}, {}, false};
         }
-        if (parameter.type == "boolean") {
-            Argument argument;
-            argument.usual = asWord(jboolean(JNI_TRUE));
-            argument.others = {asWord(jboolean(JNI_FALSE))};
-            return argument;
-        }
+        if (parameter.type == "boolean") return {0, {asWord(jboolean(JNI_FALSE))}, {}, false};
         if (parameter.type == "char") {
             Argument argument;
-            argument.usual = asWord(jchar('x'));
             for (jchar character : characters) argument.others.push_back(asWord(character));
             return argument;
         }
         if (parameter.type == "String") return stringArgument();
         if (parameter.type == "int[]") return intsArgument();
-        if (parameter.type == "byte[]") return bytesArgument(native.name);
-        ADD_FAILURE() << "a parameter of the type " << parameter.type;
-        return {};
+        return bytesArgument();
+    }
+
+    // kind: which of the kinds the native's first object is.
+    Argument argumentOf(const DeclaredNative& native, const Parameter& parameter, size_t kind) {
+        Argument argument = othersOf(native, parameter);
+        argument.usual = usualWord(native, parameter, kind);
+        return argument;
     }
 
     // An empty pie is described to leave it entered; nothing else is.
@@ -239,20 +193,13 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
             }
     }
 
-    size_t countKindsOfFirst() {
-        const DeclaredNative& native = GetParam();
-        if (native.parameters.empty() || native.parameters[0].type != "int") return 1;
-        const Meaning* meaning = knownMeaning(native, native.parameters[0]);
-        return meaning ? meaning->kinds.size() : 0;
-    }
-
     void tryEveryKind() {
         const DeclaredNative& native = GetParam();
         Faults quiet;
         quiet.replace("keybd_event", reinterpret_cast<void*>(pressNothing));
         quiet.replace("SendInput", reinterpret_cast<void*>(sendNothing));
         quiet.replace("TrackPopupMenuEx", reinterpret_cast<void*>(trackNothing));
-        size_t kinds = countKindsOfFirst();
+        size_t kinds = kindsOfFirst(GetParam()).size();
         for (size_t kind = 0; kind < kinds; ++kind) {
             std::vector<Argument> arguments;
             for (const Parameter& parameter : native.parameters)

@@ -59,5 +59,8 @@ struct Meaning {
     bool isNumber() const { return kinds.front() == ObjectKind::number; }
 };
 
+// What the native's first object may be; a number when it takes none.
+std::vector<ObjectKind> kindsOfFirst(const DeclaredNative& native);
+
 // Null when it is not known.
 const Meaning* meaningOf(const std::string& native, const std::string& parameter);

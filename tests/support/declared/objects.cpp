@@ -1,4 +1,5 @@
 #include "objects.h"
+#include "sound_files.h"
 
 using Kind = ObjectKind;
 
@@ -100,6 +101,29 @@ jint ObjectsTest::objectOf(Kind kind) {
     return made;
 }
 
+static std::vector<jbyte> usualBytes(const std::string& native) {
+    if (native != "Sound_Play") return std::vector<jbyte>(256, 1);
+    FileBytes file = waveFile(waveFormat(WAVE_FORMAT_PCM, 1, 8000, 8), FileBytes(212, 0x80));
+    return {file.begin(), file.end()};
+}
+
+DWORD ObjectsTest::usualWord(const DeclaredNative& native, const Parameter& parameter,
+                             size_t kind) {
+    if (parameter.type == "int") {
+        const Meaning* meaning = meaningOf(native.name, parameter.name);
+        if (meaning) return meaning->isNumber() ? meaning->usual : objectOf(meaning->kinds[kind]);
+    }
+    if (parameter.type == "boolean") return asWord(jboolean(JNI_TRUE));
+    if (parameter.type == "char") return asWord(jchar('x'));
+    if (parameter.type == "String") return word(vm.newString(u"text"));
+    if (parameter.type == "int[]") return word(vm.newInts(std::vector<jint>(256, 1)));
+    if (parameter.type == "byte[]") return word(vm.newBytes(usualBytes(native.name)));
+    if (parameter.type == "Object") return word(vm.newObject("test/Listener"));
+    ADD_FAILURE() << "what is the " << parameter.type << " " << parameter.name << " of "
+                  << native.name;
+    return 0;
+}
+
 void ObjectsTest::disposeOf(Kind kind, jint object) {
     switch (kind) {
     case Kind::number:
@@ -139,16 +163,20 @@ void ObjectsTest::disposeOfResult(const std::string& native, jint result) {
         const char* native;
         Kind kind;
     } makers[] = {
-        {"Display_GetSystemColor", Kind::color},
-        {"Color_New", Kind::color},
-        {"Font_New", Kind::font},
-        {"Cursor_New", Kind::cursor},
-        {"Image_New", Kind::image},
-        {"Image_Flip", Kind::image},
-        {"_New", Kind::button}, // and every other widget
+        {"Display_New", Kind::number}, {"_NewGraphics", Kind::graphics},
+        {"Sound_New", Kind::sound},    {"Display_GetSystemColor", Kind::color},
+        {"Color_New", Kind::color},    {"Font_New", Kind::font},
+        {"Cursor_New", Kind::cursor},  {"Image_New", Kind::image},
+        {"Image_Flip", Kind::image},   {"_New", Kind::button}, // and every other widget
     };
     for (const auto& maker : makers)
         if (native.find(maker.native) != native.npos) return disposeOf(maker.kind, result);
+}
+
+std::vector<Kind> ObjectsTest::kindsThatExist() const {
+    std::vector<Kind> found;
+    for (const auto& known : objects) found.push_back(known.first);
+    return found;
 }
 
 std::vector<jint> ObjectsTest::images() const {

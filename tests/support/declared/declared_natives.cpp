@@ -143,3 +143,9 @@ const Meaning* meaningOf(const std::string& native, const std::string& parameter
             return &row.meaning;
     return nullptr;
 }
+
+std::vector<Kind> kindsOfFirst(const DeclaredNative& native) {
+    if (native.parameters.empty() || native.parameters[0].type != "int") return {Kind::number};
+    const Meaning* meaning = meaningOf(native.name, native.parameters[0].name);
+    return meaning ? meaning->kinds : std::vector<Kind>();
+}
