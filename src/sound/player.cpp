@@ -30,6 +30,7 @@ SoundStatus Player_New(SoundPlayer** result) {
 }
 
 void Player_Dispose(SoundPlayer* player) {
+    if (player->isKeptByOutput) return;
     DeleteCriticalSection(&player->lock);
     closeEvents(player);
     if (player->thread) CloseHandle(player->thread);
@@ -37,6 +38,7 @@ void Player_Dispose(SoundPlayer* player) {
 }
 
 bool Player_IsIdle(const SoundPlayer* player) {
+    if (player->isKeptByOutput) return false;
     return !player->thread || WaitForSingleObject(player->thread, 0) == WAIT_OBJECT_0;
 }
 
@@ -96,6 +98,12 @@ static void CALLBACK deviceChanged(HWAVEOUT device, UINT message, DWORD_PTR inst
     }
 }
 
+// Also a device that was not closed is not to be stopped any more.
+static void closeOutput(SoundPlayer* player) {
+    player->isKeptByOutput = waveOutClose(player->device) != MMSYSERR_NOERROR;
+    player->device = nullptr;
+}
+
 static SoundStatus openDevice(SoundPlayer* player) {
     if (waveOutOpen(&player->device, WAVE_MAPPER, &player->format,
                     reinterpret_cast<DWORD_PTR>(deviceChanged), reinterpret_cast<DWORD_PTR>(player),
@@ -106,22 +114,24 @@ static SoundStatus openDevice(SoundPlayer* player) {
     if (waveOutPrepareHeader(player->device, &player->header, sizeof(player->header)) ==
         MMSYSERR_NOERROR)
         return soundDone;
-    waveOutClose(player->device);
-    player->device = nullptr;
+    closeOutput(player);
     return soundSystemFailed;
 }
 
 static void closeDevice(SoundPlayer* player) {
     waveOutUnprepareHeader(player->device, &player->header, sizeof(player->header));
-    waveOutClose(player->device);
-    // Also a device that was not closed is not to be stopped any more.
-    player->device = nullptr;
+    closeOutput(player);
 }
 
 // The samples are those of the last playback: an earlier one that ends leaves them alone.
 static void tellEnd(SoundRecord* sound, const SoundPlayer* player) {
     sound->state = soundIdle;
     if (sound->player == player) sound->samples.sampleData = nullptr;
+}
+
+static void freeSamples(SoundPlayer* player) {
+    freeBlock(player->header.lpData);
+    player->header.lpData = nullptr;
 }
 
 static DWORD WINAPI play(LPVOID argument) {
@@ -138,8 +148,7 @@ static DWORD WINAPI play(LPVOID argument) {
         closeDevice(player);
         tellEnd(sound, player);
     }
-    freeBlock(player->header.lpData);
-    player->header.lpData = nullptr;
+    if (!(player->header.dwFlags & WHDR_INQUEUE)) freeSamples(player);
     EventModify(player->stoppedEvent, EVENT_SET);
     return isQueued ? soundDone : soundSystemFailed;
 }
