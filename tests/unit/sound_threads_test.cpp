@@ -8,7 +8,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-static const int rounds = leakRounds() / 2;
+static const int rounds = leakRounds() / 5;
 
 namespace {
 
