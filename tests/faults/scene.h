@@ -6,6 +6,7 @@
 
 class Scene : public ObjectsTest {
   public:
+    Scene() { emptyClipboard(); }
     void TestBody() override {}
 
     using DeviceTest::dispatchAll;
@@ -37,4 +38,12 @@ class Scene : public ObjectsTest {
 
     // What `before` made for the act.
     jint made = 0, owner = 0;
+
+  private:
+    // Of what a program before left there on the same device.
+    static void emptyClipboard() {
+        if (!OpenClipboard(nullptr)) return;
+        EmptyClipboard();
+        CloseClipboard();
+    }
 };
