@@ -67,8 +67,7 @@ static const Leavings leavings[] = {
     {"DeleteObject", true, false, false, false}, {"DestroyWindow", true, true, true, true},
     {"EndPaint", true, false, false, false},     {"LocalFree", false, false, true, false},
     {"ReleaseDC", true, false, false, false},    {"SelectObject", true, false, false, false},
-    {"waveOutClose", false, false, true, true},
-    {"waveOutReset", false, false, true, true},
+    {"waveOutClose", false, false, true, true},  {"waveOutReset", false, false, true, true},
 };
 
 Leavings leavingsOf(const std::string& import) {
@@ -78,20 +77,13 @@ Leavings leavingsOf(const std::string& import) {
 }
 
 static const char* const givingBack[] = {
-    "CloseHandle",
-    "DeleteDC",
-    "DeleteObject",
-    "DestroyAcceleratorTable",
-    "DestroyMenu",
-    "EndPaint",
-    "DestroyWindow",
-    "KillTimer",
-    "LocalFree",
-    "ReleaseDC",
-    "ReleaseCapture",
-    "waveOutClose",
-    "waveOutReset",
-    "waveOutUnprepareHeader",
+    "CloseHandle",    "DeleteDC",
+    "DeleteObject",   "DestroyAcceleratorTable",
+    "DestroyMenu",    "EndPaint",
+    "DestroyWindow",  "KillTimer",
+    "LocalFree",      "ReleaseDC",
+    "ReleaseCapture", "waveOutClose",
+    "waveOutReset",   "waveOutUnprepareHeader",
 };
 
 static const char* const making[] = {
