@@ -10,7 +10,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BUILD = os.environ.get("ZEMVOLT_BUILD", os.path.join(ROOT, "build"))
 DESK = os.path.join(BUILD, "desk")
 SOURCES = os.path.join(ROOT, "src")
-OF_LIBRARY = ("unit", "disposal", "java", "companion", "selftest")
+OF_LIBRARY = ("unit", "disposal", "faults", "java", "companion", "selftest", "testing")
 # What is tried here runs no native.
 WITHOUT_NATIVES = ("arithmetic_test", "native_types_test", "header_test")
 SLOWER = 3  # than the desk's, with counters
@@ -29,7 +29,7 @@ class Test:
 
     def loads_library(self):
         """With the desk's code, on the plain device, and not beside it."""
-        runs = any(os.path.basename(word) in ("on-device", "run-junit") for word in self.command)
+        runs = any(os.path.basename(word) in ("on-device", "run-java") for word in self.command)
         runs = runs or self.command[0].endswith("selftest/run")
         return (runs and self.plain and "--device" not in self.command
                 and self.name not in WITHOUT_NATIVES)
@@ -48,7 +48,11 @@ def all_tests():
         return os.path.basename(os.path.dirname(graph["files"][node["file"]]))
 
     found = [(Test(each), folder(each)) for each in described["tests"] if "command" in each]
-    return [test for test, where in found if where in OF_LIBRARY and test.loads_library()]
+    reaching = [(test, where) for test, where in found if where in OF_LIBRARY and test.loads_library()]
+    without = set(OF_LIBRARY) - {where for _, where in reaching}
+    if without:
+        raise SystemExit(f"no test of tests/{' and tests/'.join(sorted(without))} is known to reach the library")
+    return [test for test, _ in reaching]
 
 
 class Copy:
