@@ -1,5 +1,6 @@
 #include "checking.h"
 #include "jni_proxy.h"
+#include "jni_text.h"
 #include "rules.h"
 #include "zemvolt11.h"
 #include <windows.h>
@@ -135,13 +136,6 @@ bool CheckedCall::tell(const Misuse& misuse) {
     env->DeleteLocalRef(error);
     env->DeleteLocalRef(sentence);
     return misuse.mayGoOn;
-}
-
-static std::string toText(JNIEnv* env, jstring string) {
-    const char* characters = env->GetStringUTFChars(string, nullptr);
-    std::string text = characters ? characters : "";
-    env->ReleaseStringUTFChars(string, characters);
-    return text;
 }
 
 static jint numberOfDisplay(uint32_t handle) {

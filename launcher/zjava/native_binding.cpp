@@ -1,6 +1,7 @@
 #include "native_binding.h"
 #include "checking.h"
 #include "jni_proxy.h"
+#include "jni_text.h"
 #include "toolkit.h"
 #include "unix_side.h"
 #include <stdio.h>
@@ -59,11 +60,7 @@ struct Reflection {
 
     std::string text(jobject object, jmethodID method) const {
         auto string = get<jstring>(object, method);
-        if (!string) return {};
-        const char* characters = env->GetStringUTFChars(string, nullptr);
-        std::string copy = characters ? characters : "";
-        env->ReleaseStringUTFChars(string, characters);
-        return copy;
+        return string ? toText(env, string) : std::string();
     }
 
     bool isNative(jobject method) const {
