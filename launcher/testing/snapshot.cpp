@@ -121,7 +121,6 @@ static void write(std::wstring* out, const Part& part) {
         part.className,
         flattened(part.text),
         std::to_wstring(static_cast<DWORD>(GetWindowLongW(part.window, GWL_STYLE))),
-        std::to_wstring(static_cast<DWORD>(GetWindowLongW(part.window, GWL_EXSTYLE))),
         std::to_wstring(part.place.left),
         std::to_wstring(part.place.top),
         std::to_wstring(part.place.right - part.place.left),

@@ -5,7 +5,7 @@
 
 // One record for each, parents first and the topmost window first. Records end with a line feed,
 // fields with a unit separator (U+001F); line feeds within a text are U+001E. The fields: depth,
-// kind of part (window, item, menu), handle, class, text, style, extended style, place (x, y,
+// kind of part (window, item, menu), handle, class, text, style, place (x, y,
 // width, height on the screen), a point of it that a tap reaches (x, y; -1: none), what covers it
 // (a handle; 0: nothing), the flags below, and a value: the position of a scroll bar, the selected
 // range of a text. On the display's thread.

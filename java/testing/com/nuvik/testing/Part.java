@@ -42,15 +42,15 @@ final class Part {
         className = fields[3];
         rawText = fields[4].replace(LINE_FEED, '\n');
         style = (int) Long.parseLong(fields[5]);
-        x = Integer.parseInt(fields[7]);
-        y = Integer.parseInt(fields[8]);
-        width = Integer.parseInt(fields[9]);
-        height = Integer.parseInt(fields[10]);
-        tapX = Integer.parseInt(fields[11]);
-        tapY = Integer.parseInt(fields[12]);
-        coverer = Long.parseLong(fields[13]);
-        flags = Integer.parseInt(fields[14]);
-        value = fields.length > 15 ? fields[15] : "";
+        x = Integer.parseInt(fields[6]);
+        y = Integer.parseInt(fields[7]);
+        width = Integer.parseInt(fields[8]);
+        height = Integer.parseInt(fields[9]);
+        tapX = Integer.parseInt(fields[10]);
+        tapY = Integer.parseInt(fields[11]);
+        coverer = Long.parseLong(fields[12]);
+        flags = Integer.parseInt(fields[13]);
+        value = fields.length > 14 ? fields[14] : "";
         kind = Kind.of(part, className, style);
     }
 
