@@ -21,7 +21,11 @@ public final class Control {
     }
 
     private Part now() {
-        Part part = device.tree().sameAs(found);
+        return in(device.tree());
+    }
+
+    private Part in(Tree tree) {
+        Part part = tree.sameAs(found);
         if (part == null) throw new TestFailure(found.named() + " is not there any more");
         return part;
     }
@@ -206,6 +210,17 @@ public final class Control {
     }
 
     /**
+     * Taps a place of it and holds, until that is more than a tap.
+     *
+     * @param x pixels from its left edge
+     * @param y pixels from its top edge
+     */
+    public void tapAndHoldAt(int x, int y) {
+        Part part = reachable("tapped");
+        device.tapAndHold(part.x + x, part.y + y);
+    }
+
+    /**
      * Presses it, moves the pointer and lets go.
      *
      * @param dx pixels to the right
@@ -315,8 +330,7 @@ public final class Control {
 
     private Part reachable(String done) {
         Tree tree = device.tree();
-        Part part = tree.sameAs(found);
-        if (part == null) throw new TestFailure(found.named() + " is not there any more");
+        Part part = in(tree);
         String reason = reasonAgainst(tree, part);
         if (reason == null) return part;
         throw new TestFailure(part.named() + " cannot be " + done + ": " + reason);

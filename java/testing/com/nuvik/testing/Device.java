@@ -342,7 +342,7 @@ public final class Device {
      * @return the dialog
      */
     public FileDialog fileDialog() {
-        return new FileDialog(this, await(Kind.FILE_DIALOG, null));
+        return new FileDialog(await(Kind.FILE_DIALOG, null));
     }
 
     // The person

@@ -7,11 +7,9 @@ import java.util.List;
 public final class FileDialog {
     private static final int NAME_LABEL_AND_FOLDER = 2;
 
-    private final Device device;
     private final Control dialog;
 
-    FileDialog(Device device, Control dialog) {
-        this.device = device;
+    FileDialog(Control dialog) {
         this.dialog = dialog;
     }
 
@@ -82,6 +80,5 @@ public final class FileDialog {
     public void enterFolder(String folder) {
         dialog.find(Kind.LIST, null).choose("[" + folder + "]");
         dialog.find(Kind.BUTTON, "OK").tap();
-        device.awaitIdle();
     }
 }

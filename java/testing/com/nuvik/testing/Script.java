@@ -7,6 +7,7 @@ import java.nio.file.Path;
 import java.nio.file.Paths;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.function.Consumer;
 import java.util.function.Supplier;
 
 /**
@@ -161,11 +162,11 @@ public final class Script {
         }
     }
 
-    private static Runnable onControl(Finder finder, java.util.function.Consumer<Control> deed) {
+    private static Runnable onControl(Finder finder, Consumer<Control> deed) {
         return () -> deed.accept(finder.get());
     }
 
-    private Runnable onControl(Step step, java.util.function.Consumer<Control> deed) {
+    private Runnable onControl(Step step, Consumer<Control> deed) {
         return onControl(finder(step), deed);
     }
 
@@ -204,38 +205,41 @@ public final class Script {
         return step.text.matches("tap( and hold)? +\\d.*");
     }
 
+    private interface AtPoint {
+        void act(int x, int y);
+    }
+
+    private interface AtPlaceOf {
+        void act(Control control, int x, int y);
+    }
+
     private Runnable tap(Step step) {
+        return tap(step, device::tap, Control::tap, Control::tapAt);
+    }
+
+    private Runnable tapAndHold(Step step) {
+        return tap(step, device::tapAndHold, Control::tapAndHold, Control::tapAndHoldAt);
+    }
+
+    /** A tap of some kind on the screen, on a control or at a place of it. */
+    private Runnable tap(Step step, AtPoint onScreen, Consumer<Control> onControl, AtPlaceOf atPlace) {
         if (comesPlace(step)) {
             Place place = Place.next(step);
-            return () -> device.tap(place.x(device.screenWidth()), place.y(device.screenHeight()));
+            return () -> onScreen.act(place.x(device.screenWidth()), place.y(device.screenHeight()));
         }
         Finder finder = finder(step);
-        if (!step.takes("at")) return onControl(finder, Control::tap);
+        if (!step.takes("at")) return onControl(finder, onControl);
         Place place = Place.next(step);
         return () -> {
             Control control = finder.get();
             int[] bounds = control.bounds();
-            control.tapAt(place.x(bounds[2]), place.y(bounds[3]));
-        };
-    }
-
-    private Runnable tapAndHold(Step step) {
-        if (comesPlace(step)) {
-            Place place = Place.next(step);
-            return () -> device.tapAndHold(place.x(device.screenWidth()), place.y(device.screenHeight()));
-        }
-        Finder finder = finder(step);
-        if (!step.takes("at")) return onControl(finder, Control::tapAndHold);
-        Place place = Place.next(step);
-        return () -> {
-            int[] bounds = finder.get().bounds();
-            device.tapAndHold(bounds[0] + place.x(bounds[2]), bounds[1] + place.y(bounds[3]));
+            atPlace.act(control, place.x(bounds[2]), place.y(bounds[3]));
         };
     }
 
     private Runnable drag(Step step) {
         Place from = Place.next(step);
-        if (!step.takes("to")) throw new IllegalArgumentException("\"to\" is missing" + step.atNext());
+        step.mustTake("to");
         Place to = Place.next(step);
         return () -> {
             int width = device.screenWidth();
@@ -252,7 +256,7 @@ public final class Script {
 
     private Runnable enter(Step step) {
         String text = step.text();
-        if (!step.takes("into")) throw new IllegalArgumentException("\"into\" is missing" + step.atNext());
+        step.mustTake("into");
         return onControl(step, control -> control.enter(text));
     }
 
@@ -263,7 +267,7 @@ public final class Script {
 
     private Runnable choose(Step step) {
         String item = step.text();
-        if (!step.takes("in")) throw new IllegalArgumentException("\"in\" is missing" + step.atNext());
+        step.mustTake("in");
         return onControl(step, control -> control.choose(item));
     }
 
@@ -281,9 +285,7 @@ public final class Script {
     private Runnable waitUntilSaid(Step step) {
         String line = step.text();
         int least = step.numberOr(1);
-        if (least > 1 && !step.takes("times")) {
-            throw new IllegalArgumentException("\"times\" is missing" + step.atNext());
-        }
+        if (least > 1) step.mustTake("times");
         return () ->
                 device.waitUntil(
                         "\"" + line + "\" is said" + (least == 1 ? "" : " " + least + " times"),

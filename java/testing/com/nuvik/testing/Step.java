@@ -79,6 +79,11 @@ final class Step {
         return true;
     }
 
+    /** Takes this word, which must come next. */
+    void mustTake(String word) {
+        if (!takes(word)) throw new IllegalArgumentException('"' + word + "\" is missing" + atNext());
+    }
+
     boolean comesText() {
         return !isAtEnd() && quoted.get(next);
     }

@@ -58,6 +58,9 @@ public class KitTest {
         assertEquals(
                 "the button \"covered\" cannot be tapped: the composite covers it",
                 failureOf(() -> device.button("covered").tap()));
+        assertEquals(
+                "the button \"covered\" cannot be tapped: the composite covers it",
+                failureOf(() -> device.button("covered").tapAndHoldAt(5, 5)));
         String away = failureOf(() -> device.button("away").tap());
         assertTrue(
                 away,

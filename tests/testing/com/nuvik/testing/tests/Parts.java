@@ -21,6 +21,17 @@ public final class Parts {
         return button;
     }
 
+    private static void onTap(int button, Runnable deed) {
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(
+                button,
+                new Listener() {
+                    @Override
+                    public void selected() {
+                        deed.run();
+                    }
+                });
+    }
+
     private void run() {
         int field = place(OS.TextField_New(shell, Style.BORDER), 60, 4, 100, 20);
         OS.AbstractTextComponent_SetText(field, "first");
@@ -40,41 +51,14 @@ public final class Parts {
         button("twin", 100, 130);
         button("twin", 100, 160);
         button("away", 4, 900);
-        int ask = button("ask", 4, 180);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                ask,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        openQuestion();
-                    }
-                });
-        int slow = button("busy", 100, 100);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                slow,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        beBusy();
-                    }
-                });
+        onTap(button("ask", 4, 180), this::openQuestion);
+        onTap(button("busy", 100, 100), this::beBusy);
         int later = button("later", 4, 210);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                later,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        program.after(300, () -> OS.Button_SetLabel(later, "done"));
-                    }
-                });
-        int fail = button("fail", 100, 210);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                fail,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        throw new IllegalStateException("as it was asked to");
-                    }
+        onTap(later, () -> program.after(300, () -> OS.Button_SetLabel(later, "done")));
+        onTap(
+                button("fail", 100, 210),
+                () -> {
+                    throw new IllegalStateException("as it was asked to");
                 });
         program.showMainShell();
         program.run();
