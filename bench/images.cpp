@@ -21,9 +21,9 @@ namespace {
 // round.
 class Buffers {
   public:
-    const jint* colors(LONG y) const { return intsOf(0) + y * width; }
+    const jint* colors(LONG y) { return intsOf(0) + y * width; }
     jint* out(LONG y) { return intsOf(1) + y * width; }
-    const BYTE* alphas(LONG y) const { return placeOf(2) + y * width; }
+    const BYTE* alphas(LONG y) { return placeOf(2) + y * width; }
     BYTE* section(LONG y, LONG bits) { return placeOf(3) + y * strideOf(width, bits); }
     BYTE* copy() { return placeOf(4); }
 
@@ -35,11 +35,11 @@ class Buffers {
     static constexpr size_t pageSize = 0x1000, buffers = 5, pagesOfBuffer = 0x200;
     static constexpr size_t pagesOfImage = pixels * sizeof(jint) / pageSize + 1;
 
-    BYTE* placeOf(size_t buffer) const {
-        auto* start = reinterpret_cast<BYTE*>(const_cast<ULONG*>(memory.data()));
+    BYTE* placeOf(size_t buffer) {
+        auto* start = reinterpret_cast<BYTE*>(memory.data());
         return start + (buffer * pagesOfBuffer + pages[buffer]) * pageSize;
     }
-    jint* intsOf(size_t buffer) const { return reinterpret_cast<jint*>(placeOf(buffer)); }
+    jint* intsOf(size_t buffer) { return reinterpret_cast<jint*>(placeOf(buffer)); }
 
     std::vector<ULONG> memory =
         std::vector<ULONG>(buffers * pagesOfBuffer * pageSize / sizeof(ULONG), 0x12345678);
