@@ -39,14 +39,14 @@ struct Fault {
 };
 
 std::atomic<DWORD> lastProgress;
-std::atomic<const char*> running;
 int failuresTried;
 
 DWORD WINAPI endWhatHangs(void*) {
     constexpr DWORD tooLong = 120000, look = 500;
     constexpr UINT hangs = 135;
     while (GetTickCount() - lastProgress < tooLong) Sleep(look);
-    std::fprintf(stderr, "nothing happens any more in %s\n", running.load());
+    const char* where = Combination::running();
+    std::fprintf(stderr, "nothing happens any more in %s\n", where ? where : "no combination");
     TerminateProcess(GetCurrentProcess(), hangs);
     return 0;
 }
@@ -258,7 +258,6 @@ class FaultsTest : public testing::Test {
                            " " + std::to_string(with.nth);
         SCOPED_TRACE(name);
         Combination combination(name);
-        running = name.c_str();
         ++failuresTried;
         Played told = run(scenario, &with);
         if (!told.hasFailed) return "";
@@ -281,7 +280,6 @@ class FaultsTest : public testing::Test {
         if (!scenario.onAllThreads) faults->watchThisThreadOnly();
         std::string name = std::string(native.name) + ", " + scenario.state;
         Combination combination(name);
-        running = name.c_str();
         run(scenario);
         run(scenario);
         Played usual = run(scenario);

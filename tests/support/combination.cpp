@@ -1,5 +1,6 @@
 #include "combination.h"
 #include "fault_report.h"
+#include <atomic>
 #include <cstdlib>
 
 static bool matches(const char* text, const char* pattern) {
@@ -16,6 +17,17 @@ bool Combination::isWanted(const std::string& name) {
 
 bool Combination::isChosen() { return wanted(); }
 
-Combination::Combination(const std::string& running) : name(running) { sayWithFault(name.c_str()); }
+static std::atomic<const char*> innermost = nullptr;
 
-Combination::~Combination() { sayWithFault(nullptr); }
+static void setInnermost(const char* name) {
+    innermost = name;
+    sayWithFault(name);
+}
+
+const char* Combination::running() { return innermost; }
+
+Combination::Combination(const std::string& given) : name(given), outer(innermost) {
+    setInnermost(name.c_str());
+}
+
+Combination::~Combination() { setInnermost(outer); }

@@ -14,6 +14,10 @@ class Combination {
     static bool isWanted(const std::string& name);
     static bool isChosen();
 
+    // The name of the one that runs, the innermost; null without one. Any thread.
+    static const char* running();
+
   private:
     std::string name;
+    const char* outer; // what ran around it
 };
