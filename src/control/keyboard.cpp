@@ -12,7 +12,6 @@ struct ResolvedKey {
 } // namespace
 
 static constexpr wchar_t noCharacter = 0xFFFF;
-static constexpr wchar_t deleteCharacter = 127;
 static constexpr jint unresolvedModifiers = -1;
 
 static KeyTranslation& translationOf(ControlRecord* control) {
@@ -35,11 +34,7 @@ static jint modifiersOfKey(KeyKind kind, jint keyCode) {
 
 static ResolvedKey resolve(KeyTranslation& key, wchar_t initialCharacter) {
     ResolvedKey result = {false, initialCharacter, static_cast<jint>(key.pendingKey)};
-    if (key.translate) {
-        if (key.pendingKey == VK_DELETE) key.pendingCharacter = deleteCharacter;
-        if (key.pendingKey == VK_CANCEL) key.pendingCharacter = 0;
-        result.keyCode = Key_ToJava(key.pendingKey);
-    }
+    if (key.translate) result.keyCode = Key_ToJava(key.pendingKey);
     if (key.pendingCharacter || key.characterIsZero) result.character = key.pendingCharacter;
     result.resolved = result.keyCode || result.character || key.characterIsZero;
     return result;
@@ -93,10 +88,7 @@ static bool makeControlCharacter(KeyTranslation& key, wchar_t character) {
 
 static jint keyDownWithoutCharacter(ControlRecord* control, KeyTranslation& key, DWORD virtualKey) {
     key.pendingKey = virtualKey;
-    if (virtualKey == VK_DELETE)
-        key.pendingCharacter = deleteCharacter;
-    else
-        key.pendingCharacter = Key_GetNumpadCharacter(virtualKey);
+    key.pendingCharacter = Key_GetNumpadCharacter(virtualKey);
     return report(control, resolve(key, noCharacter));
 }
 

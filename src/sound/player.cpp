@@ -42,20 +42,13 @@ bool Player_IsIdle(const SoundPlayer* player) {
     return !player->thread || WaitForSingleObject(player->thread, 0) == WAIT_OBJECT_0;
 }
 
-static bool fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
-    switch (samples.encoding) {
-    case encodingPcm:
-        format->wFormatTag = WAVE_FORMAT_PCM;
-        break;
-    case encodingMuLaw:
-        format->wFormatTag = WAVE_FORMAT_MULAW;
-        break;
-    case encodingALaw:
-        format->wFormatTag = WAVE_FORMAT_ALAW;
-        break;
-    default:
-        return false;
-    }
+static WORD tagOf(LONG encoding) {
+    if (encoding == encodingMuLaw) return WAVE_FORMAT_MULAW;
+    return encoding == encodingALaw ? WAVE_FORMAT_ALAW : WAVE_FORMAT_PCM;
+}
+
+static void fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
+    format->wFormatTag = tagOf(samples.encoding);
     format->nChannels = static_cast<WORD>(samples.channels);
     format->nSamplesPerSec = samples.sampleRate;
     DWORD frameBits = static_cast<DWORD>(samples.channels) * samples.bitsPerSample;
@@ -63,7 +56,6 @@ static bool fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
     format->nAvgBytesPerSec = format->nBlockAlign * static_cast<DWORD>(samples.sampleRate);
     format->wBitsPerSample = static_cast<WORD>(samples.bitsPerSample);
     format->cbSize = 0;
-    return true;
 }
 
 static void fillHeader(WAVEHDR* header, const SoundSamples& samples, DWORD rounds) {
@@ -168,8 +160,8 @@ SoundStatus Player_Start(SoundRecord* sound, DWORD rounds) {
     SoundPlayer* player = sound->player;
     if (player->thread) CloseHandle(player->thread);
     player->thread = nullptr;
-    if (!fillFormat(&player->format, sound->samples) || !isPlayable(&player->format))
-        return soundUnsupported;
+    fillFormat(&player->format, sound->samples);
+    if (!isPlayable(&player->format)) return soundUnsupported;
     // Quirk: a start that fails from here on leaves a sound that says it plays. Pinned by
     // FailingSoundTest.is_told_when_memory_output_or_thread_are_missing.
     sound->state = soundPlaying;
