@@ -30,6 +30,25 @@ TEST_F(ChoiceTest, is_a_drop_down_list_of_seven_items) {
     EXPECT_EQ(record(choice)->editProc, nullptr) << "it has no edit field";
 }
 
+// A device whose dropped list is a child of the choice.
+static HWND listWithin;
+static HWND WINAPI findListWithin(HWND, int id) { return id == 1000 ? listWithin : nullptr; }
+
+TEST_F(ChoiceTest, the_list_within_it_is_its_own_as_long_as_it_has_its_window) {
+    listWithin = CreateWindowExW(0, L"LISTBOX", nullptr, WS_POPUP, 0, 0, 30, 30, windowOf(shell),
+                                 nullptr, nullptr, nullptr);
+    Faults faults;
+    faults.replace("GetDlgItem", reinterpret_cast<void*>(findListWithin));
+    jint choice = newChoice(fruit);
+    EXPECT_EQ(GetWindowLongW(listWithin, GWL_USERDATA), LONG(choice));
+    EXPECT_EQ(record(choice)->listProc,
+              reinterpret_cast<WNDPROC>(GetWindowLongW(listWithin, GWL_WNDPROC)));
+    EXPECT_EQ(record(choice)->editProc, nullptr);
+    dispose(choice);
+    EXPECT_EQ(GetWindowLongW(listWithin, GWL_USERDATA), 0);
+    DestroyWindow(listWithin);
+}
+
 TEST_F(ChoiceTest, adds_items_at_their_index) {
     jint choice = newChoice();
     add(choice, u"b", 0);

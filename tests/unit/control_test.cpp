@@ -88,6 +88,27 @@ TEST_F(ControlTest, a_window_that_is_not_destroyed_is_left_to_its_class) {
     DestroyWindow(window);
 }
 
+TEST_F(ControlTest, what_lies_in_a_window_that_is_not_destroyed_has_no_parent) {
+    jint composite = call(OS::Composite_New, newShell(), 0);
+    HWND window = windowOf(composite);
+    jint first = newButton(composite), second = newButton(composite);
+    HWND stranger = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 5, 5, window, nullptr,
+                                    nullptr, nullptr);
+    jint inner = call(OS::Composite_New, composite, 0);
+    jint innermost = newButton(inner);
+    {
+        Faults faults;
+        faults.fail("DestroyWindow", 0, ERROR_ACCESS_DENIED);
+        dispose(composite);
+    }
+    for (jint child : {first, second, inner}) EXPECT_EQ(record(child)->parent, nullptr);
+    EXPECT_EQ(record(innermost)->parent, record(inner));
+    EXPECT_TRUE(IsWindow(stranger));
+    for (jint child : {first, second, innermost, inner}) dispose(child);
+    EXPECT_EQ(GetWindow(window, GW_CHILD), stranger);
+    DestroyWindow(window);
+}
+
 TEST_F(ControlTest, a_listener_set_on_another_thread_hears_events) {
     jint button = newButton(newShell());
     onOtherThread([&] {

@@ -179,6 +179,34 @@ TEST_F(KeyboardTest, a_dead_key_is_reported_with_the_character_that_follows) {
     EXPECT_EQ(vm.takeEvents(), Events{fired::key(KeyKind::pressed, 234, 'E')});
 }
 
+TEST_F(KeyboardTest, companion_libraries_have_keys_told_for_their_windows) {
+    using Process = jint(HWND, WPARAM, LPARAM);
+    auto* keyDown = entryPoint<Process>("_Control_ProcessWmKeyDown");
+    auto* character = entryPoint<Process>("_Control_ProcessWmChar");
+    HWND window = windowOf(control);
+    for (jint answer : {0, 1}) {
+        vm.behavior["key"] = [=](const std::vector<jint>&) { return answer; };
+        EXPECT_EQ(keyDown(window, VK_LEFT, 1), answer);
+        EXPECT_EQ(vm.takeEvents(),
+                  Events{fired::key(KeyKind::pressed, fired::noCharacter, keyLeft)});
+        EXPECT_EQ(keyDown(window, 'X', 1), 0);
+        EXPECT_EQ(character(window, 'x', 1), answer);
+        EXPECT_EQ(vm.takeEvents(), Events{fired::key(KeyKind::pressed, 'x', 'X')});
+    }
+    EXPECT_EQ(keyDown(window, VK_SHIFT, 1 << 30), 0) << "the details of the message count";
+    EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(KeyboardTest, keys_of_windows_without_control_are_told_to_nobody) {
+    using Process = jint(HWND, WPARAM, LPARAM);
+    HWND stranger = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 5, 5, nullptr, nullptr,
+                                    nullptr, nullptr);
+    for (const char* entry : {"_Control_ProcessWmKeyDown", "_Control_ProcessWmChar"})
+        EXPECT_EQ(entryPoint<Process>(entry)(stranger, VK_LEFT, 1), 0);
+    EXPECT_TRUE(vm.takeEvents().empty());
+    DestroyWindow(stranger);
+}
+
 TEST_F(KeyboardTest, a_character_of_zero_is_a_character) {
     send(WM_CHAR, 0);
     EXPECT_EQ(vm.takeEvents(), Events{fired::key(KeyKind::pressed, 0, 0)});

@@ -8,6 +8,7 @@
 #include "leaks.h"
 #include "menu/menu.h"
 #include "menu/menu_item.h"
+#include "other_thread.h"
 #include <set>
 #include <thread>
 
@@ -100,6 +101,50 @@ TEST_F(LifetimesTest, widgets_go_after_their_display) {
     }
     dispatchAll();
     EXPECT_EQ(countHeapBlocks(), blocks + 1) << "the command table, as another display lives";
+}
+
+TEST_F(LifetimesTest, a_control_goes_after_its_display_on_another_thread_too) {
+    jint second = call(OS::Display_New);
+    jint shell = call(OS::Shell_New, second, 0);
+    jint button = newButton(shell);
+    HWND window = windowOf(button);
+    call(OS::Device_Dispose, second);
+    onOtherThread(vm, display, [&] { call(OS::Widget_Dispose, button); });
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(vm.reports.empty());
+    call(OS::Widget_Dispose, shell);
+}
+
+// Making a window may let a listener or another thread's request in.
+TEST_F(LifetimesTest, a_control_whose_parent_goes_while_it_is_made_is_an_error) {
+    jint shell = newShell();
+    NoLeaks noLeaks;
+    jint parent = newComposite(shell);
+    {
+        Faults faults;
+        faults.watch([&](const std::string& function) {
+            if (function == "SetWindowPos" && parent) dispose(std::exchange(parent, 0));
+        });
+        EXPECT_EQ(call(OS::PushButton_New, parent, 0), 0);
+    }
+    EXPECT_EQ(parent, 0);
+    expectReport("PushButton_New", -3, u"Unable to create handle for widget::");
+    EXPECT_EQ(GetWindow(windowOf(shell), GW_CHILD), nullptr);
+}
+
+TEST_F(LifetimesTest, a_child_shell_whose_owner_goes_while_it_is_made_is_an_error) {
+    dispose(newChildShell(newShell())); // what the system makes for its first windows stays
+    NoLeaks noLeaks;
+    jint owner = call(OS::Shell_New, display, 0);
+    {
+        Faults faults;
+        faults.watch([&](const std::string& function) {
+            if (function == "SetWindowPos" && owner) dispose(std::exchange(owner, 0));
+        });
+        EXPECT_EQ(newChildShell(owner), 0);
+    }
+    EXPECT_EQ(owner, 0);
+    expectReport("Shell_NewChild", -3, u"Unable to create window::");
 }
 
 TEST_F(LifetimesTest, a_display_ends_on_its_own_thread) {

@@ -34,6 +34,21 @@ TEST_F(ListModeTest, a_switch_gives_the_list_a_window_of_the_other_mode) {
     EXPECT_TRUE(vm.reports.empty());
 }
 
+TEST_F(ListModeTest, a_list_that_goes_while_its_new_window_is_made_needs_none) {
+    NoLeaks noLeaks;
+    jint list = newList(plain, {u"a"});
+    Faults faults;
+    bool isMade = false;
+    faults.watch([&](const std::string& function) {
+        isMade |= function == "CreateWindowExW";
+        if (function == "SetWindowPos" && isMade && list) dispose(std::exchange(list, 0));
+    });
+    switchMode(list, true);
+    EXPECT_EQ(list, 0);
+    EXPECT_TRUE(vm.reports.empty());
+    EXPECT_EQ(GetWindow(windowOf(shell), GW_CHILD), nullptr);
+}
+
 TEST_F(ListModeTest, a_switch_keeps_place_visibility_and_state) {
     jint list = newList(withBars, {u"a"});
     auto bounds = [&] { return boundsOf(list); };

@@ -49,6 +49,26 @@ TEST_F(MenuTest, an_item_paints_itself_when_the_menu_asks) {
     EXPECT_EQ(hookCalls, Events{"paint 7 108"});
 }
 
+// A companion library's item may have no part in one of them.
+TEST_F(MenuTest, an_item_without_a_part_in_it_is_left_to_the_window_class) {
+    jint item = newItem(OS::PushMenuItem_New, newMenu(OS::DropDownMenu_New, shell), 0);
+    listen(item);
+    MenuItemRecord* record = itemOf(item);
+    record->paint = nullptr;
+    record->measure = nullptr;
+    record->select = nullptr;
+    DRAWITEMSTRUCT drawing = {};
+    drawing.CtlType = ODT_MENU;
+    drawing.itemData = record->id;
+    MEASUREITEMSTRUCT measuring = {};
+    measuring.CtlType = ODT_MENU;
+    measuring.itemData = record->id;
+    EXPECT_EQ(sendTo(shell, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&drawing)), 0);
+    EXPECT_EQ(sendTo(shell, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&measuring)), 0);
+    EXPECT_EQ(sendTo(shell, WM_COMMAND, record->id), 0);
+    EXPECT_TRUE(fired::only(vm.takeEvents(), {"menu"}).empty());
+}
+
 // A menu item's picture, painted on a bitmap that a test can look at.
 class ItemImageTest : public MenuTest {
   protected:

@@ -101,6 +101,23 @@ TEST_F(PointerTest, a_release_of_the_right_button_is_always_a_context_gesture) {
               Events{fired::pointer(pointerRelease, 5, 6, buttonRight, modifierContextGesture)});
 }
 
+TEST_F(PointerTest, companion_libraries_have_presses_told_for_their_windows) {
+    using Process = void(HWND, WPARAM, LPARAM);
+    auto* left = entryPoint<Process>("_Control_ProcessWmLButtonDown");
+    auto* right = entryPoint<Process>("_Control_ProcessWmRButtonDown");
+    left(windowOf(control), MK_LBUTTON, MAKELPARAM(5, 6));
+    right(windowOf(control), MK_LBUTTON | MK_RBUTTON, MAKELPARAM(7, 8));
+    EXPECT_EQ(takePresses(),
+              (Events{fired::pointerDown(5, 6), fired::pointer(pointerPress, 5, 6, buttonLeft),
+                      fired::pointer(pointerPress, 7, 8, buttonRight, modifierLeftButton)}));
+    EXPECT_EQ(pointer().lastPress, windowOf(control));
+    HWND stranger = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 5, 5, nullptr, nullptr,
+                                    nullptr, nullptr);
+    for (auto* press : {left, right}) press(stranger, MK_LBUTTON, MAKELPARAM(1, 1));
+    EXPECT_EQ(takePresses(), Events{});
+    DestroyWindow(stranger);
+}
+
 TEST_F(PointerTest, double_clicks_of_all_buttons) {
     send(WM_LBUTTONDBLCLK, MK_LBUTTON, 1, 2);
     send(WM_RBUTTONDBLCLK, MK_RBUTTON, 3, 4);

@@ -26,6 +26,20 @@ TEST_F(ScrollableTest, insets_are_the_border_and_the_scroll_bars) {
     EXPECT_EQ(insetsOf(plain), (std::vector<jint>{0, 0, 0, GetSystemMetrics(SM_CYHSCROLL)}));
 }
 
+// As a companion library's window procedure does with what it leaves alone.
+TEST_F(ScrollableTest, the_common_procedure_answers_for_insets_and_leaves_the_rest_to_controls) {
+    jint composite = call(OS::Composite_New, newShell(), 0x20000 | 0x800);
+    auto* proc = entryPoint<LRESULT CALLBACK(HWND, UINT, WPARAM, LPARAM)>("_Scrollable_Proc");
+    HWND window = windowOf(composite);
+    Insets insets = {};
+    EXPECT_EQ(proc(window, controlGetInsets, reinterpret_cast<WPARAM>(&insets), 0), 0);
+    EXPECT_EQ((std::vector<jint>{insets.left, insets.top, insets.right, insets.bottom}),
+              insetsOf(composite));
+    listen(composite);
+    EXPECT_EQ(proc(window, WM_CLOSE, 0, 0), 0);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::window(WindowEvent::closeRequested)});
+}
+
 TEST_F(ScrollableTest, a_shell_without_frame_has_no_insets) {
     EXPECT_EQ(insetsOf(newShell()), (std::vector<jint>{0, 0, 0, 0}));
 }

@@ -83,6 +83,26 @@ TEST_F(SoundTest, tells_the_output_what_it_needs) {
     }
 }
 
+TEST_F(SoundTest, hears_of_an_output_only_that_it_opens_closes_and_has_played) {
+    using Changed = void CALLBACK(HWAVEOUT, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR);
+    openings.clear();
+    {
+        Faults faults;
+        faults.replace("waveOutOpen", reinterpret_cast<void*>(recordOpening));
+        play(monoFile(countingBytes(8)), -1);
+    }
+    ASSERT_EQ(openings.size(), 2u);
+    const SoundPlayer* player = record()->player;
+    HWAVEOUT device = player->device;
+    auto* changed = reinterpret_cast<Changed*>(openings[1].callback);
+    for (UINT other : {0u, WOM_OPEN - 1u, WOM_DONE + 1u})
+        changed(nullptr, other, openings[1].instance, 0, 0);
+    EXPECT_EQ(player->device, device);
+    EXPECT_EQ(WaitForSingleObject(player->doneEvent, 0), DWORD(WAIT_TIMEOUT));
+    EXPECT_EQ(record()->state, 2);
+    stop();
+}
+
 static SIZE_T threadStack;
 static void* threadArgument;
 
