@@ -247,13 +247,13 @@ class Check:
         return max(sizes.values())
 
 
-def main():
+def main(words=None):
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--desk")
     for name in ("library", "linked", "exports", "architecture"):
         parser.add_argument(name)
     parser.add_argument("imports", nargs="+")
-    arguments = parser.parse_args()
+    arguments = parser.parse_args(words)
     check = Check(arguments.library, arguments.linked, arguments.architecture)
     check.header()
     check.sections()
@@ -272,4 +272,5 @@ def main():
           f"{len(list(image.functions()))} functions, frames of at most {largest_frame} bytes")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -378,14 +378,14 @@ def convert(data, exports, imports, without_bx=False, compiled_resources=None):
     return write(image), lines
 
 
-def main():
+def main(words=None):
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--without-bx", action="store_true")
     parser.add_argument("--resources")
     for name in ("image", "exports", "output", "map"):
         parser.add_argument(name)
     parser.add_argument("imports", nargs="+")
-    arguments = parser.parse_args()
+    arguments = parser.parse_args(words)
     with open(arguments.image, "rb") as file:
         data = file.read()
     compiled_resources = None

@@ -1,16 +1,17 @@
 #!/usr/bin/env python3
 """The structure check of the device's DLL bites: each flaw is told, the sound image has none."""
-import os
+import contextlib
+import io
 import struct
-import subprocess
-import sys
 import unittest
 
 import images
 from images import SAMPLE
 
 # pylint: disable=wrong-import-position
+import check_image  # noqa: E402
 import elf  # noqa: E402
+import elf_to_pe  # noqa: E402
 import pe  # noqa: E402
 
 HEADER = 0x80  # of the images that the converter writes
@@ -23,23 +24,27 @@ class CheckTest(unittest.TestCase):
 
     def build(self, source=SAMPLE, language="assembler", flags=(), options=()):
         self.folder.link(source, language, flags)
-        subprocess.run([sys.executable, os.path.join(images.DEVICE, "elf_to_pe.py"), *options,
-                        self.folder.path("image.elf"), self.folder.exports,
+        elf_to_pe.main([*options, self.folder.path("image.elf"), self.folder.exports,
                         self.folder.path("sample.dll"), self.folder.path("sample.map"),
-                        self.folder.system, self.folder.shell], check=True)
+                        self.folder.system, self.folder.shell])
         self.folder.write("desk.dll", self.folder.read("sample.dll"))
         return bytearray(self.folder.read("sample.dll"))
 
     def check(self, architecture="armv4t"):
-        done = subprocess.run([sys.executable, os.path.join(images.DEVICE, "check_image.py"),
-                               "--desk", self.folder.path("desk.dll"),
-                               self.folder.path("sample.dll"), self.folder.path("image.elf"),
-                               self.folder.exports, architecture, self.folder.system,
-                               self.folder.shell], capture_output=True, text=True, check=False)
-        return done.returncode, done.stdout + done.stderr
+        words = ["--desk", self.folder.path("desk.dll"), self.folder.path("sample.dll"),
+                 self.folder.path("image.elf"), self.folder.exports, architecture,
+                 self.folder.system, self.folder.shell]
+        output = io.StringIO()
+        try:
+            with contextlib.redirect_stdout(output):
+                check_image.main(words)
+        except SystemExit as problems:
+            return 1, str(problems)
+        return 0, output.getvalue()
 
     def passes(self, architecture="armv4t"):
-        self.assertEqual(self.check(architecture)[0], 0, self.check(architecture)[1])
+        code, output = self.check(architecture)
+        self.assertEqual(code, 0, output)
 
     def tells(self, problem, data=None, architecture="armv4t"):
         if data is not None:
@@ -179,7 +184,7 @@ class Flaws(CheckTest):
         self.folder.link(source, "C++")
         linked = elf.Elf(self.folder.read("image.elf"))
         self.assertIn(".ctors", [section.name for section in linked.sections])
-        with self.assertRaises(subprocess.CalledProcessError):
+        with self.assertRaises(SystemExit):
             self.build(source, "C++")
         # The converter stops there; the check tells it of an image that came about otherwise.
         bad = self.folder.read("image.elf")

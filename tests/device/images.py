@@ -76,6 +76,8 @@ SAMPLE = r"""
 class Folder:
     """A folder of files for one test."""
 
+    linked = {}  # images by what they are made of: most tests take the same one
+
     def __init__(self):
         self.owner = tempfile.TemporaryDirectory()
         self.system = self.write("coredll.def", SYSTEM)
@@ -117,6 +119,13 @@ class Folder:
 
     def link(self, source, language="assembler", flags=()):
         """The linked image's bytes."""
+        made_of = (source, language, *flags)
+        if made_of not in self.linked:
+            self.linked[made_of] = self.link_anew(source, language, flags)
+        self.write("image.elf", self.linked[made_of])
+        return self.linked[made_of]
+
+    def link_anew(self, source, language, flags):
         objects = [self.compile(source, language, flags)]
         stubs, roots = self.path("stubs.s"), self.path("roots.ld")
         subprocess.run([sys.executable, os.path.join(DEVICE, "link_inputs.py"), self.exports, stubs,
