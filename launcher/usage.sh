@@ -1,6 +1,6 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
-commands=(setup run test prove coverage bench docs device)
+commands=(setup run test prove coverage mutate bench docs device)
 proofs=(checkouts cycles damage disposal faults threads varieties)
 
 usage() {
@@ -12,6 +12,7 @@ usage() {
 ./zemvolt test [--checks]  runs every test; with --checks the style checks too
 ./zemvolt prove PROOF      runs what is too long for every day (docs/proof.md)
 ./zemvolt coverage         tells which lines and branches of the library no test runs
+./zemvolt mutate           changes the library, and tells which changes no test notices
 ./zemvolt bench            measures the library against the plain way, side by side
 ./zemvolt docs             builds the documentation of the natives, and tells where it is
 ./zemvolt device           builds the DLL and the package for the device, into build/device
@@ -79,6 +80,20 @@ usage_of_coverage() {
   Runs the tests of the library with one that counts, and prints which lines never ran and which
   branches were never taken, then both as shares by file. With tests named, only these run. Fails when
   a line is neither run nor named in tools/coverage/unreachable.txt (docs/proof.md).
+TEXT
+}
+
+usage_of_mutate() {
+    cat <<'TEXT'
+./zemvolt mutate [--directed] [--count N] [--seed N] [--number N] [--within N] [FILE...]
+  Changes one expression of src at a time and runs the tests that run the changed line, until one
+  fails; at the end it tells the changes that none noticed, and fails when there are such. What runs a
+  line is known from the last ./zemvolt coverage. With files named, only these are changed.
+    --count N   so many changes at random places, 100 without it
+    --seed N    others than those of seed 1
+    --directed  the changes of tools/mutants/directed.txt instead
+    --number N  of these only the one that was printed with that number
+    --within N  leaves out the tests that took longer than so many seconds
 TEXT
 }
 

@@ -86,9 +86,9 @@ class Copy:
             os.remove(target)
         os.symlink(source, target)
 
-    def run(self, test, more, output):
-        """Runs the test on the copy's own device; its output goes to the file. Returns its exit code,
-        None when it had to be ended, and the seconds that it took."""
+    def run(self, test, more, output, limit=None):
+        """Runs the test on the copy's own device, for as many seconds as it may at most; its output goes
+        to the file. Returns its exit code, None when it had to be ended, and the seconds that it took."""
         environment = {**os.environ, **test.environment, "ZEMVOLT_BUILD": self.folder, **more}
         command = [word.replace(os.path.join(DESK, "bin"), self.bin) for word in test.command]
         start = time.monotonic()
@@ -96,7 +96,7 @@ class Copy:
             program = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL,
                                        stdout=file, stderr=subprocess.STDOUT)
             try:
-                code = program.wait(test.limit)
+                code = program.wait(limit or test.limit)
             except subprocess.TimeoutExpired:
                 program.terminate()
                 program.wait()
