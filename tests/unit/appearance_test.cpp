@@ -171,6 +171,15 @@ TEST_F(StackingTest, a_control_moves_above_another) {
     EXPECT_EQ(stackOf(parent), (Stack{B, A, C})) << "above itself";
 }
 
+static HWND WINAPI answerWithItself(HWND window, UINT) { return window; }
+
+TEST_F(StackingTest, above_a_control_that_the_system_lists_above_itself_is_above_all) {
+    Faults faults;
+    faults.replace("GetWindow", reinterpret_cast<void*>(answerWithItself));
+    move(OS::Control_MoveAbove, c, b);
+    EXPECT_EQ(stackOf(parent), (Stack{C, A, B}));
+}
+
 TEST_F(StackingTest, a_control_moves_above_all) {
     move(OS::Control_MoveAbove, c, 0);
     EXPECT_EQ(stackOf(parent), (Stack{C, A, B}));

@@ -103,6 +103,88 @@ TEST_F(ControlProcTest, a_swallowed_paint_is_made_up_for_when_drawing_is_on_agai
     EXPECT_EQ(vm.takeEvents(), Events{fired::paint(0, 0, 100, 40)});
 }
 
+static TIMERPROC repaint;
+static UINT_PTR WINAPI keepTimer(HWND, UINT_PTR, UINT, TIMERPROC proc) {
+    repaint = proc;
+    return 1;
+}
+
+TEST_F(ControlProcTest, what_is_made_up_for_waits_until_drawing_is_on_and_the_control_is_there) {
+    Faults faults;
+    faults.replace("SetTimer", reinterpret_cast<void*>(keepTimer));
+    record(button)->redraw = FALSE;
+    HWND window = windowOf(button);
+    sendTo(button, WM_PAINT);
+    ASSERT_TRUE(repaint);
+    HWND stranger = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 5, 5, nullptr, nullptr,
+                                    nullptr, nullptr);
+    for (HWND each : {window, stranger}) {
+        repaint(each, WM_TIMER, 101, 0);
+        EXPECT_FALSE(GetUpdateRect(each, nullptr, FALSE));
+    }
+    EXPECT_EQ(faults.countCalls("KillTimer"), 0);
+    record(button)->redraw = TRUE;
+    repaint(window, WM_TIMER, 101, 0);
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
+    EXPECT_EQ(faults.countCalls("KillTimer"), 1);
+    DestroyWindow(stranger);
+}
+
+TEST_F(ControlProcTest, a_paint_without_damage_is_not_taken_while_drawing_is_off) {
+    record(composite)->redraw = FALSE;
+    ValidateRect(windowOf(composite), nullptr);
+    Faults faults;
+    sendTo(composite, WM_PAINT);
+    EXPECT_EQ(faults.countCalls("BeginPaint"), 0);
+    record(composite)->redraw = TRUE;
+}
+
+TEST_F(ControlProcTest, a_control_that_goes_as_its_paint_begins_is_not_told_of_it) {
+    jint victim = newControl(OS::Composite_New, shell);
+    listen(victim);
+    HWND window = windowOf(victim);
+    InvalidateRect(window, nullptr, FALSE);
+    vm.takeEvents();
+    Faults faults;
+    int paints = 0;
+    faults.watch([&](const std::string& function) {
+        if (function == "BeginPaint" && ++paints == 1) dispose(victim);
+    });
+    UpdateWindow(window);
+    EXPECT_EQ(paints, 1);
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"paint"}), Events{});
+    EXPECT_FALSE(IsWindow(window));
+}
+
+static std::function<void()> inClass;
+static UINT classMessage;
+static LRESULT CALLBACK actInClass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == classMessage && inClass) std::exchange(inClass, nullptr)();
+    return message == WM_ERASEBKGND ? 0 : DefWindowProcW(window, message, wParam, lParam);
+}
+
+// A window class may send its control's parent, or a companion library, what it does.
+TEST_F(ControlProcTest, a_control_that_goes_in_its_classes_hands_is_not_touched_again) {
+    HDC context = GetDC(nullptr);
+    const struct {
+        UINT message;
+        WPARAM wParam;
+    } rows[] = {{WM_ERASEBKGND, reinterpret_cast<WPARAM>(context)}, {WM_SETFONT, 0}};
+    for (const auto& row : rows) {
+        jint victim = newButton(shell);
+        HWND window = windowOf(victim);
+        record(victim)->classProc = actInClass;
+        classMessage = row.message;
+        inClass = [=, this] { dispose(victim); };
+        Faults faults;
+        EXPECT_EQ(SendMessageW(window, row.message, row.wParam, 0), 0);
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_EQ(faults.countCalls("PatBlt"), 0);
+        EXPECT_FALSE(inClass);
+    }
+    ReleaseDC(nullptr, context);
+}
+
 // A device context of its own, so that nothing else paints into it.
 struct Canvas {
     HDC context = CreateCompatibleDC(nullptr);
@@ -269,6 +351,21 @@ TEST_F(ControlProcTest, without_a_brush_the_default_background_is_the_button_fac
     Faults faults;
     faults.fail("GetObjectW");
     EXPECT_EQ(COLORREF(sendTo(composite, controlGetBackground)), GetSysColor(COLOR_BTNFACE));
+}
+
+static WNDPROC colouredProc;
+static LRESULT CALLBACK colourNothing(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CTLCOLORSTATIC) return 0;
+    return CallWindowProcW(colouredProc, window, message, wParam, lParam);
+}
+
+TEST_F(ControlProcTest, where_the_parent_gives_no_brush_the_default_background_is_the_button_face) {
+    colouredProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(colourNothing)));
+    Faults faults;
+    EXPECT_EQ(COLORREF(sendTo(composite, controlGetBackground)), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(faults.countCalls("GetObjectW"), 0);
+    SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(colouredProc));
 }
 
 TEST_F(ControlProcTest, the_default_foreground_is_the_window_text) {

@@ -94,6 +94,9 @@ TEST_F(ControlTest, what_lies_in_a_window_that_is_not_destroyed_has_no_parent) {
     jint first = newButton(composite), second = newButton(composite);
     HWND stranger = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 5, 5, window, nullptr,
                                     nullptr, nullptr);
+    jint other = newShell();
+    jint guest = newButton(other); // which the system alone has put there
+    SetParent(windowOf(guest), window);
     jint inner = call(OS::Composite_New, composite, 0);
     jint innermost = newButton(inner);
     {
@@ -103,6 +106,8 @@ TEST_F(ControlTest, what_lies_in_a_window_that_is_not_destroyed_has_no_parent) {
     }
     for (jint child : {first, second, inner}) EXPECT_EQ(record(child)->parent, nullptr);
     EXPECT_EQ(record(innermost)->parent, record(inner));
+    EXPECT_EQ(record(guest)->parent, record(other));
+    dispose(guest);
     EXPECT_TRUE(IsWindow(stranger));
     for (jint child : {first, second, innermost, inner}) dispose(child);
     EXPECT_EQ(GetWindow(window, GW_CHILD), stranger);
@@ -304,6 +309,14 @@ TEST_F(ControlTest, a_listener_that_is_still_there_outlives_its_control) {
     EXPECT_EQ(target->widget, record(button)) << "is told of nothing";
     vm.env()->DeleteGlobalRef(target->object);
     EXPECT_EQ(LocalFree(target), nullptr);
+}
+
+TEST_F(ControlTest, a_control_without_parent_or_display_has_none) {
+    ControlRecord child = {}, parent = {};
+    child.parent = &parent;
+    auto* displayOf = entryPoint<DisplayRecord*(ControlRecord*)>("Control_GetDisplay");
+    EXPECT_EQ(displayOf(&parent), nullptr);
+    EXPECT_EQ(displayOf(&child), nullptr);
 }
 
 TEST_F(ControlTest, a_display_that_is_not_known_yet_is_the_parents) {

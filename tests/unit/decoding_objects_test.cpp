@@ -190,6 +190,17 @@ TEST_F(StreamTest, lives_as_long_as_it_is_referred_to) {
     EXPECT_TRUE(DeleteFileW(path)) << "the file is closed";
 }
 
+TEST_F(StreamTest, ends_what_it_reads_without_being_freed_where_that_is_not_asked_for) {
+    for (IStream* stream : {createMemoryStream(bytes, length), createFileStream(path)}) {
+        auto* record = reinterpret_cast<ReadStream*>(stream);
+        long blocks = countHeapBlocks();
+        record->table->destroy(record, 0);
+        EXPECT_EQ(countHeapBlocks(), blocks);
+        record->table->destroy(record, 1);
+        EXPECT_EQ(countHeapBlocks(), blocks - 1);
+    }
+}
+
 TEST_F(StreamTest, without_a_file_there_is_none) {
     EXPECT_EQ(createFileStream(L"\\no such folder\\file"), nullptr);
 }

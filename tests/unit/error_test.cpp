@@ -71,6 +71,16 @@ TEST_F(ErrorTest, without_memory_for_the_text_the_prefix_is_told) {
     EXPECT_FALSE(record.ownsMessage);
 }
 
+TEST_F(ErrorTest, without_the_functions_name_nothing_is_told_and_the_message_is_freed) {
+    NoLeaks noLeaks;
+    setError(&record, ERROR_ACCESS_DENIED, L"Unable");
+    EXPECT_TRUE(record.ownsMessage);
+    handle(vm.env(), nullptr, &record);
+    EXPECT_TRUE(vm.reports.empty());
+    EXPECT_EQ(vm.countCalls("NewStringUTF"), 0);
+    EXPECT_EQ(vm.countCalls("GetObjectClass"), 0);
+}
+
 TEST_F(ErrorTest, the_report_carries_name_code_and_message) {
     setError(&record, -4, L"Not enough memory to allocate font");
     handle(vm.env(), "Font_New", &record);

@@ -295,6 +295,36 @@ TEST_F(GraphicsTest, a_context_that_cannot_be_made_is_an_error_and_leaks_nothing
     expectReport("Control_NewGraphics", -3, u"Unable to create DC from control::");
 }
 
+TEST_F(GraphicsTest, without_a_region_for_its_bounds_it_has_no_clip) {
+    jint button = newButton(newShell());
+    Faults faults;
+    faults.fail("CreateRectRgnIndirect");
+    jint graphics = onControl(button);
+    ASSERT_NE(graphics, 0);
+    EXPECT_EQ(faults.countCalls("SelectClipRgn"), 0);
+    EXPECT_EQ(faults.countCalls("DeleteObject"), 0);
+    EXPECT_TRUE(vm.reports.empty());
+    end(graphics);
+}
+
+TEST_F(GraphicsTest, a_context_that_does_not_tell_its_first_bitmap_leaves_the_images_as_it_was) {
+    jint image = newImage();
+    HBITMAP before = imageOf(image)->placeholderBitmap = CreateBitmap(1, 1, 1, 1, nullptr);
+    Faults faults;
+    faults.fail("SelectObject");
+    jint graphics = onImage(image);
+    EXPECT_EQ(imageOf(image)->placeholderBitmap, before);
+    end(graphics);
+    DeleteObject(before);
+    disposeImage(image);
+}
+
+TEST_F(GraphicsTest, a_device_that_nothing_ends_is_left_alone) {
+    DeviceRecord device = {};
+    call(OS::Device_Dispose, reinterpret_cast<jint>(&device));
+    EXPECT_TRUE(vm.reports.empty());
+}
+
 TEST_F(GraphicsTest, a_control_that_does_not_tell_its_client_area_is_an_error) {
     jint button = newButton(newShell());
     NoLeaks noLeaks;
@@ -349,6 +379,13 @@ TEST_F(GraphicsTest, a_controls_pixels_are_copied_to_an_image) {
         expectReport("Control_CopyArea", -3, u"Unable to get clipping area::");
         EXPECT_EQ(faults.countCalls("ReleaseDC"), faults.countCalls("GetDC"));
         EXPECT_EQ(faults.countCalls("DeleteDC"), faults.countCalls("CreateCompatibleDC"));
+        faults.fail("GetDC", 1, ERROR_INVALID_HANDLE);
+        copy(12, 12);
+        expectReport("Control_CopyArea", -3, u"Unable to create DC from control::");
+        faults.fail("CreateCompatibleDC", 1, ERROR_INVALID_HANDLE);
+        copy(12, 12);
+        expectReport("Control_CopyArea", -3,
+                     u"Unable to allocate enough memory for device context::");
     }
     disposeColor(red);
     disposeImage(image);

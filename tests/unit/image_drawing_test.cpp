@@ -210,9 +210,21 @@ TEST_F(ImageDrawingTest, the_place_of_an_unplaced_image_draws_nothing) {
     jint image = newDirect(1, {0});
     Faults faults;
     constexpr jint unplaced = jint(0x80000002);
-    drawRegion(image, 0, 0, 1, 1, unplaced, unplaced, 0x7FFFFFFF, 0x7FFFFFFF);
+    constexpr jint unsized = 0x7FFFFFFF;
+    drawRegion(image, 0, 0, 1, 1, unplaced, unplaced, unsized, unsized);
     EXPECT_EQ(faults.countCalls("EnterCriticalSection"), 0);
     EXPECT_TRUE(vm.reports.empty());
+    const struct {
+        jint x, y, width, height;
+    } placed[] = {{0, unplaced, unsized, unsized},
+                  {unplaced, 0, unsized, unsized},
+                  {unplaced, unplaced, 1, unsized},
+                  {unplaced, unplaced, unsized, 1}};
+    for (const auto& row : placed) {
+        int before = faults.countCalls("EnterCriticalSection");
+        drawRegion(image, 0, 0, 1, 1, row.x, row.y, row.width, row.height);
+        EXPECT_GT(faults.countCalls("EnterCriticalSection"), before) << row.x << " " << row.width;
+    }
 }
 
 // Its bitmap is taken out of the context to be read.

@@ -1,4 +1,5 @@
 #include "device.h"
+#include "faults.h"
 #include "leaks.h"
 
 // Real keys through the emulated device.
@@ -205,6 +206,37 @@ TEST_F(KeyboardTest, keys_of_windows_without_control_are_told_to_nobody) {
         EXPECT_EQ(entryPoint<Process>(entry)(stranger, VK_LEFT, 1), 0);
     EXPECT_TRUE(vm.takeEvents().empty());
     DestroyWindow(stranger);
+}
+
+TEST_F(KeyboardTest, a_dead_key_of_a_window_within_the_control_is_not_its_own) {
+    HWND inner = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 5, 5, windowOf(control),
+                                 nullptr, nullptr, nullptr);
+    PostMessageW(inner, WM_DEADCHAR, '^', 0);
+    send(WM_KEYDOWN, VK_LEFT);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::key(KeyKind::pressed, fired::noCharacter, keyLeft)});
+    DestroyWindow(inner);
+}
+
+// Looking for a dead key lets other threads' requests in.
+TEST_F(KeyboardTest, a_key_of_a_control_that_goes_meanwhile_is_told_to_nobody) {
+    jint victim = newControl(OS::Composite_New, newShell());
+    listen(victim);
+    HWND window = windowOf(victim);
+    Faults faults;
+    faults.watch([&](const std::string& function) {
+        if (function == "PeekMessageW" && victim) dispose(std::exchange(victim, 0));
+    });
+    vm.takeEvents();
+    EXPECT_EQ(SendMessageW(window, WM_KEYDOWN, VK_LEFT, 1), 0);
+    EXPECT_EQ(victim, 0);
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"key"}), Events{});
+}
+
+// Its number has more bits than a character has.
+TEST_F(KeyboardTest, a_character_that_is_none_is_told_without_modifiers) {
+    constexpr jint unresolved = -1;
+    send(WM_CHAR, 0x10000);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::key(KeyKind::pressed, 0, 0, unresolved)});
 }
 
 TEST_F(KeyboardTest, a_character_of_zero_is_a_character) {

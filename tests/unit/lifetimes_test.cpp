@@ -296,8 +296,13 @@ TEST_F(LifetimesTest, a_menu_bar_forgets_its_window_with_the_shell) {
 
 // Other windows of the display's thread may keep anything in their user data.
 TEST_F(LifetimesTest, windows_that_are_no_controls_are_taken_for_none) {
-    HWND stranger =
-        CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    HWND stranger = CreateWindowW(L"STATIC", L"title", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr,
+                                  nullptr, nullptr);
+    auto* proc = entryPoint<LRESULT CALLBACK(HWND, UINT, WPARAM, LPARAM)>("_Control_Proc");
+    for (LONG anything : {1L, 0xFFFCL, display + 1, display + 2}) {
+        SetWindowLongW(stranger, GWL_USERDATA, anything);
+        EXPECT_EQ(proc(stranger, WM_GETTEXTLENGTH, 0, 0), 5) << anything;
+    }
     SetWindowLongW(stranger, GWL_USERDATA, display);
     jint button = newControl(OS::PushButton_New, newShell());
     SetParent(windowOf(button), stranger);
@@ -317,6 +322,8 @@ TEST_F(LifetimesTest, a_composite_without_record_gets_the_focus) {
     LONG userData = SetWindowLongW(window, GWL_USERDATA, 0);
     SetFocus(window);
     EXPECT_EQ(GetFocus(), window);
+    for (UINT bar : {WM_HSCROLL, WM_VSCROLL})
+        EXPECT_EQ(SendMessageW(window, bar, SB_LINEDOWN, 0), 0);
     SetWindowLongW(window, GWL_USERDATA, userData);
 }
 

@@ -1,4 +1,5 @@
 #include "control/shell.h"
+#include "faults.h"
 #include "menu_fixture.h"
 
 class MenuBarTest : public MenuTest {
@@ -193,6 +194,46 @@ TEST_F(MenuBarTest, a_command_of_a_bar_that_is_not_the_shells_fires_nothing) {
     listen(item);
     SendMessageW(windowOf(shell), WM_COMMAND, itemOf(item)->id, reinterpret_cast<LPARAM>(window));
     EXPECT_TRUE(vm.takeEvents().empty());
+}
+
+TEST_F(MenuBarTest, commands_come_from_the_shown_bar_and_what_lies_in_it_only) {
+    jint item = newItem(OS::PushMenuItem_New, bar, 0);
+    listen(item);
+    showBar(bar);
+    HWND within = CreateWindowExW(0, L"STATIC", nullptr, WS_CHILD, 0, 0, 5, 5, window, nullptr,
+                                  nullptr, nullptr);
+    const struct {
+        HWND sender;
+        WPARAM id;
+        Events events;
+    } rows[] = {{window, itemOf(item)->id, {fired::menu()}},
+                {within, itemOf(item)->id, {fired::menu()}},
+                {windowOf(newButton(shell)), itemOf(item)->id, {}},
+                {window, 5000, {}}};
+    for (const auto& row : rows) {
+        SendMessageW(windowOf(shell), WM_COMMAND, row.id, reinterpret_cast<LPARAM>(row.sender));
+        EXPECT_EQ(fired::only(vm.takeEvents(), {"menu"}), row.events) << row.id;
+    }
+    DestroyWindow(within);
+}
+
+// Hiding and showing bars may let a listener or another thread in.
+TEST_F(MenuBarTest, a_shell_that_goes_while_its_bar_changes_is_not_touched_again) {
+    for (int nth : {1, 2}) {
+        jint victim = newShell();
+        jint itsBar = call(OS::MenuBar_New, victim);
+        HWND victims = windowOf(victim);
+        Faults faults;
+        int left = nth;
+        faults.watch([&](const std::string& function) {
+            if (function == "ShowWindow" && --left == 0) dispose(victim);
+        });
+        call(OS::Shell_SetMenuBar, victim, itsBar);
+        EXPECT_EQ(left, 0);
+        EXPECT_FALSE(IsWindow(victims));
+        EXPECT_EQ(faults.countCalls("SystemParametersInfoW"), 0) << "nothing is maximised";
+        call(OS::Widget_Dispose, itsBar);
+    }
 }
 
 TEST_F(MenuBarTest, a_cascade_item_drops_its_menu_down) {

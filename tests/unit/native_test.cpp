@@ -2,6 +2,7 @@
 
 #include "bridge/natives/native.h"
 #include "display/widget.h"
+#include "graphics/graphics.h"
 #include "leaks.h"
 #include "test_vm.h"
 #include <algorithm>
@@ -76,6 +77,29 @@ static NativeString ownedText(bool fails, ErrorRecord* error) {
 
 static NativeString noText(ErrorRecord*) { return {nullptr, false}; }
 
+static const wchar_t* const keptTexts[] = {L"kept", nullptr};
+static NativeStringList keptList(ErrorRecord*) { return {const_cast<wchar_t**>(keptTexts), false}; }
+
+static NativeIntArray keptInts(ErrorRecord*) {
+    static jint values[] = {3, 4};
+    return {values, 2, false};
+}
+
+static NativeByteArray keptBytes(ErrorRecord*) {
+    static jbyte values[] = {5, 6};
+    return {values, 2, false};
+}
+
+static NativeString answerTo(const wchar_t*, ErrorRecord*) {
+    ++operations;
+    return {L"answer", false};
+}
+
+static jint textAndInts(const wchar_t*, IntArguments ints, ErrorRecord*) {
+    ++operations;
+    return ints.count;
+}
+
 static NativeStringList ownedList(jint count, bool fails, ErrorRecord* error) {
     if (fails) Error_SetCode(error, errorFailed);
     wchar_t** list = allocateArray<wchar_t*>(count + 1);
@@ -108,6 +132,11 @@ static WidgetRecord* madeAndFailed(bool isMade, ErrorRecord* error) {
     auto* widget = allocate<WidgetRecord>();
     widget->dispose = failingDisposal;
     return widget;
+}
+
+static GraphicsRecord* graphicsAndFailed(bool isMade, ErrorRecord* error) {
+    Error_Set(error, errorFailed, L"it failed", FALSE);
+    return isMade ? allocate<GraphicsRecord>() : nullptr;
 }
 
 class NativeTest : public testing::Test {
@@ -293,6 +322,57 @@ TEST_F(NativeTest, a_widget_that_java_never_learns_of_is_disposed_of) {
         EXPECT_EQ(vm.reports[0].message, u"it failed");
         vm.reports.clear();
     }
+}
+
+TEST_F(NativeTest, a_graphics_context_that_java_never_learns_of_is_disposed_of) {
+    for (bool isMade : {true, false}) {
+        EXPECT_EQ(run<graphicsAndFailed>(jboolean(isMade)), 0);
+        EXPECT_EQ(countHeapBlocks(), blocks) << isMade;
+        ASSERT_EQ(vm.reports.size(), 1u);
+        vm.reports.clear();
+    }
+}
+
+TEST_F(NativeTest, a_widget_with_nothing_to_end_is_only_freed) {
+    auto* widget = allocate<WidgetRecord>();
+    ErrorRecord error = {};
+    Widget_Dispose(widget, &error);
+    EXPECT_EQ(error.code, 0);
+}
+
+TEST_F(NativeTest, an_error_is_told_by_a_name_with_all_its_digits) {
+    NATIVE_DESCRIPTION(description, failWithEverything,
+                       "Java_com_nuvik_wyx_k4tr_OS_Class1_1Method21");
+    native::call<failWithEverything>(vm.env(), description, jint(1), vm.newString(u"x"),
+                                     vm.newInts({1}));
+    ASSERT_EQ(vm.reports.size(), 1u);
+    EXPECT_EQ(vm.reports[0].function, "Class1_Method21");
+}
+
+TEST_F(NativeTest, what_the_operation_keeps_is_converted_and_left_alone) {
+    EXPECT_EQ(vm.texts(run<keptList>()), (std::vector<std::u16string>{u"kept"}));
+    EXPECT_EQ(vm.ints(run<keptInts>()), (std::vector<jint>{3, 4}));
+    EXPECT_EQ(vm.bytes(run<keptBytes>()), (std::vector<jbyte>{5, 6}));
+}
+
+TEST_F(NativeTest, an_exception_while_taking_what_a_text_comes_of_gives_none) {
+    EXPECT_EQ(vm.text(run<answerTo>(vm.newString(u"text"))), u"answer");
+    operations = 0;
+    vm.failCall("GetStringChars");
+    EXPECT_EQ(run<answerTo>(vm.newString(u"text")), nullptr);
+    EXPECT_EQ(operations, 0);
+    EXPECT_EQ(vm.countCalls("NewString"), 1);
+}
+
+TEST_F(NativeTest, no_array_is_taken_after_a_string_that_was_not) {
+    vm.failCall("GetStringChars");
+    EXPECT_EQ(run<textAndInts>(vm.newString(u"text"), vm.newInts({1})), 0);
+    EXPECT_EQ(operations, 0);
+    EXPECT_EQ(vm.countCalls("GetIntArrayElements"), 0);
+}
+
+TEST_F(NativeTest, an_error_that_nobody_asked_for_is_set_nowhere) {
+    EXPECT_EQ(Error_Set(nullptr, errorFailed, L"text", FALSE), nullptr);
 }
 
 TEST_F(NativeTest, an_int_array_that_cannot_be_made_is_null_and_its_buffer_freed) {

@@ -250,6 +250,46 @@ TEST_F(PointerTest, the_shell_recognises_the_gesture_when_java_asks_for_it) {
     send(WM_LBUTTONUP, 0, 12, 13);
 }
 
+static std::function<void()> whileRecognizing;
+static DWORD WINAPI recognizeMeanwhile(SHRGINFO*) {
+    whileRecognizing();
+    return 0;
+}
+
+// Each step of a press may dispose of what is pressed.
+TEST_F(PointerTest, nothing_more_is_told_of_a_control_that_goes_while_it_is_pressed) {
+    Faults faults;
+    faults.replace("SHRecognizeGesture", reinterpret_cast<void*>(recognizeMeanwhile));
+    for (std::string step : {"move", "question", "gesture"}) {
+        SCOPED_TRACE(step);
+        jint victim = newControl(OS::Composite_New, shell);
+        listen(victim);
+        HWND window = windowOf(victim);
+        auto end = [&](bool now) {
+            if (now && victim) dispose(std::exchange(victim, 0));
+        };
+        whileRecognizing = [&] { end(step == "gesture"); };
+        vm.behavior["pointer"] = [&](const std::vector<jint>&) {
+            end(step == "move");
+            return 0;
+        };
+        vm.behavior["pointerDown"] = [&](const std::vector<jint>&) {
+            end(step == "question");
+            return 1;
+        };
+        vm.takeEvents();
+        SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 6));
+        EXPECT_EQ(victim, 0);
+        Events events = vm.takeEvents();
+        EXPECT_EQ(std::count(events.begin(), events.end(), fired::pointerDown(5, 6)),
+                  step != "move");
+        for (const std::string& event : events)
+            EXPECT_FALSE(fired::isPointer(event, pointerPress)) << event;
+        EXPECT_EQ(pointer().lastPress, nullptr);
+        vm.behavior.clear();
+    }
+}
+
 TEST_F(PointerTest, a_tap_is_over_when_the_pointer_moves_to_another_control) {
     jint other = call(OS::Composite_New, shell, 0);
     for (jint moved : {control, other}) {
@@ -288,6 +328,56 @@ TEST_F(PointerTest, a_control_of_a_shell_that_the_display_does_not_list_is_not_e
     send(WM_MOUSEMOVE, 0, 3, 4);
     EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerMove, 3, 4, buttonNone)});
     call(OS::Control_SetEnabled, shell, true);
+}
+
+TEST_F(PointerTest, a_control_is_entered_in_a_shell_that_the_display_lists_only) {
+    call(OS::Control_SetEnabled, shell, false);
+    EnableWindow(windowOf(shell), TRUE); // by somebody else
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerMove, 3, 4, buttonNone)});
+    call(OS::Control_SetEnabled, shell, true);
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), (Events{fired::pointer(pointerEnter, 3, 4, buttonNone),
+                                       fired::pointer(pointerMove, 3, 4, buttonNone)}));
+}
+
+static HWND theMenuBar;
+static HWND WINAPI answerMenuBar(HWND) { return theMenuBar; }
+
+TEST_F(PointerTest, a_menu_bar_is_not_entered) {
+    Faults faults;
+    faults.replace("SHFindMenuBar", reinterpret_cast<void*>(answerMenuBar));
+    theMenuBar = windowOf(control);
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerMove, 3, 4, buttonNone)});
+    EXPECT_EQ(pointer().under, nullptr);
+}
+
+// As a companion library's window is, or a dialog's.
+TEST_F(PointerTest, over_a_window_outside_all_controls_nothing_is_entered) {
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    vm.takeEvents();
+    RECT place;
+    GetWindowRect(windowOf(control), &place);
+    HWND stranger =
+        CreateWindowExW(WS_EX_TOPMOST, L"EDIT", nullptr, WS_POPUP | WS_VISIBLE, place.left,
+                        place.top, 40, 40, nullptr, nullptr, nullptr, nullptr);
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), (Events{fired::pointer(pointerExit, 3, 4, buttonNone),
+                                       fired::pointer(pointerMove, 3, 4, buttonNone)}));
+    EXPECT_EQ(pointer().under, nullptr);
+    DestroyWindow(stranger);
+}
+
+TEST_F(PointerTest, a_control_outside_all_shells_is_not_entered) {
+    HWND stranger = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", nullptr, WS_POPUP | WS_VISIBLE, 0, 0,
+                                    200, 200, nullptr, nullptr, nullptr, nullptr);
+    SetParent(windowOf(control), stranger);
+    vm.takeEvents();
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerMove, 3, 4, buttonNone)});
+    SetParent(windowOf(control), windowOf(shell));
+    DestroyWindow(stranger);
 }
 
 // A key that is held while the pointer is used, and its bit.
@@ -371,6 +461,20 @@ TEST_F(WheelTest, notches_are_truncated) {
 TEST_F(WheelTest, a_system_that_scrolls_by_pages_says_so) {
     EXPECT_EQ(turn(-120, WHEEL_PAGESCROLL),
               Events{fired::wheel(wheelByPage, 70, 80, modifierRightButton, 1, 1)});
+}
+
+TEST_F(WheelTest, a_control_that_goes_while_the_system_is_asked_hears_nothing) {
+    jint victim = newControl(OS::Composite_New, shell);
+    listen(victim);
+    HWND window = windowOf(victim);
+    Faults faults;
+    faults.watch([&](const std::string& function) {
+        if (function == "SystemParametersInfoW" && victim) dispose(std::exchange(victim, 0));
+    });
+    vm.takeEvents();
+    SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), MAKELPARAM(5, 5));
+    EXPECT_EQ(victim, 0);
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"wheel"}), Events{});
 }
 
 TEST_F(WheelTest, without_the_systems_answer_it_is_three_lines) {

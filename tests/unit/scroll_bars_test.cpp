@@ -24,6 +24,64 @@ class ScrollBarsTest : public HeldBarTest {
     }
 };
 
+// The system asks and tells the bar's window, which lets a listener or another thread in.
+TEST_F(ScrollBarsTest, a_bar_that_goes_while_its_window_is_asked_or_told_is_not_touched_again) {
+    listen(bar);
+    const struct {
+        const char* function;
+        int nth;
+    } rows[] = {{"GetScrollInfo", 1}, {"GetScrollInfo", 2}, {"SetScrollInfo", 1}};
+    for (const auto& row : rows) {
+        jint victim = newControl(OS::Scrollbar_New, shell);
+        listen(victim);
+        int left = row.nth;
+        HWND window = windowOf(victim);
+        Faults faults;
+        faults.watch([&](const std::string& function) {
+            if (function == row.function && --left == 0) dispose(victim);
+        });
+        vm.takeEvents();
+        SendMessageW(windowOf(shell), WM_VSCROLL, SB_LINEDOWN, reinterpret_cast<LPARAM>(window));
+        EXPECT_LE(left, 0);
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_TRUE(fired::only(vm.takeEvents(), {"scrolled"}).empty());
+    }
+    jint victim = newControl(OS::Scrollbar_New, shell);
+    Faults faults;
+    faults.watch([&](const std::string& function) {
+        if (function == "GetScrollInfo" && victim) dispose(std::exchange(victim, 0));
+    });
+    EXPECT_EQ(call(OS::Adjustable_GetValue, victim), 0);
+    EXPECT_EQ(victim, 0);
+}
+
+TEST_F(ScrollBarsTest, a_scroll_of_what_is_no_bar_of_javas_is_left_to_the_window_class) {
+    jint button = newButton(shell);
+    HWND stranger = CreateWindowExW(0, L"SCROLLBAR", nullptr, WS_CHILD, 0, 0, 5, 5, windowOf(shell),
+                                    nullptr, nullptr, nullptr);
+    listen(bar);
+    for (HWND sender : {stranger, windowOf(button)})
+        EXPECT_EQ(SendMessageW(windowOf(shell), WM_VSCROLL, SB_LINEDOWN,
+                               reinterpret_cast<LPARAM>(sender)),
+                  0);
+    EXPECT_TRUE(fired::only(vm.takeEvents(), {"scrolled"}).empty());
+    DestroyWindow(stranger);
+}
+
+TEST_F(ScrollBarsTest, a_bar_that_goes_at_a_double_click_is_tracked_by_nobody) {
+    jint victim = newControl(OS::Scrollbar_New, shell);
+    listen(victim);
+    HWND window = windowOf(victim);
+    vm.behavior["pointer"] = [&](const std::vector<jint>& arguments) {
+        if (arguments[0] == pointerDoubleClick) dispose(victim);
+        return 0;
+    };
+    SendMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+    vm.behavior.clear();
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(reinterpret_cast<DisplayRecord*>(display)->modalLoop, nullptr);
+}
+
 TEST_F(ScrollBarsTest, moves_are_told_with_all_buttons_that_are_held) {
     const struct {
         std::vector<jint> held;

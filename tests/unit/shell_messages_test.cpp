@@ -1,0 +1,93 @@
+// What shells make of commands and of changes of their bounds.
+
+#include "control/shell.h"
+#include "device.h"
+#include "faults.h"
+#include <algorithm>
+#include <thread>
+
+class ShellMessagesTest : public DeviceTest {
+  protected:
+    bool wasAskedToClose(jint asked) {
+        listen(asked);
+        dispatchAll();
+        Events events = vm.takeEvents();
+        return std::count(events.begin(), events.end(),
+                          fired::window(WindowEvent::closeRequested)) == 1;
+    }
+    jint shell = newShell();
+};
+
+TEST_F(ShellMessagesTest, the_ok_button_is_the_captions_and_no_control_of_its_number) {
+    HWND window = windowOf(shell);
+    const struct {
+        WPARAM command;
+        HWND sender;
+        bool closes;
+    } rows[] = {{IDOK, nullptr, true},
+                {IDOK, window, true},
+                {IDOK, windowOf(newButton(shell)), false},
+                {IDCANCEL, nullptr, false},
+                {IDCANCEL, window, false}};
+    for (const auto& row : rows) {
+        vm.takeEvents();
+        SendMessageW(window, WM_COMMAND, row.command, reinterpret_cast<LPARAM>(row.sender));
+        EXPECT_EQ(wasAskedToClose(shell), row.closes) << row.command << " " << row.sender;
+    }
+}
+
+TEST_F(ShellMessagesTest, a_shell_that_goes_when_it_hears_of_its_size_is_not_told_of_its_place) {
+    jint victim = newShell();
+    listen(victim);
+    HWND window = windowOf(victim);
+    vm.behavior["resize"] = [&](const std::vector<jint>&) {
+        if (victim) dispose(std::exchange(victim, 0));
+        return 0;
+    };
+    vm.takeEvents();
+    call(OS::Control_SetBounds, victim, 1, 2, 30, 40);
+    vm.behavior.clear();
+    EXPECT_EQ(victim, 0);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"move"}), Events{});
+}
+
+TEST_F(ShellMessagesTest, a_shell_without_any_bar_takes_one_on) {
+    auto* record = reinterpret_cast<ShellRecord*>(shell);
+    MenuRecord* itsOwn = record->defaultMenuBar;
+    record->defaultMenuBar = nullptr;
+    jint bar = call(OS::MenuBar_New, shell);
+    {
+        Faults faults;
+        call(OS::Shell_SetMenuBar, shell, bar);
+        EXPECT_EQ(faults.countCalls("ShowWindow"), 1) << "there is none to hide";
+        call(OS::Shell_SetMenuBar, shell, 0);
+        EXPECT_EQ(faults.countCalls("ShowWindow"), 2) << "and none to show";
+    }
+    record->defaultMenuBar = itsOwn;
+    dispose(bar);
+}
+
+TEST_F(ShellMessagesTest, a_shell_without_a_bar_of_its_own_goes) {
+    jint other = newShell();
+    auto* record = reinterpret_cast<ShellRecord*>(other);
+    jint itsOwn = reinterpret_cast<jint>(std::exchange(record->defaultMenuBar, nullptr));
+    HWND window = windowOf(other);
+    dispose(other);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(vm.reports.empty());
+    call(OS::Widget_Dispose, itsOwn);
+}
+
+// Where another thread's message does not arrive any more, it does the work itself.
+static LRESULT WINAPI deliverNothing(HWND, UINT, WPARAM, LPARAM) { return 0; }
+
+TEST_F(ShellMessagesTest, a_dialog_goes_although_its_displays_thread_answers_to_nobody) {
+    jint dialog = call(OS::FileDialog_New, shell, 0);
+    ASSERT_NE(dialog, 0);
+    Faults faults;
+    faults.replace("SendMessageW", reinterpret_cast<void*>(deliverNothing));
+    int freed = faults.countCalls("LocalFree");
+    std::thread([&] { call(OS::Widget_Dispose, dialog); }).join();
+    EXPECT_GT(faults.countCalls("LocalFree"), freed);
+}
