@@ -371,6 +371,14 @@ TEST_F(NativeTest, no_array_is_taken_after_a_string_that_was_not) {
     EXPECT_EQ(vm.countCalls("GetIntArrayElements"), 0);
 }
 
+TEST_F(NativeTest, a_string_list_gives_its_elements_to_be_looked_at) {
+    for (const wchar_t* const* list : {keptTexts, static_cast<decltype(&keptTexts[0])>(nullptr)}) {
+        BYTE mustFree = 9;
+        EXPECT_EQ(stringListGet(list, 0, &mustFree), list ? keptTexts[0] : nullptr);
+        EXPECT_EQ(mustFree, 0);
+    }
+}
+
 TEST_F(NativeTest, an_error_that_nobody_asked_for_is_set_nowhere) {
     EXPECT_EQ(Error_Set(nullptr, errorFailed, L"text", FALSE), nullptr);
 }
