@@ -128,6 +128,18 @@ TEST_F(AcceleratorTest, ctrl_and_shift_choose_no_item_of_another_key_or_of_ctrl_
     EXPECT_TRUE(typed({VK_SHIFT, 'A'}).empty()) << "without Ctrl";
 }
 
+// What the system makes of them is its own.
+TEST_F(AcceleratorTest, ctrl_and_shift_alone_are_left_to_the_system) {
+    std::vector<jint> items = newItems(2);
+    for (jint item : items) listen(item);
+    setAccelerator(items[0], control | shift | keyControl);
+    setAccelerator(items[1], control | shift | keyShift);
+    Faults faults;
+    faults.fail("TranslateAcceleratorW", 0);
+    EXPECT_TRUE(typed({VK_CONTROL, VK_SHIFT}).empty());
+    EXPECT_TRUE(typed({VK_SHIFT, VK_CONTROL}).empty());
+}
+
 TEST_F(AcceleratorTest, of_another_shell_is_not_taken) {
     jint item = newItem(OS::PushMenuItem_New, menu, 0);
     listen(item);

@@ -203,6 +203,14 @@ TEST_F(StackingTest, a_control_of_another_parent_stays) {
     EXPECT_EQ(stackOf(parent), (Stack{A, B, C}));
 }
 
+TEST_F(StackingTest, a_shell_above_another_does_not_come_to_the_foreground) {
+    jint other = newShell();
+    Faults faults;
+    move(OS::Control_MoveAbove, shell, other);
+    EXPECT_EQ(faults.countCalls("SetForegroundWindow"), 0);
+    EXPECT_EQ(GetForegroundWindow(), windowOf(other));
+}
+
 TEST_F(StackingTest, a_shell_above_all_comes_to_the_foreground) {
     jint other = newShell();
     EXPECT_EQ(GetForegroundWindow(), windowOf(other));

@@ -76,6 +76,17 @@ TEST_F(DecodingTest, without_the_component) {
     EXPECT_EQ(faults.countCalls("CoUninitialize"), 1);
 }
 
+static HRESULT WINAPI makeNothing(REFCLSID, IUnknown*, DWORD, REFIID, void** made) {
+    *made = nullptr;
+    return S_OK;
+}
+
+TEST_F(DecodingTest, with_a_component_that_makes_nothing) {
+    Faults faults;
+    faults.replace("CoCreateInstance", reinterpret_cast<void*>(makeNothing));
+    expectNoImage(bytesOf(onePixel), -3, noFactory);
+}
+
 TEST_F(DecodingTest, without_memory_for_the_section) {
     Faults faults;
     faults.fail("CreateDIBSection");

@@ -72,6 +72,19 @@ TEST_F(ImageTest, copying_holds_the_lock) {
     disposeImage(image);
 }
 
+// The system keeps them to itself where a companion library has chosen another bitmap.
+TEST_F(ImageTest, copies_a_bitmap_whose_pixels_are_not_told) {
+    jint image = newImage(8, 2, 0);
+    HBITMAP before = recordOf(image)->bitmap;
+    recordOf(image)->bitmap = CreateBitmap(8, 2, 1, 1, nullptr);
+    jint copy = copyOf(image);
+    ASSERT_NE(copy, 0);
+    EXPECT_EQ(boundsOf(copy), (Ints{0, 0, 8, 2}));
+    disposeImage(copy);
+    DeleteObject(std::exchange(recordOf(image)->bitmap, before));
+    disposeImage(image);
+}
+
 TEST_F(ImageTest, flips_exactly) {
     for (jint width : {1, 2, 5, 8})
         for (jint height : {1, 2, 3}) {

@@ -116,6 +116,24 @@ TEST_F(ImageDrawingTest, transparency_of_an_indexed_image_goes_by_the_index) {
         << "its palette is as before";
 }
 
+static UINT mostColorsAsked;
+static UINT WINAPI countColorsAsked(HDC dc, UINT first, UINT count, RGBQUAD* colors) {
+    if (count > mostColorsAsked) mostColorsAsked = count;
+    return GetDIBColorTable(dc, first, count < 256 ? count : 256, colors);
+}
+
+TEST_F(ImageDrawingTest, an_image_without_palette_is_asked_for_no_more_colors_than_there_are) {
+    jint image = newDirect(1, {0});
+    record(image)->isDirect = FALSE;
+    record(image)->transparentColor = 0;
+    mostColorsAsked = 0;
+    Faults faults;
+    faults.replace("GetDIBColorTable", reinterpret_cast<void*>(countColorsAsked));
+    drawImage(image, 0, 0);
+    EXPECT_EQ(mostColorsAsked, 0u);
+    EXPECT_EQ(faults.countCalls("GetDIBColorTable"), 1);
+}
+
 TEST_F(ImageDrawingTest, alpha_blends_with_what_is_there) {
     jint image =
         newDirect(4, {0xFF0000, 0xFF0000, 0xFF0000, 0x00FF40}, -1, {0, jbyte(255), jbyte(128), 1});

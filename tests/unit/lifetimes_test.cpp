@@ -225,6 +225,23 @@ TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
     dispose(menu);
 }
 
+TEST_F(LifetimesTest, an_item_that_goes_leaves_a_sub_menu_with_the_last_that_showed_it) {
+    jint shell = newShell();
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint subMenu = newMenu(OS::DropDownMenu_New, shell);
+    jint items[] = {newItem(OS::CascadeMenuItem_New, menu), newItem(OS::CascadeMenuItem_New, menu)};
+    for (jint item : items) setSubMenu(item, subMenu);
+    auto showing = [=] {
+        return reinterpret_cast<jint>(reinterpret_cast<MenuRecord*>(subMenu)->cascadeItem);
+    };
+    dispose(items[0]);
+    EXPECT_EQ(showing(), items[1]);
+    dispose(items[1]);
+    EXPECT_EQ(showing(), 0);
+    dispose(subMenu);
+    dispose(menu);
+}
+
 TEST_F(LifetimesTest, a_menu_bar_leaves_every_shell_that_shows_it) {
     jint shells[] = {newShell(), newShell()};
     jint bar = newMenu(OS::MenuBar_New, shells[0]);

@@ -87,6 +87,11 @@ TEST_F(ListTest, an_item_that_cannot_be_added_is_an_error) {
         expectReport("List_Add", row.code, row.message);
     }
     EXPECT_EQ(countOf(list), 2);
+    jint empty = newList();
+    Faults faults;
+    faults.fail("SendMessageW", 1, ERROR_GEN_FAILURE, DWORD(LB_ERR));
+    add(empty, u"c", 0);
+    expectReport("List_Add", -3, u"Index is out of valid range for list::");
 }
 
 TEST_F(ListTest, the_widest_item_can_be_scrolled_to) {

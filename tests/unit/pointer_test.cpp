@@ -369,6 +369,15 @@ TEST_F(PointerTest, over_a_window_outside_all_controls_nothing_is_entered) {
     DestroyWindow(stranger);
 }
 
+static DWORD WINAPI answerOtherThread(HWND, DWORD*) { return 1; }
+
+TEST_F(PointerTest, a_window_of_another_thread_is_not_entered_whatever_it_keeps) {
+    Faults faults;
+    faults.replace("GetWindowThreadProcessId", reinterpret_cast<void*>(answerOtherThread));
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents(), Events{fired::pointer(pointerMove, 3, 4, buttonNone)});
+}
+
 TEST_F(PointerTest, a_control_outside_all_shells_is_not_entered) {
     HWND stranger = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", nullptr, WS_POPUP | WS_VISIBLE, 0, 0,
                                     200, 200, nullptr, nullptr, nullptr, nullptr);

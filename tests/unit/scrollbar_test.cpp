@@ -131,6 +131,8 @@ TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
     dispatchAll();
     vm.takeEvents();
     record(bar)->lastPointerX = -1;
+    SendMessageW(windowOf(bar), WM_TIMER, 999, 0);
+    EXPECT_TRUE(vm.takeEvents().empty()) << "another timer";
     SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
     Events first = vm.takeEvents();
     EXPECT_EQ(
@@ -138,4 +140,7 @@ TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
         << testing::PrintToString(first);
     SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
     EXPECT_TRUE(vm.takeEvents().empty()) << "it did not move";
+    record(bar)->lastPointerY = -1;
+    SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
+    EXPECT_FALSE(vm.takeEvents().empty()) << "up or down";
 }

@@ -1,7 +1,9 @@
 // What shells make of commands and of changes of their bounds.
 
+#include "aygshell.h"
 #include "control/shell.h"
 #include "device.h"
+#include "display/shells.h"
 #include "faults.h"
 #include <algorithm>
 #include <thread>
@@ -50,6 +52,74 @@ TEST_F(ShellMessagesTest, a_shell_that_goes_when_it_hears_of_its_size_is_not_tol
     EXPECT_EQ(victim, 0);
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(fired::only(vm.takeEvents(), {"move"}), Events{});
+}
+
+static std::function<void()> whileActivated;
+static BOOL WINAPI activateMeanwhile(HWND, WPARAM, LPARAM, SHACTIVATEINFO*, DWORD) {
+    if (whileActivated) std::exchange(whileActivated, nullptr)();
+    return TRUE;
+}
+
+// The system, its listener and its menu bar may each dispose of it.
+TEST_F(ShellMessagesTest, a_shell_that_goes_while_it_is_activated_is_not_touched_again) {
+    for (std::string step : {"system", "listener", "bar"}) {
+        SCOPED_TRACE(step);
+        jint victim = newShell();
+        listen(victim);
+        HWND window = windowOf(victim);
+        auto end = [&] {
+            if (victim) dispose(std::exchange(victim, 0));
+        };
+        Faults faults;
+        faults.replace("SHHandleWMActivate", reinterpret_cast<void*>(activateMeanwhile));
+        whileActivated = nullptr;
+        if (step == "system") whileActivated = end;
+        if (step == "listener")
+            vm.behavior["window"] = [&](const std::vector<jint>&) {
+                end();
+                return 0;
+            };
+        if (step == "bar")
+            faults.watch([&](const std::string& function) {
+                if (function == "ShowWindow") end();
+            });
+        SendMessageW(window, WM_ACTIVATE, WA_ACTIVE, 0);
+        vm.behavior.clear();
+        EXPECT_EQ(victim, 0);
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_EQ(faults.countCalls("SystemParametersInfoW"), 0) << "nothing is maximised";
+    }
+}
+
+TEST_F(ShellMessagesTest, a_child_shell_that_goes_while_it_is_moved_tells_nothing) {
+    jint child = call(OS::Shell_NewChild, shell, 0);
+    listen(child);
+    Faults faults;
+    bool asked = false;
+    faults.watch([&](const std::string& function) {
+        asked |= function == "SetWindowPos";
+        if (function == "SetWindowPos" && child) dispose(std::exchange(child, 0));
+    });
+    vm.takeEvents();
+    call(OS::Control_SetBounds, child, 1, 2, 30, 40);
+    EXPECT_TRUE(asked);
+    vm.reports.clear(); // its window is not there to be moved
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"resize", "move"}), Events{});
+}
+
+static BOOL WINAPI answerDisabled(HWND) { return FALSE; }
+
+TEST_F(ShellMessagesTest, a_shell_that_the_system_makes_disabled_is_not_listed) {
+    jint made;
+    {
+        Faults faults;
+        faults.replace("IsWindowEnabled", reinterpret_cast<void*>(answerDisabled));
+        made = call(OS::Shell_New, display, 0);
+    }
+    for (const ShellNode* node = reinterpret_cast<DisplayRecord*>(display)->listedShells; node;
+         node = node->next)
+        EXPECT_NE(reinterpret_cast<jint>(node->shell), made);
+    dispose(made);
 }
 
 TEST_F(ShellMessagesTest, a_shell_without_any_bar_takes_one_on) {

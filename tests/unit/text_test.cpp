@@ -194,6 +194,21 @@ TEST_F(TextTest, the_selected_text_is_a_part_of_the_text) {
     EXPECT_EQ(selectionText(area), u"\xD83D\xDE00\r\nsome text");
 }
 
+// Its window may tell less of the text than it has selected.
+static int WINAPI tellLess(HWND, wchar_t* text, int) {
+    memcpy(text, L"a\0bc", 5 * sizeof(wchar_t));
+    return 1;
+}
+
+TEST_F(TextTest, a_selection_beyond_what_is_told_of_the_text_is_empty) {
+    jint field = newField();
+    setText(field, u"abcd");
+    selectAll(field);
+    Faults faults;
+    faults.replace("GetWindowTextW", reinterpret_cast<void*>(tellLess));
+    EXPECT_EQ(selectionText(field), u"");
+}
+
 // The copy of the whole text is the one thing that is meant to be left behind.
 TEST_F(TextTest, a_selection_that_is_read_leaves_one_copy_of_the_whole_text) {
     jint field = newField();
