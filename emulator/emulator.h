@@ -97,6 +97,29 @@ EMULATOR_IMPORT void WINAPI Emulator_RecordSounds(LPCWSTR path);
 // Waveform outputs that are open.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountWaveOutputs();
 
+// The device's clock: tick count, timers of windows, times of input and waits for input follow it. It
+// runs as the desk's does. Other waits, sounds and what the desk's own controls do by themselves do
+// not follow it.
+EMULATOR_IMPORT LONGLONG WINAPI Emulator_GetTime(); // milliseconds; the tick count is its lower half
+
+// Lets it stand still, but for Emulator_PassTime; a caret stands still too. Lets it run again.
+EMULATOR_IMPORT void WINAPI Emulator_StopClock();
+EMULATOR_IMPORT void WINAPI Emulator_RunClock();
+
+// Lets time pass. What is due then comes to its thread as ever, after all else that this has to do;
+// who wants each thing at its own time passes from one to the next. False while the clock runs.
+EMULATOR_IMPORT BOOL WINAPI Emulator_PassTime(DWORD milliseconds);
+
+// The time at which the next timer is due, or the next wait ends by itself; MAXLONGLONG: none.
+EMULATOR_IMPORT LONGLONG WINAPI Emulator_GetNextDue();
+
+// Set while a thread waits for input with a limit and only a clock that stands could end it. Never
+// closed.
+EMULATOR_IMPORT HANDLE WINAPI Emulator_GetRestEvent();
+
+// For aygshell: waits until there is input of these kinds, or so many milliseconds have passed.
+EMULATOR_IMPORT DWORD WINAPI Emulator_AwaitInput(DWORD milliseconds, DWORD kinds);
+
 // How images are delivered from now on, on any thread; deliverWhole at first.
 EMULATOR_IMPORT void WINAPI Emulator_SetImageDelivery(EmulatorDelivery delivery);
 

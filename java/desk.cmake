@@ -34,7 +34,7 @@ add_jar(examples ${toolkit_jar}:${program_jar}:${device_examples_jar} ${examples
 # What applications are tested with, by docs/testing.md. Only its rule needs JUnit.
 set(junit /usr/share/java/junit4.jar)
 file(GLOB testing CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/testing/com/nuvik/testing/*.java)
-add_jar(testing ${toolkit_jar}:${junit} ${testing})
+add_jar(testing ${toolkit_jar}:${program_jar}:${junit} ${testing})
 
 # The documentation of all that programs are written with. A gap in it, or a warning, is an error.
 set(documentation ${CMAKE_BINARY_DIR}/java/documentation)

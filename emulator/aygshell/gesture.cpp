@@ -17,10 +17,11 @@ static bool isHeldNear(POINT press) {
 }
 
 static DWORD waitForGesture(POINT press) {
-    DWORD start = GetTickCount();
-    for (DWORD held = 0; held < holdTime; held = GetTickCount() - start) {
+    LONGLONG end = Emulator_GetTime() + holdTime;
+    for (LONGLONG left = holdTime; left > 0; left = end - Emulator_GetTime()) {
+        GetQueueStatus(QS_MOUSE); // what has come by now ends no wait
         if (!isHeldNear(press)) return 0;
-        MsgWaitForMultipleObjectsEx(0, nullptr, holdTime - held, QS_MOUSE, 0);
+        Emulator_AwaitInput(static_cast<DWORD>(left), QS_MOUSE);
     }
     return isHeldNear(press) ? GN_CONTEXTMENU : 0;
 }

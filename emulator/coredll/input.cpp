@@ -1,5 +1,7 @@
-// Pointer input on the device's scale. The pointer stays on the device's screen.
+// Pointer input on the device's scale, at the time of its clock. The pointer stays on the device's
+// screen.
 
+#include "device_clock.h"
 #include "refusal.h"
 #include "screen.h"
 
@@ -36,6 +38,12 @@ static void moveOnDesk(MOUSEINPUT* pointer) {
     pointer->dwFlags |= MOUSEEVENTF_ABSOLUTE;
 }
 
+// Two taps are a double tap by the device's clock.
+static void stamp(INPUT* input) {
+    DWORD* time = input->type == INPUT_MOUSE ? &input->mi.time : &input->ki.time;
+    if (!*time) *time = static_cast<DWORD>(deviceTime());
+}
+
 extern "C" {
 
 UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
@@ -43,8 +51,10 @@ UINT WINAPI Device_SendInput(UINT count, INPUT* inputs, int size) {
     for (UINT i = 0; i < count; ++i) {
         INPUT input = inputs[i];
         if (input.type == INPUT_MOUSE) moveOnDesk(&input.mi);
+        stamp(&input);
         if (!SendInput(1, &input, size)) return i;
     }
+    stirWaits();
     return count;
 }
 

@@ -1,3 +1,4 @@
+#include "device_clock.h"
 #include "emulator.h"
 #include "refusal.h"
 
@@ -39,7 +40,7 @@ DWORD WINAPI Device_MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* objec
     DWORD ready = MsgWaitForMultipleObjectsEx(count, objects, 0, input, flags);
     if (ready != WAIT_TIMEOUT || !milliseconds) return ready;
     InterlockedIncrement(&waits);
-    return MsgWaitForMultipleObjectsEx(count, objects, milliseconds, input, flags);
+    return waitOnClock(count, objects, milliseconds, input, flags);
 }
 
 // Export names are plain ASCII.

@@ -59,7 +59,8 @@ static void setCurrent(std::shared_ptr<Request> request) {
     current = std::move(request);
 }
 
-static bool runTicks(std::function<bool()> tick, DWORD milliseconds) {
+// The rest event ends it too when it is given.
+static bool runTicks(std::function<bool()> tick, DWORD milliseconds, HANDLE rests = nullptr) {
     HWND window = displayWindow();
     if (!window) return false;
     auto request = std::make_shared<Request>();
@@ -68,8 +69,9 @@ static bool runTicks(std::function<bool()> tick, DWORD milliseconds) {
     HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, GetWindowThreadProcessId(window, nullptr));
     bool done = false;
     if (SetTimer(window, timer, USER_TIMER_MINIMUM, onTick)) {
-        const HANDLE ends[] = {request->done, thread};
-        done = WaitForMultipleObjects(2, ends, FALSE, milliseconds) == WAIT_OBJECT_0;
+        const HANDLE ends[] = {request->done, thread, rests};
+        DWORD end = WaitForMultipleObjects(rests ? 3 : 2, ends, FALSE, milliseconds);
+        done = end == WAIT_OBJECT_0 || end == WAIT_OBJECT_0 + 2;
     }
     if (thread) CloseHandle(thread);
     setCurrent(nullptr);
@@ -94,7 +96,8 @@ static bool isInSystemLoop() {
     return hasDialog;
 }
 
-// Between two ticks the application's loop has gone to sleep, or it never does.
+// Between two ticks the application's loop has gone to sleep, or it never does; or it waits for a
+// time of a clock that stands, and gets no tick.
 bool awaitIdle(DWORD milliseconds) {
     constexpr int ticksOfPatience = 8;
     int ticks = 0;
@@ -106,7 +109,7 @@ bool awaitIdle(DWORD milliseconds) {
             before = waits;
             return ++ticks > 1 && (hasSlept || isInSystemLoop() || ticks > ticksOfPatience);
         },
-        milliseconds);
+        milliseconds, Emulator_GetRestEvent());
 }
 
 bool doWhenIdle(const std::function<void()>& work, DWORD milliseconds) {

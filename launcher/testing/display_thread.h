@@ -10,8 +10,8 @@
 HWND displayWindow();
 
 // Waits until the display's thread has nothing to do: no message, nothing to paint, and nothing
-// that made the application's loop go on. False when that does not come within the time, in
-// milliseconds, or there is no display.
+// that made the application's loop go on, or only a clock that stands. False when that does not
+// come within the time, in milliseconds, or there is no display.
 bool awaitIdle(DWORD milliseconds);
 
 // Does the work on the display's thread when it has no message. False as above: the work may be

@@ -83,3 +83,13 @@ NATIVE(void, setSoundSpeed, jint factor) { Emulator_SetSoundSpeed(factor); }
 NATIVE(void, passSoundTime, jint milliseconds) { Emulator_PassSoundTime(milliseconds); }
 
 NATIVE(jint, countSounds) { return Emulator_CountWaveOutputs(); }
+
+NATIVE(void, stopClock) { Emulator_StopClock(); }
+
+NATIVE(void, runClock) { Emulator_RunClock(); }
+
+NATIVE(void, passTime, jint milliseconds) { Emulator_PassTime(milliseconds); }
+
+NATIVE(jlong, time) { return Emulator_GetTime(); }
+
+NATIVE(jlong, nextDue) { return Emulator_GetNextDue(); }

@@ -7,13 +7,13 @@ public final class Task {
     private final Runnable work;
     private final int period;
     private boolean isCancelled;
-    long due; // in milliseconds of the system's clock; guarded by the tasks that it is one of
+    long due; // in milliseconds of the clock; guarded by the tasks that it is one of
     boolean isAnnounced; // the display was woken for it; guarded likewise
 
     Task(Runnable work, int delay, int period) {
         this.work = work;
         this.period = period;
-        due = System.currentTimeMillis() + delay;
+        due = Clock.now() + delay;
     }
 
     /** Lets it not be done any more. One that is being done is finished. Any thread. */
@@ -31,7 +31,7 @@ public final class Task {
 
     /** A tick that comes too late is not made up for. */
     void moveOn() {
-        due = System.currentTimeMillis() + period;
+        due = Clock.now() + period;
         isAnnounced = false;
     }
 

@@ -36,6 +36,7 @@ final class Tasks {
     private void startClock() {
         if (isTicking) return;
         isTicking = true;
+        Clock.follow(this);
         clock.setDaemon(true);
         clock.start();
     }
@@ -48,7 +49,7 @@ final class Tasks {
 
     /** Does what is due by now, and tells whether there was anything. */
     boolean runDue() {
-        long now = System.currentTimeMillis();
+        long now = Clock.now();
         boolean didTask = false;
         for (Task task = takeDue(now); task != null; task = takeDue(now)) {
             task.run();
@@ -77,7 +78,7 @@ final class Tasks {
     }
 
     synchronized boolean isDue() {
-        return waiting.size() > 0 && first().due <= System.currentTimeMillis();
+        return waiting.size() > 0 && first().due <= Clock.now();
     }
 
     /** Ends the clock, before the display goes. What was not done yet never is. */
@@ -91,16 +92,26 @@ final class Tasks {
         if (isTicking) Waiting.forEnd(clock);
     }
 
-    private synchronized void tick() {
+    private void tick() {
+        try {
+            announceUntilEnd();
+        } finally {
+            Clock.leave(this);
+        }
+    }
+
+    private synchronized void announceUntilEnd() {
         while (!hasEnded) {
-            Task next = nextToAnnounce();
-            long patience = next == null ? 0 : next.due - System.currentTimeMillis();
-            if (next != null && patience <= 0) {
-                next.isAnnounced = true;
-                OS.Display_Wake(display);
-            } else {
-                Waiting.on(this, patience);
-            }
+            announceDue();
+            Waiting.on(this, Clock.patienceUntil(nextDue()));
+        }
+    }
+
+    private void announceDue() {
+        long now = Clock.now();
+        for (Task next = nextToAnnounce(); next != null && next.due <= now; next = nextToAnnounce()) {
+            next.isAnnounced = true;
+            OS.Display_Wake(display);
         }
     }
 
@@ -110,5 +121,17 @@ final class Tasks {
             if (!task.isAnnounced) return task;
         }
         return null;
+    }
+
+    /** When the next one is due that the display was not woken for. */
+    synchronized long nextDue() {
+        Task next = nextToAnnounce();
+        return next == null ? Clock.NEVER : next.due;
+    }
+
+    /** Wakes the display before it returns. */
+    synchronized void clockMoved() {
+        announceDue();
+        notifyAll();
     }
 }

@@ -30,6 +30,7 @@ public final class Device {
     private Application application;
     private Recording recording; // null: none
     private Path sounds; // where they are kept; null: nowhere
+    private DeviceClock clock; // while it is this one's; null: it is nobody's
 
     /** The device of this process; a second one is the same. */
     public Device() {}
@@ -75,10 +76,11 @@ public final class Device {
 
     /** Ends the application, wherever it is. It is asked nothing, and saves nothing. */
     public void stop() {
-        if (application == null) return;
-        application.stop(patience);
+        if (application != null) application.stop(patience);
         for (Failure failure : Failure.values()) fail(failure, 0);
         forgetSounds();
+        if (clock != null) clock.leave();
+        clock = null;
     }
 
     /**
@@ -133,13 +135,16 @@ public final class Device {
     }
 
     /**
-     * Waits until something is true; it is asked whenever the device is idle.
+     * Waits until something is true; it is asked whenever the device is idle. A clock that stands is
+     * passed on meanwhile, to what is due next, once nothing else is being done. Then nothing may be left
+     * that could make it true, which fails at once.
      *
      * @param what what is waited for, as the failure tells it: "the report is there"
      * @param condition what must be true
      */
     public void waitUntil(String what, BooleanSupplier condition) {
         long deadline = deadline();
+        long latest = standsClock() ? Emulated.time() + patience : 0;
         awaitIdle();
         while (!condition.getAsBoolean()) {
             mustNotHaveThrown();
@@ -147,8 +152,22 @@ public final class Device {
                 throw new TestFailure("it is not so after " + patience / 1000.0 + " seconds: " + what);
             }
             if (hasEnded()) throw new TestFailure("the application has ended before this: " + what);
+            if (standsClock() && Threads.areAtRest()) passToNext(latest, condition, what);
             awaitIdle();
         }
+    }
+
+    private void passToNext(long latest, BooleanSupplier condition, String what) {
+        long next = clock.nextOfAll();
+        if (next <= latest) {
+            clock.passOneStep(next);
+            return;
+        }
+        awaitIdle(); // a thread that rests by now may just have told the device something
+        if (condition.getAsBoolean()) return;
+        String when = next == Long.MAX_VALUE ? "nothing is due any more" : "nothing more is due by then";
+        throw new TestFailure(
+                "it is not so, and within " + patience / 1000.0 + " seconds " + when + ": " + what);
     }
 
     /**
@@ -168,6 +187,55 @@ public final class Device {
                     return !found.isEmpty();
                 });
         return new Control(this, found.get(0));
+    }
+
+    // The clock
+
+    /**
+     * Lets the device's clock stand still until the application is stopped: timers, tap and hold, double
+     * taps and the tasks of {@code com.nuvik.program} follow it. Stopped before the application is
+     * started, it makes every picture the same. A caret does not blink meanwhile. The clock that Java
+     * itself tells, and {@code Thread.sleep}, go on.
+     */
+    public void stopClock() {
+        Emulated.screenSize(); // fails first where there is no device
+        if (clock == null) clock = new DeviceClock();
+        clock.stop();
+    }
+
+    /** Lets the clock run again, from where it stands. */
+    public void runClock() {
+        mustStand();
+        clock.run();
+    }
+
+    /**
+     * Lets the time of a clock that stands pass, in as little as it takes: each thing that becomes due is
+     * done at its own time.
+     *
+     * @param milliseconds how long
+     */
+    public void passTime(int milliseconds) {
+        mustStand();
+        awaitIdle();
+        passSteps(milliseconds);
+        settle();
+    }
+
+    private void passSteps(int milliseconds) {
+        long end = Emulated.time() + milliseconds;
+        while (Emulated.time() < end) {
+            clock.passOneStep(end);
+            awaitIdle();
+        }
+    }
+
+    private boolean standsClock() {
+        return clock != null && clock.stands();
+    }
+
+    private void mustStand() {
+        if (!standsClock()) throw new TestFailure("the clock runs: stopClock comes first");
     }
 
     // Finding
@@ -395,15 +463,20 @@ public final class Device {
      */
     public void tapAndHold(int x, int y) {
         pressAt(x, y);
-        pass(HOLD_TIME);
+        hold();
         Emulated.pressPointer(x, y, false);
         settle();
     }
 
-    /** The time itself is what is waited for. */
-    private static void pass(int milliseconds) {
+    /** The time itself is what is waited for: the application may ask Java for it while the clock runs. */
+    private void hold() {
+        if (standsClock()) {
+            awaitIdle();
+            passSteps(HOLD_TIME);
+            return;
+        }
         try {
-            Thread.sleep(milliseconds);
+            Thread.sleep(HOLD_TIME);
         } catch (InterruptedException interrupted) {
             throw new IllegalStateException(interrupted);
         }

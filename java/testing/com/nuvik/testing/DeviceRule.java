@@ -23,6 +23,7 @@ public final class DeviceRule implements TestRule {
 
     private final Class<?> mainClass;
     private final String[] arguments;
+    private boolean stopsClock;
     private int width;
     private int height;
 
@@ -57,6 +58,16 @@ public final class DeviceRule implements TestRule {
         return this;
     }
 
+    /**
+     * Stops the device's clock before each test, as {@link Device#stopClock} does.
+     *
+     * @return this rule
+     */
+    public DeviceRule withStoppedClock() {
+        stopsClock = true;
+        return this;
+    }
+
     @Override
     public Statement apply(Statement test, Description description) {
         return new Statement() {
@@ -71,6 +82,7 @@ public final class DeviceRule implements TestRule {
         Throwable failure = null;
         try {
             if (width != 0) device.mustHaveScreen(width, height);
+            if (stopsClock) device.stopClock();
             if (mainClass != null) device.start(mainClass, arguments);
             test.evaluate();
         } catch (Throwable failed) {

@@ -52,5 +52,18 @@ final class Emulated {
     /** How many sounds the device has open. */
     static native int countSounds();
 
+    static native void stopClock();
+
+    static native void runClock();
+
+    /** Of a clock that stands. */
+    static native void passTime(int milliseconds);
+
+    /** Milliseconds of the device's clock. */
+    static native long time();
+
+    /** When the device does the next thing by itself; Long.MAX_VALUE: never. */
+    static native long nextDue();
+
     static native void quit();
 }

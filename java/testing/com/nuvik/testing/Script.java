@@ -75,7 +75,9 @@ public final class Script {
         said = Said.listen();
         String at = file;
         try {
-            device.start(Class.forName(mainClass), arguments);
+            Class<?> application = Class.forName(mainClass);
+            if (beginsWithStoppedClock()) device.stopClock();
+            device.start(application, arguments);
             for (int i = 0; i < steps.size(); i++) {
                 at = file + ":" + steps.get(i).line + ": " + steps.get(i).text;
                 Application.mayExit = i == steps.size() - 1;
@@ -90,6 +92,11 @@ public final class Script {
             Failures.tell(device, Paths.get(file).getFileName().toString());
         }
         return false;
+    }
+
+    /** What the application does when it starts is to find the clock so. */
+    private boolean beginsWithStoppedClock() {
+        return !steps.isEmpty() && steps.get(0).text.matches("stop +clock\\b.*");
     }
 
     // The words
@@ -111,6 +118,9 @@ public final class Script {
         if (step.takes("wait until idle")) return device::awaitIdle;
         if (step.takes("wait until gone")) return waitUntilGone(step);
         if (step.takes("wait for")) return waitFor(step);
+        if (step.takes("stop clock")) return device::stopClock;
+        if (step.takes("run clock")) return device::runClock;
+        if (step.takes("pass")) return pass(step);
         if (step.takes("expect no")) return expectNo(step);
         if (step.takes("expect")) return expect(step);
         if (step.takes("screenshot")) return screenshot(step);
@@ -119,8 +129,8 @@ public final class Script {
         if (step.takes("tree")) return () -> System.out.print(device.treeText());
         throw new IllegalArgumentException(
                 "a line begins with one of: tap, tap and hold, double tap, drag, type, enter, press, choose, "
-                        + "menu, file, cancel file, wait for, wait until, expect, screenshot, compare, close, "
-                        + "tree");
+                        + "menu, file, cancel file, wait for, wait until, stop clock, run clock, pass, expect, "
+                        + "screenshot, compare, close, tree");
     }
 
     /** A control: {@code button "OK"}, {@code "OK"}, {@code text 2}, {@code text labelled "Name"}. */
@@ -305,6 +315,20 @@ public final class Script {
                 device.waitUntil(
                         Device.describe(finder.kind, finder.text) + " is gone",
                         () -> !device.shows(finder.kind, finder.text));
+    }
+
+    private Runnable pass(Step step) {
+        int number = step.numberOr(0);
+        if (number == 0) throw new IllegalArgumentException("a time such as 10 min is missing" + step.atNext());
+        int milliseconds = number * unit(step);
+        return () -> device.passTime(milliseconds);
+    }
+
+    private static int unit(Step step) {
+        if (step.takes("ms")) return 1;
+        if (step.takes("s")) return 1000;
+        if (step.takes("min")) return 60_000;
+        throw new IllegalArgumentException("ms, s or min is missing" + step.atNext());
     }
 
     private Runnable expectNo(Step step) {
