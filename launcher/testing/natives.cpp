@@ -93,3 +93,9 @@ NATIVE(void, passTime, jint milliseconds) { Emulator_PassTime(milliseconds); }
 NATIVE(jlong, time) { return Emulator_GetTime(); }
 
 NATIVE(jlong, nextDue) { return Emulator_GetNextDue(); }
+
+NATIVE(void, setSecurityManager, jobject manager) {
+    jclass system = env->FindClass("java/lang/System");
+    jfieldID field = env->GetStaticFieldID(system, "security", "Ljava/lang/SecurityManager;");
+    if (field) env->SetStaticObjectField(system, field, manager);
+}

@@ -2,58 +2,56 @@ package com.nuvik.testing;
 
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
+import java.util.ArrayList;
+import java.util.List;
 
 /** An application that runs in this process, on threads of its own. */
 final class Application {
     private static final long STACK_BYTES = 8 << 20; // as much as the launcher gives a main thread
-
-    /** Whether the application may end the whole process: a script is at its last line. */
-    static volatile boolean mayExit;
-
-    private static volatile Application current;
-
-    static {
-        Runtime.getRuntime().addShutdownHook(new Thread(Application::tellOfExit));
-    }
+    private static final int FAILED = 1; // the exit code of a program that an exception ends
+    private static final int ROUNDS_OF_STOP = 25;
 
     final Class<?> mainClass;
-    private final ThreadGroup threads;
+    private final Threads threads = new Threads();
     private final Thread thread;
     private volatile Throwable thrown;
+    private volatile Throwable uncaught; // the last of another thread
+    private volatile Integer exitCode; // of System.exit; null: it was not called
     private volatile boolean isStopped;
+
+    /** What a program runs in; System.exit from there ends it alone. */
+    private final class Threads extends ThreadGroup {
+        Threads() {
+            super("application");
+        }
+
+        Application application() {
+            return Application.this;
+        }
+
+        @Override
+        public void uncaughtException(Thread thread, Throwable exception) {
+            if (isStopped || exception instanceof ThreadDeath) return;
+            uncaught = exception;
+            super.uncaughtException(thread, exception);
+        }
+    }
 
     Application(Class<?> mainClass, String... arguments) {
         this.mainClass = mainClass;
         Method main = mainOf(mainClass);
-        threads = new ThreadGroup("application");
+        Emulated.setSecurityManager(new ExitGuard());
         thread = new Thread(threads, () -> run(main, arguments), mainClass.getSimpleName(), STACK_BYTES);
-        thread.setDaemon(true);
-        current = this;
+        thread.setDaemon(false);
         thread.start();
     }
 
-    /** An application that ends the process takes the tests that are left along: they must not pass. */
-    private static void tellOfExit() {
-        Application application = current;
-        if (application == null || mayExit) return;
-        Thread[] threads = new Thread[application.threads.activeCount()];
-        int count = application.threads.enumerate(threads);
-        for (int i = 0; i < count; i++) {
-            if (!isExiting(threads[i])) continue;
-            System.err.println(
-                    "zemvolt: " + application.mainClass.getSimpleName()
-                            + " has called System.exit, which ends the tests too; they have not passed");
-            Runtime.getRuntime().halt(1);
+    /** The application whose thread it is; null: nobody's. */
+    static Application of(Thread thread) {
+        for (ThreadGroup group = thread.getThreadGroup(); group != null; group = group.getParent()) {
+            if (group instanceof Threads) return ((Threads) group).application();
         }
-    }
-
-    private static boolean isExiting(Thread thread) {
-        for (StackTraceElement element : thread.getStackTrace()) {
-            if (element.getClassName().equals("java.lang.Runtime") && element.getMethodName().equals("exit")) {
-                return true;
-            }
-        }
-        return false;
+        return null;
     }
 
     private static Method mainOf(Class<?> mainClass) {
@@ -75,22 +73,50 @@ final class Application {
         } catch (IllegalAccessException | RuntimeException notStarted) {
             thrown = notStarted;
         } catch (ThreadDeath stopped) {
-            // The test is over.
+            // The test is over, or the application has called System.exit.
         }
     }
 
-    boolean hasEnded() {
-        return !thread.isAlive();
+    /** Its threads that keep it running, as those of a process do. */
+    private List<Thread> running() {
+        Thread[] all;
+        int count;
+        do {
+            all = new Thread[threads.activeCount() + 16];
+            count = threads.enumerate(all);
+        } while (count == all.length);
+        List<Thread> running = new ArrayList<>();
+        for (int i = 0; i < count; i++) if (!all[i].isDaemon()) running.add(all[i]);
+        return running;
     }
 
-    /** What main has thrown; null for nothing. */
+    boolean hasEnded() {
+        return running().isEmpty();
+    }
+
+    /** What main has thrown, or what has ended the last of its threads; null for nothing. */
     Throwable thrown() {
-        return thrown;
+        return thrown != null || !hasEnded() ? thrown : uncaught;
+    }
+
+    /** Whether it has called System.exit, and may still be about to end. */
+    boolean isExiting() {
+        return exitCode != null;
+    }
+
+    /** Of one that has ended, as a process has it. */
+    int exitCode() {
+        if (exitCode != null) return exitCode;
+        return thrown == null ? 0 : FAILED;
     }
 
     void awaitEnd(long milliseconds) {
+        long deadline = System.nanoTime() + milliseconds * 1_000_000;
         try {
-            thread.join(milliseconds);
+            for (Thread each : running()) {
+                long left = (deadline - System.nanoTime()) / 1_000_000;
+                each.join(Math.max(1, left));
+            }
         } catch (InterruptedException interrupted) {
             throw new IllegalStateException(interrupted);
         }
@@ -105,19 +131,34 @@ final class Application {
         return text.toString();
     }
 
-    /** Ends all its threads, wherever they are: it is asked nothing, and saves nothing. */
-    @SuppressWarnings({"deprecation", "removal"})
-    void stop(long milliseconds) {
+    /** Ends it as System.exit ends a process; the caller, one of its threads, does not return. */
+    void exit(int code, long milliseconds) {
+        if (exitCode == null) exitCode = code;
         isStopped = true;
-        threads.stop();
-        long deadline = System.nanoTime() + milliseconds * 1_000_000;
-        while (!hasEnded() && System.nanoTime() < deadline) {
-            Emulated.quit(); // once for each loop that it is in
-            awaitEnd(20);
-        }
+        Thread ender = new Thread(threads.getParent(), () -> endThreads(milliseconds), "end of " + mainClass.getSimpleName());
+        ender.setDaemon(true);
+        ender.start();
+        throw new ThreadDeath();
+    }
+
+    /** Ends all its threads, wherever they are: it is asked nothing, and saves nothing. */
+    void stop(long milliseconds) {
+        endThreads(milliseconds);
         if (!hasEnded()) {
             throw new TestFailure(
                     mainClass.getSimpleName() + " cannot be ended; its thread is here:\n" + stack());
+        }
+    }
+
+    @SuppressWarnings({"deprecation", "removal"})
+    private void endThreads(long milliseconds) {
+        isStopped = true;
+        long deadline = System.nanoTime() + milliseconds * 1_000_000;
+        for (int round = 0; round == 0 || (!hasEnded() && System.nanoTime() < deadline); round++) {
+            if (round % ROUNDS_OF_STOP == 0) threads.stop(); // again for who has caught that
+            if (hasEnded()) return;
+            Emulated.quit(); // once for each loop that it is in
+            awaitEnd(20);
         }
     }
 }

@@ -28,6 +28,7 @@ public final class Device {
 
     private int patience = DEFAULT_PATIENCE;
     private Application application;
+    private boolean wasAskedForCode; // why the application has ended
     private Recording recording; // null: none
     private Path sounds; // where they are kept; null: nowhere
     private DeviceClock clock; // while it is this one's; null: it is nobody's
@@ -53,12 +54,12 @@ public final class Device {
      * @param arguments what main is given
      */
     public void start(Class<?> mainClass, String... arguments) {
+        if (application != null && application.isExiting()) application.awaitEnd(patience);
         if (application != null && !application.hasEnded()) {
-            throw new TestFailure(
-                    application.mainClass.getSimpleName()
-                            + " still runs: there is one application at a time");
+            throw new TestFailure(named() + " still runs: there is one application at a time");
         }
         Emulated.screenSize(); // fails first where there is no device
+        wasAskedForCode = false;
         application = new Application(mainClass, arguments);
         long deadline = deadline();
         while (!application.hasEnded() && !showsWindow()) {
@@ -74,13 +75,25 @@ public final class Device {
         return false;
     }
 
-    /** Ends the application, wherever it is. It is asked nothing, and saves nothing. */
+    /**
+     * Ends the application, wherever it is. It is asked nothing, and saves nothing. One that has ended by
+     * {@code System.exit} with another code than 0 fails, unless {@link #exitCode} was asked.
+     */
     public void stop() {
         if (application != null) application.stop(patience);
         for (Failure failure : Failure.values()) fail(failure, 0);
         forgetSounds();
         if (clock != null) clock.leave();
         clock = null;
+        boolean isUnexpected = application != null && application.isExiting() && !wasAskedForCode;
+        wasAskedForCode = true;
+        if (isUnexpected && application.exitCode() != 0) {
+            throw new TestFailure(named() + " has called System.exit(" + application.exitCode() + ")");
+        }
+    }
+
+    private String named() {
+        return application == null ? "the application" : application.mainClass.getSimpleName();
     }
 
     /**
@@ -94,22 +107,38 @@ public final class Device {
 
     /** Waits until the application has ended by itself, and fails when it threw something. */
     public void awaitEnd() {
+        awaitEndOfAny();
+        mustNotHaveThrown();
+    }
+
+    private void awaitEndOfAny() {
+        if (application == null) throw new TestFailure("no application was started");
         application.awaitEnd(patience);
         if (!application.hasEnded()) throw busyOr("has not ended");
-        mustNotHaveThrown();
+    }
+
+    /**
+     * The code that the application ends with, which is waited for: that of {@code System.exit}, 1 when main
+     * has thrown something, and otherwise 0.
+     *
+     * @return the code
+     */
+    public int exitCode() {
+        awaitEndOfAny();
+        wasAskedForCode = true;
+        return application.exitCode();
     }
 
     private void mustNotHaveThrown() {
         if (application == null || application.thrown() == null) return;
         throw new TestFailure(
-                application.mainClass.getSimpleName() + " has ended by " + application.thrown(),
+                named() + " has ended by " + application.thrown(),
                 application.thrown());
     }
 
     private TestFailure busyOr(String what) {
-        String name = application == null ? "the application" : application.mainClass.getSimpleName();
         String stack = application == null ? "" : "; its main thread is here:\n" + application.stack();
-        return new TestFailure(name + " " + what + " for " + patience / 1000.0 + " seconds" + stack);
+        return new TestFailure(named() + " " + what + " for " + patience / 1000.0 + " seconds" + stack);
     }
 
     // Waiting
@@ -294,7 +323,7 @@ public final class Device {
         List<Part> found = matching(tree.parts, kind, null, true);
         if (number >= 1 && number <= found.size()) return new Control(this, found.get(number - 1));
         throw new TestFailure(
-                "there is no " + kind + " number " + number + "; there are " + found.size());
+                "there is no " + kind + " number " + number + "; there are " + found.size() + whenEnded());
     }
 
     /**
@@ -364,7 +393,12 @@ public final class Device {
                     + describe(kind, text) + "; find one by its number, or in what it lies in");
         }
         if (found.size() == 1) return found.get(0);
-        throw new TestFailure("there is no " + describe(kind, text) + nearTo(parts, kind, text));
+        throw new TestFailure("there is no " + describe(kind, text) + nearTo(parts, kind, text) + whenEnded());
+    }
+
+    private String whenEnded() {
+        if (application == null || !hasEnded()) return "";
+        return "; " + named() + " has ended, with exit code " + application.exitCode();
     }
 
     private static List<Part> matching(List<Part> parts, Kind kind, String text, boolean shownOnly) {

@@ -66,4 +66,8 @@ final class Emulated {
     static native long nextDue();
 
     static native void quit();
+
+    /** As {@code System.setSecurityManager}, which warns of itself on standard error. */
+    @SuppressWarnings("removal")
+    static native void setSecurityManager(SecurityManager manager);
 }

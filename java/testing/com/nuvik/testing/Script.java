@@ -80,9 +80,9 @@ public final class Script {
             device.start(application, arguments);
             for (int i = 0; i < steps.size(); i++) {
                 at = file + ":" + steps.get(i).line + ": " + steps.get(i).text;
-                Application.mayExit = i == steps.size() - 1;
                 deeds.get(i).run();
             }
+            at = file;
             device.stop();
             return true;
         } catch (ClassNotFoundException missing) {
@@ -121,6 +121,7 @@ public final class Script {
         if (step.takes("stop clock")) return device::stopClock;
         if (step.takes("run clock")) return device::runClock;
         if (step.takes("pass")) return pass(step);
+        if (step.takes("expect exit code")) return expectExitCode(step);
         if (step.takes("expect no")) return expectNo(step);
         if (step.takes("expect")) return expect(step);
         if (step.takes("screenshot")) return screenshot(step);
@@ -329,6 +330,15 @@ public final class Script {
         if (step.takes("s")) return 1000;
         if (step.takes("min")) return 60_000;
         throw new IllegalArgumentException("ms, s or min is missing" + step.atNext());
+    }
+
+    private Runnable expectExitCode(Step step) {
+        int wanted = step.numberOr(-1);
+        if (wanted < 0) throw new IllegalArgumentException("a number is missing" + step.atNext());
+        return () -> {
+            int code = device.exitCode();
+            if (code != wanted) throw new TestFailure("the exit code is " + code + " and not " + wanted);
+        };
     }
 
     private Runnable expectNo(Step step) {

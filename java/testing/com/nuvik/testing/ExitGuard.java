@@ -1,0 +1,21 @@
+package com.nuvik.testing;
+
+import java.security.Permission;
+
+/** Lets System.exit of an application end it, and not the tests. Everything else is allowed. */
+@SuppressWarnings("removal")
+final class ExitGuard extends SecurityManager {
+    private static final int PATIENCE = 20_000;
+
+    @Override
+    public void checkExit(int code) {
+        Application application = Application.of(Thread.currentThread());
+        if (application != null) application.exit(code, PATIENCE);
+    }
+
+    @Override
+    public void checkPermission(Permission permission) {}
+
+    @Override
+    public void checkPermission(Permission permission, Object context) {}
+}
