@@ -287,13 +287,13 @@ TEST_F(LifetimesTest, a_press_leaves_nothing_of_a_window_that_goes) {
     jint shell = newShell();
     jint button = newControl(OS::PushButton_New, shell);
     listen(button);
-    vm.behavior["pointerDown"] = [](const std::vector<jint>&) { return 2; };
     HWND window = windowOf(button);
     SendMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
     SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
     const PointerState& pointer = reinterpret_cast<DisplayRecord*>(display)->pointer;
     EXPECT_EQ(pointer.lastPress, window);
     EXPECT_EQ(pointer.under, window);
+    EXPECT_EQ(reinterpret_cast<jint>(pointer.tap.control), button);
     DestroyWindow(window);
     EXPECT_EQ(pointer.lastPress, nullptr);
     EXPECT_EQ(pointer.under, nullptr);

@@ -166,7 +166,11 @@ TEST_F(PointerTest, a_move_with_the_button_held_becomes_a_drag_when_the_time_has
     send(WM_LBUTTONUP, 0, 40, 40);
 }
 
-TEST_F(PointerTest, a_move_without_the_capture_is_a_move) {
+TEST_F(PointerTest, a_move_without_the_capture_or_the_press_is_a_move) {
+    pointer().doubleClickDeadline = GetTickCount() - 1;
+    send(WM_MOUSEMOVE, 0, 3, 4);
+    EXPECT_EQ(vm.takeEvents().back(), fired::pointer(pointerMove, 3, 4, buttonNone));
+    SetCapture(windowOf(control));
     send(WM_MOUSEMOVE, 0, 3, 4);
     EXPECT_EQ(vm.takeEvents().back(), fired::pointer(pointerMove, 3, 4, buttonNone));
 }
