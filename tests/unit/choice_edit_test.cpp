@@ -142,6 +142,16 @@ TEST_F(ChoiceEditTest, focus_goes_on_to_the_field) {
     EXPECT_EQ(passedOn, (std::vector<UINT>{WM_SETFOCUS, WM_KILLFOCUS, WM_SETFOCUS, WM_KILLFOCUS}));
 }
 
+TEST_F(ChoiceEditTest, leaves_what_comes_without_its_choice_to_the_system) {
+    LONG userData = SetWindowLongW(record->hwnd, GWL_USERDATA, 0);
+    recordPassedOn();
+    for (UINT message : {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_KILLFOCUS})
+        EXPECT_EQ(sendEdit(message, 'A', 1), 0) << message;
+    EXPECT_TRUE(passedOn.empty());
+    EXPECT_TRUE(vm.takeEvents().empty());
+    SetWindowLongW(record->hwnd, GWL_USERDATA, userData);
+}
+
 TEST_F(ChoiceEditTest, removing_its_last_item_repaints_nothing) {
     call(OS::Choice_AddItem, choice, vm.newString(u"item"), -1);
     dispatchAll();

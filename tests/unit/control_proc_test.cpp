@@ -185,6 +185,15 @@ TEST_F(ControlProcTest, a_control_that_goes_in_its_classes_hands_is_not_touched_
     ReleaseDC(nullptr, context);
 }
 
+static LRESULT CALLBACK answerSeven(HWND, UINT, WPARAM, LPARAM) { return 7; }
+
+TEST_F(ControlProcTest, messages_that_nobody_knows_are_the_classes_to_answer) {
+    WNDPROC classProc = std::exchange(record(composite)->classProc, answerSeven);
+    for (UINT message : {UINT(WM_USER), UINT(WM_APP), UINT(WM_APP + 0x1000), 0xC000u})
+        EXPECT_EQ(sendTo(composite, message), 7) << message;
+    record(composite)->classProc = classProc;
+}
+
 // A device context of its own, so that nothing else paints into it.
 struct Canvas {
     HDC context = CreateCompatibleDC(nullptr);

@@ -110,7 +110,7 @@ namespace {
 
 struct Script {
     HRESULT createDecoder = S_OK, begin = S_OK, decode = S_OK;
-    bool makesImage = true;
+    bool makesDecoder = true, makesImage = true;
     Events calls;
 };
 Script* script;
@@ -174,7 +174,8 @@ struct ScriptedFactory : IImagingFactory {
         EXPECT_NE(stream, nullptr);
         EXPECT_EQ(flags, 0u);
         script->calls.push_back("create decoder");
-        *decoder = SUCCEEDED(script->createDecoder) ? &scriptedDecoder : nullptr;
+        bool makes = SUCCEEDED(script->createDecoder) && script->makesDecoder;
+        *decoder = makes ? &scriptedDecoder : nullptr;
         return script->createDecoder;
     }
 } scriptedFactory;
@@ -221,6 +222,12 @@ TEST_F(ScriptedDecodingTest, decoder_is_led_through_its_steps) {
 
 TEST_F(ScriptedDecodingTest, decoder_that_cannot_be_made) {
     answers.createDecoder = E_OUTOFMEMORY;
+    expectNoImage({1}, -6, noDecoder);
+    EXPECT_EQ(answers.calls, (Events{"create decoder", "release factory"}));
+}
+
+TEST_F(ScriptedDecodingTest, decoder_that_is_not_made_all_the_same) {
+    answers.makesDecoder = false;
     expectNoImage({1}, -6, noDecoder);
     EXPECT_EQ(answers.calls, (Events{"create decoder", "release factory"}));
 }

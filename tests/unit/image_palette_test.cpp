@@ -141,6 +141,14 @@ TEST_F(ImageTest, of_indices_without_transparency_has_none) {
     disposeImage(image);
 }
 
+TEST_F(ImageTest, of_indices_has_no_color_before_its_palette) {
+    for (jint index : {-2, -1000000, INT_MIN}) {
+        jint image = newIndexed(1, 1, {0}, 1, 8, paletteOfLength(4), index);
+        EXPECT_EQ(recordOf(image)->transparentColor, 0u) << index;
+        disposeImage(image);
+    }
+}
+
 TEST_F(ImageTest, of_indices_knows_its_transparent_index_and_color) {
     jint image = newIndexed(1, 1, {0}, 1, 8, paletteOfLength(4), 2);
     EXPECT_EQ(transparencyOf(image), 2);

@@ -55,6 +55,14 @@ TEST_F(ImageTest, of_a_size_is_filled_at_every_width) {
     }
 }
 
+// The system takes a negative height for rows that run upwards.
+TEST_F(ImageTest, of_a_negative_height_is_not_filled) {
+    jint image = newImage(4, -2, 0x123456);
+    ASSERT_NE(image, 0);
+    for (jbyte byte : storedIn(image)) EXPECT_EQ(byte, 0);
+    disposeImage(image);
+}
+
 TEST_F(ImageTest, of_a_size_is_direct_and_without_transparency) {
     jint image = newImage(5, 7, 0x123456);
     EXPECT_TRUE(isDirect(image));

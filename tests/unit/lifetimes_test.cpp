@@ -242,6 +242,18 @@ TEST_F(LifetimesTest, an_item_that_goes_leaves_a_sub_menu_with_the_last_that_sho
     dispose(menu);
 }
 
+TEST_F(LifetimesTest, a_menu_that_goes_leaves_the_items_of_other_menus_alone) {
+    jint shell = newShell();
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint going = newMenu(OS::DropDownMenu_New, shell);
+    jint staying = newMenu(OS::DropDownMenu_New, shell);
+    jint item = newItem(OS::CascadeMenuItem_New, menu);
+    setSubMenu(item, staying);
+    dispose(going);
+    EXPECT_EQ(reinterpret_cast<jint>(reinterpret_cast<MenuItemRecord*>(item)->subMenu), staying);
+    for (jint widget : {item, staying, menu}) dispose(widget);
+}
+
 TEST_F(LifetimesTest, a_menu_bar_leaves_every_shell_that_shows_it) {
     jint shells[] = {newShell(), newShell()};
     jint bar = newMenu(OS::MenuBar_New, shells[0]);

@@ -1,5 +1,6 @@
 #include "control/scrollable.h"
 #include "device.h"
+#include "faults.h"
 
 class ScrollableTest : public DeviceTest {
   protected:
@@ -95,9 +96,11 @@ TEST_F(ScrollableTest, a_notification_of_a_stranger_is_offered_to_no_child) {
     for (HWND sender : {windowOf(stranger), windowOf(outer), HWND(nullptr)}) {
         NMHDR header = {sender, 0, 1};
         notified.clear();
+        Faults faults;
         EXPECT_EQ(SendMessageW(windowOf(outer), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header)),
                   0);
         EXPECT_TRUE(notified.empty());
+        EXPECT_EQ(faults.countCalls("SendMessageW"), 0) << "nor to no window";
     }
     SetWindowLongW(windowOf(child), GWL_WNDPROC, reinterpret_cast<LONG>(childProc));
 }

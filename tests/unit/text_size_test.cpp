@@ -49,6 +49,18 @@ TEST_F(TextTest, prefers_the_size_of_its_text) {
         << "lines without width";
 }
 
+static LRESULT WINAPI countNoLines(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return message == EM_GETLINECOUNT ? 0 : SendMessageW(window, message, wParam, lParam);
+}
+
+TEST_F(TextTest, prefers_a_height_of_its_own_when_it_counts_no_lines) {
+    jint field = newField();
+    setText(field, u"x");
+    Faults faults;
+    faults.replace("SendMessageW", reinterpret_cast<void*>(countNoLines));
+    EXPECT_EQ(minimumSize(field)[1], 64);
+}
+
 TEST_F(TextTest, minimum_sizes_count_columns_and_rows) {
     jint one = GetSystemMetrics(SM_CXBORDER);
     jint barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
