@@ -246,8 +246,11 @@ static bool isReleasedByLast(DisplayRecord* display) {
     return --display->owners == 0;
 }
 
+// A control may have asked for the font when the display had ended.
 void Display_Release(DisplayRecord* display) {
-    if (isReleasedByLast(display)) freeBlock(display);
+    if (!isReleasedByLast(display)) return;
+    Font_Dispose(display->systemFont, nullptr);
+    freeBlock(display);
 }
 
 static BOOL destroyWithoutDisplay(const DisplayRecord* display, HWND window) {

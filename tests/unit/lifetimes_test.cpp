@@ -147,6 +147,17 @@ TEST_F(LifetimesTest, a_child_shell_whose_owner_goes_while_it_is_made_is_an_erro
     expectReport("Shell_NewChild", -3, u"Unable to create window::");
 }
 
+TEST_F(LifetimesTest,
+       a_default_font_that_is_asked_for_after_the_display_goes_with_the_last_widget) {
+    NoLeaks noLeaks;
+    jint second = call(OS::Display_New);
+    jint shell = call(OS::Shell_New, second, 0);
+    call(OS::Device_Dispose, second);
+    EXPECT_NE(call(OS::Control_GetDefaultFont, shell), 0);
+    call(OS::Widget_Dispose, shell);
+    dispatchAll();
+}
+
 TEST_F(LifetimesTest, a_display_ends_on_its_own_thread) {
     NoLeaks noLeaks;
     jint second = call(OS::Display_New);
