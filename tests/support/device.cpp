@@ -39,10 +39,14 @@ DeviceTest::DeviceTest() { openDisplay(); }
 
 void DeviceTest::openDisplay() {
     display = call(OS::Display_New);
-    call(OS::Display_InitCallbacks, display, vm.newObject("test/Display"));
+    registerCallbacks(display);
+}
+
+void DeviceTest::registerCallbacks(jint ofDisplay) {
+    call(OS::Display_InitCallbacks, ofDisplay, vm.newObject("test/Display"));
     std::vector<std::string> methods;
     for (const auto& callback : callbacks) {
-        call(OS::Display_RegisterCallback, display, callback.id, vm.newString(wide(listener)),
+        call(OS::Display_RegisterCallback, ofDisplay, callback.id, vm.newString(wide(listener)),
              vm.newString(wide(callback.method)));
         methods.push_back(std::string(callback.method) + callback.signature);
     }

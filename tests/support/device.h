@@ -23,6 +23,8 @@ class DeviceTest : public testing::Test {
 
     // Makes it, with a method for every callback.
     void openDisplay();
+    // A method for every callback of a display without any.
+    void registerCallbacks(jint ofDisplay);
 
     template <class Signature, class... Arguments>
     auto call(const Native<Signature>& native, Arguments... arguments) {

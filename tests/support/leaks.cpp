@@ -35,7 +35,15 @@ static BOOL CALLBACK countChild(HWND, LPARAM count) {
     return TRUE;
 }
 
+// The device's own, wherever a control asks for it.
+static bool isInputPanel(HWND window) {
+    wchar_t name[16];
+    GetClassNameW(window, name, 16);
+    return lstrcmpW(name, L"SipWndClass") == 0;
+}
+
 static BOOL CALLBACK countTop(HWND window, LPARAM count) {
+    if (isInputPanel(window)) return TRUE;
     ++*reinterpret_cast<int*>(count);
     EnumChildWindows(window, countChild, count);
     return TRUE;
