@@ -57,6 +57,10 @@ NATIVE(void, quit) {
     HWND display = displayWindow();
     if (!display) return;
     DWORD thread = GetWindowThreadProcessId(display, nullptr);
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof(info);
+    bool isInMenu = GetGUIThreadInfo(thread, &info) && info.hwndMenuOwner;
+    if (isInMenu) PostMessageW(info.hwndMenuOwner, WM_CANCELMODE, 0, 0);
     PostThreadMessageW(thread, WM_QUIT, 0, 0);
     PostMessageW(display, WM_NULL, 0, 0);
 }

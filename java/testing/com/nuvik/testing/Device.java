@@ -175,12 +175,14 @@ public final class Device {
         long deadline = deadline();
         long latest = standsClock() ? Emulated.time() + patience : 0;
         awaitIdle();
-        while (!condition.getAsBoolean()) {
+        while (true) {
+            boolean hasEnded = hasEnded(); // before it is asked for what was done last
+            if (condition.getAsBoolean()) return;
             mustNotHaveThrown();
             if (isOver(deadline)) {
                 throw new TestFailure("it is not so after " + patience / 1000.0 + " seconds: " + what);
             }
-            if (hasEnded()) throw new TestFailure("the application has ended before this: " + what);
+            if (hasEnded) throw new TestFailure("the application has ended before this: " + what);
             if (standsClock() && Threads.areAtRest()) passToNext(latest, condition, what);
             awaitIdle();
         }

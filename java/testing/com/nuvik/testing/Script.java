@@ -6,8 +6,12 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.Paths;
 import java.util.ArrayList;
+import java.util.Collection;
+import java.util.LinkedHashMap;
 import java.util.List;
+import java.util.Map;
 import java.util.function.Consumer;
+import java.util.function.Predicate;
 import java.util.function.Supplier;
 
 /**
@@ -20,12 +24,32 @@ public final class Script {
     private static final int FAILED = 1;
     private static final int WRONG = 2;
 
-    private final Device device = new Device();
+    private final Device device;
     private final List<Step> steps = new ArrayList<>();
     private final List<Runnable> deeds = new ArrayList<>();
-    private Said said;
+    private final Said said = Said.listen();
 
-    private Script() {}
+    /**
+     * A script without lines.
+     *
+     * @param device the device that it plays on
+     */
+    public Script(Device device) {
+        this.device = device;
+    }
+
+    /**
+     * Does what a line says, with the application that runs.
+     *
+     * @param line the line
+     * @throws IllegalArgumentException when it is wrong
+     */
+    public void play(String line) {
+        Step step = new Step(1, line);
+        Runnable deed = deedOf(step);
+        step.mustBeAtEnd();
+        deed.run();
+    }
 
     /**
      * Plays or checks a script.
@@ -35,7 +59,7 @@ public final class Script {
     public static void main(String[] words) {
         boolean checksOnly = words[0].equals("--check");
         String file = words[checksOnly ? 1 : 0];
-        Script script = new Script();
+        Script script = new Script(new Device());
         boolean isRight = script.read(file);
         if (!isRight) System.exit(WRONG);
         if (checksOnly) return;
@@ -72,7 +96,6 @@ public final class Script {
     }
 
     private boolean play(String file, String mainClass, String[] arguments) {
-        said = Said.listen();
         String at = file;
         try {
             Class<?> application = Class.forName(mainClass);
@@ -101,48 +124,85 @@ public final class Script {
 
     // The words
 
+    /** What reads the rest of a line and makes a deed of it. */
+    private interface Word {
+        Runnable read(Script script, Step step);
+    }
+
+    private static final Map<String, Word> WORDS = new LinkedHashMap<>();
+    private static final Map<String, Predicate<Control>> STATES = new LinkedHashMap<>();
+
+    static {
+        WORDS.put("tap", Script::tap);
+        WORDS.put("tap and hold", Script::tapAndHold);
+        WORDS.put("double tap", (script, step) -> script.onControl(step, Control::doubleTap));
+        WORDS.put("drag", Script::drag);
+        WORDS.put("type", Script::type);
+        WORDS.put("enter", Script::enter);
+        WORDS.put("press", (script, step) -> script.press(step.rest("the name of a key")));
+        WORDS.put("choose", Script::choose);
+        WORDS.put("menu", Script::menu);
+        WORDS.put("file", (script, step) -> script.file(step.text()));
+        WORDS.put("cancel file", (script, step) -> () -> script.device.fileDialog().cancel());
+        WORDS.put("wait for", Script::waitFor);
+        WORDS.put("wait for end", (script, step) -> script.device::awaitEnd);
+        WORDS.put("wait until said", Script::waitUntilSaid);
+        WORDS.put("wait until idle", (script, step) -> script.device::awaitIdle);
+        WORDS.put("wait until gone", Script::waitUntilGone);
+        WORDS.put("stop clock", (script, step) -> script.device::stopClock);
+        WORDS.put("run clock", (script, step) -> script.device::runClock);
+        WORDS.put("pass", Script::pass);
+        WORDS.put("expect", Script::expect);
+        WORDS.put("expect no", Script::expectNo);
+        WORDS.put("expect exit code", Script::expectExitCode);
+        WORDS.put("screenshot", Script::screenshot);
+        WORDS.put("compare", (script, step) -> script.compare(step.text()));
+        WORDS.put("close", (script, step) -> script.device::close);
+        WORDS.put("tree", (script, step) -> () -> System.out.print(script.device.treeText()));
+        STATES.put("checked", Control::isChecked);
+        STATES.put("enabled", Control::isEnabled);
+        STATES.put("focused", Control::isFocused);
+        STATES.put("selected", Control::isSelected);
+    }
+
+    /**
+     * What a line may begin with, and what may be expected of a control.
+     *
+     * @return the words, such as {@code tap and hold} and {@code expect checked}
+     */
+    public static List<String> words() {
+        List<String> words = new ArrayList<>(WORDS.keySet());
+        words.add("expect shows");
+        for (String state : STATES.keySet()) words.add("expect " + state);
+        return words;
+    }
+
     private Runnable deedOf(Step step) {
-        if (step.takes("tap and hold")) return tapAndHold(step);
-        if (step.takes("tap")) return tap(step);
-        if (step.takes("double tap")) return onControl(step, Control::doubleTap);
-        if (step.takes("drag")) return drag(step);
-        if (step.takes("type")) return type(step);
-        if (step.takes("enter")) return enter(step);
-        if (step.takes("press")) return press(step.rest("the name of a key"));
-        if (step.takes("choose")) return choose(step);
-        if (step.takes("menu")) return menu(step);
-        if (step.takes("file")) return file(step.text());
-        if (step.takes("cancel file")) return () -> device.fileDialog().cancel();
-        if (step.takes("wait for end")) return device::awaitEnd;
-        if (step.takes("wait until said")) return waitUntilSaid(step);
-        if (step.takes("wait until idle")) return device::awaitIdle;
-        if (step.takes("wait until gone")) return waitUntilGone(step);
-        if (step.takes("wait for")) return waitFor(step);
-        if (step.takes("stop clock")) return device::stopClock;
-        if (step.takes("run clock")) return device::runClock;
-        if (step.takes("pass")) return pass(step);
-        if (step.takes("expect exit code")) return expectExitCode(step);
-        if (step.takes("expect no")) return expectNo(step);
-        if (step.takes("expect")) return expect(step);
-        if (step.takes("screenshot")) return screenshot(step);
-        if (step.takes("compare")) return compare(step.text());
-        if (step.takes("close")) return device::close;
-        if (step.takes("tree")) return () -> System.out.print(device.treeText());
-        throw new IllegalArgumentException(
-                "a line begins with one of: tap, tap and hold, double tap, drag, type, enter, press, choose, "
-                        + "menu, file, cancel file, wait for, wait until, stop clock, run clock, pass, expect, "
-                        + "screenshot, compare, close, tree");
+        String longest = longestOf(WORDS.keySet(), step);
+        if (longest.isEmpty()) {
+            throw new IllegalArgumentException("a line begins with one of: " + String.join(", ", WORDS.keySet()));
+        }
+        step.mustTake(longest);
+        return WORDS.get(longest).read(this, step);
+    }
+
+    /** Which of several words comes next; empty: none. One may begin with another. */
+    private static String longestOf(Collection<String> words, Step step) {
+        String longest = "";
+        for (String word : words) if (word.length() > longest.length() && step.comes(word)) longest = word;
+        return longest;
+    }
+
+    private static List<String> kinds() {
+        List<String> kinds = new ArrayList<>();
+        for (Kind kind : Kind.values()) kinds.add(kind.toString());
+        return kinds;
     }
 
     /** A control: {@code button "OK"}, {@code "OK"}, {@code text 2}, {@code text labelled "Name"}. */
     private Finder finder(Step step) {
-        Kind kind = null;
-        for (Kind each : Kind.values()) {
-            if (step.takes(each.toString())) {
-                kind = each;
-                break;
-            }
-        }
+        Kind kind = Kind.named(longestOf(kinds(), step));
+        if (kind != null) step.mustTake(kind.toString());
         if (step.comesText()) return new Finder(kind, step.text(), false, 1);
         if (kind == null) throw new IllegalArgumentException("no control is told" + step.atNext());
         if (step.takes("labelled")) return new Finder(kind, step.text(), true, 1);
@@ -358,17 +418,11 @@ public final class Script {
         }
         boolean wanted = !step.takes("not");
         String not = wanted ? "" : "not ";
-        if (step.takes("checked")) {
-            return onControl(finder, control -> must(control.isChecked() == wanted, control, not + "checked"));
-        }
-        if (step.takes("enabled")) {
-            return onControl(finder, control -> must(control.isEnabled() == wanted, control, not + "enabled"));
-        }
-        if (step.takes("focused")) {
-            return onControl(finder, control -> must(control.isFocused() == wanted, control, not + "focused"));
-        }
-        if (step.takes("selected")) {
-            return onControl(finder, control -> must(control.isSelected() == wanted, control, not + "selected"));
+        for (Map.Entry<String, Predicate<Control>> state : STATES.entrySet()) {
+            if (!step.takes(state.getKey())) continue;
+            return onControl(
+                    finder,
+                    control -> must(state.getValue().test(control) == wanted, control, not + state.getKey()));
         }
         if (!wanted) throw new IllegalArgumentException("\"not\" of what is missing" + step.atNext());
         return onControl(finder, control -> must(control.isShown(), control, "shown"));

@@ -70,12 +70,17 @@ final class Step {
 
     /** Takes these words when they come next. */
     boolean takes(String phrase) {
+        if (!comes(phrase)) return false;
+        next += phrase.split(" ").length;
+        return true;
+    }
+
+    boolean comes(String phrase) {
         String[] wanted = phrase.split(" ");
         if (next + wanted.length > words.size()) return false;
         for (int i = 0; i < wanted.length; i++) {
             if (quoted.get(next + i) || !words.get(next + i).equals(wanted[i])) return false;
         }
-        next += wanted.length;
         return true;
     }
 

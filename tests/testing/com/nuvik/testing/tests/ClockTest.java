@@ -65,6 +65,20 @@ public class ClockTest {
         assertEquals("ready", said());
         pad.tap();
         assertEquals("tapped twice", said());
+        device.passTime(1000);
+        device.find(Kind.COMPOSITE, 2).tap();
+        device.passTime(1000);
+        device.button("seconds").tap();
+        pad.doubleTap();
+        assertEquals("tapped twice", said());
+    }
+
+    @Test
+    public void a_control_is_dragged_as_far_as_it_says() {
+        device.find(Kind.COMPOSITE, 1).drag(30, 5);
+        assertEquals("dragged 30,5", said());
+        device.find(Kind.COMPOSITE, 2).drag(-12, 40);
+        assertEquals("dragged -12,40", said());
     }
 
     @Test

@@ -2,6 +2,7 @@ package com.nuvik.testing.tests;
 
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
+import static org.junit.Assert.assertThrows;
 import static org.junit.Assert.assertTrue;
 
 import com.nuvik.examples.Form;
@@ -10,6 +11,11 @@ import com.nuvik.testing.Device;
 import com.nuvik.testing.DeviceRule;
 import com.nuvik.testing.FileDialog;
 import com.nuvik.testing.Kind;
+import com.nuvik.testing.TestFailure;
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.nio.file.Paths;
 import java.util.Arrays;
 import org.junit.Rule;
 import org.junit.Test;
@@ -73,5 +79,20 @@ public class FormTest {
         device.press("ctrl+s");
         device.fileDialog().cancel();
         assertFalse(device.shows(Kind.FILE_DIALOG, null));
+    }
+
+    @Test
+    public void a_dialog_is_led_into_a_folder() throws IOException {
+        Path folder = Paths.get(System.getProperty("zemvolt.storage"), "My Documents", "letters");
+        Files.createDirectories(folder);
+        Files.writeString(folder.resolve("ada.txt"), "");
+        device.press("ctrl+o");
+        FileDialog open = device.fileDialog();
+        assertFalse(open.files().contains("ada.txt"));
+        open.enterFolder("letters");
+        assertEquals("\\My Documents\\letters", open.folder());
+        assertEquals(Arrays.asList("ada.txt"), open.files());
+        open.cancel();
+        assertThrows(TestFailure.class, open::folder);
     }
 }

@@ -44,6 +44,9 @@ public final class Later {
                 OS.Composite_New(shell, Style.BORDER),
                 y,
                 new Listener() {
+                    private int fromX;
+                    private int fromY;
+
                     @Override
                     public int pointerDown(int x, int y) {
                         return gesture;
@@ -53,6 +56,12 @@ public final class Later {
                     public void pointer(int type, int x, int y, int button, int modifiers) {
                         if ((modifiers & Modifier.CONTEXT_GESTURE) != 0) say("held");
                         if (type == PointerType.DOUBLE_CLICK) say("tapped twice");
+                        if (type == PointerType.PRESS) {
+                            fromX = x;
+                            fromY = y;
+                        }
+                        boolean isAway = x != fromX || y != fromY;
+                        if (type == PointerType.RELEASE && isAway) say("dragged " + (x - fromX) + "," + (y - fromY));
                     }
                 });
     }

@@ -2,6 +2,7 @@ package com.nuvik.testing.tests;
 
 import static org.junit.Assert.assertEquals;
 import static org.junit.Assert.assertFalse;
+import static org.junit.Assert.assertThrows;
 import static org.junit.Assert.assertTrue;
 
 import com.nuvik.examples.Menus;
@@ -9,6 +10,7 @@ import com.nuvik.testing.Control;
 import com.nuvik.testing.Device;
 import com.nuvik.testing.DeviceRule;
 import com.nuvik.testing.Kind;
+import com.nuvik.testing.TestFailure;
 import java.util.Arrays;
 import org.junit.Rule;
 import org.junit.Test;
@@ -51,6 +53,29 @@ public class MenusTest {
         device.chooseMenu("Mark all");
         assertTrue(device.find(Kind.CHECK_BOX, "Point 1").isChecked());
         assertTrue(device.find(Kind.CHECK_BOX, "Point 2").isChecked());
+    }
+
+    @Test
+    public void it_is_stopped_while_its_menus_are_open() {
+        device.chooseMenu("View", "Text size");
+        device.stop();
+        assertTrue(device.hasEnded());
+    }
+
+    @Test
+    public void a_scroll_bar_tells_where_it_stands() {
+        Control bar = device.find(Kind.SCROLL_BAR, 1);
+        assertEquals(0, bar.scrollPosition());
+        bar.tapAt(bar.bounds()[2] / 2, bar.bounds()[3] - 7);
+        assertEquals(1, bar.scrollPosition());
+        Control list = device.find(Kind.COMPOSITE, 1);
+        assertEquals(0, list.scrollPosition());
+        list.tapAt(list.bounds()[2] * 97 / 100, list.bounds()[3] * 98 / 100);
+        assertEquals(30, list.scrollPosition());
+        Control box = device.find(Kind.CHECK_BOX, "Point 2");
+        assertEquals(
+                "the check box \"Point 2\" has no scroll bar that tells a value",
+                assertThrows(TestFailure.class, box::scrollPosition).getMessage());
     }
 
     @Test
