@@ -87,7 +87,7 @@ run_program() {
             shift
             ;;
         --class-path=*) words+=(-cp "$toolkit:${1#*=}") ;;
-        -jar) words+=("-Xbootclasspath/a:$toolkit" "$@") && break ;;
+        -jar) words+=(-cp "$toolkit" "$@") && break ;;
         -*) words+=("$1") ;;
         *) words+=(${script:+com.nuvik.testing.Script "$script"} "$@") && break ;; # what follows is the program's
         esac

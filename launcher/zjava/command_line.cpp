@@ -50,7 +50,8 @@ std::string parse(const std::vector<std::string>& words, CommandLine* commandLin
         if (next == words.size()) return "no class to run";
         commandLine->mainClass = words[next++];
     } else {
-        commandLine->classPath = commandLine->jarFile;
+        if (!commandLine->classPath.empty()) commandLine->classPath += ":";
+        commandLine->classPath += commandLine->jarFile;
     }
     commandLine->arguments.assign(words.begin() + next, words.end());
     return {};

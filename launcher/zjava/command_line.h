@@ -10,8 +10,8 @@ struct CommandLine {
     std::vector<std::string> vmOptions; // as JNI_CreateJavaVM wants them
     std::vector<Companion> companions;  // -companion:FILE.dll=class/Name, beside java's options
     Checking checking = Checking::off;  // -check[:report]
-    std::string classPath;
-    std::string mainClass; // empty with a jar file
+    std::string classPath;              // the jar file behind what -cp names
+    std::string mainClass;              // empty with a jar file
     std::string jarFile;
     std::vector<std::string> arguments;
 };
