@@ -20,14 +20,18 @@ bool isA(int kind, int other);
 // The number of the kind of a record; the record is there.
 int kindOf(const char* record);
 
-enum class Role { other, handle, array, count };
+enum class Role { other, handle, array };
+
+// What the length of an array follows from. src/bridge/handles.h says more of each.
+enum class Extent { any, counted, pixels, rows, scannedRows };
 
 struct CheckedParameter {
     const char* name;
     Role role;
-    int index = -1;            // of a handle: its kind; of a count: the parameter that it counts
-    bool maybeNone = false;    // 0 stands for none
+    int index = -1;         // of a handle: its kind; of a counted array: the parameter that counts
+    bool maybeNone = false; // 0 stands for none
     bool ofThisThread = false; // a display that only its own thread may give
+    Extent extent = Extent::any;
 };
 
 // Of one native.

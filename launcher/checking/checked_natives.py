@@ -16,16 +16,24 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "java"))
 from declarations import natives_of  # noqa: E402
 
 # What Java declares, and what an operation may take for it.
-NUMBERS = {"jint", "LONG", "DWORD", "CountOfArray"}
+NUMBERS = {"jint", "LONG", "DWORD"}
 TAKEN = {
     "int": NUMBERS,
     "boolean": {"bool"},
     "char": {"jchar"},
     "String": {"const wchar_t*", "jstring"},
     "Object": {"jobject"},
-    "int[]": {"IntArguments"},
-    "byte[]": {"ByteArguments"},
 }
+ARRAYS = {"int[]": "IntArguments", "byte[]": "ByteArguments"}
+# What the length of an array follows from, by its word.
+EXTENTS = {
+    "OfAnyLength": ("any", []),
+    "OfPixels": ("pixels", ["width", "height"]),
+    "OfRows": ("rows", ["width", "height", "bytesPerLine", "depth"]),
+    "OfScannedRows": ("scannedRows", ["width", "height", "offset", "scanSize"]),
+}
+ARRAY = re.compile(r"(?:(\w+)<)?(\w+Arguments)>?$")
+COUNT = re.compile(r"CountOfArray(?:s<(\d+)>)?$")
 HANDLE = re.compile(r"(?:(OrNone|OfThisThread|Lent)<(\w+Record)>|(\w+Record)\*|(HCURSOR))$")
 
 
@@ -65,10 +73,19 @@ def in_order(bases):
     return ordered
 
 
+# What its record's name would not tell.
+SPOKEN = {
+    "HCURSOR": "cursor",
+    "GraphicsRecord": "graphics context",
+    "OwnBarRecord": "scrollable's bar",
+    "TextRecord": "text component",
+}
+
+
 def spoken(record):
     """ButtonRecord is a button, TextFieldRecord a text field."""
-    if record == "HCURSOR":
-        return "cursor"
+    if record in SPOKEN:
+        return SPOKEN[record]
     words = re.findall(r"[A-Z][a-z]*", record.removesuffix("Record"))
     return " ".join(word.lower() for word in words)
 
@@ -89,7 +106,34 @@ class Operation:
         self.parameters = [one.rsplit(" ", 1) for one in kept]
 
 
-def parameter_row(name, java, taken, kinds, arrays):
+def counts_of(name, java, operation):
+    """Of each array that a number counts, that number's place."""
+    counts = {}
+    for index, (taken, _) in enumerate(operation.parameters):
+        count = COUNT.match(taken)
+        for array in range(index - int(count[1] or 1), index) if count else ():
+            if array < 0 or java[array][0] not in ARRAYS:
+                raise SystemExit(f"{name}: {taken} counts arrays that are not before it")
+            counts[array] = index
+    return counts
+
+
+def array_row(name, java, index, taken, counted_by):
+    """Of the parameter of that index, with what its length follows from."""
+    java_type, word = java[index]
+    if counted_by is not None and taken == ARRAYS[java_type]:
+        return '{"%s", Role::array, %d, false, false, Extent::counted}' % (word, counted_by)
+    array = ARRAY.match(taken)
+    if not array or array[2] != ARRAYS[java_type] or array[1] not in EXTENTS:
+        raise SystemExit(f"{name}: how long {word} has to be is not declared")
+    extent, names = EXTENTS[array[1]]
+    missing = set(names) - {one for _, one in java}
+    if missing:
+        raise SystemExit(f"{name}: the length of {word} follows from {missing}")
+    return '{"%s", Role::array, -1, false, false, Extent::%s}' % (word, extent)
+
+
+def parameter_row(name, java, taken, kinds):
     java_type, word = java
     handle = HANDLE.match(taken)
     if handle and java_type == "int":
@@ -98,24 +142,23 @@ def parameter_row(name, java, taken, kinds, arrays):
         maybe_none = word_of == "OrNone" or bool(system)
         traits = [str(flag).lower() for flag in (maybe_none, word_of == "OfThisThread")]
         return '{"%s", Role::handle, %d, %s}' % (word, kind, ", ".join(traits))
-    if taken not in TAKEN[java_type]:
+    is_count = java_type == "int" and COUNT.match(taken)
+    if not is_count and taken not in TAKEN[java_type]:
         raise SystemExit(f"{name}: what {taken} {word} is cannot be told from its declaration")
-    if taken == "CountOfArray":
-        if not arrays:
-            raise SystemExit(f"{name}: {word} counts an array, and none stands before it")
-        return '{"%s", Role::count, %d}' % (word, arrays[-1])
-    return '{"%s", Role::%s}' % (word, "array" if java_type.endswith("[]") else "other")
+    return '{"%s", Role::other}' % word
 
 
 def native_row(headers, kinds, name, java):
     operation = Operation(headers, name)
     if len(operation.parameters) != len(java):
         raise SystemExit(f"{name}: the operation takes something else than what Java declares")
-    rows, arrays = [], []
-    for index, (one, (taken, _)) in enumerate(zip(java, operation.parameters)):
-        rows.append(parameter_row(name, one, taken, kinds, arrays))
-        if one[0].endswith("[]"):
-            arrays.append(index)
+    counts = counts_of(name, java, operation)
+    rows = [
+        array_row(name, java, index, taken, counts.get(index))
+        if one[0] in ARRAYS
+        else parameter_row(name, one, taken, kinds)
+        for index, (one, (taken, _)) in enumerate(zip(java, operation.parameters))
+    ]
     made = HANDLE.match(operation.result)
     kind = kinds.index(made[2] or made[3] or made[4]) if made else -1
     lent = str(bool(made and made[1] == "Lent")).lower()

@@ -23,6 +23,7 @@ void Handles::add(Object object, Place made) {
     Entry before; // its places go without the lock
     Locked locked(&lock);
     object.number = ++lastNumber;
+    if (object.display == object.handle) object.displayNumber = object.number;
     Entry& entry = entries[object.handle];
     std::swap(before, entry);
     entry.object = object;

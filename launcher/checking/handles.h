@@ -20,7 +20,8 @@ struct Object {
     bool isGone = false;
     bool isLent = false;  // its owner ends it
     uint32_t display = 0; // the handle of the display that it belongs to, or is; 0: none
-    uint32_t owner = 0;   // who lends it, or what a graphics context draws on; 0: none
+    uint32_t displayNumber = 0;
+    uint32_t owner = 0; // who lends it, or what a graphics context draws on; 0: none
     uint32_t ownerNumber = 0;
     uint32_t thread = 0; // that made it
 };

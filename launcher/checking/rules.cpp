@@ -1,4 +1,5 @@
 #include "rules.h"
+#include "lengths.h"
 #include <array>
 #include <string.h>
 
@@ -44,14 +45,15 @@ static int graphicsKind() {
     return kind;
 }
 
-Object companionsControl(uint32_t handle, uint32_t display, uint32_t thread) {
+Object companionsControl(uint32_t handle, const Object& display, uint32_t thread) {
     // Nobody says what kind of control it is. This one may be given wherever any control may that
     // the public header lets a companion library make.
     static const int kind = kindOf("ScrollableRecord");
     Object object;
     object.handle = handle;
     object.kind = kind;
-    object.display = display;
+    object.display = display.handle;
+    object.displayNumber = display.number;
     object.thread = thread;
     return object;
 }
@@ -62,7 +64,9 @@ static Object lookUp(const Call& call, uint32_t handle) {
     Object object = call.handles->find(handle);
     uint32_t display = 0;
     if (isAlive(object) || !call.surroundings->isCompanionsControl(handle, &display)) return object;
-    call.handles->add(companionsControl(handle, display, call.surroundings->thread()), nullptr);
+    call.handles->add(
+        companionsControl(handle, call.handles->find(display), call.surroundings->thread()),
+        nullptr);
     return call.handles->find(handle);
 }
 
@@ -100,13 +104,21 @@ static Found checkThread(const Call& call, size_t index) {
                   call.handles->placesOf(handle).made, true};
 }
 
-// All that belong to a display belong to the same one.
+// All that belong to a display belong to the same one, and it is there. What a display leaves
+// behind is still to be disposed of.
 static Found checkDisplay(const Call& call, size_t index, uint32_t* common) {
     uint32_t handle = call.arguments[index];
-    uint32_t display = call.objects[index]->display;
-    if (!display) return {};
-    if (!*common) *common = display;
-    if (*common == display) return {};
+    const Object& object = *call.objects[index];
+    if (!object.display) return {};
+    Object display = call.handles->find(object.display);
+    bool isThere = display.number == object.displayNumber && !display.isGone;
+    if (!isThere && !call.native.ends)
+        return Misuse{call.telling(index) + ", " + withArticle(object.kind) +
+                          ", belongs to a display that was disposed of",
+                      display.isGone ? call.handles->placesOf(object.display).ended : nullptr,
+                      true};
+    if (!*common) *common = object.displayNumber;
+    if (*common == object.displayNumber) return {};
     return Misuse{call.telling(index) + " belongs to another display than what stands before it",
                   call.handles->placesOf(handle).made, true};
 }
@@ -142,20 +154,21 @@ static Found checkBar(const Call& call) {
                   call.handles->placesOf(call.arguments[1]).made, true};
 }
 
-static Found checkCount(const Call& call, size_t index) {
-    const CheckedParameter& parameter = call.native.parameters[index];
-    uint32_t array = call.arguments[parameter.index];
-    auto count = static_cast<int32_t>(call.arguments[index]);
-    int length = array ? call.surroundings->lengthOf(array) : 0;
-    if (!array || count <= length) return {};
-    std::string name = call.native.parameters[parameter.index].name;
-    return Misuse{call.naming(index) + " is " + std::to_string(count) + "; " + name +
-                      " has a length of " + std::to_string(length),
-                  nullptr, true};
+// What the library does without an array is documented, native by native.
+static Found checkLength(const Call& call, size_t index) {
+    uint32_t array = call.arguments[index];
+    if (!array) return {};
+    Elements used = elementsUsed(call.native, call.arguments, index);
+    int length = call.surroundings->lengthOf(array);
+    if (used.first >= 0 && used.end <= length) return {};
+    std::string wrong = used.first < 0 ? " is wanted from index " + std::to_string(used.first)
+                                       : " has a length of " + std::to_string(length) + "; " +
+                                             std::to_string(used.end) + " is wanted";
+    return Misuse{call.naming(index) + wrong + " (" + used.reason + ")", nullptr, true};
 }
 
 static Found checkBelonging(const Call& call) {
-    uint32_t display = 0;
+    uint32_t display = 0; // its number
     for (size_t i = 0; i < call.native.parameters.size(); ++i) {
         if (call.native.parameters[i].role != Role::handle || !call.arguments[i]) continue;
         if (Found misuse = checkThread(call, i)) return misuse;
@@ -173,8 +186,8 @@ std::optional<Misuse> findMisuse(const CheckedNative& native, const uint32_t* ar
             if (Found misuse = checkHandle(call, i)) return misuse;
     if (Found misuse = checkBelonging(call)) return misuse;
     for (size_t i = 0; i < native.parameters.size(); ++i)
-        if (native.parameters[i].role == Role::count)
-            if (Found misuse = checkCount(call, i)) return misuse;
+        if (native.parameters[i].role == Role::array)
+            if (Found misuse = checkLength(call, i)) return misuse;
     return {};
 }
 
@@ -189,7 +202,10 @@ Object madeBy(const CheckedNative& native, const uint32_t* arguments, uint32_t h
     Object first = isOfWidget ? handles->find(arguments[0]) : Object();
     bool isWidget = isA(native.made, widgetKind());
     if (native.made == displayKind()) object.display = handle;
-    if (isWidget) object.display = first.display;
+    if (isWidget) {
+        object.display = first.display;
+        object.displayNumber = first.displayNumber;
+    }
     // A control's own parts are lent by it, all else by its display.
     if (native.isLent && !isWidget) first = handles->find(first.display);
     if (native.isLent || native.made == graphicsKind()) {

@@ -31,4 +31,4 @@ Object madeBy(const CheckedNative& native, const uint32_t* arguments, uint32_t h
               Handles* handles, uint32_t thread);
 
 // A control that a companion library made.
-Object companionsControl(uint32_t handle, uint32_t display, uint32_t thread);
+Object companionsControl(uint32_t handle, const Object& display, uint32_t thread);

@@ -196,7 +196,8 @@ void noteCompanionsResult(JNIEnv* env, uint32_t result) {
     Object object = handles.find(result);
     if (object.number && !object.isGone) return;
     if (!surroundings.isCompanionsControl(result, &display)) return;
-    handles.add(companionsControl(result, display, GetCurrentThreadId()), here(env, "made here"));
+    handles.add(companionsControl(result, handles.find(display), GetCurrentThreadId()),
+                here(env, "made here"));
 }
 
 jobjectArray JNICALL leftHandles(JNIEnv* env, jclass) {

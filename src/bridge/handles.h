@@ -1,6 +1,7 @@
 #pragma once
-// What a declaration says of a handle beyond the kind of its record. To the compiler they are plain
-// pointers and numbers; the desk's checked mode reads the words.
+// What a declaration says of a handle beyond the kind of its record, and of how long an array has
+// to be. To the compiler they are plain pointers, numbers and arrays; the desk's checked mode reads
+// the words.
 
 #include <jni.h>
 
@@ -16,5 +17,24 @@ using OfThisThread = Record*;
 template <class Record>
 using Lent = Record*;
 
-// How many elements of the array before it count.
+// How many elements of the array before it count, or of so many arrays before it.
 using CountOfArray = jint;
+template <int arrays>
+using CountOfArrays = jint;
+
+// An array with an element for each pixel of width and height.
+template <class Array>
+using OfPixels = Array;
+
+// An array of height rows with bytesPerLine bytes each, of which width pixels of depth bits count.
+template <class Array>
+using OfRows = Array;
+
+// An array of height rows of width elements: the first begins at offset, each next scanSize
+// further.
+template <class Array>
+using OfScannedRows = Array;
+
+// An array that may have any length. The declaration says what a short one brings about.
+template <class Array>
+using OfAnyLength = Array;

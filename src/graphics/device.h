@@ -34,8 +34,9 @@ bool Device_IsDirect(DeviceRecord* device, ErrorRecord* error);
 ColorMasks Device_GetDirectPaletteMasks(DeviceRecord* device, ErrorRecord* error);
 
 // The system palette: as many entries as the depth counts, or as the shortest array has room for.
-void Device_GetIndexedPalette(DeviceRecord* device, ByteArguments reds, ByteArguments greens,
-                              ByteArguments blues, ErrorRecord* error);
+void Device_GetIndexedPalette(DeviceRecord* device, OfAnyLength<ByteArguments> reds,
+                              OfAnyLength<ByteArguments> greens, OfAnyLength<ByteArguments> blues,
+                              ErrorRecord* error);
 
 // Face names of either the scalable or the raster fonts, once for every font of a family.
 NativeStringList Device_GetTypefaces(DeviceRecord* device, bool scalable, ErrorRecord* error);

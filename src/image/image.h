@@ -63,15 +63,17 @@ ImageRecord* Image_NewFromSize(OrNone<DeviceRecord> device, jint width, jint hei
 // or -1 for none; alphaData: one byte for each pixel, or null. With either the image has 32 bits
 // per pixel. transparentColor: 0x00BBGGRR or -1. What an array is too short for is 0.
 ImageRecord* Image_NewFromIntData(OrNone<DeviceRecord> device, jint width, jint height,
-                                  IntArguments pixels, jint depth, jint transparentColor,
-                                  jint alpha, ByteArguments alphaData, ErrorRecord* error);
+                                  OfPixels<IntArguments> pixels, jint depth, jint transparentColor,
+                                  jint alpha, OfPixels<ByteArguments> alphaData,
+                                  ErrorRecord* error);
 
 // data: rows of bytesPerLine bytes, palette indices of 1, 2, 4 or 8 bits as depth says, leftmost
 // pixel in the highest bits. transparentIndex: -1 for none. What an array is too short for is 0.
 ImageRecord* Image_NewFromByteData(OrNone<DeviceRecord> device, jint width, jint height,
-                                   ByteArguments data, jint bytesPerLine, jint depth,
+                                   OfRows<ByteArguments> data, jint bytesPerLine, jint depth,
                                    ByteArguments reds, ByteArguments greens, ByteArguments blues,
-                                   jint paletteSize, jint transparentIndex, ErrorRecord* error);
+                                   CountOfArrays<3> paletteSize, jint transparentIndex,
+                                   ErrorRecord* error);
 
 // A copy with pixels of its own.
 ImageRecord* Image_NewFromHandle(OrNone<DeviceRecord> device, ImageRecord* image,
@@ -106,8 +108,9 @@ ColorMasks Image_GetDirectPaletteMasks(ImageRecord* image, ErrorRecord* error);
 
 // The palette of an indexed image: as many entries as it has, or as the shortest array has room
 // for.
-void Image_GetIndexedPalette(ImageRecord* image, ByteArguments reds, ByteArguments greens,
-                             ByteArguments blues, ErrorRecord* error);
+void Image_GetIndexedPalette(ImageRecord* image, OfAnyLength<ByteArguments> reds,
+                             OfAnyLength<ByteArguments> greens, OfAnyLength<ByteArguments> blues,
+                             ErrorRecord* error);
 
 // The pixels of a direct image row by row: 5-6-5 of 16 bits, 0xRRGGBB of 24, as they are of 32.
 NativeIntArray Image_GetPixelsHighColor(ImageRecord* image, ErrorRecord* error);
@@ -119,7 +122,7 @@ NativeByteArray Image_GetPixelsLowColor(ImageRecord* image, ErrorRecord* error);
 // depth's bytes are read as if they were 24-bit pixels; what lies outside the image or the array is
 // left out.
 void Image_GetRGB(ImageRecord* image, jint x, jint y, jint width, jint height, jint offset,
-                  jint scanSize, IntArguments out, ErrorRecord* error);
+                  jint scanSize, OfScannedRows<IntArguments> out, ErrorRecord* error);
 
 // One pixel of a 24-bit image, 0xRRGGBB; nothing happens outside the image.
 void Image_SetRGB(ImageRecord* image, jint x, jint y, jint rgb, ErrorRecord* error);

@@ -39,7 +39,7 @@ SoundRecord* Sound_New(ErrorRecord* error);
 // Returns when playing has begun; the file is not needed any more then. A sound that plays already
 // goes on, and the new one sounds on top of it. Errors: errorFailed for anything that cannot be
 // played, and for a file that is longer than its bytes.
-void Sound_Play(SoundRecord* sound, ByteArguments file, LONG length, LONG loops,
+void Sound_Play(SoundRecord* sound, OfAnyLength<ByteArguments> file, LONG length, LONG loops,
                 ErrorRecord* error);
 
 // Ends all that plays and returns when it has ended. Null is allowed.

@@ -9,6 +9,7 @@ namespace {
 
 constexpr uint32_t ownThread = 1, otherThread = 2, companionsHandle = 0x70000000;
 constexpr uint32_t rubbish = 0x12345678, noHandle = 0;
+constexpr uint32_t array = 0x5000;
 
 class FakeSurroundings : public Surroundings {
   public:
@@ -47,7 +48,10 @@ class CheckingTest : public testing::Test {
         object.kind = kind;
         object.thread = ownThread;
         bool isDisplay = isA(kind, kindOf("DisplayRecord"));
-        if (isA(kind, kindOf("WidgetRecord"))) object.display = display;
+        if (isA(kind, kindOf("WidgetRecord"))) {
+            object.display = display;
+            object.displayNumber = handles.find(display).number;
+        }
         if (isDisplay) object.display = object.handle;
         if (kind == kindOf("OwnBarRecord")) {
             object.owner = scrollable;
@@ -97,9 +101,13 @@ class CheckingTest : public testing::Test {
 
     template <class Look>
     void forEveryHandle(Look look) {
+        forEvery(Role::handle, look);
+    }
+    template <class Look>
+    void forEvery(Role role, Look look) {
         for (const CheckedNative& native : checkedNatives())
             for (size_t i = 0; i < native.parameters.size(); ++i) {
-                if (native.parameters[i].role != Role::handle) continue;
+                if (native.parameters[i].role != role) continue;
                 SCOPED_TRACE(std::string(native.name) + " " + native.parameters[i].name);
                 look(native, i);
             }
@@ -116,6 +124,8 @@ TEST_F(CheckingTest, every_native_is_known_with_its_arguments) {
         ASSERT_GE(mostParameters, native->parameters.size());
         for (size_t i = 0; i < declared.parameters.size(); ++i) {
             const Parameter& parameter = declared.parameters[i];
+            bool isArray = parameter.type.find("[]") != std::string::npos;
+            EXPECT_EQ(isArray, native->parameters[i].role == Role::array) << parameter.name;
             if (parameter.type != "int") continue;
             const Meaning* meaning = meaningOf(declared.name, parameter.name);
             ASSERT_TRUE(meaning) << parameter.name;
@@ -254,6 +264,30 @@ TEST_F(CheckingTest, what_belongs_to_another_display_is_misuse) {
     EXPECT_EQ("", sentence("Control_SetFont", {other, call("Font_New", {display, 0, 9, 0})}));
 }
 
+TEST_F(CheckingTest, what_a_display_leaves_behind_may_only_be_disposed_of) {
+    uint32_t shell = call("Shell_New", {display, 0});
+    Object old = handles.find(display);
+    end(display);
+    auto told = [&](const char* native, const char* parameter) {
+        return std::string(native) + ": " + parameter + " " + std::to_string(shell) +
+               ", a shell, belongs to a display that was disposed of";
+    };
+    auto misuse = check("Shell_SetText", {shell, 0});
+    ASSERT_TRUE(misuse);
+    EXPECT_EQ(told("Shell_SetText", "shell"), misuse->sentence);
+    EXPECT_EQ(&ending, misuse->place.get());
+    EXPECT_TRUE(misuse->mayGoOn);
+    EXPECT_EQ("", sentence("Widget_Dispose", {shell}));
+
+    handles.add(old, place(&making)); // another display at the address of the old one
+    uint32_t other = call("Shell_New", {display, 0});
+    EXPECT_EQ(told("Shell_SetText", "shell"), sentence("Shell_SetText", {shell, 0}));
+    EXPECT_EQ(told("Control_MoveAbove", "other"), sentence("Control_MoveAbove", {other, shell}));
+    EXPECT_FALSE(check("Shell_SetText", {shell, 0})->place) << "where it ended is not known now";
+    EXPECT_EQ("", sentence("Shell_SetText", {other, 0}));
+    EXPECT_EQ("", sentence("Widget_Dispose", {shell}));
+}
+
 TEST_F(CheckingTest, what_is_made_of_something_belongs_to_its_display) {
     uint32_t shell = call("Shell_New", {display, 0});
     uint32_t menu = call("DropDownMenu_New", {shell});
@@ -289,14 +323,99 @@ TEST_F(CheckingTest, drawing_on_what_was_disposed_of_is_misuse_and_its_end_is_no
     EXPECT_EQ("", sentence("Graphics_Dispose", {graphics}));
 }
 
-TEST_F(CheckingTest, a_count_beyond_its_array_is_misuse) {
-    uint32_t list = make("ListRecord");
-    constexpr uint32_t array = 0x5000;
-    EXPECT_EQ("", sentence("List_SelectIndices", {list, array, 4}));
-    EXPECT_EQ("List_SelectIndices: count is 5; indices has a length of 4",
-              sentence("List_SelectIndices", {list, array, 5}));
-    EXPECT_TRUE(check("List_SelectIndices", {list, array, 5})->mayGoOn);
-    EXPECT_EQ("", sentence("List_SelectIndices", {list, 0, 5}));
+TEST_F(CheckingTest, every_array_that_is_too_short_is_misuse_unless_any_will_do) {
+    constexpr uint32_t number = 2;
+    forEvery(Role::array, [&](const CheckedNative& native, size_t index) {
+        auto arguments = right(native);
+        for (size_t i = 0; i < arguments.size(); ++i)
+            if (native.parameters[i].role == Role::other) arguments[i] = number;
+        arguments[index] = array;
+        surroundings.arrayLength = 0;
+        auto misuse = check(native, arguments);
+        ASSERT_EQ(native.parameters[index].extent != Extent::any, misuse.has_value());
+        if (!misuse) return;
+        EXPECT_NE(std::string::npos, misuse->sentence.find(" has a length of 0; "));
+        EXPECT_TRUE(misuse->mayGoOn);
+        arguments[index] = 0;
+        EXPECT_FALSE(check(native, arguments)) << "no array at all";
+        arguments[index] = array;
+        surroundings.arrayLength = 100;
+        EXPECT_FALSE(check(native, arguments));
+    });
+}
+
+TEST_F(CheckingTest, what_is_told_of_an_array_is_its_length_and_what_that_follows_from) {
+    uint32_t list = make("ListRecord"), image = call("Image_NewFromSize", {0, 8, 8, 0});
+    const auto minus = [](int number) { return static_cast<uint32_t>(-number); };
+    const struct {
+        const char* native;
+        std::vector<uint32_t> arguments;
+        int wanted;
+        const char* told; // with an element less
+    } rows[] = {
+        {"List_SelectIndices",
+         {list, array, 5},
+         5,
+         "indices has a length of 4; 5 is wanted (count 5)"},
+        {"List_SelectIndices", {list, array, minus(1)}, 0, ""},
+        {"Image_NewFromFileData",
+         {0, array, 3},
+         3,
+         "data has a length of 2; 3 is wanted (length 3)"},
+        {"Image_NewFromIntData",
+         {0, 3, 2, array, 24, 0, 0, 0},
+         6,
+         "pixels has a length of 5; 6 is wanted (width 3, height 2)"},
+        {"Image_NewFromIntData",
+         {0, 3, 2, 0, 24, 0, 0, array},
+         6,
+         "alphaData has a length of 5; 6 is wanted (width 3, height 2)"},
+        {"Image_NewFromIntData", {0, minus(3), minus(2), array, 24, 0, 0, 0}, 0, ""},
+        // Rows are padded, the last one need not be.
+        {"Image_NewFromByteData",
+         {0, 9, 3, array, 4, 1, 0, 0, 0, 0, 0},
+         10,
+         "data has a length of 9; 10 is wanted (width 9, height 3, bytesPerLine 4, depth 1)"},
+        {"Image_NewFromByteData",
+         {0, 9, 3, array, 1, 8, 0, 0, 0, 0, 0},
+         3,
+         "data has a length of 2; 3 is wanted (width 9, height 3, bytesPerLine 1, depth 8)"},
+        {"Image_NewFromByteData", {0, 9, 0, array, 4, 8, 0, 0, 0, 0, 0}, 0, ""},
+        {"Image_NewFromByteData",
+         {0, 1, 1, 0, 1, 8, array, 0, 0, 7, 0},
+         7,
+         "red has a length of 6; 7 is wanted (paletteSize 7)"},
+        {"Image_NewFromByteData",
+         {0, 1, 1, 0, 1, 8, 0, 0, array, 7, 0},
+         7,
+         "blue has a length of 6; 7 is wanted (paletteSize 7)"},
+        {"Image_GetRGB",
+         {image, 0, 0, 3, 2, 1, 10, array},
+         14,
+         "out has a length of 13; 14 is wanted (width 3, height 2, offset 1, scanSize 10)"},
+        {"Image_GetRGB",
+         {image, 0, 0, 3, 2, 10, minus(10), array},
+         13,
+         "out has a length of 12; 13 is wanted (width 3, height 2, offset 10, scanSize -10)"},
+        {"Image_GetRGB", {image, 0, 0, 3, 0, 1, 10, array}, 0, ""},
+        {"Image_GetRGB",
+         {image, 0, 0, 0x10000, 0x10000, 0, 0x10000, array},
+         0x7FFFFFFF,
+         "out has a length of 2147483646; 4294967296 is wanted (width 65536, height 65536, "
+         "offset 0, scanSize 65536)"},
+    };
+    for (const auto& row : rows) {
+        std::string told = *row.told ? std::string(row.native) + ": " + row.told : "";
+        SCOPED_TRACE(told);
+        surroundings.arrayLength = row.wanted - (*row.told != 0);
+        EXPECT_EQ(told, sentence(row.native, row.arguments));
+        if (row.wanted == 0x7FFFFFFF) continue; // no array is as long as that
+        surroundings.arrayLength = row.wanted;
+        EXPECT_EQ("", sentence(row.native, row.arguments));
+    }
+    EXPECT_EQ(
+        "Image_GetRGB: out is wanted from index -7 (width 3, height 2, offset 3, scanSize -10)",
+        sentence("Image_GetRGB", {image, 0, 0, 3, 2, 3, minus(10), array}));
 }
 
 TEST_F(CheckingTest, what_is_lent_goes_with_its_owner_alone) {
@@ -304,7 +423,7 @@ TEST_F(CheckingTest, what_is_lent_goes_with_its_owner_alone) {
     uint32_t bar = call("Scrollable_GetHorizontalBar", {shell});
     uint32_t font = call("Control_GetDefaultFont", {shell});
     EXPECT_EQ("Widget_Dispose: widget " + std::to_string(bar) +
-                  ", an own bar, goes with what it belongs to and cannot be disposed of",
+                  ", a scrollable's bar, goes with what it belongs to and cannot be disposed of",
               sentence("Widget_Dispose", {bar}));
     end(shell);
     EXPECT_NE("", sentence("Adjustable_GetValue", {bar}));

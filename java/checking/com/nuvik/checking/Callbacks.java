@@ -1,9 +1,11 @@
 package com.nuvik.checking;
 
 import java.lang.invoke.MethodType;
+import java.lang.reflect.Field;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
 import java.util.HashMap;
+import java.util.LinkedHashSet;
 import java.util.Map;
 import java.util.Set;
 import java.util.TreeMap;
@@ -64,11 +66,21 @@ final class Callbacks {
                 + Set.copyOf(callbacks.receivers.values());
     }
 
-    /** How many displays have listeners and no method to call on them. */
-    static synchronized long countDeaf() {
-        return OF_DISPLAYS.values().stream()
-                .filter(one -> one.hasListeners && one.receivers.isEmpty())
-                .count();
+    /**
+     * The events that the listeners of some display cannot hear, as no method is registered for them: by
+     * the names of their constants. The library drops such an event before it calls anything, so that
+     * nobody can tell whether there was one.
+     */
+    static synchronized Set<String> unheard() throws ReflectiveOperationException {
+        Set<String> names = new LinkedHashSet<>();
+        for (Field constant : Class.forName("com.nuvik.wyx.k4tr.OS").getFields()) {
+            if (!constant.getName().startsWith("CB_")) continue;
+            Integer event = constant.getInt(null);
+            for (Callbacks callbacks : OF_DISPLAYS.values())
+                if (callbacks.hasListeners && !callbacks.receivers.containsKey(event))
+                    names.add(constant.getName());
+        }
+        return names;
     }
 
     private static Callbacks of(int display) {

@@ -4,6 +4,7 @@ import java.util.Arrays;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
+import java.util.Set;
 
 /** What the launcher tells of misuse, and what was never disposed of when the program ends. */
 final class Checking {
@@ -32,6 +33,19 @@ final class Checking {
         }
     }
 
+    private static void tellUnheard() {
+        try {
+            Set<String> unheard = Callbacks.unheard();
+            if (!unheard.isEmpty())
+                System.err.println(
+                        "check: no listener hears "
+                                + String.join(", ", unheard)
+                                + ": Display_RegisterCallback was never called for them");
+        } catch (ReflectiveOperationException wrong) {
+            throw new IllegalStateException(wrong);
+        }
+    }
+
     private static void tellLeft() {
         Object[] left = left();
         Map<List<Object>, Group> groups = new LinkedHashMap<>();
@@ -40,8 +54,7 @@ final class Checking {
             Object stack = made == null ? "" : Arrays.asList(made.getStackTrace());
             groups.computeIfAbsent(List.of(left[i], stack), one -> new Group(made)).count++;
         }
-        if (Callbacks.countDeaf() > 0)
-            System.err.println("check: no method was registered for the events of widgets with data");
+        tellUnheard();
         groups.forEach((what, group) -> tell((String) what.get(0), group));
     }
 

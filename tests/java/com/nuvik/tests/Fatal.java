@@ -8,6 +8,11 @@ import com.nuvik.wyx.k4tr.OS;
 
 /** Each of these ends the Java VM; the argument names one. */
 public final class Fatal {
+    private static final String[] HEARING = {
+        "selected", "listSelected", "window", "", "choiceSelected", "key", "modified", "pointer", "menu",
+        "focus"
+    };
+
     private Fatal() {}
 
     public static void main(String[] arguments) {
@@ -67,6 +72,15 @@ public final class Fatal {
             case "left":
                 for (int i = 0; i < 2; i++) OS.Image_NewFromSize(0, 1, 1, 0);
                 OS.Image_Dispose(OS.Image_NewFromSize(0, 1, 1, 0));
+                break;
+            case "unheard":
+                int deaf = OS.Display_New();
+                OS.Display_InitCallbacks(deaf, "target");
+                for (int event = OS.CB_SELECTION; event < OS.CB_PAINT; event++)
+                    if (event != OS.CB_SCROLL)
+                        OS.Display_RegisterCallback(
+                                deaf, event, "com/nuvik/tests/Device$Recorder", HEARING[event]);
+                if (arguments.length > 1) OS.Widget_SetData(OS.Shell_New(deaf, 0), new Device.Recorder());
                 break;
             case "misuse":
                 System.out.println("red " + com.nuvik.wyx.dovr.OS.Color_GetRed(5));

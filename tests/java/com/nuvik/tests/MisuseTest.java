@@ -21,6 +21,7 @@ import com.nuvik.wyx.k4tr.OS;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
+import java.util.concurrent.FutureTask;
 import org.junit.Rule;
 import org.junit.Test;
 import org.junit.function.ThrowingRunnable;
@@ -137,11 +138,11 @@ public final class MisuseTest {
         int composite = Composite_New(shown.shell, Style.HORIZONTAL_SCROLL);
         int bar = Scrollable_GetHorizontalBar(composite);
         assertEquals(bar, Scrollable_GetHorizontalBar(composite));
-        misuse("Widget_Dispose: widget #, an own bar, goes with what it belongs to and cannot be"
+        misuse("Widget_Dispose: widget #, a scrollable's bar, goes with what it belongs to and cannot be"
                 + " disposed of", () -> disposeOf(bar), bar);
         int font = Control_GetDefaultFont(composite);
         disposeOf(composite);
-        misuse("Control_GetBounds: control #, an own bar, was disposed of",
+        misuse("Control_GetBounds: control #, a scrollable's bar, was disposed of",
                 () -> OS.Control_GetBounds(bar), bar);
         Font_GetStyle(font);
     }
@@ -163,10 +164,29 @@ public final class MisuseTest {
     @Test
     public void aCountBeyondItsArray() {
         int list = List_New(shown.shell, 0);
-        misuse("List_SelectIndices: count is 3; indices has a length of 2",
+        misuse("List_SelectIndices: indices has a length of 2; 3 is wanted (count 3)",
                 () -> List_SelectIndices(list, new int[2], 3));
         List_SelectIndices(list, null, 3);
         disposeOf(list);
+    }
+
+    @Test
+    public void anArrayThatIsTooShortForAnImage() {
+        misuse("Image_NewFromIntData: pixels has a length of 5; 6 is wanted (width 3, height 2)",
+                () -> OS.Image_NewFromIntData(0, 3, 2, new int[5], 24, -1, -1, null));
+        int image = OS.Image_NewFromIntData(0, 3, 2, new int[6], 24, -1, -1, null);
+        misuse("Image_GetRGB: out has a length of 5; 6 is wanted (width 3, height 2, offset 0,"
+                + " scanSize 3)", () -> OS.Image_GetRGB(image, 0, 0, 3, 2, 0, 3, new int[5]));
+        OS.Image_GetRGB(image, 0, 0, 3, 2, 0, 3, new int[6]);
+        OS.Image_Dispose(image);
+        byte[] two = new byte[2];
+        byte[] one = new byte[1];
+        misuse("Image_NewFromByteData: data has a length of 1; 2 is wanted (width 8, height 2,"
+                + " bytesPerLine 1, depth 1)",
+                () -> OS.Image_NewFromByteData(0, 8, 2, one, 1, 1, two, two, two, 2, -1));
+        misuse("Image_NewFromByteData: green has a length of 1; 2 is wanted (paletteSize 2)",
+                () -> OS.Image_NewFromByteData(0, 8, 2, two, 1, 1, two, one, two, 2, -1));
+        OS.Image_Dispose(OS.Image_NewFromByteData(0, 8, 2, two, 1, 1, two, two, two, 2, -1));
     }
 
     @Test
@@ -186,6 +206,57 @@ public final class MisuseTest {
                 "Display_ReadAndDispatch: display " + display
                         + " belongs to the thread that made it, which alone may call",
                 told[0].getMessage());
+    }
+
+    /** Makes, uses, misuses and disposes of things of its own, round after round. */
+    private Object workAndErr() {
+        for (int round = 0; round < 20; round++) {
+            int image = OS.Image_NewFromSize(0, 8, 8, 0);
+            int graphics = OS.Image_NewGraphics(image);
+            misuse("Graphics_DrawImage: image # is a graphics context; an image is wanted",
+                    () -> OS.Graphics_DrawImage(graphics, graphics, 0, 0), graphics);
+            OS.Graphics_Dispose(graphics);
+            OS.Image_Dispose(image);
+            int list = List_New(shown.shell, 0);
+            List_Add(list, "item", 0);
+            misuse("List_SelectIndices: indices has a length of 1; 2 is wanted (count 2)",
+                    () -> List_SelectIndices(list, new int[1], 2));
+            disposeOf(list);
+            int display = OS.Display_New();
+            misuse("Control_MoveAbove: other # is a display; a control is wanted",
+                    () -> com.nuvik.wyx.dovr.OS.Control_MoveAbove(shown.shell, display), display);
+            OS.Device_Dispose(display);
+        }
+        return null;
+    }
+
+    @Test
+    public void severalThreadsAreToldOfTheirOwnMisuseAlone() throws Exception {
+        List<FutureTask<Object>> works = new ArrayList<>();
+        for (int thread = 0; thread < 4; thread++) works.add(new FutureTask<>(this::workAndErr));
+        for (FutureTask<Object> work : works) new Thread(work).start();
+        shown.device.onOtherThread(
+                () -> {
+                    for (FutureTask<Object> work : works) work.get();
+                    return null;
+                });
+        int control = PushButton_New(shown.shell, 0);
+        OS.Control_GetBounds(control);
+        disposeOf(control);
+    }
+
+    @Test
+    public void whatADisplayLeavesBehindIsToldWithTheDisplaysEnd() {
+        int display = OS.Display_New();
+        int shell = OS.Shell_New(display, 0);
+        OS.Device_Dispose(display);
+        Misuse misuse =
+                misuse(
+                        "Shell_SetText: shell #, a shell, belongs to a display that was disposed of",
+                        () -> OS.Shell_SetText(shell, ""),
+                        shell);
+        tells(misuse.getCause(), "disposed of here", "whatADisplayLeavesBehindIsToldWithTheDisplaysEnd");
+        disposeOf(shell);
     }
 
     @Test
