@@ -106,14 +106,22 @@ Argument Hostile::numberOf(const KnownNative& native, const std::string& paramet
     return number(chance.percent(60) ? chance.among(-1, 5) : chance.among(0, 200));
 }
 
+// The array that the parameter of that index counts; null when it counts none.
+static const Argument* countedBy(const CheckedNative& native, size_t index,
+                                 const std::vector<Argument>& before) {
+    for (size_t i = 0; i < index; ++i)
+        if (native.parameters[i].extent == Extent::counted &&
+            native.parameters[i].index == int(index))
+            return &before[i];
+    return nullptr;
+}
+
 Argument Hostile::plain(const KnownNative& native, size_t index,
                         const std::vector<Argument>& before) {
     const Parameter& parameter = native.declared.parameters[index];
-    const CheckedParameter& checked = native.checked.parameters[index];
-    if (checked.role == Role::count && chance.percent(70)) {
-        const Argument& counted = before[checked.index];
-        return number(counted.type == Type::none ? 0 : counted.value);
-    }
+    const Argument* counted = countedBy(native.checked, index, before);
+    if (counted && chance.percent(70))
+        return number(counted->type == Type::none ? 0 : counted->value);
     if (parameter.type == "boolean") return truth(chance.percent(50));
     if (parameter.type == "char")
         return number(chance.of({0, 1, int('x'), int('*'), 0x7F, 0xD800, 0xFFFF}));
