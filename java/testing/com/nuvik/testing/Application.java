@@ -19,14 +19,12 @@ final class Application {
     private volatile Integer exitCode; // of System.exit; null: it was not called
     private volatile boolean isStopped;
 
-    /** What a program runs in; System.exit from there ends it alone. */
+    private static volatile Application last;
+
+    /** What a program runs in. */
     private final class Threads extends ThreadGroup {
         Threads() {
             super("application");
-        }
-
-        Application application() {
-            return Application.this;
         }
 
         @Override
@@ -43,15 +41,15 @@ final class Application {
         Emulated.setSecurityManager(new ExitGuard());
         thread = new Thread(threads, () -> run(main, arguments), mainClass.getSimpleName(), STACK_BYTES);
         thread.setDaemon(false);
+        last = this;
         thread.start();
     }
 
-    /** The application whose thread it is; null: nobody's. */
-    static Application of(Thread thread) {
-        for (ThreadGroup group = thread.getThreadGroup(); group != null; group = group.getParent()) {
-            if (group instanceof Threads) return ((Threads) group).application();
-        }
-        return null;
+    /** The application that the caller is a thread of; null: none. Asks nothing that is guarded. */
+    static Application ofThisThread() {
+        Application application = last;
+        boolean isIts = application != null && application.threads.parentOf(Thread.currentThread().getThreadGroup());
+        return isIts ? application : null;
     }
 
     private static Method mainOf(Class<?> mainClass) {
@@ -104,6 +102,11 @@ final class Application {
         return exitCode != null;
     }
 
+    /** Whether it is being ended, or was. */
+    boolean isStopped() {
+        return isStopped;
+    }
+
     /** Of one that has ended, as a process has it. */
     int exitCode() {
         if (exitCode != null) return exitCode;
@@ -122,10 +125,12 @@ final class Application {
         }
     }
 
-    /** Where its main thread is, for a person to read. */
+    /** Where its main thread is, or another one when that has ended, for a person to read. */
     String stack() {
+        List<Thread> running = running();
+        Thread shown = thread.isAlive() || running.isEmpty() ? thread : running.get(0);
         StringBuilder text = new StringBuilder();
-        for (StackTraceElement element : thread.getStackTrace()) {
+        for (StackTraceElement element : shown.getStackTrace()) {
             text.append("    at ").append(element).append('\n');
         }
         return text.toString();
@@ -134,9 +139,9 @@ final class Application {
     /** Ends it as System.exit ends a process; the caller, one of its threads, does not return. */
     void exit(int code, long milliseconds) {
         if (exitCode == null) exitCode = code;
-        isStopped = true;
         Thread ender = new Thread(threads.getParent(), () -> endThreads(milliseconds), "end of " + mainClass.getSimpleName());
         ender.setDaemon(true);
+        isStopped = true; // no thread of its own is made from now on
         ender.start();
         throw new ThreadDeath();
     }

@@ -10,6 +10,8 @@ import com.nuvik.testing.Device;
 import com.nuvik.testing.DeviceRule;
 import com.nuvik.testing.Kind;
 import com.nuvik.testing.TestFailure;
+import java.util.concurrent.ExecutorService;
+import java.util.concurrent.Executors;
 import org.junit.Rule;
 import org.junit.Test;
 import org.junit.function.ThrowingRunnable;
@@ -25,6 +27,18 @@ public class ExitTest {
 
         public static void main(String[] arguments) {
             System.exit(7);
+        }
+    }
+
+    /** Has a thread that its executor puts another one in place of when it dies. */
+    public static final class Pooled {
+        private static ExecutorService executor;
+
+        private Pooled() {}
+
+        public static void main(String[] arguments) {
+            executor = Executors.newSingleThreadExecutor();
+            executor.submit(() -> System.out.println("pooled"));
         }
     }
 
@@ -62,6 +76,16 @@ public class ExitTest {
             device.start(AtOnce.class);
             assertEquals(7, device.exitCode());
         }
+    }
+
+    @Test
+    public void it_is_stopped_with_the_threads_that_replace_others() {
+        device.stop();
+        device.setPatience(1000);
+        assertThrows(TestFailure.class, () -> device.start(Pooled.class)); // it shows no window
+        assertFalse(device.hasEnded());
+        device.stop();
+        assertTrue(device.hasEnded());
     }
 
     @Test
