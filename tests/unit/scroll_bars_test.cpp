@@ -29,8 +29,8 @@ TEST_F(ScrollBarsTest, a_bar_that_goes_while_its_window_is_asked_or_told_is_not_
     listen(bar);
     const struct {
         const char* function;
-        int nth;
-    } rows[] = {{"GetScrollInfo", 1}, {"GetScrollInfo", 2}, {"SetScrollInfo", 1}};
+        int nth, asked;
+    } rows[] = {{"GetScrollInfo", 1, 1}, {"GetScrollInfo", 2, 2}, {"SetScrollInfo", 1, 1}};
     for (const auto& row : rows) {
         jint victim = newControl(OS::Scrollbar_New, shell);
         listen(victim);
@@ -43,6 +43,7 @@ TEST_F(ScrollBarsTest, a_bar_that_goes_while_its_window_is_asked_or_told_is_not_
         vm.takeEvents();
         SendMessageW(windowOf(shell), WM_VSCROLL, SB_LINEDOWN, reinterpret_cast<LPARAM>(window));
         EXPECT_LE(left, 0);
+        EXPECT_EQ(faults.countCalls("GetScrollInfo"), row.asked);
         EXPECT_FALSE(IsWindow(window));
         EXPECT_TRUE(fired::only(vm.takeEvents(), {"scrolled"}).empty());
     }
