@@ -30,6 +30,15 @@ class FontTest : public DeviceTest {
     }
 };
 
+TEST_F(FontTest, its_name_is_read_and_leaves_nothing) {
+    jint font = newLogical(2);
+    {
+        NoLeaks noLeaks;
+        EXPECT_FALSE(nameOf(font).empty());
+    }
+    disposeFont(font);
+}
+
 // What the system was asked to make.
 static LOGFONTW asked;
 static HFONT WINAPI recordDescription(const LOGFONTW* description) {

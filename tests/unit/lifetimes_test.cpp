@@ -253,6 +253,21 @@ TEST_F(LifetimesTest, an_item_that_goes_leaves_a_sub_menu_with_the_last_that_sho
     dispose(menu);
 }
 
+TEST_F(LifetimesTest, an_item_whose_menu_went_shows_no_sub_menu) {
+    jint shell = newShell();
+    jint menu = newMenu(OS::DropDownMenu_New, shell);
+    jint subMenu = newMenu(OS::DropDownMenu_New, shell);
+    jint item = newItem(OS::CascadeMenuItem_New, menu);
+    dispose(menu);
+    setSubMenu(item, subMenu);
+    expectReport("CascadeMenuItem_SetMenu", -3, u"Unable to find the item::");
+    EXPECT_EQ(reinterpret_cast<MenuItemRecord*>(item)->subMenu, nullptr);
+    EXPECT_EQ(reinterpret_cast<MenuRecord*>(subMenu)->cascadeItem, nullptr);
+    dispose(item);
+    vm.reports.clear(); // it finds no menu any more
+    dispose(subMenu);
+}
+
 TEST_F(LifetimesTest, a_menu_that_goes_leaves_the_items_of_other_menus_alone) {
     jint shell = newShell();
     jint menu = newMenu(OS::DropDownMenu_New, shell);

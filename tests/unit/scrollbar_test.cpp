@@ -138,7 +138,7 @@ TEST_F(TappedScrollbarTest, moves_are_reported_while_the_system_tracks) {
     EXPECT_EQ(
         std::count(first.begin(), first.end(), fired::pointer(pointerMove, 6, 60, buttonNone)), 1)
         << testing::PrintToString(first);
-    SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);
+    EXPECT_EQ(SendMessageW(windowOf(bar), WM_TIMER, 1000, 0), 0);
     EXPECT_TRUE(vm.takeEvents().empty()) << "it did not move";
     record(bar)->lastPointerY = -1;
     SendMessageW(windowOf(bar), WM_TIMER, 1000, 0);

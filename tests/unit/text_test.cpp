@@ -194,6 +194,15 @@ TEST_F(TextTest, the_selected_text_is_a_part_of_the_text) {
     EXPECT_EQ(selectionText(area), u"\xD83D\xDE00\r\nsome text");
 }
 
+TEST_F(TextTest, without_its_window_nothing_is_selected) {
+    jint field = newField();
+    setText(field, u"abc");
+    selectAll(field);
+    DestroyWindow(windowOf(field));
+    EXPECT_EQ(selection(field), (std::vector<jint>{0, 0}));
+    dispose(field);
+}
+
 // Its window may tell less of the text than it has selected.
 static int WINAPI tellLess(HWND, wchar_t* text, int) {
     memcpy(text, L"a\0bc", 5 * sizeof(wchar_t));
