@@ -2,6 +2,14 @@
 #include "control/scrollable.h"
 #include "leaks.h"
 
+TEST_F(AdjustableTest, a_block_is_one_step_at_least) {
+    jint value = 0;
+    for (jint block : {1, 0, -1}) {
+        set(OS::Adjustable_SetBlockIncrement, block);
+        EXPECT_EQ(scroll(SB_PAGEDOWN), Events{fired::scrolled(++value, ScrollKind::pageDown)});
+    }
+}
+
 TEST_F(AdjustableTest, a_new_bar_has_its_values) {
     EXPECT_EQ(get(OS::Adjustable_GetMinimum), 0);
     EXPECT_EQ(get(OS::Adjustable_GetMaximum), 100);
