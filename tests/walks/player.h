@@ -25,6 +25,9 @@ class Player : public DeviceTest {
 
     World world;
 
+    // Only what is a program's right is done.
+    bool isStrict = false;
+
     // Does the step, or lets it wait for its event. False when what it names is not there, or when
     // the library does not promise to stand it.
     bool play(const Step& step);

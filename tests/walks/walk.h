@@ -14,8 +14,9 @@ struct Order {
 // Null for a name that is none.
 const Order* findOrder(const std::string& name);
 
-// Plays what was written down; returns what stays behind.
-std::string replay(const Steps& steps);
+// Plays what was written down, by the laws of the checked order when asked for; returns what stays
+// behind.
+std::string replay(const Steps& steps, bool isChecked);
 
 // Of this program: how many steps were done, and how many could not be.
 struct Played {

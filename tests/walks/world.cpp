@@ -15,6 +15,10 @@ std::optional<Object> World::find(int step) {
     if (known == named.end()) return {};
     Object now = handles.find(known->second.handle);
     if (now.number != known->second.number || now.isGone) return {};
+    if (!now.isLent) return now;
+    // What is lent by something that is gone may go at any time.
+    Object owner = handles.find(now.owner);
+    if (owner.number != now.ownerNumber || owner.isGone) return {};
     return now;
 }
 
