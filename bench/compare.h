@@ -53,7 +53,3 @@ jintArray compare(JNIEnv* env, int count, Ours ours, Plain plain) {
     return medianOf(
         env, rounds, [&] { return timeOf(count, ours); }, [&] { return timeOf(count, plain); });
 }
-
-inline FARPROC exported(const char* name) {
-    return GetProcAddress(GetModuleHandleW(L"zemvolt11.dll"), name);
-}

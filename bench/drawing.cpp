@@ -4,16 +4,11 @@
 #include "graphics/blending.h"
 #include "graphics/gdi_guards.h"
 #include "graphics/graphics.h"
+#include "natives.h"
 #include <vector>
 
-// The natives as Java calls them, without the VM's way to them.
-template <class... Arguments>
-static auto nativeOf(const char* name) {
-    using Function = void(JNICALL*)(JNIEnv*, jclass, Arguments...);
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(exported(name)));
-}
-
-static auto boxNative(const char* name) { return nativeOf<jint, jint, jint, jint, jint>(name); }
+using BoxNative = Native<void(jint, jint, jint, jint, jint)>;
+using PointsNative = Native<void(jint, jintArray, jint)>;
 
 static void outlined(HDC dc, BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
     SelectedObject outlineOnly(dc, GetStockObject(NULL_BRUSH));
@@ -51,26 +46,22 @@ static void drawLine(HDC dc, int x1, int y1, int x2, int y2) {
 
 static constexpr int count = 20; // of shapes in one round
 
-static jintArray measureOutline(JNIEnv* env, GraphicsRecord* graphics, const char* name,
+static jintArray measureOutline(JNIEnv* env, GraphicsRecord* graphics, const BoxNative& draw,
                                 BOOL(WINAPI* shape)(HDC, int, int, int, int)) {
-    auto draw = boxNative(name);
     return compare(
-        env, count, [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80); },
+        env, count, [&] { draw(env, reinterpret_cast<jint>(graphics), 10, 10, 100, 80); },
         [&] { outlined(graphics->dc, shape); });
 }
 
 static jintArray measureArc(JNIEnv* env, GraphicsRecord* graphics, bool isFilled) {
-    auto draw = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
-        isFilled ? "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillArc"
-                 : "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawArc");
+    const auto& draw = isFilled ? OS::Graphics_FillArc : OS::Graphics_DrawArc;
     std::vector<POINT> points = arcPoints({10, 10, 110, 90}, 0, 90);
     if (isFilled) {
         points.insert(points.begin(), {60, 50});
         points.push_back({60, 50});
     }
     return compare(
-        env, count,
-        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 0, 90); },
+        env, count, [&] { draw(env, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 0, 90); },
         [&] {
             if (!isFilled) return drawPoints(graphics->dc, points, Polyline);
             SelectedObject fillOnly(graphics->dc, GetStockObject(NULL_PEN));
@@ -80,16 +71,13 @@ static jintArray measureArc(JNIEnv* env, GraphicsRecord* graphics, bool isFilled
 
 // Four lines and four corners; or the system's own, filled.
 static jintArray measureRoundRectangle(JNIEnv* env, GraphicsRecord* graphics, bool isFilled) {
-    auto draw = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
-        isFilled ? "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillRoundRectangle"
-                 : "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawRoundRectangle");
+    const auto& draw = isFilled ? OS::Graphics_FillRoundRectangle : OS::Graphics_DrawRoundRectangle;
     HDC dc = graphics->dc;
     const std::vector<POINT> corners[] = {
         arcPoints({10, 10, 30, 30}, 90, 90), arcPoints({89, 10, 109, 30}, 0, 90),
         arcPoints({89, 69, 109, 89}, -90, 90), arcPoints({10, 69, 30, 89}, 180, 90)};
     return compare(
-        env, count,
-        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 20); },
+        env, count, [&] { draw(env, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 20); },
         [&] {
             if (isFilled) {
                 SelectedObject fillOnly(dc, GetStockObject(NULL_PEN));
@@ -105,15 +93,14 @@ static jintArray measureRoundRectangle(JNIEnv* env, GraphicsRecord* graphics, bo
 }
 
 // Both ways take the points out of Java's array, as many as it has.
-static jintArray measurePoints(JNIEnv* env, GraphicsRecord* graphics, const char* name,
+static jintArray measurePoints(JNIEnv* env, GraphicsRecord* graphics, const PointsNative& draw,
                                BOOL(WINAPI* shape)(HDC, const POINT*, int), int without = -1) {
     const jint star[] = {60, 10, 90, 90, 10, 40, 110, 40, 30, 90};
     constexpr jint words = 10;
-    auto draw = nativeOf<jint, jintArray, jint>(name);
     jintArray points = env->NewIntArray(words);
     env->SetIntArrayRegion(points, 0, words, star);
     return compare(
-        env, count, [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), points, words); },
+        env, count, [&] { draw(env, reinterpret_cast<jint>(graphics), points, words); },
         [&] {
             jint* elements = env->GetIntArrayElements(points, nullptr);
             HGDIOBJ before =
@@ -129,12 +116,13 @@ static jintArray measurePoints(JNIEnv* env, GraphicsRecord* graphics, const char
 static jintArray measureText(JNIEnv* env, GraphicsRecord* graphics) {
     constexpr jint lettersOnly = 8;
     static constexpr wchar_t text[] = L"Needs work at once";
-    auto draw = nativeOf<jint, jstring, jint, jint, jint>(
-        "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawString");
     jstring string = env->NewString(reinterpret_cast<const jchar*>(text), wcslen(text));
     return compare(
         env, count,
-        [&] { draw(env, nullptr, reinterpret_cast<jint>(graphics), string, 10, 10, lettersOnly); },
+        [&] {
+            OS::Graphics_DrawString(env, reinterpret_cast<jint>(graphics), string, 10, 10,
+                                    lettersOnly);
+        },
         [&] {
             RECT layout = {10, 10, 0x6FFFFFF, 0x6FFFFFF};
             const jchar* characters = env->GetStringChars(string, nullptr);
@@ -148,12 +136,12 @@ static jintArray measureText(JNIEnv* env, GraphicsRecord* graphics) {
 }
 
 static jintArray measureCopy(JNIEnv* env, GraphicsRecord* graphics) {
-    auto copy = nativeOf<jint, jint, jint, jint, jint, jint, jint>(
-        "Java_com_nuvik_wyx_dovr_OS_Graphics_1CopyArea");
     HDC dc = graphics->dc;
     return compare(
         env, count,
-        [&] { copy(env, nullptr, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 30); },
+        [&] {
+            OS::Graphics_CopyArea(env, reinterpret_cast<jint>(graphics), 10, 10, 100, 80, 20, 30);
+        },
         [&] { BitBlt(dc, 20, 30, 100, 80, dc, 10, 10, SRCCOPY); });
 }
 
@@ -161,47 +149,36 @@ static jintArray measure(JNIEnv* env, GraphicsRecord* graphics, jint which) {
     jint handle = reinterpret_cast<jint>(graphics);
     HDC dc = graphics->dc;
     switch (which) {
-    case 0: {
-        auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawLine");
+    case 0:
         return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 110, 90); },
+            env, count, [&] { OS::Graphics_DrawLine(env, handle, 10, 10, 110, 90); },
             [&] { drawLine(dc, 10, 10, 110, 90); });
-    }
     case 1:
-        return measureOutline(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawRectangle",
-                              Rectangle);
+        return measureOutline(env, graphics, OS::Graphics_DrawRectangle, Rectangle);
     case 2:
-        return measureOutline(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawOval",
-                              Ellipse);
+        return measureOutline(env, graphics, OS::Graphics_DrawOval, Ellipse);
     case 3:
         return measureRoundRectangle(env, graphics, false);
     case 4:
         return measureArc(env, graphics, false);
     case 5:
-        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawPolygon",
-                             Polygon, NULL_BRUSH);
+        return measurePoints(env, graphics, OS::Graphics_DrawPolygon, Polygon, NULL_BRUSH);
     case 6:
-        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawPolyline",
-                             Polyline);
-    case 7: {
-        auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillRectangle");
+        return measurePoints(env, graphics, OS::Graphics_DrawPolyline, Polyline);
+    case 7:
         return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
+            env, count, [&] { OS::Graphics_FillRectangle(env, handle, 10, 10, 100, 80); },
             [&] { PatBlt(dc, 10, 10, 100, 80, PATCOPY); });
-    }
-    case 8: {
-        auto draw = boxNative("Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillOval");
+    case 8:
         return compare(
-            env, count, [&] { draw(env, nullptr, handle, 10, 10, 100, 80); },
+            env, count, [&] { OS::Graphics_FillOval(env, handle, 10, 10, 100, 80); },
             [&] { filled(dc, Ellipse); });
-    }
     case 9:
         return measureRoundRectangle(env, graphics, true);
     case 10:
         return measureArc(env, graphics, true);
     case 11:
-        return measurePoints(env, graphics, "Java_com_nuvik_wyx_k4tr_OS_Graphics_1FillPolygon",
-                             Polygon, NULL_PEN);
+        return measurePoints(env, graphics, OS::Graphics_FillPolygon, Polygon, NULL_PEN);
     case 12:
         return measureText(env, graphics);
     default:
@@ -221,7 +198,6 @@ __declspec(dllexport) jintArray JNICALL
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_alphaImage(JNIEnv* env, jclass, jint graphicsHandle,
                                             jint imageHandle) {
-    auto draw = nativeOf<jint, jint, jint, jint>("Java_com_nuvik_wyx_k4tr_OS_Graphics_1DrawImage");
     auto* graphics = reinterpret_cast<GraphicsRecord*>(graphicsHandle);
     HDC source = CreateCompatibleDC(nullptr);
     HGDIOBJ before = SelectObject(source, reinterpret_cast<ImageRecord*>(imageHandle)->bitmap);
@@ -230,7 +206,7 @@ __declspec(dllexport) jintArray JNICALL
         env, 1,
         [&] {
             SelectObject(source, before);
-            draw(env, nullptr, graphicsHandle, imageHandle, 0, 0);
+            OS::Graphics_DrawImage(env, graphicsHandle, imageHandle, 0, 0);
             SelectObject(source, reinterpret_cast<ImageRecord*>(imageHandle)->bitmap);
         },
         [&] { GdiAlphaBlend(graphics->dc, 0, 0, 240, 320, source, 0, 0, 240, 320, blend); });

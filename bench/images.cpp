@@ -4,6 +4,7 @@
 #include "compare.h"
 #include "image/conversion.h"
 #include "image/image.h"
+#include "natives.h"
 #include <random>
 #include <vector>
 #include <wincodec.h>
@@ -150,13 +151,9 @@ __declspec(dllexport) jintArray JNICALL
 // Reading the pixels of a 24-bit image into Java's array against copying as many bytes.
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_read(JNIEnv* env, jclass, jint image, jintArray out) {
-    using GetRgb =
-        void(JNICALL*)(JNIEnv*, jclass, jint, jint, jint, jint, jint, jint, jint, jintArray);
-    auto read = reinterpret_cast<GetRgb>(
-        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_k4tr_OS_Image_1GetRGB")));
     const std::vector<jint> colors(pixels);
     return compare(
-        env, 3, [&] { read(env, nullptr, image, 0, 0, width, height, 0, width, out); },
+        env, 3, [&] { OS::Image_GetRGB(env, image, 0, 0, width, height, 0, width, out); },
         [&] {
             jint* elements = env->GetIntArrayElements(out, nullptr);
             memcpy(elements, colors.data(), pixels * sizeof(jint));
@@ -167,15 +164,9 @@ __declspec(dllexport) jintArray JNICALL
 // Decoding a file's contents; of 32 bits or 24.
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_decoding(JNIEnv* env, jclass, jbyteArray data, jboolean toBgra) {
-    using NewImage = jint(JNICALL*)(JNIEnv*, jclass, jint, jbyteArray, jint);
-    using Dispose = void(JNICALL*)(JNIEnv*, jclass, jint);
-    auto decode = reinterpret_cast<NewImage>(
-        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_k4tr_OS_Image_1NewFromFileData")));
-    auto dispose = reinterpret_cast<Dispose>(
-        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_k4tr_OS_Image_1Dispose")));
     jint length = env->GetArrayLength(data);
     return compare(
-        env, 1, [&] { dispose(env, nullptr, decode(env, nullptr, 0, data, length)); },
+        env, 1, [&] { OS::Image_Dispose(env, OS::Image_NewFromFileData(env, 0, data, length)); },
         [&] {
             std::vector<BYTE> into;
             jbyte* elements = env->GetByteArrayElements(data, nullptr);

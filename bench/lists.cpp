@@ -3,6 +3,7 @@
 
 #include "compare.h"
 #include "control/control.h"
+#include "natives.h"
 
 template <class Add>
 static double timeOfFilling(HWND list, int items, Add add) {
@@ -41,9 +42,6 @@ extern "C" {
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_listItem(JNIEnv* env, jclass, jint listHandle, jint items) {
     constexpr int fillings = 9;
-    using Add = void(JNICALL*)(JNIEnv*, jclass, jint, jstring, jint);
-    auto add = reinterpret_cast<Add>(
-        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_dovr_OS_List_1Add")));
     static const wchar_t text[] = L"An item of a list";
     jstring item = env->NewString(reinterpret_cast<const jchar*>(text), wcslen(text));
     HWND ours = reinterpret_cast<ControlRecord*>(listHandle)->hwnd;
@@ -51,7 +49,7 @@ __declspec(dllexport) jintArray JNICALL
     jintArray result = medianOf(
         env, fillings,
         [&] {
-            return timeOfFilling(ours, items, [&] { add(env, nullptr, listHandle, item, -1); });
+            return timeOfFilling(ours, items, [&] { OS::List_Add(env, listHandle, item, -1); });
         },
         [&] { return timeOfFilling(bare, items, [&] { addAndMeasure(bare, text); }); });
     DestroyWindow(bare);

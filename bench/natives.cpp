@@ -1,11 +1,19 @@
 // The plain things that the library's are measured against.
 
+#include "natives.h"
 #include "compare.h"
 #include "control/control.h"
 #include "display/callbacks.h"
 #include "display/widget.h"
 
 static constexpr jint selection = CB_SELECTION;
+
+// The VM has loaded it.
+HMODULE theLibrary() { return GetModuleHandleW(L"zemvolt11.dll"); }
+
+void* exportOf(const std::string& name) {
+    return reinterpret_cast<void*>(GetProcAddress(theLibrary(), name.c_str()));
+}
 
 extern "C" {
 
@@ -16,18 +24,14 @@ __declspec(dllexport) jint JNICALL Java_com_nuvik_bench_Natives_empty(JNIEnv*, j
 
 // Calls the toolkit's native past whatever stands between Java and it.
 __declspec(dllexport) jint JNICALL
-    Java_com_nuvik_bench_Natives_red(JNIEnv* env, jclass owner, jint color) {
-    using Native = jint(JNICALL*)(JNIEnv*, jclass, jint);
-    static const auto native = reinterpret_cast<Native>(
-        reinterpret_cast<void*>(exported("Java_com_nuvik_wyx_dovr_OS_Color_1GetRed")));
-    return native(env, owner, color);
+    Java_com_nuvik_bench_Natives_red(JNIEnv* env, jclass, jint color) {
+    return OS::Color_GetRed(env, color);
 }
 
 __declspec(dllexport) jintArray JNICALL
     Java_com_nuvik_bench_Natives_callback(JNIEnv* env, jclass, jint widgetHandle) {
     auto* widget = reinterpret_cast<WidgetRecord*>(widgetHandle);
-    using Fire = void (*)(DWORD, const char*, CallbackTarget*, ...);
-    auto fire = reinterpret_cast<Fire>(reinterpret_cast<void*>(exported("vaCallback")));
+    auto* fire = entryPoint<void(DWORD, const char*, CallbackTarget*, ...)>("vaCallback");
     JavaVM* vm = nullptr;
     env->GetJavaVM(&vm);
     jobject receiver = widget->callbackTarget->object;
