@@ -1,7 +1,7 @@
 # Sourced by zemvolt: what the commands are told with, and what is said of words that they do not know.
 
 commands=(setup run test prove coverage mutate bench docs device)
-proofs=(checkouts cycles damage disposal faults threads varieties walks)
+proofs=(bytes checkouts cycles damage disposal faults threads varieties walks)
 
 usage() {
     cat <<'TEXT'

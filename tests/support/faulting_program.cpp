@@ -59,6 +59,42 @@ TEST_F(Faulting, in_the_library_with_a_control_that_is_gone) {
     button = gone;
 }
 
+namespace {
+
+// Blocks of the device's own heap.
+struct DeviceHeap {
+    static void* find(const char* name) {
+        return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("coredll.dll"), name));
+    }
+    BYTE* alloc(SIZE_T size) {
+        auto localAlloc = reinterpret_cast<HLOCAL(WINAPI*)(UINT, SIZE_T)>(find("LocalAlloc"));
+        return static_cast<BYTE*>(localAlloc(LPTR, size));
+    }
+    void free(HLOCAL block) { reinterpret_cast<HLOCAL(WINAPI*)(HLOCAL)>(find("LocalFree"))(block); }
+};
+
+jint handleOf(const BYTE* address) {
+    return static_cast<jint>(reinterpret_cast<uintptr_t>(address));
+}
+
+} // namespace
+
+// A colour's record begins with its first byte.
+TEST_F(Faulting, in_the_library_with_the_byte_behind_a_block) {
+    auto* block = DeviceHeap().alloc(4);
+    call(OS::Color_GetRed, handleOf(block + 3));
+    std::printf("the last byte was read\n");
+    std::fflush(stdout);
+    call(OS::Color_GetRed, handleOf(block + 4));
+}
+
+TEST_F(Faulting, in_the_library_with_a_byte_of_a_block_that_was_freed) {
+    DeviceHeap heap;
+    auto* block = heap.alloc(4);
+    heap.free(block);
+    call(OS::Color_GetRed, handleOf(block));
+}
+
 // The system is handed memory that was given up, and catches the fault by itself.
 TEST_F(Faulting, in_the_system_with_memory_that_was_given_up) {
     void* block = VirtualAlloc(nullptr, 0x1000, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
