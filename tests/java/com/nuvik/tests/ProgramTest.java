@@ -7,6 +7,7 @@ import static org.junit.Assert.assertSame;
 import static org.junit.Assert.assertThrows;
 import static org.junit.Assert.assertTrue;
 
+import com.nuvik.program.Clock;
 import com.nuvik.program.Listener;
 import com.nuvik.program.NativeFailure;
 import com.nuvik.program.Program;
@@ -69,13 +70,39 @@ public final class ProgramTest {
 
     @Test
     public void tasksAreDoneWhenTheyAreDueAndCancelledOnesAreNot() {
-        program.after(60, program::leave);
-        program.after(30, () -> done.add("third"));
-        program.after(20, () -> done.add("cancelled")).cancel();
-        program.after(10, () -> done.add("second"));
-        program.later(() -> done.add("first"));
-        program.run();
+        StandingClock clock = new StandingClock();
+        Clock.set(clock);
+        try {
+            program.after(60, program::leave);
+            program.after(30, () -> done.add("third"));
+            program.after(20, () -> done.add("cancelled")).cancel();
+            program.after(10, () -> clock.passAfter(() -> done.add("second"), 60));
+            program.later(() -> clock.passAfter(() -> done.add("first"), 10));
+            program.run();
+        } finally {
+            Clock.set(null);
+        }
         assertEquals(Arrays.asList("first", "second", "third"), done);
+    }
+
+    private static final class StandingClock extends Clock {
+        private volatile long now;
+
+        void passAfter(Runnable work, long time) {
+            work.run();
+            now = time;
+            tellMoved();
+        }
+
+        @Override
+        protected long milliseconds() {
+            return now;
+        }
+
+        @Override
+        protected boolean runs() {
+            return false;
+        }
     }
 
     @Test
