@@ -97,10 +97,10 @@ EMULATOR_IMPORT void WINAPI Emulator_RecordSounds(LPCWSTR path);
 // Waveform outputs that are open.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountWaveOutputs();
 
-// The device's clock: tick count, timers of windows, times of input and waits for input follow it. It
-// runs as the desk's does. Other waits, sounds and what the desk's own controls do by themselves do
-// not follow it.
-EMULATOR_IMPORT LONGLONG WINAPI Emulator_GetTime(); // milliseconds; the tick count is its lower half
+// The device's clock: tick count, timers of windows, times of input and waits for input follow it.
+// It runs as the desk's does. Other waits, sounds and what the desk's own controls do by themselves
+// do not follow it. In milliseconds; the tick count is its lower half.
+EMULATOR_IMPORT LONGLONG WINAPI Emulator_GetTime();
 
 // Lets it stand still, but for Emulator_PassTime; a caret stands still too. Lets it run again.
 EMULATOR_IMPORT void WINAPI Emulator_StopClock();
