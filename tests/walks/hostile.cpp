@@ -88,6 +88,14 @@ Argument Hostile::bytesFor(const std::string& native) {
     return made(Type::bytes, chance.of({0, 1, 3, 64, 300}), chance.among(0, 99));
 }
 
+// Millions of pixels that the system stretches one by one; the library is given such sizes by
+// limits_test.
+static constexpr jint longestStretch = 0x400;
+static bool isStretched(const std::string& native, const std::string& parameter) {
+    return native == OS::Graphics_DrawImageRegion.name &&
+           (parameter == "targetWidth" || parameter == "targetHeight");
+}
+
 Argument Hostile::numberOf(const KnownNative& native, const std::string& parameter) {
     const Meaning* meaning = meaningOf(native.declared.name, parameter);
     if (parameter.find("style") != std::string::npos && chance.percent(80))
@@ -132,7 +140,10 @@ Argument Hostile::plain(const KnownNative& native, size_t index,
         return chance.percent(10) ? none()
                                   : made(Type::ints, chance.among(0, 200), chance.among(0, 99));
     if (parameter.type == "byte[]") return bytesFor(native.declared.name);
-    return numberOf(native, parameter.name);
+    Argument chosen = numberOf(native, parameter.name);
+    if (isStretched(native.declared.name, parameter.name) && chosen.value > longestStretch)
+        return number(longestStretch);
+    return chosen;
 }
 
 std::optional<Step> Hostile::stepOf(const KnownNative& native) {
