@@ -1,6 +1,5 @@
 package com.nuvik.testing.tests;
 
-import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.dovr.OS;
 
@@ -14,14 +13,7 @@ public final class Exits {
         int button = OS.PushButton_New(shell, 0);
         OS.Button_SetLabel(button, label);
         program.screen.place(button, 4, 4 + 24 * count++, 100, 20);
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                button,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        deed.run();
-                    }
-                });
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(button, new OnTap(deed));
     }
 
     private void run() {

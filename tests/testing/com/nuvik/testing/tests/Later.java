@@ -28,15 +28,7 @@ public final class Later {
     private void button(String label, int y, Runnable deed) {
         int button = OS.PushButton_New(shell, 0);
         OS.Button_SetLabel(button, label);
-        listen(
-                button,
-                y,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        deed.run();
-                    }
-                });
+        listen(button, y, new OnTap(deed));
     }
 
     private void pad(int y, int gesture) {

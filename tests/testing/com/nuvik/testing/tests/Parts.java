@@ -1,6 +1,5 @@
 package com.nuvik.testing.tests;
 
-import com.nuvik.program.Listener;
 import com.nuvik.program.Program;
 import com.nuvik.wyx.Style;
 import com.nuvik.wyx.dovr.OS;
@@ -22,14 +21,7 @@ public final class Parts {
     }
 
     private static void onTap(int button, Runnable deed) {
-        com.nuvik.wyx.k4tr.OS.Widget_SetData(
-                button,
-                new Listener() {
-                    @Override
-                    public void selected() {
-                        deed.run();
-                    }
-                });
+        com.nuvik.wyx.k4tr.OS.Widget_SetData(button, new OnTap(deed));
     }
 
     private void run() {
