@@ -12,7 +12,7 @@ final class Application {
     private static final int ROUNDS_OF_STOP = 25;
 
     final Class<?> mainClass;
-    private final Threads threads = new Threads();
+    private final Group threads = new Group();
     private final Thread thread;
     private volatile Throwable thrown;
     private volatile Throwable uncaught; // the last of another thread
@@ -22,8 +22,8 @@ final class Application {
     private static volatile Application last;
 
     /** What a program runs in. */
-    private final class Threads extends ThreadGroup {
-        Threads() {
+    private final class Group extends ThreadGroup {
+        Group() {
             super("application");
         }
 
