@@ -25,6 +25,20 @@ class LifetimesTest : public DeviceTest {
         return call(kind, menu, 0);
     }
     void setSubMenu(jint item, jint menu) { call(OS::CascadeMenuItem_SetMenu, item, menu); }
+    // A menu with two items that show the same one.
+    struct SharedSubMenu {
+        jint menu, subMenu, items[2];
+    };
+    SharedSubMenu newSharedSubMenu() {
+        jint shell = newShell();
+        jint menu = newMenu(OS::DropDownMenu_New, shell);
+        SharedSubMenu all = {
+            menu,
+            newMenu(OS::DropDownMenu_New, shell),
+            {newItem(OS::CascadeMenuItem_New, menu), newItem(OS::CascadeMenuItem_New, menu)}};
+        for (jint item : all.items) setSubMenu(item, all.subMenu);
+        return all;
+    }
     void setAccelerator(jint item, jint accelerator) {
         call(OS::LabeledMenuItem_SetAccelerator, item, accelerator);
     }
@@ -221,11 +235,7 @@ TEST_F(LifetimesTest, a_listener_disposes_of_what_is_being_disposed_of) {
 }
 
 TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
-    jint shell = newShell();
-    jint menu = newMenu(OS::DropDownMenu_New, shell);
-    jint subMenu = newMenu(OS::DropDownMenu_New, shell);
-    jint items[] = {newItem(OS::CascadeMenuItem_New, menu), newItem(OS::CascadeMenuItem_New, menu)};
-    for (jint item : items) setSubMenu(item, subMenu);
+    auto [menu, subMenu, items] = newSharedSubMenu();
     HMENU native = reinterpret_cast<MenuRecord*>(menu)->menuHandle;
     dispose(subMenu);
     for (int position : {0, 1}) EXPECT_EQ(GetSubMenu(native, position), nullptr) << position;
@@ -237,13 +247,9 @@ TEST_F(LifetimesTest, a_sub_menu_leaves_every_item_that_shows_it) {
 }
 
 TEST_F(LifetimesTest, an_item_that_goes_leaves_a_sub_menu_with_the_last_that_showed_it) {
-    jint shell = newShell();
-    jint menu = newMenu(OS::DropDownMenu_New, shell);
-    jint subMenu = newMenu(OS::DropDownMenu_New, shell);
-    jint items[] = {newItem(OS::CascadeMenuItem_New, menu), newItem(OS::CascadeMenuItem_New, menu)};
-    for (jint item : items) setSubMenu(item, subMenu);
-    auto showing = [=] {
-        return reinterpret_cast<jint>(reinterpret_cast<MenuRecord*>(subMenu)->cascadeItem);
+    auto [menu, subMenu, items] = newSharedSubMenu();
+    auto showing = [shown = reinterpret_cast<MenuRecord*>(subMenu)] {
+        return reinterpret_cast<jint>(shown->cascadeItem);
     };
     dispose(items[0]);
     EXPECT_EQ(showing(), items[1]);
