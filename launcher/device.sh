@@ -174,23 +174,47 @@ leave_device() {
     end_device "$device"
 }
 
-# shared_device: a device without a display, for one program at a time of the tests; making one for each
-# would take longer than most of them. It is the first that nobody uses: this program's, until it ends
-# (file descriptor 9, which what is started from here must not inherit). Its processes stay until they
-# are ended. Its folder is left in device. ZEMVOLT_SHARED names another kind than the usual one.
-shared_device() {
-    "$root/launcher/make-prefix" || exit 1
-    local number
-    for ((number = 1; ; number++)); do
-        device=$run/device-${ZEMVOLT_SHARED:-plain}-$number
-        exec 9>"$device.lock"
+# stay_on_processor NUMBER: on one of those that this script may run on, with all that it starts. A program
+# and the server of its device wait for each other all the time, which takes a machine several times as
+# long where each has a processor of its own to be woken on. Several checkouts begin with different ones.
+stay_on_processor() {
+    local processors first last checkout
+    checkout=$(cksum <<<"$run")
+    mapfile -t processors < <(
+        sed -n 's/^Cpus_allowed_list:[[:space:]]*//p' /proc/self/status | tr , '\n' |
+            while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done
+    )
+    taskset -cp "${processors[($1 + ${checkout%% *}) % ${#processors[@]}]}" $$ >/dev/null
+}
+
+# take_place: of the tests that run at once each has a place of its own, and all that it starts stays on
+# the place's processor, unless ZEMVOLT_PROCESSORS is all. The place is left in place; it is this script's
+# until it ends (file descriptor 9, which what is started from here must not inherit).
+take_place() {
+    mkdir -p "$run/places" || fail "$build cannot be written; ZEMVOLT_BUILD names another build folder"
+    for ((place = 1; ; place++)); do
+        exec 9>"$run/places/$place"
         flock -n 9 && break
     done
+    [ "${ZEMVOLT_PROCESSORS:-}" = all ] || stay_on_processor "$place"
+}
+
+# shared_device: a device without a display, for one program at a time of the tests; making one for each
+# would take longer than most of them. It is that of this script's place. Its processes stay until they
+# are ended, its storage is empty. Its folder is left in device. ZEMVOLT_SHARED names another kind than
+# the usual one.
+shared_device() {
+    "$root/launcher/make-prefix" || exit 1
+    local kind=${ZEMVOLT_SHARED:-plain}
+    [ "${ZEMVOLT_PROCESSORS:-}" != all ] || kind=$kind-all
+    take_place
+    device=$run/device-$kind-$place
     if [ ! "$device/system.reg" -nt "$run/prefix/.recipe" ] ||
         [ "$(readlink "$device/dosdevices/w:")" != "$build" ]; then
         end_device "$device" 9>&-
         fill_device "$device" null "$device/storage" || fail "the device cannot be made in $device"
     fi
+    rm -rf "${device:?}/storage" && mkdir -p "$device/storage/My Documents"
 }
 
 end_shared_devices() {

@@ -3,6 +3,7 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 . "$root/launcher/environment.sh"
 . "$root/launcher/device.sh"
+take_place
 work=$(mktemp -d)
 commands=() # what was started, and must not outlive a test that failed
 trap 'kill "${commands[@]}" 2>/dev/null; rm -rf "$work"' EXIT
