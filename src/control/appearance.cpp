@@ -127,13 +127,16 @@ static void copyPixels(GraphicsRecord* target, const GraphicsRecord* source, jin
 // A context whose control does not tell its client area is made all the same, with an error.
 static GraphicsRecord* newContext(ControlRecord* control, ErrorRecord* error) {
     // The thread that owns the window gets its context.
-    HDC dc = reinterpret_cast<HDC>(ask(control->hwnd, controlGetContext, &error));
+    HWND window = control->hwnd;
+    HDC dc = reinterpret_cast<HDC>(ask(window, controlGetContext, &error));
     if (!dc) return nullptr;
     RECT bounds = {};
-    if (!GetClientRect(control->hwnd, &bounds))
-        Win32Error_SetLast(error, L"Unable to get clipping area");
+    if (!GetClientRect(window, &bounds)) Win32Error_SetLast(error, L"Unable to get clipping area");
     GraphicsRecord* graphics = Graphics_New(dc, nullptr, bounds, error);
-    if (!graphics) ReleaseDC(control->hwnd, dc);
+    if (graphics)
+        Graphics_EnterWindow(graphics, window);
+    else
+        ReleaseDC(window, dc);
     return graphics;
 }
 

@@ -4,6 +4,7 @@
 #include "bridge/memory.h"
 #include "control/input.h"
 #include "display/requests.h"
+#include "graphics/graphics.h"
 #include "menu/menu.h"
 #include "menu/menu_item.h"
 
@@ -121,6 +122,7 @@ extern "C" ControlRecord* _Control_New(const wchar_t* className, UINT recordSize
 }
 
 void Control_ForgetWindow(DisplayRecord* display, HWND window) {
+    Graphics_LeaveWindow(window);
     PointerState& pointer = display->pointer;
     if (pointer.lastPress == window) pointer.lastPress = nullptr;
     if (pointer.under == window) pointer.under = nullptr;

@@ -172,8 +172,8 @@ void Control_Attach(ControlRecord* control, HWND window, WNDPROC proc);
 // The window leads to no record any more, and is left to the procedure; null: the system's.
 void Control_Detach(HWND window, WNDPROC proc);
 
-// The display forgets the window, which goes: what the pointer does is not about it any more.
-// Display thread.
+// The display forgets the window, which goes: what the pointer does is not about it any more, and
+// nothing is drawn on it. Display thread.
 void Control_ForgetWindow(DisplayRecord* display, HWND window);
 
 // Makes what the request asks for. Display thread.

@@ -1,7 +1,11 @@
 #include "graphics/graphics.h"
 #include "bridge/arithmetic.h"
+#include "bridge/leaf_lock.h"
+#include "bridge/links.h"
 #include "bridge/lock.h"
 #include "bridge/memory.h"
+
+static GraphicsRecord* onWindows; // all that are on a window that is there
 
 static constexpr wchar_t noContext[] = L"Unable to allocate enough memory for device context";
 
@@ -102,28 +106,55 @@ static void leaveImage(const GraphicsRecord* graphics) {
     Image_Leave(graphics->image);
 }
 
-static void leaveControl(const GraphicsRecord* graphics) {
+// Under the lock of the list.
+static void leaveControl(GraphicsRecord* graphics) {
+    takeOut<&GraphicsRecord::next>(&onWindows, graphics);
     putBackObjects(graphics);
     ReleaseDC(nullptr, graphics->dc);
+    graphics->dc = nullptr;
+    graphics->savedPen = nullptr;
+    graphics->savedBrush = nullptr;
+}
+
+void Graphics_EnterWindow(GraphicsRecord* graphics, HWND window) {
+    LeafLock lock;
+    graphics->window = window;
+    graphics->next = onWindows;
+    onWindows = graphics;
+}
+
+void Graphics_LeaveWindow(HWND window) {
+    LeafLock lock;
+    GraphicsRecord* next;
+    for (GraphicsRecord* graphics = onWindows; graphics; graphics = next) {
+        next = graphics->next;
+        if (graphics->window == window) leaveControl(graphics);
+    }
+}
+
+static void leaveTarget(GraphicsRecord* graphics) {
+    if (graphics->image) {
+        leaveImage(graphics);
+        return;
+    }
+    LeafLock lock;
+    if (graphics->dc) leaveControl(graphics);
 }
 
 void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord*) {
-    if (graphics->dc) {
-        if (graphics->image)
-            leaveImage(graphics);
-        else
-            leaveControl(graphics);
-        Font_Wear(graphics->font, nullptr);
-    }
+    leaveTarget(graphics);
+    Font_Wear(graphics->font, nullptr);
     freeBlock(graphics);
 }
 
 // Selects an object of the context's own. The first one that it displaces is kept for the end, the
-// later ones were the context's own too.
+// later ones were the context's own too. What cannot be selected is not kept.
 template <class Handle>
 static void selectOwn(HDC dc, Handle object, Handle* saved) {
     HGDIOBJ displaced = SelectObject(dc, object);
-    if (*saved)
+    if (!displaced)
+        DeleteObject(object);
+    else if (*saved)
         DeleteObject(displaced);
     else
         *saved = static_cast<Handle>(displaced);

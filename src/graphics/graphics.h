@@ -16,7 +16,7 @@ using DrawHook = GraphicsRecord* (*)(GraphicsRecord* graphics);
 
 // Owned by the Java graphics.
 struct GraphicsRecord {
-    HDC dc;             // owned
+    HDC dc;             // owned; null when the control's window has gone
     HPEN savedPen;      // the context's first pen; null while it is still selected
     HBRUSH savedBrush;  // likewise
     ImageRecord* image; // drawn into, and owned with others; null: a control is
@@ -24,7 +24,9 @@ struct GraphicsRecord {
     LOGPEN pen;         // the pen that is selected
     DrawHook beginDraw; // around every operation: gets hold of the image's bitmap
     DrawHook endDraw;
-    HFONT font; // of Java's, worn; null: the system's
+    HFONT font;           // of Java's, worn; null: the system's
+    HWND window;          // of the control; null: none
+    GraphicsRecord* next; // of those that are on windows
 };
 ASSERT_OFFSET(GraphicsRecord, image, 12)
 ASSERT_OFFSET(GraphicsRecord, bounds, 16)
@@ -39,6 +41,13 @@ GraphicsRecord Graphics_On(HDC dc, const RECT& bounds);
 // A context that owns the device context from here on, unless there is no memory for it, which is
 // reported. The image is null for a control's.
 GraphicsRecord* Graphics_New(HDC dc, ImageRecord* image, const RECT& bounds, ErrorRecord* error);
+
+// The context is on the control's window from here on, for as long as that is there.
+void Graphics_EnterWindow(GraphicsRecord* graphics, HWND window);
+
+// Before the window goes: its contexts give back what they have selected, and draw on nothing from
+// now on. The system lends what they drew with to the next one who asks.
+void Graphics_LeaveWindow(HWND window);
 
 GraphicsRecord* Image_NewGraphics(ImageRecord* image, ErrorRecord* error);
 void Graphics_Dispose(GraphicsRecord* graphics, ErrorRecord* error);

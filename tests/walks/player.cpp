@@ -168,12 +168,7 @@ void Player::noteEnd(const Object& object) {
         kept.heapBlocks += hasData;
         kept.references += hasData;
     }
-    // A context belongs to go before its control: what it has selected may stay in the window's.
-    bool isDisplay = isA(object.kind, kindOf("DisplayRecord"));
-    bool endsWindows = isDisplay || isA(object.kind, kindOf("ControlRecord"));
-    for (int step : world.allOf(kindOf("GraphicsRecord")))
-        if (endsWindows && world.isOnControl(*world.find(step))) kept.leavings.gdiObjects = true;
-    if (!isDisplay) return;
+    if (!isA(object.kind, kindOf("DisplayRecord"))) return;
     // While the first display lives, its window's class does too.
     kept.heapBlocks += reinterpret_cast<DisplayRecord*>(object.handle)->commandItems != nullptr;
 }

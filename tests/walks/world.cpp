@@ -41,10 +41,6 @@ std::vector<Object> World::lentBy(const Object& owner) {
     return found;
 }
 
-bool World::isOnControl(const Object& graphics) {
-    return isA(handles.find(graphics.owner).kind, kindOf("ControlRecord"));
-}
-
 void World::enter(int step, const CheckedNative& native, const std::vector<uint32_t>& words,
                   uint32_t result) {
     if (native.made < 0 || !result) return;

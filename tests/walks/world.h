@@ -24,9 +24,6 @@ class World : public Surroundings {
 
     bool isLent(uint32_t handle) { return handles.find(handle).isLent; }
 
-    // Of a graphics context: whether it draws on a control.
-    bool isOnControl(const Object& graphics);
-
     // A native's result, which the step may be called by from now on; nothing for one that makes
     // nothing.
     void enter(int step, const CheckedNative& native, const std::vector<uint32_t>& words,
