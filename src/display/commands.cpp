@@ -31,6 +31,7 @@ static MenuItemRecord** slotOf(const DisplayRecord* display, LONG id) {
 
 LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item) {
     LeafLock lock;
+    if (!display->messageWindow) return 0;
     LONG slot = findFreeSlot(display);
     if (slot == display->commandItemCapacity && !grow(display)) return 0;
     display->commandItems[slot] = item;

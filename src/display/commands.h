@@ -7,7 +7,8 @@
 struct DisplayRecord;
 struct MenuItemRecord;
 
-// Gives the item the lowest free command id; 0 when there is no memory for it.
+// Gives the item the lowest free command id; 0 when there is no memory for it, and when the display
+// has ended, which would keep its table for good.
 LONG Display_AssignCommandId(DisplayRecord* display, MenuItemRecord* item);
 
 // The item with this command id, or null.
