@@ -1,6 +1,8 @@
 # What runs on the desk alone, where Java is of today.
 find_program(JAVAC javac REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 find_program(JAVADOC javadoc REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+# Both end before the VM's better compiler has been worth its time.
+set(of_short_runs -J-XX:TieredStopAtLevel=1 -J-XX:+UseSerialGC)
 
 # add_jar(NAME CLASSPATH SOURCES... [RESOURCES FILES...] [WITH FOLDERS...]): build/desk/java/NAME.jar,
 # warnings being errors. The resources lie beside the classes of the package com.nuvik.NAME; what is
@@ -17,7 +19,7 @@ function(add_jar name classpath)
     add_custom_command(OUTPUT ${archive}
         COMMAND ${CMAKE_COMMAND} -E rm -rf ${classes}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${classes} ${CMAKE_BINARY_DIR}/java
-        COMMAND ${JAVAC} --release 11 -Xlint:all -Werror -d ${classes} -cp "${classpath}"
+        COMMAND ${JAVAC} ${of_short_runs} --release 11 -Xlint:all -Werror -d ${classes} -cp "${classpath}"
             ${jar_UNPARSED_ARGUMENTS}
         ${copying}
         COMMAND ${PYTHON} ${pack_jar} ${archive} ${classes} ${jar_WITH}
@@ -41,7 +43,7 @@ set(documentation ${CMAKE_BINARY_DIR}/java/documentation)
 set(documented ${toolkit} ${program} ${testing} ${CMAKE_CURRENT_SOURCE_DIR}/overview.html)
 add_custom_command(OUTPUT ${documentation}/index.html
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${documentation}
-    COMMAND ${JAVADOC} -quiet -notimestamp -Xdoclint:all -Werror -d ${documentation}
+    COMMAND ${JAVADOC} ${of_short_runs} -quiet -notimestamp -Xdoclint:all -Werror -d ${documentation}
         -windowtitle zemvolt11 -overview ${CMAKE_CURRENT_SOURCE_DIR}/overview.html
         -classpath ${junit} ${toolkit} ${program} ${testing}
     DEPENDS ${documented} VERBATIM)
