@@ -45,6 +45,8 @@ EMULATOR_IMPORT const EmulatorVariety* WINAPI Emulator_GetVariety();
 
 // Heap blocks that were allocated through the device's API and not freed yet.
 EMULATOR_IMPORT LONG WINAPI Emulator_CountHeapBlocks();
+// Menus and tables of accelerators that were made through the device's API and have not ended.
+EMULATOR_IMPORT LONG WINAPI Emulator_CountMenusAndTables();
 
 // Writes what the process's windows show on the device's screen, without the pointer, as a 24-bit
 // BMP file. False, with the last error set, when the file cannot be written.

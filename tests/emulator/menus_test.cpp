@@ -1,4 +1,5 @@
 #include "ce.h"
+#include "emulator.h"
 #include <gtest/gtest.h>
 #include <utility>
 
@@ -55,4 +56,19 @@ TEST_F(MenuItemTest, keeps_what_is_written) {
     info.dwItemData = 0;
     EXPECT_TRUE(GetMenuItemInfoW(menu, 0, TRUE, &info));
     EXPECT_EQ(info.dwItemData, 77u);
+}
+
+TEST_F(MenuItemTest, menus_and_tables_of_accelerators_are_counted_until_they_end) {
+    LONG before = Emulator_CountMenusAndTables();
+    HMENU inner = CreatePopupMenu(), outer = CreatePopupMenu();
+    InsertMenuW(outer, 0, MF_BYPOSITION | MF_POPUP, reinterpret_cast<UINT_PTR>(inner), L"More");
+    ACCEL entry = {FVIRTKEY, VK_F1, 120};
+    HACCEL table = CreateAcceleratorTableW(&entry, 1);
+    EXPECT_EQ(Emulator_CountMenusAndTables(), before + 3);
+    DestroyMenu(outer);
+    EXPECT_EQ(Emulator_CountMenusAndTables(), before + 1) << "with the menu within";
+    DestroyAcceleratorTable(table);
+    EXPECT_EQ(Emulator_CountMenusAndTables(), before);
+    EXPECT_FALSE(DestroyAcceleratorTable(table));
+    EXPECT_EQ(Emulator_CountMenusAndTables(), before) << "ended already";
 }

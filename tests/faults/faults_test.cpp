@@ -213,7 +213,7 @@ class FaultsTest : public testing::Test {
         forgetEvents();
         LiveCounts after = countLive();
         run.left = {after.gdiObjects - before.gdiObjects, after.windows - before.windows,
-                    after.heapBlocks - before.heapBlocks};
+                    after.heapBlocks - before.heapBlocks, after.menus - before.menus};
         run.handles = countHandles() - handles;
         run.references = scene->vm.globalReferences - references;
         return run;
@@ -233,6 +233,7 @@ class FaultsTest : public testing::Test {
         return (may.gdiObjects || one.left.gdiObjects <= usual.left.gdiObjects) &&
                (may.windows || one.left.windows <= usual.left.windows) &&
                (may.heapBlocks || one.left.heapBlocks <= usual.left.heapBlocks) &&
+               (may.menus || one.left.menus <= usual.left.menus) &&
                (may.handles || one.handles <= usual.handles) && one.references <= usual.references;
     }
 
@@ -242,14 +243,14 @@ class FaultsTest : public testing::Test {
         if (!leavesNoMore(told, usual)) told = run(scenario, &with);
         EXPECT_TRUE(leavesNoMore(told, usual, whatMayStay(native.name, with)))
             << told.left.gdiObjects << " GDI objects, " << told.left.windows << " windows, "
-            << told.left.heapBlocks << " heap blocks, " << told.handles << " handles and "
-            << told.references << " global references stay";
+            << told.left.heapBlocks << " heap blocks, " << told.left.menus << " menus, "
+            << told.handles << " handles and " << told.references << " global references stay";
     }
 
     // By description the system's font stays when there is no memory for its record.
     static Leavings whatMayStay(const std::string& native, const Fault& with) {
         bool isFont = native.starts_with("Font_New") && with.import == "LocalAlloc";
-        return isFont ? Leavings{"", true, false, false, false} : leavingsOf(with.import);
+        return isFont ? Leavings{.gdiObjects = true} : leavingsOf(with.import);
     }
 
     // "" for a call that is not made any more.

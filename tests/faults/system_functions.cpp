@@ -63,11 +63,22 @@ const char* reasonWhyNever(const std::string& import) {
 }
 
 static const Leavings leavings[] = {
-    {"CloseHandle", false, false, false, true},  {"DeleteDC", true, false, false, false},
-    {"DeleteObject", true, false, false, false}, {"DestroyWindow", true, true, true, true},
-    {"EndPaint", true, false, false, false},     {"LocalFree", false, false, true, false},
-    {"ReleaseDC", true, false, false, false},    {"SelectObject", true, false, false, false},
-    {"waveOutClose", false, false, true, true},  {"waveOutReset", false, false, true, true},
+    {.import = "CloseHandle", .handles = true},
+    {.import = "DeleteDC", .gdiObjects = true},
+    {.import = "DeleteObject", .gdiObjects = true},
+    {.import = "DestroyAcceleratorTable", .menus = true},
+    {.import = "DestroyMenu", .menus = true},
+    {.import = "DestroyWindow",
+     .gdiObjects = true,
+     .windows = true,
+     .heapBlocks = true,
+     .handles = true},
+    {.import = "EndPaint", .gdiObjects = true},
+    {.import = "LocalFree", .heapBlocks = true},
+    {.import = "ReleaseDC", .gdiObjects = true},
+    {.import = "SelectObject", .gdiObjects = true},
+    {.import = "waveOutClose", .heapBlocks = true, .handles = true},
+    {.import = "waveOutReset", .heapBlocks = true, .handles = true},
 };
 
 Leavings leavingsOf(const std::string& import) {

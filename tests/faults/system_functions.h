@@ -8,8 +8,8 @@ const char* reasonWhyNever(const std::string& import);
 
 // What a function that gives something back leaves behind when it fails.
 struct Leavings {
-    const char* import;
-    bool gdiObjects, windows, heapBlocks, handles;
+    const char* import = "";
+    bool gdiObjects = false, windows = false, heapBlocks = false, handles = false, menus = false;
 };
 
 // Nothing for every other function.

@@ -49,13 +49,16 @@ static BOOL CALLBACK countTop(HWND window, LPARAM count) {
     return TRUE;
 }
 
-long countHeapBlocks() {
+// What the device tells of itself in a function of that name.
+static long countOf(const char* function) {
     theLibrary();
     using Count = LONG(WINAPI*)();
-    auto* count = reinterpret_cast<Count>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"coredll.dll"), "Emulator_CountHeapBlocks")));
+    auto* count = reinterpret_cast<Count>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"coredll.dll"), function)));
     return count();
 }
+
+long countHeapBlocks() { return countOf("Emulator_CountHeapBlocks"); }
 
 // The system keeps the contexts of windows for whoever needs one next. It makes enough of them
 // once, so that none is taken for a leak: a release that a test lets fail keeps one for good.
@@ -77,7 +80,8 @@ static bool drawFirstFrame() {
 LiveCounts countLive() {
     static bool hasSpareContexts = makeSpareContexts() && drawFirstFrame();
     EXPECT_TRUE(hasSpareContexts);
-    LiveCounts counts = {countGdiObjects(), 0, countHeapBlocks()};
+    LiveCounts counts = {countGdiObjects(), 0, countHeapBlocks(),
+                         countOf("Emulator_CountMenusAndTables")};
     EnumThreadWindows(GetCurrentThreadId(), countTop, reinterpret_cast<LPARAM>(&counts.windows));
     return counts;
 }
@@ -87,9 +91,10 @@ NoLeaks::~NoLeaks() {
     EXPECT_EQ(after.gdiObjects, before.gdiObjects) << "GDI objects";
     EXPECT_EQ(after.windows, before.windows) << "windows";
     EXPECT_EQ(after.heapBlocks, before.heapBlocks) << "heap blocks";
+    EXPECT_EQ(after.menus, before.menus) << "menus and tables of accelerators";
 }
 
-int leakRounds() {
+int leakRounds(int usual) {
     const char* rounds = getenv("ZEMVOLT_LEAK_ROUNDS");
-    return rounds ? atoi(rounds) : 500;
+    return rounds ? atoi(rounds) : usual;
 }

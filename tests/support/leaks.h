@@ -5,13 +5,14 @@ struct LiveCounts {
     int gdiObjects;  // of this process
     int windows;     // of this thread, children included
     long heapBlocks; // allocated through the device's API
+    long menus;      // and tables of accelerators
 };
 
 LiveCounts countLive();
 
-// How often a scenario is repeated for what it leaves behind to show: 500 times, or as often as
-// ZEMVOLT_LEAK_ROUNDS says.
-int leakRounds();
+// How often a scenario is repeated for what it leaves behind to show: as often as
+// ZEMVOLT_LEAK_ROUNDS says, or the usual number of times.
+int leakRounds(int usual = 500);
 long countHeapBlocks();
 
 // Fails the test when the scope leaves more or less behind than it found.

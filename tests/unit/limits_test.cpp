@@ -238,6 +238,7 @@ TEST_P(LimitsTest, are_survived) {
     EXPECT_EQ(after.heapBlocks, before.heapBlocks);
     EXPECT_EQ(after.gdiObjects, before.gdiObjects);
     EXPECT_EQ(after.windows, before.windows);
+    EXPECT_EQ(after.menus, before.menus);
 }
 
 // Of objects that must be there, and of truths, there is nothing to try.
