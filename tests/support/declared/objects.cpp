@@ -158,7 +158,8 @@ void ObjectsTest::disposeOfObjects() {
     dispatchAll();
 }
 
-void ObjectsTest::disposeOfResult(const std::string& native, jint result) {
+// The kind of what the native makes; a number when that is none.
+static Kind kindOfResult(const std::string& native) {
     static const struct {
         const char* native;
         Kind kind;
@@ -170,7 +171,16 @@ void ObjectsTest::disposeOfResult(const std::string& native, jint result) {
         {"Image_Flip", Kind::image},   {"_New", Kind::button}, // and every other widget
     };
     for (const auto& maker : makers)
-        if (native.find(maker.native) != native.npos) return disposeOf(maker.kind, result);
+        if (native.find(maker.native) != native.npos) return maker.kind;
+    return Kind::number;
+}
+
+bool ObjectsTest::makesAnObject(const std::string& native) {
+    return kindOfResult(native) != Kind::number;
+}
+
+void ObjectsTest::disposeOfResult(const std::string& native, jint result) {
+    disposeOf(kindOfResult(native), result);
 }
 
 std::vector<Kind> ObjectsTest::kindsThatExist() const {

@@ -6,6 +6,11 @@
 #include "device.h"
 
 class ObjectsTest : public DeviceTest {
+  public:
+    // Whether the native makes what somebody must dispose of: the display, which is there already,
+    // apart.
+    static bool makesAnObject(const std::string& native);
+
   protected:
     // A top shell is there already; whatever is made lies in it.
     jint objectOf(ObjectKind kind);

@@ -1,0 +1,66 @@
+// Every native that makes an object, made and disposed of over and over. The natives are those that
+// the Java classes declare.
+
+#include "declared/any_call.h"
+#include "declared/declared_natives.h"
+#include "declared/objects.h"
+#include "png.h"
+#include "process_leaks.h"
+#include <fstream>
+
+// What the system makes once and keeps, and what Java's strings and arrays take, is there before.
+static constexpr int usualRounds = 20;
+
+// A picture, and where programs on the device find it.
+static const std::vector<uint8_t> picture = encode({2, 2, 8, 0, {0, 85, 170, 255}, {}, {}});
+static constexpr char16_t picturePath[] = u"\\made.png";
+
+class MakersTest : public ObjectsTest, public testing::WithParamInterface<DeclaredNative> {
+  protected:
+    MakersTest() {
+        std::ofstream file("x:/made.png", std::ios::binary);
+        file.write(reinterpret_cast<const char*>(picture.data()), std::streamsize(picture.size()));
+    }
+
+    DWORD wordFor(const Parameter& parameter) {
+        if (parameter.type == "byte[]") return word(vm.newBytes({picture.begin(), picture.end()}));
+        if (parameter.name == "length") return DWORD(picture.size());
+        if (parameter.name == "path") return word(vm.newString(picturePath));
+        return usualWord(GetParam(), parameter);
+    }
+
+    Words usualWords() {
+        Words words;
+        for (const Parameter& parameter : GetParam().parameters)
+            words.push_back(wordFor(parameter));
+        return words;
+    }
+
+    void makeAndDispose(const Words& words, int rounds) {
+        for (int i = 0; i < rounds; ++i) {
+            jint made = jint(callAny(exportOf(GetParam().exported), vm.env(), words));
+            ASSERT_NE(made, 0) << "in round " << i;
+            disposeOfResult(GetParam().name, made);
+            dispatchAll();
+            vm.calls.clear();
+        }
+    }
+};
+
+TEST_P(MakersTest, leave_nothing_behind) {
+    Words words = usualWords();
+    makeAndDispose(words, usualRounds);
+    NothingLeft nothingLeft;
+    makeAndDispose(words, leakRounds(usualRounds));
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+static std::vector<DeclaredNative> makers() {
+    std::vector<DeclaredNative> found;
+    for (const DeclaredNative& native : declaredNatives())
+        if (ObjectsTest::makesAnObject(native.name)) found.push_back(native);
+    return found;
+}
+
+INSTANTIATE_TEST_SUITE_P(natives, MakersTest, testing::ValuesIn(makers()),
+                         [](const auto& native) { return std::string(native.param.name); });
