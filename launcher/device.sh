@@ -184,7 +184,7 @@ stay_on_processor() {
         sed -n 's/^Cpus_allowed_list:[[:space:]]*//p' /proc/self/status | tr , '\n' |
             while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done
     )
-    taskset -cp "${processors[($1 + ${checkout%% *}) % ${#processors[@]}]}" $$ >/dev/null
+    taskset -cp "${processors[($1 + ${checkout%% *}) % ${#processors[@]}]}" $BASHPID >/dev/null
 }
 
 # take_place: of the tests that run at once each has a place of its own, and all that it starts stays on
@@ -217,9 +217,16 @@ shared_device() {
     rm -rf "${device:?}/storage" && mkdir -p "$device/storage/My Documents"
 }
 
+# Those in whose place somebody else runs are left alone.
 end_shared_devices() {
     local folder
-    for folder in "$run"/device-*/; do end_processes "${folder%/}"; done
+    for folder in "$run"/device-*/; do
+        folder=${folder%/}
+        (
+            exec 9>"$run/places/${folder##*-}"
+            flock -n 9 && end_processes "$folder" 9>&-
+        )
+    done
 }
 
 # fonts_conf FOLDER...: the fonts of these folders, and no others.
