@@ -88,7 +88,9 @@ usage_of_mutate() {
 ./zemvolt mutate [--directed] [--count N] [--seed N] [--number N] [--within N] [FILE...]
   Changes one expression of src at a time and runs the tests that run the changed line, until one
   fails; at the end it tells the changes that none noticed, and fails when there are such. What runs a
-  line is known from the last ./zemvolt coverage. With files named, only these are changed.
+  line is known from the last ./zemvolt coverage. With files named, only these are changed. What was
+  seen is kept: stopped, it goes on where it was, and a change that none noticed is tried again with the
+  tests that are others since alone.
     --count N   so many changes at random places, 100 without it
     --seed N    others than those of seed 1
     --directed  the changes of tools/mutants/directed.txt instead

@@ -87,14 +87,16 @@ class Copy:
         os.symlink(source, target)
 
     def run(self, test, more, output, limit=None):
-        """Runs the test on the copy's own device, for as many seconds as it may at most; its output goes
-        to the file. Returns its exit code, None when it had to be ended, and the seconds that it took."""
+        """Runs the test on the copy's own device and in its folder, for as many seconds as it may at most;
+        its output goes to the file. Returns its exit code, None when it had to be ended, and the seconds
+        that it took."""
         environment = {**os.environ, **test.environment, "ZEMVOLT_BUILD": self.folder, **more}
         command = [word.replace(os.path.join(DESK, "bin"), self.bin) for word in test.command]
         start = time.monotonic()
         with open(output, "wb") as file:
-            program = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL,
-                                       stdout=file, stderr=subprocess.STDOUT)
+            program = subprocess.Popen(command, env=environment, cwd=self.folder,
+                                       stdin=subprocess.DEVNULL, stdout=file,
+                                       stderr=subprocess.STDOUT)
             try:
                 code = program.wait(limit or test.limit)
             except subprocess.TimeoutExpired:
