@@ -99,13 +99,16 @@ TEST_F(SystemDialogTest, is_asked_with_empty_texts_when_none_are_set) {
 }
 
 TEST_F(SystemDialogTest, texts_beyond_what_it_takes_are_cut) {
-    jint dialog = newDialog(plain, std::u16string(1000, u'p'));
-    setName(dialog, std::u16string(1000, u'n'));
-    answerWith(L"", 0, {0});
-    EXPECT_FALSE(openAnswered(dialog));
-    EXPECT_EQ(asked.file, std::wstring(260, L'n'));
-    EXPECT_EQ(asked.folder, std::wstring(260, L'p'));
-    dispose(dialog);
+    for (const char16_t* title : {u"", u"title"}) {
+        jint dialog = newDialog(plain, std::u16string(1000, u'p'));
+        set(OS::FileDialog_SetTitle, dialog, title);
+        setName(dialog, std::u16string(1000, u'n'));
+        answerWith(L"", 0, {0});
+        EXPECT_FALSE(openAnswered(dialog));
+        EXPECT_EQ(asked.file, std::wstring(260, L'n'));
+        EXPECT_EQ(asked.folder, std::wstring(260, L'p')) << "whatever the owner's caption is";
+        dispose(dialog);
+    }
 }
 
 TEST_F(SystemDialogTest, is_asked_once_more_without_the_name_after_an_invalid_parameter) {

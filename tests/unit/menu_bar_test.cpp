@@ -256,3 +256,18 @@ TEST_F(MenuBarTest, a_cascade_item_drops_its_menu_down) {
     EXPECT_EQ(vm.takeEvents(), Events{fired::menu()});
     EXPECT_TRUE(infoAt(menuOf(menu)->menuHandle, 1).fState & MFS_CHECKED) << "the second one";
 }
+
+TEST_F(MenuBarTest, a_cascade_item_and_the_menu_that_it_drops_down_know_each_other) {
+    jint cascade = newItem(OS::CascadeMenuItem_New, bar, 0);
+    std::vector<jint> menus = {newMenu(OS::DropDownMenu_New, shell),
+                               newMenu(OS::DropDownMenu_New, shell)};
+    for (jint shown : {menus[0], menus[1], jint{}, menus[0]}) {
+        setSubMenu(cascade, shown);
+        EXPECT_EQ(itemOf(cascade)->subMenu, menuOf(shown));
+        for (jint menu : menus)
+            EXPECT_EQ(menuOf(menu)->cascadeItem, menu == shown ? itemOf(cascade) : nullptr);
+    }
+    dispose(menus[0]);
+    made = {bar, cascade, menus[1]};
+    EXPECT_EQ(itemOf(cascade)->subMenu, nullptr) << "which is gone";
+}

@@ -161,3 +161,51 @@ TEST_F(ShellMessagesTest, a_dialog_goes_although_its_displays_thread_answers_to_
     std::thread([&] { call(OS::Widget_Dispose, dialog); }).join();
     EXPECT_GT(faults.countCalls("LocalFree"), freed);
 }
+
+static struct {
+    RECT place;
+    UINT flags;
+    DWORD style, extendedStyle;
+} asked;
+static BOOL WINAPI recordAsked(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
+    asked = {{x, y, width, height},
+             flags,
+             static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)),
+             static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE))};
+    return TRUE;
+}
+
+// The frame is gone before the place is asked for.
+TEST_F(ShellMessagesTest, a_maximised_shell_fills_the_work_area_and_loses_the_border_it_asked_for) {
+    constexpr jint border = 0x800;
+    constexpr DWORD edges = WS_EX_CLIENTEDGE | WS_EX_STATICEDGE;
+    constexpr UINT always = SWP_NOZORDER | SWP_NOACTIVATE;
+    std::vector<jint> whole = boundsOf(shell);
+    const struct {
+        jint style;
+        bool hasTheSize;
+        UINT flags;
+        bool keepsEdges;
+    } rows[] = {{border, false, always | SWP_FRAMECHANGED, false},
+                {border, true, always | SWP_NOSIZE, false},
+                {0, false, always | SWP_FRAMECHANGED, true},
+                {0, true, always | SWP_NOSIZE, true}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.style << " " << row.hasTheSize);
+        jint bordered = newShell(true, row.style);
+        HWND window = windowOf(bordered);
+        SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | WS_BORDER);
+        SetWindowLongW(window, GWL_EXSTYLE, GetWindowLongW(window, GWL_EXSTYLE) | edges);
+        SetWindowPos(window, nullptr, 5, 5, whole[2] - !row.hasTheSize, whole[3], always);
+        Faults faults;
+        faults.replace("SetWindowPos", reinterpret_cast<void*>(recordAsked));
+        call(OS::Shell_SetMaximized, bordered, true);
+        EXPECT_EQ((std::vector<jint>{asked.place.left, asked.place.top, asked.place.right,
+                                     asked.place.bottom}),
+                  whole);
+        EXPECT_EQ(asked.flags, row.flags);
+        EXPECT_EQ(asked.style & WS_BORDER, row.keepsEdges ? WS_BORDER : 0u);
+        EXPECT_EQ(asked.extendedStyle & edges, row.keepsEdges ? edges : 0u);
+        EXPECT_EQ(asked.style & WS_CLIPCHILDREN, DWORD{WS_CLIPCHILDREN}) << "and nothing else";
+    }
+}
