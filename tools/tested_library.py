@@ -59,7 +59,12 @@ class Copy:
     """A build folder that has its own devices and, of the desk's files, all that it does not replace. One
     program at a time has it; another waits."""
 
-    def __init__(self, name):
+    def __init__(self, name, processor=None):
+        """processor: number of the one that its programs stay on, counted from 0 over and over; None: any"""
+        self.prefix = []
+        if processor is not None:
+            usable = sorted(os.sched_getaffinity(0))
+            self.prefix = ["taskset", "-c", str(usable[processor % len(usable)])]
         self.folder = os.path.join(BUILD, name)
         self.bin = os.path.join(self.folder, "desk", "bin")
         os.makedirs(self.bin, exist_ok=True)
@@ -91,7 +96,7 @@ class Copy:
         its output goes to the file. Returns its exit code, None when it had to be ended, and the seconds
         that it took."""
         environment = {**os.environ, **test.environment, "ZEMVOLT_BUILD": self.folder, **more}
-        command = [word.replace(os.path.join(DESK, "bin"), self.bin) for word in test.command]
+        command = self.prefix + [word.replace(os.path.join(DESK, "bin"), self.bin) for word in test.command]
         start = time.monotonic()
         with open(output, "wb") as file:
             program = subprocess.Popen(command, env=environment, cwd=self.folder,

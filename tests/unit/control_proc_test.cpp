@@ -210,10 +210,17 @@ struct Canvas {
 TEST_F(ControlProcTest, a_background_colour_fills_the_clip_box_in_the_classes_place) {
     ColorRecord color = {RGB(10, 200, 30), nullptr};
     record(button)->background = &color;
-    Canvas canvas;
-    EXPECT_EQ(sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
-    EXPECT_EQ(canvas.at(0, 0), RGB(10, 200, 30));
-    EXPECT_EQ(canvas.at(19, 19), RGB(10, 200, 30));
+    for (const RECT& clip : {RECT{0, 0, 20, 20}, RECT{3, 5, 17, 9}, RECT{2, 1, 4, 20}}) {
+        Canvas canvas;
+        PatBlt(canvas.context, 0, 0, 20, 20, WHITENESS);
+        IntersectClipRect(canvas.context, clip.left, clip.top, clip.right, clip.bottom);
+        EXPECT_EQ(sendTo(button, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.context)), 1);
+        SelectClipRgn(canvas.context, nullptr);
+        for (POINT point = {0, 0}; point.y < 20; point.x = (point.x + 1) % 20, point.y += !point.x)
+            EXPECT_EQ(canvas.at(point.x, point.y),
+                      PtInRect(&clip, point) ? RGB(10, 200, 30) : RGB(255, 255, 255))
+                << point.x << " " << point.y;
+    }
     record(button)->background = nullptr;
     DeleteObject(color.brush);
 }

@@ -463,3 +463,19 @@ TEST_F(LifetimesTest, two_threads_make_items_of_different_ids) {
     dispose(first);
     dispose(second);
 }
+
+TEST_F(LifetimesTest, a_shell_that_goes_when_it_hears_of_its_size_is_not_told_of_its_place) {
+    jint shell = newShell();
+    listen(shell);
+    HWND window = windowOf(shell);
+    vm.behavior["resize"] = [&](const std::vector<jint>&) {
+        if (shell) dispose(std::exchange(shell, 0));
+        return 0;
+    };
+    vm.takeEvents();
+    setBounds(shell);
+    vm.behavior.clear();
+    EXPECT_EQ(shell, 0);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(fired::only(vm.takeEvents(), {"move"}), Events{});
+}

@@ -68,6 +68,7 @@ TEST_F(ListModeTest, a_switch_keeps_place_visibility_and_state) {
 
 TEST_F(ListModeTest, a_switch_keeps_font_extent_and_what_is_in_view) {
     jint list = newLongList(50, withBars);
+    NoLeaks noLeaks; // the font ends with the window that wears it last
     jint font = call(OS::Font_NewLogical, display, 2, 14, 0);
     call(OS::Control_SetFont, list, font);
     add(list, u"a quite wide item, wider than the list");
@@ -236,4 +237,13 @@ TEST_F(ListModeTest, any_failing_call_leaves_no_memory_behind) {
     });
     EXPECT_GT(failures, 40);
     EXPECT_EQ(countHeapBlocks(), blocks);
+}
+
+TEST_F(ListModeTest, the_message_that_switches_answers_nothing) {
+    jint list = newList(withBars, {u"a"});
+    for (bool toMultiple : {true, false}) {
+        ErrorRecord error = {};
+        EXPECT_EQ(sendTo(list, controlSetListMode, toMultiple, reinterpret_cast<LPARAM>(&error)),
+                  0);
+    }
 }

@@ -4,7 +4,9 @@
 
 static bool takeQuit() {
     MSG message;
-    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+    if (!PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) return false;
+    EXPECT_EQ(message.wParam, 0u) << "how the application ends";
+    return true;
 }
 
 TEST_F(HeldBarTest, goes_on_scrolling_when_a_control_is_disposed_of_meanwhile) {

@@ -171,6 +171,25 @@ TEST_F(ScrollBarsTest, a_bar_turned_while_it_scrolls_is_released_once_where_the_
     EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
 }
 
+// As a dialog's loop that the listener runs: the bar is tracked again within its first tracking.
+TEST_F(ScrollBarsTest, a_bar_pressed_again_within_its_listener_is_released_as_often_as_pressed) {
+    listen(bar);
+    vm.behavior["scrolled"] = [this](const std::vector<jint>&) {
+        ++scrolls;
+        if (scrolls <= 2) post(pointerRelease);
+        if (scrolls != 1) return 0;
+        dispatchAll();
+        moveTo(bar, {6, 5}); // no second tap
+        post(pointerPress);
+        dispatchAll();
+        moveTo(bar, {6, 100}); // the first tracking ends at the next message
+        return 0;
+    };
+    Events events = hold(bar, {6, 145});
+    EXPECT_EQ(countReleases(events), 2) << testing::PrintToString(events);
+    EXPECT_EQ(record(bar)->follower, nullptr);
+}
+
 TEST_F(ScrollBarsTest, a_step_beyond_all_numbers_leads_to_the_end) {
     constexpr jint most = 0x7FFFFFFF;
     listen(bar);

@@ -101,8 +101,8 @@ TEST_F(ServicesTest, a_real_move_reaches_exactly_its_pixel) {
     }
 }
 
-static BOOL WINAPI answerWorkArea(UINT action, UINT, void* data, UINT) {
-    if (action != SPI_GETWORKAREA) return FALSE;
+static BOOL WINAPI answerWorkArea(UINT action, UINT size, void* data, UINT profile) {
+    if (action != SPI_GETWORKAREA || size || profile) return FALSE;
     *static_cast<RECT*>(data) = {1, 26, theDevice().screen.cx - 2, theDevice().screen.cy - 20};
     return TRUE;
 }

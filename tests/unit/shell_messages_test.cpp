@@ -5,6 +5,7 @@
 #include "device.h"
 #include "display/shells.h"
 #include "faults.h"
+#include "variety.h"
 #include <algorithm>
 #include <thread>
 
@@ -36,22 +37,6 @@ TEST_F(ShellMessagesTest, the_ok_button_is_the_captions_and_no_control_of_its_nu
         SendMessageW(window, WM_COMMAND, row.command, reinterpret_cast<LPARAM>(row.sender));
         EXPECT_EQ(wasAskedToClose(shell), row.closes) << row.command << " " << row.sender;
     }
-}
-
-TEST_F(ShellMessagesTest, a_shell_that_goes_when_it_hears_of_its_size_is_not_told_of_its_place) {
-    jint victim = newShell();
-    listen(victim);
-    HWND window = windowOf(victim);
-    vm.behavior["resize"] = [&](const std::vector<jint>&) {
-        if (victim) dispose(std::exchange(victim, 0));
-        return 0;
-    };
-    vm.takeEvents();
-    call(OS::Control_SetBounds, victim, 1, 2, 30, 40);
-    vm.behavior.clear();
-    EXPECT_EQ(victim, 0);
-    EXPECT_FALSE(IsWindow(window));
-    EXPECT_EQ(fired::only(vm.takeEvents(), {"move"}), Events{});
 }
 
 static std::function<void()> whileActivated;
@@ -208,4 +193,22 @@ TEST_F(ShellMessagesTest, a_maximised_shell_fills_the_work_area_and_loses_the_bo
         EXPECT_EQ(asked.extendedStyle & edges, row.keepsEdges ? edges : 0u);
         EXPECT_EQ(asked.style & WS_CLIPCHILDREN, DWORD{WS_CLIPCHILDREN}) << "and nothing else";
     }
+}
+
+TEST_F(ShellMessagesTest, a_shell_without_a_visible_menu_bar_fills_the_whole_work_area) {
+    jint hidden = newShell(false);
+    call(OS::Shell_SetMaximized, hidden, true);
+    jint top = theDevice().taskBarHeight;
+    EXPECT_EQ(boundsOf(hidden),
+              (std::vector<jint>{0, top, theDevice().screen.cx, theDevice().screen.cy - top}));
+}
+
+TEST_F(ShellMessagesTest, a_shell_that_a_modal_one_holds_back_stays_disabled_and_answers_nothing) {
+    constexpr jint modal = 0x40;
+    jint child = call(OS::Shell_NewChild, shell, modal);
+    call(OS::Control_SetVisible, child, true);
+    ErrorRecord error = {};
+    EXPECT_EQ(sendTo(shell, controlSetEnabled, true, reinterpret_cast<LPARAM>(&error)), 0);
+    EXPECT_FALSE(IsWindowEnabled(windowOf(shell)));
+    dispose(child);
 }

@@ -92,7 +92,8 @@ TEST_F(ShellTest, activation_and_deactivation_are_reported) {
 }
 
 static RECT smallerWorkArea = {0, 0, 240, 240};
-static BOOL WINAPI answerSmallerWorkArea(UINT, UINT, void* data, UINT) {
+static BOOL WINAPI answerSmallerWorkArea(UINT action, UINT size, void* data, UINT profile) {
+    if (action != SPI_GETWORKAREA || size || profile) return FALSE;
     *static_cast<RECT*>(data) = smallerWorkArea;
     return TRUE;
 }
