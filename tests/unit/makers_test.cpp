@@ -15,6 +15,8 @@ static constexpr int usualRounds = 20;
 static const std::vector<uint8_t> picture = encode({2, 2, 8, 0, {0, 85, 170, 255}, {}, {}});
 static constexpr char16_t picturePath[] = u"\\made.png";
 
+static constexpr DWORD waitingCursor = 4; // the one that every device has
+
 class MakersTest : public ObjectsTest, public testing::WithParamInterface<DeclaredNative> {
   protected:
     MakersTest() {
@@ -24,6 +26,8 @@ class MakersTest : public ObjectsTest, public testing::WithParamInterface<Declar
 
     DWORD wordFor(const Parameter& parameter) {
         if (parameter.type == "byte[]") return word(vm.newBytes({picture.begin(), picture.end()}));
+        if (std::string(GetParam().name) == "Cursor_New" && parameter.name == "type")
+            return waitingCursor;
         if (parameter.name == "length") return DWORD(picture.size());
         if (parameter.name == "path") return word(vm.newString(picturePath));
         return usualWord(GetParam(), parameter);
