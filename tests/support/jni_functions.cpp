@@ -51,13 +51,17 @@ static void JNICALL fatalError(JNIEnv*, const char* message) {
 }
 
 static jint JNICALL pushLocalFrame(JNIEnv*, jint) {
-    if (!current->enter("PushLocalFrame")) return JNI_OK;
+    if (!current->enter("PushLocalFrame")) {
+        ++current->vm->unreleased;
+        return JNI_OK;
+    }
     current->raise("java/lang/OutOfMemoryError");
     return JNI_ENOMEM;
 }
 
 static jobject JNICALL popLocalFrame(JNIEnv*, jobject result) {
     current->enter("PopLocalFrame", true);
+    --current->vm->unreleased;
     return result;
 }
 

@@ -28,7 +28,7 @@ TestVm::TestVm() : state(new State) {
 }
 
 TestVm::~TestVm() {
-    EXPECT_EQ(unreleased, 0) << "characters or elements are still held";
+    EXPECT_EQ(unreleased, 0) << "characters, elements or a frame are still held";
     current = nullptr;
     delete state;
 }

@@ -69,7 +69,7 @@ class TestVm {
     void clearException();
 
     int globalReferences = 0;
-    int unreleased = 0; // strings and arrays whose elements are held
+    int unreleased = 0; // strings and arrays whose elements are held, and frames
 
     // Threads that the VM knows; the creating one is.
     bool refusesToAttach = false;
