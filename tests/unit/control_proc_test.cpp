@@ -2,6 +2,7 @@
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
+#include <set>
 
 class ControlProcTest : public DeviceTest {
   protected:
@@ -325,6 +326,20 @@ TEST_F(ControlProcTest, a_command_that_its_child_has_not_handled_is_the_classes_
     }
     record(composite)->classProc = classProc;
     SetWindowLongW(windowOf(child), GWL_WNDPROC, childProc);
+}
+
+static std::vector<WPARAM> fontsAsked;
+static LRESULT CALLBACK recordFonts(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETFONT) fontsAsked.insert(fontsAsked.end(), {wParam, WPARAM(lParam)});
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(ControlProcTest, a_class_is_asked_for_its_font_without_parameters) {
+    fontsAsked.clear();
+    WNDPROC classProc = std::exchange(record(composite)->classProc, recordFonts);
+    call(OS::Control_SetFont, composite, 0);
+    record(composite)->classProc = classProc;
+    EXPECT_EQ(std::set<WPARAM>(fontsAsked.begin(), fontsAsked.end()), std::set<WPARAM>{0});
 }
 
 TEST_F(ControlProcTest, an_owner_drawn_item_is_drawn_by_its_control_but_never_a_menus) {

@@ -190,6 +190,37 @@ TEST_F(ScrollBarsTest, a_bar_pressed_again_within_its_listener_is_released_as_of
     EXPECT_EQ(record(bar)->follower, nullptr);
 }
 
+TEST_F(ScrollBarsTest, a_bar_whose_tracking_is_cancelled_is_released_once_although_it_is_held) {
+    listen(bar);
+    vm.behavior["scrolled"] = [this](const std::vector<jint>&) {
+        if (++scrolls > 1) return 0;
+        ReleaseCapture();
+        moveTo(bar, {6, 100}); // the tracking ends at the next message
+        return 0;
+    };
+    Events events = hold(bar, {6, 145});
+    EXPECT_EQ(countReleases(events), 1) << testing::PrintToString(events);
+    EXPECT_NE(GetCapture(), windowOf(bar));
+    post(pointerRelease);
+    dispatchAll();
+}
+
+static std::vector<UINT> periods;
+static UINT_PTR WINAPI recordTimer(HWND, UINT_PTR id, UINT period, TIMERPROC) {
+    if (id == 1000) periods.push_back(period);
+    return id;
+}
+
+TEST_F(ScrollBarsTest, a_tracked_bar_looks_for_the_pointer_every_10_milliseconds) {
+    periods.clear();
+    Faults faults;
+    faults.replace("SetTimer", reinterpret_cast<void*>(recordTimer));
+    releaseAfterScrolls([] {});
+    listen(bar);
+    hold(bar, {6, 145});
+    EXPECT_EQ(periods, std::vector<UINT>{10});
+}
+
 TEST_F(ScrollBarsTest, a_step_beyond_all_numbers_leads_to_the_end) {
     constexpr jint most = 0x7FFFFFFF;
     listen(bar);

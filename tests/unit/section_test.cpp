@@ -55,6 +55,15 @@ TEST_F(SectionTest, of_16_and_32_bits_is_made_with_its_masks) {
     }
 }
 
+TEST_F(SectionTest, of_a_copy_has_a_palette_of_colours_alone) {
+    for (jint depth : {4, 8}) {
+        const std::vector<COLORREF> palette = {RGB(0x10, 0x20, 0x30), RGB(0x40, 0x50, 0x60),
+                                               RGB(0x70, 0x80, 0x90)};
+        made(copyOf(made(newIndexed(1, 1, {1, 2, 3, 4}, 4, depth, palette))));
+        EXPECT_EQ(masks.back(), (std::vector<DWORD>{0x102030, 0x405060, 0x708090})) << depth;
+    }
+}
+
 TEST_F(SectionTest, for_blending_is_made_with_its_masks) {
     jint target = made(newImage(4, 4, 0));
     jint image = made(newDirect(2, 1, {1, 2}, 24, -1, 128));

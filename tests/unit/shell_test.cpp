@@ -44,8 +44,12 @@ TEST_F(ShellTest, setting_the_bounds_of_a_top_shell_leaves_it_and_reports_size_t
 
 TEST_F(ShellTest, a_child_shell_moves_and_sizes) {
     jint child = call(OS::Shell_NewChild, newShell(), 0x20);
+    listen(child);
     call(OS::Control_SetBounds, child, 10, 20, 130, 140);
     EXPECT_EQ(boundsOf(child), (std::vector<jint>{10, 20, 130, 140}));
+    Events events = vm.takeEvents();
+    EXPECT_EQ(Events(events.end() - 2, events.end()),
+              (Events{fired::resize(130, 140), fired::move(10, 20)}));
     dispose(child);
 }
 
