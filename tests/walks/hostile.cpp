@@ -161,6 +161,48 @@ std::optional<Step> Hostile::stepOf(const KnownNative& native) {
     return step;
 }
 
+// Few enough to leave some of a short list's items alone.
+Argument Hostile::argumentOfList(const KnownNative& native, size_t index,
+                                 const std::vector<Argument>& before) {
+    constexpr int mostItems = 4, mostIndices = 3;
+    const Parameter& parameter = native.declared.parameters[index];
+    if (parameter.name == "index") return number(chance.among(-1, mostItems));
+    if (parameter.type == "int[]")
+        return made(Type::ints, chance.among(0, mostIndices), chance.among(0, 99));
+    return plain(native, index, before);
+}
+
+// A list or choice by the class of its natives, which only say something of one that has items.
+void Hostile::fillAndUse(int list, const std::string& ownClass) {
+    constexpr int items = 4, uses = 24;
+    std::vector<const KnownNative*> adding, own;
+    for (const KnownNative& native : knownNatives()) {
+        std::string name = native.declared.name;
+        bool isOwn = name.starts_with(ownClass) && native.checked.made < 0;
+        if (!isOwn || name.starts_with(ownClass + "RemoveAll")) continue;
+        if (name.starts_with(ownClass + "Add")) adding.push_back(&native);
+        own.push_back(&native);
+    }
+    for (int i = 0; i < items + uses; ++i) {
+        const KnownNative& native = *chance.of(i < items ? adding : own);
+        Step step = {.verb = native.declared.name, .arguments = {object(list)}};
+        for (size_t j = 1; j < native.declared.parameters.size(); ++j)
+            step.arguments.push_back(argumentOfList(native, j, step.arguments));
+        following.push_back(step);
+    }
+}
+
+void Hostile::fill(int made, int kind) {
+    if (isA(kind, kindOf("ListRecord"))) fillAndUse(made, "List_");
+    if (isA(kind, kindOf("ChoiceRecord"))) fillAndUse(made, "Choice_");
+    if (isA(kind, kindOf("LabeledMenuItemRecord")))
+        following.push_back({.verb = OS::LabeledMenuItem_SetText.name,
+                             .arguments = {object(made), textOf(), textOf()}});
+    if (!isA(kind, kindOf("MenuRecord"))) return;
+    for (const char* item : {OS::PushMenuItem_New.name, OS::CascadeMenuItem_New.name})
+        following.push_back({.verb = item, .arguments = {object(made), number(0)}});
+}
+
 void Hostile::follow(int number_, const KnownNative& native) {
     if (native.checked.made < 0) return;
     auto then = [&](const char* verb, std::vector<Argument> arguments) {
@@ -178,6 +220,7 @@ void Hostile::follow(int number_, const KnownNative& native) {
         then(OS::Graphics_DrawString.name, {textOf(), number(1), number(2), number(0)});
         then(OS::Graphics_Dispose.name, {});
     }
+    if (fillsWhatItMakes) fill(number_, native.checked.made);
     if (isA(native.checked.made, kindOf("DisplayRecord"))) then("listenToDisplay", {});
     if (isA(native.checked.made, kindOf("WidgetRecord")) && chance.percent(70))
         then(OS::Widget_SetData.name, {{.type = Type::listener}});

@@ -13,6 +13,9 @@ class Hostile {
     // failing: whether the system fails now and then.
     Hostile(World& walked, unsigned seed, bool failing);
 
+    // Whether lists and menus get items, and lists are used, as soon as they are made.
+    bool fillsWhatItMakes = false;
+
     Step next(int number);
 
     // That end all that is left, in any order.
@@ -31,6 +34,10 @@ class Hostile {
     Argument textOf();
     Argument bytesFor(const std::string& native);
     void follow(int number, const KnownNative& native);
+    void fill(int made, int kind);
+    void fillAndUse(int list, const std::string& ownClass);
+    Argument argumentOfList(const KnownNative& native, size_t index,
+                            const std::vector<Argument>& before);
     void decorate(Step* step);
 
     World& world;

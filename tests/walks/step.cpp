@@ -145,7 +145,7 @@ void writeSteps(const std::string& path, const Steps& steps) {
 std::vector<jint> intsOf(const Argument& argument) {
     std::mt19937 random(argument.seed);
     std::vector<jint> ints;
-    for (jint i = 0; i < argument.value; ++i) ints.push_back(jint(random() % 40) - 4);
+    for (jint i = 0; i < argument.value; ++i) ints.push_back(jint(random() % 12) - 3);
     return ints;
 }
 

@@ -11,7 +11,7 @@ Played& played() {
 
 // laws: what is checked besides; null: nothing.
 static void playOne(Player* player, const Step& step, Laws* laws) {
-    if (laws) laws->look();
+    if (laws) laws->look(step);
     bool isDone = player->play(step);
     ++(isDone ? played().done : played().leftOut);
     if (laws && isDone) laws->check(step);
@@ -53,6 +53,7 @@ static std::string walkChecked(unsigned seed, int length, std::ostream& trace) {
     player.isStrict = true;
     Laws laws(player);
     Hostile chooser(player.world, seed, false);
+    chooser.fillsWhatItMakes = true;
     int number = 1;
     for (; number <= length && !testing::Test::HasFailure(); ++number) {
         Step step = chooser.next(number);

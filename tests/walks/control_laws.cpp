@@ -1,0 +1,52 @@
+// What all controls have, and bars and texts.
+
+#include "laws.h"
+
+static void foretellText(const Call& call, Properties* all) {
+    std::string text = plain(call.arguments[1].text);
+    bool isOneLine = text.find_first_of("\r\n") == std::string::npos;
+    if (isOneLine) (*all)["text"] = text;
+}
+
+static void foretellShown(const Call& call, Properties* all) {
+    (*all)["shown"] = yesOrNo(call.arguments[1]);
+}
+
+static void foretellEnabled(const Call& call, Properties* all) {
+    if (all->count("enabled")) (*all)["enabled"] = yesOrNo(call.arguments[1]);
+}
+
+// Others the system cuts.
+static void foretellBounds(const Call& call, Properties* all) {
+    constexpr jint widest = 1000;
+    std::vector<jint> bounds;
+    for (size_t i = 1; i < call.arguments.size(); ++i) bounds.push_back(call.arguments[i].value);
+    for (jint one : bounds)
+        if (one < 0 || one > widest) return;
+    if (all->count("bounds")) (*all)["bounds"] = join(bounds);
+}
+
+static void foretellMinimum(const Call& call, Properties* all) {
+    if (all->count("minimum")) (*all)["minimum"] = std::to_string(call.arguments[1].value);
+}
+
+static void foretellMaximum(const Call& call, Properties* all) {
+    if (all->count("maximum")) (*all)["maximum"] = std::to_string(call.arguments[1].value);
+}
+
+const std::vector<Law>& controlLaws() {
+    static const std::vector<Law> laws = {
+        {"AbstractTextComponent_SetText", {"text"}, foretellText},
+        {"AbstractTextComponent_Replace", {"text"}, nullptr},
+        {"Control_SetVisible", {}, foretellShown},
+        {"Control_SetEnabled", {}, foretellEnabled},
+        {"Control_SetBounds", {"bounds"}, foretellBounds},
+        // A bar that has nothing to scroll is off.
+        {"Adjustable_SetMinimum", {"value", "maximum", "enabled"}, foretellMinimum},
+        {"Adjustable_SetMaximum", {"value", "minimum", "enabled"}, foretellMaximum},
+        {"Scrollbar_SetOrientation", {"value"}, nullptr}, // which the new window cuts
+        {"Adjustable_SetValue", {"value"}, nullptr},
+        {"Adjustable_SetVisibleAmount", {"value", "enabled"}, nullptr},
+    };
+    return laws;
+}
