@@ -180,6 +180,7 @@ void Player::noteFailure(const Step& step) {
     kept.leavings.gdiObjects = kept.leavings.gdiObjects || more.gdiObjects || isFont;
     kept.leavings.windows = kept.leavings.windows || more.windows;
     kept.leavings.heapBlocks = kept.leavings.heapBlocks || more.heapBlocks;
+    kept.leavings.menus = kept.leavings.menus || more.menus;
 }
 
 bool Player::callNative(const Step& step, const KnownNative& native) {
@@ -311,6 +312,7 @@ std::string Player::whatIsLeft() {
     compare("windows", after.windows, before.windows, kept.leavings.windows);
     compare("heap blocks", after.heapBlocks, before.heapBlocks + kept.heapBlocks,
             kept.leavings.heapBlocks);
+    compare("menus", after.menus, before.menus, kept.leavings.menus);
     compare("global references", vm.globalReferences, referencesBefore + kept.references, false);
     return told;
 }
