@@ -254,16 +254,21 @@ TEST_F(FileDialogTest, opens_on_a_thread_of_its_own_for_another_thread) {
 
 TEST_F(FileDialogTest, threads_of_dialogs_leave_nothing_behind) {
     jint dialog = newDialog();
-    auto cancel = [&] {
-        person.steps.push_back(tapping(L"Cancel"));
-        openDialog(dialog);
+    auto openAndCancel = [&](int times) {
+        onOtherThread(vm, display, [&] {
+            vm.attachedThreads.insert(GetCurrentThreadId());
+            for (int i = 0; i < times; ++i) {
+                person.steps.push_back(tapping(L"Cancel"));
+                openDialog(dialog);
+            }
+        });
+        dispatchAll(); // what is painted meanwhile takes objects too
     };
-    onOtherThread(vm, display, [&] {
-        vm.attachedThreads.insert(GetCurrentThreadId());
-        cancel();
+    openAndCancel(1);
+    {
         NothingLeft nothingLeft;
-        for (int i = 0; i < 5; ++i) cancel();
-    });
+        openAndCancel(5);
+    }
     dispose(dialog);
 }
 
