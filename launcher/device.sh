@@ -15,12 +15,12 @@ processes_of() {
     return 0 # other people's processes are not for reading, and some end meanwhile
 }
 
+# The one that was started last: another one may still be ending.
 server_of() {
-    local pid name
-    for pid in $(processes_of "$1"); do
-        read -r name 2>/dev/null <"/proc/$pid/comm" || continue
-        if [ "$name" = wineserver32 ]; then echo "$pid"; fi
-    done
+    local pids
+    pids=$(processes_of "$1")
+    [ -z "$pids" ] || ps --sort=start_time,pid -o pid=,comm= -p "${pids//$'\n'/,}" |
+        awk '$2 == "wineserver32" { server = $1 } END { if (server) print server }'
 }
 
 # await_ends SECONDS PID...: until none of the processes runs, or the time is over. One that has ended may
@@ -251,6 +251,7 @@ enter_device() {
 # The services and the desktop of the device must start without the preloaded library, which their
 # processes could not use.
 open_desk() {
-    "$wine" "$bin/opendesk.exe" >>"$ZEMVOLT_RUN/logs/opendesk.log" 2>&1 </dev/null 9>&- ||
-        fail "the device's screen cannot be opened"
+    local said=
+    read -r -t 60 said < <("$wine" "$bin/opendesk.exe" 2>>"$ZEMVOLT_RUN/logs/opendesk.log" </dev/null 9>&-)
+    [[ $said = open* ]] || fail "the device's screen cannot be opened"
 }
