@@ -86,13 +86,15 @@ LiveCounts countLive() {
     return counts;
 }
 
-NoLeaks::~NoLeaks() {
-    LiveCounts after = countLive();
-    EXPECT_EQ(after.gdiObjects, before.gdiObjects) << "GDI objects";
-    EXPECT_EQ(after.windows, before.windows) << "windows";
-    EXPECT_EQ(after.heapBlocks, before.heapBlocks) << "heap blocks";
-    EXPECT_EQ(after.menus, before.menus) << "menus and tables of accelerators";
+void expectLive(const LiveCounts& expected) {
+    LiveCounts live = countLive();
+    EXPECT_EQ(live.gdiObjects, expected.gdiObjects) << "GDI objects";
+    EXPECT_EQ(live.windows, expected.windows) << "windows";
+    EXPECT_EQ(live.heapBlocks, expected.heapBlocks) << "heap blocks";
+    EXPECT_EQ(live.menus, expected.menus) << "menus and tables of accelerators";
 }
+
+NoLeaks::~NoLeaks() { expectLive(before); }
 
 int leakRounds(int usual) {
     const char* rounds = getenv("ZEMVOLT_LEAK_ROUNDS");

@@ -10,6 +10,9 @@ struct LiveCounts {
 
 LiveCounts countLive();
 
+// Fails the test unless there is now just as much.
+void expectLive(const LiveCounts& expected);
+
 // How often a scenario is repeated for what it leaves behind to show: as often as
 // ZEMVOLT_LEAK_ROUNDS says, or the usual number of times.
 int leakRounds(int usual = 500);

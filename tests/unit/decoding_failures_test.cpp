@@ -200,9 +200,7 @@ class ScriptedDecodingTest : public DecodingTest {
         faults.replace("CoCreateInstance", reinterpret_cast<void*>(createScripted));
     }
     ~ScriptedDecodingTest() override {
-        LiveCounts after = countLive();
-        EXPECT_EQ(after.gdiObjects, before.gdiObjects);
-        EXPECT_EQ(after.heapBlocks, before.heapBlocks);
+        expectLive(before);
         EXPECT_EQ(faults.countCalls("CoUninitialize"), 1);
     }
     Script answers;

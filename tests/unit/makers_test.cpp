@@ -59,12 +59,6 @@ TEST_P(MakersTest, leave_nothing_behind) {
     EXPECT_TRUE(vm.reports.empty());
 }
 
-static std::vector<DeclaredNative> makers() {
-    std::vector<DeclaredNative> found;
-    for (const DeclaredNative& native : declaredNatives())
-        if (ObjectsTest::makesAnObject(native.name)) found.push_back(native);
-    return found;
-}
-
-INSTANTIATE_TEST_SUITE_P(natives, MakersTest, testing::ValuesIn(makers()),
+INSTANTIATE_TEST_SUITE_P(natives, MakersTest,
+                         testing::ValuesIn(declaredNatives(ObjectsTest::makesAnObject)),
                          [](const auto& native) { return std::string(native.param.name); });

@@ -1,5 +1,7 @@
 #include "declared_natives.h"
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 using Kind = ObjectKind;
 
@@ -8,6 +10,13 @@ const std::vector<DeclaredNative>& declaredNatives() {
 #include "natives_table.inc"
     };
     return all;
+}
+
+std::vector<DeclaredNative> declaredNatives(bool (*isWanted)(const DeclaredNative&)) {
+    std::vector<DeclaredNative> wanted;
+    std::copy_if(declaredNatives().begin(), declaredNatives().end(), std::back_inserter(wanted),
+                 isWanted);
+    return wanted;
 }
 
 static Meaning number(jint usual, std::vector<jint> limits = {}) {

@@ -17,6 +17,8 @@ struct DeclaredNative {
 };
 
 const std::vector<DeclaredNative>& declaredNatives();
+// Those of them that are wanted.
+std::vector<DeclaredNative> declaredNatives(bool (*isWanted)(const DeclaredNative&));
 
 enum class ObjectKind {
     number, // none

@@ -175,8 +175,8 @@ static Kind kindOfResult(const std::string& native) {
     return Kind::number;
 }
 
-bool ObjectsTest::makesAnObject(const std::string& native) {
-    return kindOfResult(native) != Kind::number;
+bool ObjectsTest::makesAnObject(const DeclaredNative& native) {
+    return kindOfResult(native.name) != Kind::number;
 }
 
 void ObjectsTest::disposeOfResult(const std::string& native, jint result) {

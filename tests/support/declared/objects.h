@@ -9,7 +9,7 @@ class ObjectsTest : public DeviceTest {
   public:
     // Whether the native makes what somebody must dispose of: the display, which is there already,
     // apart.
-    static bool makesAnObject(const std::string& native);
+    static bool makesAnObject(const DeclaredNative& native);
 
   protected:
     // A top shell is there already; whatever is made lies in it.
