@@ -201,9 +201,9 @@ take_place() {
 }
 
 # shared_device: a device without a display, for one program at a time of the tests; making one for each
-# would take longer than most of them. It is that of this script's place. Its processes stay until they
-# are ended, its storage is empty. Its folder is left in device. ZEMVOLT_SHARED names another kind than
-# the usual one.
+# would take longer than most of them. It is that of this script's place. Its processes stay for some
+# seconds behind the last program, its storage is empty. Its folder is left in device. ZEMVOLT_SHARED names
+# another kind than the usual one.
 shared_device() {
     "$root/launcher/make-prefix" || exit 1
     local kind=${ZEMVOLT_SHARED:-plain}
@@ -222,9 +222,10 @@ shared_device() {
 end_shared_devices() {
     local folder
     for folder in "$run"/device-*/; do
+        [ -d "$folder" ] || continue
         folder=${folder%/}
         (
-            exec 9>"$run/places/${folder##*-}"
+            mkdir -p "$run/places" && exec 9>"$run/places/${folder##*-}" || exit
             flock -n 9 && end_processes "$folder" 9>&-
         )
     done

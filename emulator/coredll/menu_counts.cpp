@@ -10,7 +10,7 @@ static SRWLOCK lock = SRWLOCK_INIT;
 static std::vector<HMENU> menus;
 static LONG tables;
 
-// A menu ends with the menu that it hangs in, and a bar with its window.
+// A menu ends with the one that it hangs in, too.
 static void forgetEndedMenus() {
     std::erase_if(menus, [](HMENU menu) { return !IsMenu(menu); });
 }
