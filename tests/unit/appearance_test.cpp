@@ -218,6 +218,47 @@ TEST_F(StackingTest, a_shell_above_all_comes_to_the_foreground) {
     EXPECT_EQ(GetForegroundWindow(), windowOf(shell));
 }
 
+TEST_F(StackingTest, a_control_keeps_its_place_when_its_bounds_or_its_bars_change) {
+    constexpr jint withBars = 0x30000;
+    jint lowest = newControl(OS::Composite_New, parent, withBars);
+    Stack before = stackOf(parent);
+    jint bars[] = {call(OS::Scrollable_GetHorizontalBar, lowest),
+                   call(OS::Scrollable_GetVerticalBar, lowest)};
+    for (jint bar : bars)
+        for (bool shown : {false, true}) {
+            call(OS::Scrollable_SetAdjustableVisible, lowest, bar, shown);
+            EXPECT_EQ(stackOf(parent), before);
+        }
+    call(OS::Control_SetBounds, lowest, 7, 8, 50, 60);
+    EXPECT_EQ(stackOf(parent), before);
+}
+
+TEST_F(StackingTest, a_child_shell_stays_below_the_active_one_when_its_frame_changes) {
+    constexpr jint withTitleAndBars = 0x30020;
+    jint shells[] = {call(OS::Shell_NewChild, shell, withTitleAndBars),
+                     call(OS::Shell_NewChild, shell, 0)};
+    for (jint each : shells) {
+        call(OS::Control_SetBounds, each, 20, 40, 100, 90);
+        call(OS::Control_SetVisible, each, true);
+    }
+    auto [below, active] = shells;
+    auto expectBelow = [&, window = windowOf(below)] {
+        EXPECT_EQ(GetActiveWindow(), windowOf(active));
+        HWND next = windowOf(active);
+        while (next && next != window) next = GetWindow(next, GW_HWNDNEXT);
+        EXPECT_EQ(next, window);
+    };
+    expectBelow();
+    for (bool on : {true, false}) {
+        call(OS::Shell_SetResizable, below, on);
+        expectBelow();
+        call(OS::Scrollable_SetAdjustableVisible, below, call(OS::Scrollable_GetVerticalBar, below),
+             !on);
+        expectBelow();
+    }
+    for (jint each : {active, below}) dispose(each);
+}
+
 TEST_F(AppearanceTest, drawing_that_is_turned_on_redraws_unless_the_parent_has_it_off) {
     jint parent = newComposite(shell);
     jint child = newComposite(parent);

@@ -379,6 +379,16 @@ TEST_F(TextTest, inverting_letters_twice_leaves_nothing) {
     EXPECT_EQ(count(white), 40 * 30);
 }
 
+TEST_F(TextTest, inverted_letters_lie_where_plain_ones_do) {
+    drawText(u"gX", 3, 5, 8);
+    int plain = count(redPixel);
+    EXPECT_GT(plain, 10);
+    setXOR(true);
+    drawText(u"gX", 3, 5, 8);
+    EXPECT_EQ(count(0), plain) << "red inverts itself";
+    EXPECT_EQ(count(white), 40 * 30 - plain);
+}
+
 TEST_F(TextTest, null_is_the_empty_text) {
     for (bool inverts : {false, true})
         for (jint flags : {0, 8}) {

@@ -173,6 +173,25 @@ TEST_F(GraphicsTest, the_same_line_width_makes_no_pen) {
     disposeImage(image);
 }
 
+static constexpr LOGPEN widePen = {PS_SOLID, {3, 0}, RGB(9, 8, 7)};
+static int WINAPI answerWidePen(HGDIOBJ object, int size, void* described) {
+    if (GetObjectType(object) != OBJ_PEN) return GetObjectW(object, size, described);
+    *static_cast<LOGPEN*>(described) = widePen;
+    return sizeof(LOGPEN);
+}
+
+TEST_F(GraphicsTest, the_pen_that_its_context_has_is_its_first_one) {
+    jint image = newImage();
+    Faults faults;
+    faults.replace("GetObjectW", reinterpret_cast<void*>(answerWidePen));
+    jint graphics = onImage(image);
+    set(OS::Graphics_SetLineWidth, graphics, widePen.lopnWidth.x);
+    EXPECT_EQ(faults.countCalls("CreatePenIndirect"), 0);
+    EXPECT_EQ(graphicsOf(graphics)->pen.lopnColor, widePen.lopnColor);
+    end(graphics);
+    disposeImage(image);
+}
+
 TEST_F(GraphicsTest, a_background_that_cannot_be_set_is_an_error) {
     jint image = newImage();
     jint graphics = onImage(image);

@@ -116,6 +116,27 @@ TEST_F(ImageDrawingTest, transparency_of_an_indexed_image_goes_by_the_index) {
         << "its palette is as before";
 }
 
+static std::vector<std::vector<DWORD>> palettes; // 0xRRGGBB
+static UINT WINAPI recordPalette(HDC dc, UINT first, UINT count, const RGBQUAD* colors) {
+    auto* words = reinterpret_cast<const DWORD*>(colors);
+    palettes.emplace_back(words, words + count);
+    return SetDIBColorTable(dc, first, count, colors);
+}
+
+TEST_F(ImageDrawingTest, a_transparent_index_alone_is_white_while_its_pixels_are_looked_for) {
+    jint image = newIndexed(4, {0, 1, 2, 3}, {10, 77, 20, 77}, 1);
+    palettes.clear();
+    Faults faults;
+    faults.replace("SetDIBColorTable", reinterpret_cast<void*>(recordPalette));
+    drawImage(image, 0, 0);
+    ASSERT_EQ(palettes.size(), 2u);
+    Pixels onlyOne(palettes[0].size()), own(palettes[0].size());
+    onlyOne.at(1) = 0xFFFFFF;
+    EXPECT_EQ(palettes[0], onlyOne);
+    own.at(0) = 0x0A0A0A, own.at(1) = own.at(3) = 0x4D4D4D, own.at(2) = 0x141414;
+    EXPECT_EQ(palettes[1], own);
+}
+
 static UINT mostColorsAsked;
 static UINT WINAPI countColorsAsked(HDC dc, UINT first, UINT count, RGBQUAD* colors) {
     if (count > mostColorsAsked) mostColorsAsked = count;

@@ -106,6 +106,9 @@ TEST_F(ListTest, only_the_current_item_of_single_mode_is_deselected) {
     EXPECT_EQ(selectionIndex(list), 1);
     deselect(list, 1);
     EXPECT_EQ(selectionIndex(list), -1);
+    select(list, 0);
+    deselect(list, 0);
+    EXPECT_EQ(selectionIndex(list), -1) << "the first one too";
 }
 
 TEST_F(ListTest, items_are_deselected_one_by_one_in_multiple_mode) {
@@ -115,6 +118,8 @@ TEST_F(ListTest, items_are_deselected_one_by_one_in_multiple_mode) {
     deselect(list, -1);
     deselect(list, 7);
     EXPECT_EQ(selection(list), (std::vector<jint>{0, 2}));
+    deselect(list, 0);
+    EXPECT_EQ(selection(list), std::vector<jint>{2});
 }
 
 TEST_F(ListTest, queries_that_fail_are_errors) {
@@ -196,18 +201,20 @@ static LRESULT WINAPI recordTops(HWND window, UINT message, WPARAM wParam, LPARA
 }
 
 TEST_F(ListTest, the_larger_of_a_missing_top_item_and_the_last_is_tried) {
-    jint list = newLongList(50);
-    auto asked = [&](jint index) {
+    const struct {
+        int items;
+        jint index;
+        std::vector<int> tried;
+    } rows[] = {{50, 60, {60, 60}}, {50, -5, {-5, 49}}, {50, -1, {-1, 49}}, {50, 7, {7}},
+                {0, 3, {3, 3}},     {0, -5, {-5, 0}},   {0, -1, {-1, 0}}};
+    for (const auto& row : rows) {
+        jint list = newLongList(row.items);
         tops.clear();
         Faults faults;
         faults.replace("SendMessageW", reinterpret_cast<void*>(recordTops));
-        setTop(list, index);
-        return tops;
-    };
-    EXPECT_EQ(asked(60), (std::vector<int>{60, 60}));
-    EXPECT_EQ(asked(-5), (std::vector<int>{-5, 49}));
-    EXPECT_EQ(asked(7), std::vector<int>{7});
-    EXPECT_EQ(topOf(list), 7);
+        setTop(list, row.index);
+        EXPECT_EQ(tops, row.tried) << row.index << " of " << row.items;
+    }
     EXPECT_TRUE(vm.reports.empty());
 }
 

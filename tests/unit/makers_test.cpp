@@ -4,6 +4,7 @@
 #include "declared/any_call.h"
 #include "declared/declared_natives.h"
 #include "declared/objects.h"
+#include "other_thread.h"
 #include "png.h"
 #include "process_leaks.h"
 #include <fstream>
@@ -40,14 +41,24 @@ class MakersTest : public ObjectsTest, public testing::WithParamInterface<Declar
         return words;
     }
 
+    void makeAndDispose(const Words& words) {
+        jint made = jint(callAny(exportOf(GetParam().exported), vm.env(), words));
+        ASSERT_NE(made, 0);
+        disposeOfResult(GetParam().name, made);
+    }
+
     void makeAndDispose(const Words& words, int rounds) {
-        for (int i = 0; i < rounds; ++i) {
-            jint made = jint(callAny(exportOf(GetParam().exported), vm.env(), words));
-            ASSERT_NE(made, 0) << "in round " << i;
-            disposeOfResult(GetParam().name, made);
+        for (int i = 0; i < rounds && !HasFailure(); ++i) {
+            makeAndDispose(words);
             dispatchAll();
             vm.calls.clear();
         }
+    }
+
+    void makeAndDisposeElsewhere(const Words& words) {
+        onOtherThread(vm, display, [&] { makeAndDispose(words); });
+        dispatchAll();
+        vm.calls.clear();
     }
 };
 
@@ -56,6 +67,16 @@ TEST_P(MakersTest, leave_nothing_behind) {
     makeAndDispose(words, usualRounds);
     NothingLeft nothingLeft;
     makeAndDispose(words, leakRounds(usualRounds));
+    EXPECT_TRUE(vm.reports.empty());
+}
+
+// Java's other threads make objects as well, and end them.
+TEST_P(MakersTest, leave_as_little_on_another_thread) {
+    Words words = usualWords();
+    makeAndDispose(words, usualRounds);
+    makeAndDisposeElsewhere(words);
+    NothingLeft nothingLeft;
+    makeAndDisposeElsewhere(words);
     EXPECT_TRUE(vm.reports.empty());
 }
 

@@ -98,6 +98,11 @@ TEST_F(SoundTest, hears_of_an_output_only_that_it_opens_closes_and_has_played) {
     for (UINT other : {0u, WOM_OPEN - 1u, WOM_DONE + 1u})
         changed(nullptr, other, openings[1].instance, 0, 0);
     EXPECT_EQ(player->device, device);
+    changed(device, WOM_CLOSE, openings[1].instance, 0, 0);
+    EXPECT_EQ(player->device, nullptr);
+    changed(device, WOM_OPEN, openings[1].instance, 0, 0);
+    EXPECT_EQ(player->device, device);
+    record()->player->device = device; // by which it ends
     EXPECT_EQ(WaitForSingleObject(player->doneEvent, 0), DWORD(WAIT_TIMEOUT));
     EXPECT_EQ(record()->state, 2);
     stop();
