@@ -1,6 +1,7 @@
 #include "device.h"
 #include "faults.h"
 #include "leaks.h"
+#include <functional>
 #include <thread>
 
 using Fire = void(DWORD, const char*, CallbackTarget*, ...);
@@ -126,6 +127,27 @@ TEST_F(CallbacksTest, a_thread_that_the_vm_does_not_know_is_attached_for_the_cal
     EXPECT_EQ(vm.takeEvents(), Events{fired::selected()});
     EXPECT_EQ(vm.attachments, 1);
     EXPECT_EQ(vm.detachments, 1);
+}
+
+TEST_F(CallbacksTest, a_thread_is_attached_for_the_call_alone_whatever_the_method_answers) {
+    jint control = newControl(OS::Composite_New, newShell());
+    listen(control);
+    HWND window = windowOf(control);
+    const struct {
+        const char* answer;
+        std::function<void()> ask;
+    } rows[] = {{"nothing", [&] { fire()(CB_SELECTION, "()V", target); }},
+                {"yes or no", [&] { fireBoolean()(CB_KEY, "(ICII)Z", target, 1, 'x', 88, 0); }},
+                {"a number", [&] { SendMessageW(window, WM_LBUTTONDOWN, 1, MAKELPARAM(5, 6)); }}};
+    for (const auto& row : rows) {
+        vm.attachments = vm.detachments = 0;
+        vm.attachedThreads.erase(GetCurrentThreadId());
+        row.ask();
+        vm.attachedThreads.insert(GetCurrentThreadId());
+        EXPECT_GT(vm.attachments, 0) << row.answer;
+        EXPECT_EQ(vm.detachments, vm.attachments) << row.answer;
+    }
+    ReleaseCapture();
 }
 
 TEST_F(CallbacksTest, a_thread_stays_attached_when_its_event_has_no_method) {

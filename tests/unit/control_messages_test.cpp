@@ -61,3 +61,25 @@ TEST_F(ControlMessagesTest, that_bring_work_are_answered_with_0_when_it_is_done)
     }
     disposeOfObjects();
 }
+
+// Who is told of its child's command leaves it to its class when the child answers 1.
+TEST_F(ControlMessagesTest, that_are_commands_are_answered_with_0_by_whom_they_are_meant_for) {
+    const struct {
+        ObjectKind kind;
+        WORD notification;
+        LRESULT answer;
+    } rows[] = {{ObjectKind::button, BN_CLICKED, 0},    {ObjectKind::button, BN_DISABLE, 0},
+                {ObjectKind::list, LBN_SELCHANGE, 0},   {ObjectKind::list, LBN_DBLCLK, 0},
+                {ObjectKind::list, LBN_SETFOCUS, 0},    {ObjectKind::choice, CBN_SELCHANGE, 1},
+                {ObjectKind::choice, CBN_DROPDOWN, 1},  {ObjectKind::textField, EN_CHANGE, 1},
+                {ObjectKind::textArea, EN_SETFOCUS, 1}, {ObjectKind::composite, 0, 1},
+                {ObjectKind::label, STN_CLICKED, 1},    {ObjectKind::scrollBar, 0, 1}};
+    for (const auto& row : rows) {
+        jint control = objectOf(row.kind);
+        EXPECT_EQ(sendTo(control, controlCommand, MAKEWPARAM(0, row.notification),
+                         reinterpret_cast<LPARAM>(windowOf(control))),
+                  row.answer)
+            << int(row.kind) << " " << row.notification;
+    }
+    disposeOfObjects();
+}
