@@ -55,7 +55,6 @@ static void fillFormat(WAVEFORMATEX* format, const SoundSamples& samples) {
     format->nBlockAlign = static_cast<WORD>(static_cast<LONG>(frameBits) / 8);
     format->nAvgBytesPerSec = format->nBlockAlign * static_cast<DWORD>(samples.sampleRate);
     format->wBitsPerSample = static_cast<WORD>(samples.bitsPerSample);
-    format->cbSize = 0;
 }
 
 static void fillHeader(WAVEHDR* header, const SoundSamples& samples, DWORD rounds) {
