@@ -401,6 +401,20 @@ TEST_F(ImageDrawingTest,
     EXPECT_TRUE(vm.reports.empty());
 }
 
+TEST_F(ImageDrawingTest, a_region_without_pixels_needs_no_bitmap) {
+    jint masked = newDirect(2, {1, 2, 3, 4}, 1);
+    jint blended = newDirect(2, {1, 2, 3, 4}, -1, {0, 1, 2, 3});
+    Faults faults;
+    for (SIZE empty : {SIZE{0, 2}, SIZE{2, 0}, SIZE{-1, 2}, SIZE{2, -1}}) {
+        drawRegion(masked, 0, 0, empty.cx, empty.cy, 0, 0, 2, 2);
+        drawRegion(masked, 0, 0, 2, 2, 0, 0, empty.cx, empty.cy);
+        drawRegion(blended, 0, 0, empty.cx, empty.cy, 0, 0, 2, 2);
+    }
+    for (const char* maker : {"CreateBitmap", "CreateCompatibleBitmap", "CreateDIBSection"})
+        EXPECT_EQ(faults.countCalls(maker), 0) << maker;
+    EXPECT_EQ(row(0, 0, 3), (Pixels{gray, gray, gray}));
+}
+
 TEST_F(ImageDrawingTest, a_region_from_far_away_has_nothing_of_the_image) {
     jint alpha = newDirect(2, {0, 1}, -1, {jbyte(255), jbyte(255)});
     jint opaque = newDirect(2, {0, 1});
