@@ -49,6 +49,18 @@ TEST_F(AppearanceTest, the_default_background_is_the_brush_that_the_parent_colou
     DeleteObject(parentBrush);
 }
 
+TEST_F(AppearanceTest, what_its_class_does_not_erase_is_filled_with_the_brush_of_the_parent) {
+    constexpr COLORREF color = RGB(1, 200, 3);
+    jint composite = newComposite(shell);
+    parentBrush = CreateSolidBrush(color);
+    parentProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(colorChildren)));
+    RedrawWindow(windowOf(composite), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    EXPECT_EQ(pixelOf(composite, 50, 50), color);
+    SetWindowLongW(windowOf(shell), GWL_WNDPROC, reinterpret_cast<LONG>(parentProc));
+    DeleteObject(parentBrush);
+}
+
 TEST_F(AppearanceTest, a_background_is_told_in_javas_order_and_taken_back) {
     jint button = newButton(shell);
     jint before = get(OS::Control_GetBackgroundRGB, button);
