@@ -20,7 +20,8 @@ constexpr jint extremes[] = {0, 1, -1, INT_MAX, INT_MIN};
 // Where the system's own numbers end.
 constexpr jint systemLimits[] = {0x7FFF, -0x8000, 0xFFFF, INT_MAX - 1, INT_MIN + 1};
 constexpr jchar characters[] = {0, 1, 'x', 0x7F, 0x80, 0xD800, 0xDC00, 0xFFFE, 0xFFFF};
-constexpr size_t megabyte = 0x100000;
+// More characters than a number of 16 bits counts.
+constexpr size_t manyCharacters = 0x10001;
 
 // What is given in place of a usual argument.
 struct Argument {
@@ -62,7 +63,7 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
         for (const auto& text :
              {std::u16string(), std::u16string(u"\xD800"), std::u16string(u"\xDC00x"),
               std::u16string(u"a\xDC00\xD800"), std::u16string(127, u'W'),
-              std::u16string(128, u'W'), std::u16string(megabyte / sizeof(char16_t), u'm')})
+              std::u16string(128, u'W'), std::u16string(manyCharacters, u'm')})
             strings.push_back(word(vm.newString(text)));
         return {0, strings, strings, false};
     }
@@ -123,7 +124,8 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
     void drawOn(jint graphics) {
         call(OS::Graphics_DrawLine, graphics, 1, 2, 9, 7);
         call(OS::Graphics_DrawOval, graphics, 1, 2, 9, 7);
-        call(OS::Graphics_DrawString, graphics, vm.newString(u"text"), 1, 2, 0);
+        // One narrow letter: where a font is as high as numbers of 16 bits go, each takes a second.
+        call(OS::Graphics_DrawString, graphics, vm.newString(u"i"), 1, 2, 0);
     }
 
     // A pen, a clip or a font may fail only when it is used.
