@@ -34,7 +34,7 @@ TEST_F(ShellMessagesTest, the_ok_button_is_the_captions_and_no_control_of_its_nu
                 {IDCANCEL, window, false}};
     for (const auto& row : rows) {
         vm.takeEvents();
-        SendMessageW(window, WM_COMMAND, row.command, reinterpret_cast<LPARAM>(row.sender));
+        EXPECT_EQ(sendTo(shell, WM_COMMAND, row.command, reinterpret_cast<LPARAM>(row.sender)), 0);
         EXPECT_EQ(wasAskedToClose(shell), row.closes) << row.command << " " << row.sender;
     }
 }
