@@ -99,6 +99,7 @@ static jmethodID JNICALL getMethodId(JNIEnv*, jclass type, const char* name,
 static jint callMethod(jobject receiver, jmethodID id, const std::vector<jint>& arguments) {
     objectOf(receiver);
     auto* method = reinterpret_cast<JavaMethod*>(id);
+    current->vm->receiver = receiver;
     current->vm->events.push_back(TestVm::eventOf(method->name, arguments));
     auto behavior = current->vm->behavior.find(method->name);
     return behavior == current->vm->behavior.end() ? 0 : behavior->second(arguments);

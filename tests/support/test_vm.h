@@ -44,6 +44,8 @@ class TestVm {
     // The called methods with their arguments, as eventOf has them.
     std::vector<std::string> events;
     static std::string eventOf(const std::string& method, const std::vector<jint>& arguments);
+    // Whose method was called last: the reference that the library called it by.
+    jobject receiver = nullptr;
     std::vector<std::string> takeEvents();
 
     // The JNI functions called, by name.

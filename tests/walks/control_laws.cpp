@@ -13,7 +13,8 @@ static void foretellShown(const Call& call, Properties* all) {
 }
 
 static void foretellEnabled(const Call& call, Properties* all) {
-    if (all->count("enabled")) (*all)["enabled"] = yesOrNo(call.arguments[1]);
+    for (const char* enabled : {"enabled", "barEnabled"})
+        if (all->count(enabled)) (*all)[enabled] = yesOrNo(call.arguments[1]);
 }
 
 // Others the system cuts.
@@ -38,15 +39,16 @@ const std::vector<Law>& controlLaws() {
     static const std::vector<Law> laws = {
         {"AbstractTextComponent_SetText", {"text"}, foretellText},
         {"AbstractTextComponent_Replace", {"text"}, nullptr},
-        {"Control_SetVisible", {}, foretellShown},
-        {"Control_SetEnabled", {}, foretellEnabled},
+        {"Control_SetVisible", {"value", "barEnabled"}, foretellShown},
+        {"Control_SetEnabled", {"value"}, foretellEnabled},
         {"Control_SetBounds", {"bounds"}, foretellBounds},
         // A bar that has nothing to scroll is off.
-        {"Adjustable_SetMinimum", {"value", "maximum", "enabled"}, foretellMinimum},
-        {"Adjustable_SetMaximum", {"value", "minimum", "enabled"}, foretellMaximum},
-        {"Scrollbar_SetOrientation", {"value"}, nullptr}, // which the new window cuts
+        {"Adjustable_SetMinimum", {"value", "maximum", "barEnabled"}, foretellMinimum},
+        {"Adjustable_SetMaximum", {"value", "minimum", "barEnabled"}, foretellMaximum},
+        // The new window cuts the value, and is on when it has something to scroll.
+        {"Scrollbar_SetOrientation", {"value", "barEnabled"}, nullptr},
         {"Adjustable_SetValue", {"value"}, nullptr},
-        {"Adjustable_SetVisibleAmount", {"value", "enabled"}, nullptr},
+        {"Adjustable_SetVisibleAmount", {"value", "barEnabled"}, nullptr},
     };
     return laws;
 }

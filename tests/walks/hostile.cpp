@@ -192,8 +192,46 @@ void Hostile::fillAndUse(int list, const std::string& ownClass) {
     }
 }
 
+// Two items are selected where the list takes several, and it has the focus.
+void Hostile::switchMode(int list) {
+    auto then = [&](const char* verb, std::vector<Argument> arguments) {
+        arguments.insert(arguments.begin(), object(list));
+        following.push_back({.verb = verb, .arguments = std::move(arguments)});
+    };
+    then(OS::List_SetMultipleMode.name, {truth(true)});
+    for (int index : {1, 0}) then(OS::List_Select.name, {number(index)});
+    then(OS::Control_ForceFocus.name, {});
+    then(OS::List_SetMultipleMode.name, {truth(false)});
+}
+
+// Shows, hides, raises, enables, disables and gives the focus to it and others.
+void Hostile::moveFocus(int made) {
+    constexpr int moves = 5;
+    std::vector<int> controls = world.allOf(kindOf("ControlRecord"));
+    controls.push_back(made);
+    following.push_back({.verb = OS::Control_ForceFocus.name, .arguments = {object(made)}});
+    for (int i = 0; i < moves; ++i) {
+        Argument moved = object(chance.percent(60) ? made : chance.of(controls));
+        Argument truly = truth(chance.percent(60));
+        following.push_back(chance.of<Step>({
+            {.verb = OS::Control_ForceFocus.name, .arguments = {moved}},
+            {.verb = OS::Control_SetVisible.name, .arguments = {moved, truly}},
+            {.verb = OS::Control_SetEnabled.name, .arguments = {moved, truly}},
+            {.verb = OS::Control_MoveAbove.name, .arguments = {moved, number(0)}},
+            {.verb = "dispatch"},
+        }));
+    }
+    if (!chance.percent(15)) return;
+    for (const char* verb : {OS::Control_ForceFocus.name, OS::Widget_Dispose.name})
+        following.push_back({.verb = verb, .arguments = {object(made)}});
+}
+
 void Hostile::fill(int made, int kind) {
-    if (isA(kind, kindOf("ListRecord"))) fillAndUse(made, "List_");
+    if (isA(kind, kindOf("ControlRecord")) && chance.percent(70)) moveFocus(made);
+    if (isA(kind, kindOf("ListRecord"))) {
+        fillAndUse(made, "List_");
+        switchMode(made);
+    }
     if (isA(kind, kindOf("ChoiceRecord"))) fillAndUse(made, "Choice_");
     if (isA(kind, kindOf("LabeledMenuItemRecord")))
         following.push_back({.verb = OS::LabeledMenuItem_SetText.name,
@@ -220,10 +258,10 @@ void Hostile::follow(int number_, const KnownNative& native) {
         then(OS::Graphics_DrawString.name, {textOf(), number(1), number(2), number(0)});
         then(OS::Graphics_Dispose.name, {});
     }
-    if (fillsWhatItMakes) fill(number_, native.checked.made);
     if (isA(native.checked.made, kindOf("DisplayRecord"))) then("listenToDisplay", {});
     if (isA(native.checked.made, kindOf("WidgetRecord")) && chance.percent(70))
         then(OS::Widget_SetData.name, {{.type = Type::listener}});
+    if (usesWhatItMakes) fill(number_, native.checked.made);
 }
 
 Step Hostile::chooseNative(int number) {

@@ -13,8 +13,9 @@ class Hostile {
     // failing: whether the system fails now and then.
     Hostile(World& walked, unsigned seed, bool failing);
 
-    // Whether lists and menus get items, and lists are used, as soon as they are made.
-    bool fillsWhatItMakes = false;
+    // Whether lists and menus get items, lists are used, and controls get and lose the focus, as
+    // soon as they are made.
+    bool usesWhatItMakes = false;
 
     Step next(int number);
 
@@ -35,6 +36,8 @@ class Hostile {
     Argument bytesFor(const std::string& native);
     void follow(int number, const KnownNative& native);
     void fill(int made, int kind);
+    void moveFocus(int made);
+    void switchMode(int list);
     void fillAndUse(int list, const std::string& ownClass);
     Argument argumentOfList(const KnownNative& native, size_t index,
                             const std::vector<Argument>& before);

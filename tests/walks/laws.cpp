@@ -1,5 +1,7 @@
 #include "laws.h"
 
+Laws::Laws(Player& walking) : player(walking) { player.whenTold = checkAtOnce; }
+
 std::map<uint32_t, Properties> Laws::lookAtAll() {
     std::map<uint32_t, Properties> all;
     for (int step : player.world.allOf(anyKind)) {
@@ -25,6 +27,7 @@ void Laws::look(const Step& step) {
     before = lookAtAll();
     first = handleAt(step, 0);
     second = handleAt(step, 1);
+    deskBefore = deskOf(player);
 }
 
 static const Law* lawOf(const std::string& native) {
@@ -33,6 +36,14 @@ static const Law* lawOf(const std::string& native) {
         for (const Law& law : *laws)
             if (native == law.native) return &law;
     return &none;
+}
+
+// The mark of the focus on a bar's window changes its size by a message to it.
+void Laws::noteReminder(const Step& step) {
+    if (step.verb != OS::Adjustable_SetVisibleAmount.name) return;
+    Object bar = player.world.at(first);
+    uint32_t owner = is(bar, "OwnBarRecord") ? bar.owner : first;
+    if (deskBefore.focus == owner) reminders.insert(owner);
 }
 
 void Laws::checkAnswer(const Step& step, const Law& law, const Call& call) {
@@ -58,6 +69,10 @@ void Laws::check(const Step& step) {
     const Law& law = *lawOf(step.verb);
     Call call = {step.arguments, jint(player.lastResult), second ? &before[second] : nullptr};
     checkAnswer(step, law, call);
+    Desk desk = deskOf(player);
+    noteReminder(step);
+    checkTold(step, player.world.at(first), player.told, deskBefore, desk, &reminders);
+    checkDesk(step, first, call.result, deskBefore, desk);
     for (auto& [handle, found] : lookAtAll()) {
         if (!before.count(handle) || before[handle].empty() || found.empty()) continue;
         if (handle == first && player.hasReported) continue;

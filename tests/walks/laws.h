@@ -2,6 +2,7 @@
 // The checked order: after each step every object is as the step leaves it. A native changes of its
 // first object what its law says, and of any other only what the law says of others.
 
+#include "event_laws.h"
 #include "properties.h"
 
 // What was called, and what came of it.
@@ -30,7 +31,7 @@ inline std::string yesOrNo(const Argument& argument) { return argument.value ? "
 
 class Laws {
   public:
-    explicit Laws(Player& walking) : player(walking) {}
+    explicit Laws(Player& walking);
 
     // Before each step and behind it. Fails the test where something is not as it must be.
     void look(const Step& step);
@@ -39,11 +40,14 @@ class Laws {
   private:
     std::map<uint32_t, Properties> lookAtAll();
     uint32_t handleAt(const Step& step, size_t index);
+    void noteReminder(const Step& step);
     void checkAnswer(const Step& step, const Law& law, const Call& call);
     void foretell(const Law& law, const Call& call, uint32_t handle, const Properties& found,
                   Properties* expected);
 
     Player& player;
     std::map<uint32_t, Properties> before; // by handle
-    uint32_t first = 0, second = 0;        // what the step is given; 0: no object
+    Desk deskBefore;
+    Reminders reminders;
+    uint32_t first = 0, second = 0; // what the step is given; 0: no object
 };

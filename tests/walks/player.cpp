@@ -16,7 +16,9 @@ const std::map<std::string, int>& Player::counts() { return called; }
 
 Player::Player() : world(display), eventAnswer(unasked) {
     for (const char* method : methods)
-        vm.behavior[method] = [this, method](const std::vector<jint>&) { return fire(method); };
+        vm.behavior[method] = [this, method](const std::vector<jint>& arguments) {
+            return fire(method, arguments);
+        };
     faults.watchThisThreadOnly();
     emptyClipboard();
     // What a display makes once.
@@ -55,7 +57,22 @@ void Player::throwException() {
     vm.pendingException = "java/lang/IllegalStateException";
 }
 
-jint Player::fire(const char* method) {
+// No listener is told of a widget that is gone, nor one that the widget has no more.
+void Player::note(const char* method, const std::vector<jint>& arguments) {
+    for (int step : world.allOf(kindOf("WidgetRecord"))) {
+        Object widget = *world.find(step);
+        const CallbackTarget* target =
+            reinterpret_cast<WidgetRecord*>(widget.handle)->callbackTarget;
+        if (!target || target->object != vm.receiver) continue;
+        told.push_back({widget, method, arguments});
+        if (whenTold) whenTold(told.back());
+        return;
+    }
+    ADD_FAILURE() << "no widget's listener is told: " << TestVm::eventOf(method, arguments);
+}
+
+jint Player::fire(const char* method, const std::vector<jint>& arguments) {
+    note(method, arguments);
     if (depth >= deepest) return eventAnswer;
     for (size_t i = 0; i < waiting.size(); ++i) {
         if (waiting[i].event != method && waiting[i].event != "any") continue;
@@ -70,6 +87,7 @@ jint Player::fire(const char* method) {
 }
 
 bool Player::play(const Step& step) {
+    told.clear();
     if (step.event.empty()) return playNow(step);
     waiting.push_back(step);
     return true;

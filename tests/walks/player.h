@@ -17,6 +17,13 @@ struct Kept {
     Leavings leavings = {}; // after a failure of the system
 };
 
+// What a listener was told.
+struct Told {
+    Object widget; // whose listener
+    std::string method;
+    std::vector<jint> arguments;
+};
+
 class Player : public DeviceTest {
   public:
     Player();
@@ -50,6 +57,10 @@ class Player : public DeviceTest {
     void answer(jint value) { eventAnswer = value; }
     bool listenTo(const Argument& argument);
 
+    // What listeners were told in this step, and who else wants to know as soon as one is.
+    std::vector<Told> told;
+    std::function<void(const Told&)> whenTold;
+
     // What the last native that was called gave, and whether it reported an error.
     DWORD lastResult = 0;
     bool hasReported = false;
@@ -60,7 +71,8 @@ class Player : public DeviceTest {
     bool isWalked(const KnownNative& native, const Words& words);
     std::optional<Words> wordsOf(const Step& step, const KnownNative& native);
     DWORD wordOf(const Argument& argument, const Parameter& parameter);
-    jint fire(const char* method);
+    jint fire(const char* method, const std::vector<jint>& arguments);
+    void note(const char* method, const std::vector<jint>& arguments);
     void noteEnd(const Object& object);
     void noteFailure(const Step& step);
     void checkCall(const Step& step, const KnownNative& native, DWORD result);

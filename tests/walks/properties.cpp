@@ -64,6 +64,13 @@ static std::string selectionOf(HWND window, bool isMultiple) {
     return join(selection);
 }
 
+// What lies in a list or a text goes with what they scroll.
+static bool isCarried(Player& player, const Object& object) {
+    const ControlRecord* parent = reinterpret_cast<ControlRecord*>(object.handle)->parent;
+    Object found = player.world.at(uint32_t(uintptr_t(parent)));
+    return is(found, "ListRecord") || is(found, "TextRecord");
+}
+
 static void addWindow(Player& player, const Object& object, HWND window, Properties* properties) {
     Properties& all = *properties;
     auto handle = jint(object.handle);
@@ -73,8 +80,9 @@ static void addWindow(Player& player, const Object& object, HWND window, Propert
     // Modal shells enable and disable the others, and the screen bounds them all. How high a choice
     // is its lines say.
     bool isShell = is(object, "ShellRecord");
-    if (!isShell) all["enabled"] = IsWindowEnabled(window) ? "yes" : "no";
-    if (!isShell && !is(object, "ChoiceRecord"))
+    const char* enabled = is(object, "ScrollbarRecord") ? "barEnabled" : "enabled";
+    if (!isShell) all[enabled] = IsWindowEnabled(window) ? "yes" : "no";
+    if (!isShell && !is(object, "ChoiceRecord") && !isCarried(player, object))
         all["bounds"] = join(player.vm.ints(OS::Control_GetBounds(env, handle)));
     if (is(object, "ListRecord")) {
         bool isMultiple = style & LBS_MULTIPLESEL;

@@ -22,6 +22,8 @@ class World : public Surroundings {
     // What goes with it.
     std::vector<Object> lentBy(const Object& owner);
 
+    // What has the handle, or had it last.
+    Object at(uint32_t handle) { return handles.find(handle); }
     bool isLent(uint32_t handle) { return handles.find(handle).isLent; }
 
     // A native's result, which the step may be called by from now on; nothing for one that makes
