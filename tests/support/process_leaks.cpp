@@ -50,6 +50,19 @@ static int countHandles() {
 
 ProcessCounts countProcess() { return {countThreads(), countHandles()}; }
 
+void expectARoundWithoutHandles(const std::function<void()>& round) {
+    constexpr int enoughRounds = 5;
+    ProcessCounts before = countProcess(), after = before;
+    for (int i = 0; i < enoughRounds; ++i) {
+        before = countProcess();
+        round();
+        after = countProcess();
+        if (after == before) return;
+    }
+    ADD_FAILURE() << "each round leaves " << after.threads - before.threads << " threads and "
+                  << after.handles - before.handles << " handles";
+}
+
 NothingLeft::~NothingLeft() {
     ProcessCounts after = countProcess();
     EXPECT_EQ(after.threads, before.threads) << "threads";

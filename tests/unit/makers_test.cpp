@@ -75,8 +75,8 @@ TEST_P(MakersTest, leave_as_little_on_another_thread) {
     Words words = usualWords();
     makeAndDispose(words, usualRounds);
     makeAndDisposeElsewhere(words);
-    NothingLeft nothingLeft;
-    makeAndDisposeElsewhere(words);
+    NoLeaks noLeaks;
+    expectARoundWithoutHandles([&] { makeAndDisposeElsewhere(words); });
     EXPECT_TRUE(vm.reports.empty());
 }
 
