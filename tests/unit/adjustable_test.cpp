@@ -61,6 +61,19 @@ TEST_F(AdjustableTest, a_hidden_or_disabled_bar_keeps_new_values_to_itself) {
                                                       {SB_CTL, 11, 5, 50, 4, 20, TRUE}}));
 }
 
+TEST_F(AdjustableTest, a_bar_without_range_is_shown_with_one_step_and_told_its_own_range) {
+    set(OS::Adjustable_SetVisibleAmount, 0);
+    for (jint maximum : {9, 10, 11}) {
+        set(OS::Adjustable_SetMinimum, 10);
+        set(OS::Adjustable_SetMaximum, maximum);
+        auto shown = recordWhile([&] { show(bar); });
+        ASSERT_EQ(shown.size(), maximum > 10 ? 1u : 2u) << maximum;
+        EXPECT_EQ(shown.front(), (Told{SB_CTL, 31, 10, 11, 0, 0, TRUE})) << maximum;
+        EXPECT_EQ(shown.back().maximum, maximum);
+        show(bar, false);
+    }
+}
+
 TEST_F(AdjustableTest, the_value_of_a_live_bar_is_the_windows) {
     show(bar);
     set(OS::Adjustable_SetValue, 95);

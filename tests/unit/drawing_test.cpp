@@ -287,7 +287,9 @@ TEST_F(RoundRectangleTest, of_wide_arcs_has_no_top_or_bottom_line) {
     EXPECT_EQ(lines.size(), 2u) << "the sides alone";
     draw(OS::Graphics_DrawRoundRectangle, 2, 3, 30, 20, 100, -100);
     EXPECT_EQ(lines.size(), 2u) << "no line at all";
-    EXPECT_EQ(arcs.size(), 8u);
+    ASSERT_EQ(arcs.size(), 8u);
+    EXPECT_TRUE(same(arcs[4].front(), expectedPoint(2, 3, 30, 20, 90))) << "as large as it is";
+    EXPECT_TRUE(same(arcs[6].front(), expectedPoint(1, 2, 30, 20, -90)));
 }
 
 TEST_F(RoundRectangleTest, without_arcs_is_a_rectangle_and_without_size_nothing) {
