@@ -201,9 +201,9 @@ take_place() {
 }
 
 # shared_device: a device without a display, for one program at a time of the tests; making one for each
-# would take longer than most of them. It is that of this script's place. Its processes stay for some
-# seconds behind the last program, its storage is empty. Its folder is left in device. ZEMVOLT_SHARED names
-# another kind than the usual one.
+# would take longer than most of them. It is that of this script's place. Its processes stay for a minute
+# behind the last program, its storage is empty. Its folder is left in device. ZEMVOLT_SHARED names another
+# kind than the usual one.
 shared_device() {
     "$root/launcher/make-prefix" || exit 1
     local kind=${ZEMVOLT_SHARED:-plain}
@@ -250,9 +250,15 @@ enter_device() {
 }
 
 # The services and the desktop of the device must start without the preloaded library, which their
-# processes could not use.
+# processes could not use. A desk stays for a minute (launcher/opendesk); it is not opened again while it
+# will stay for half of that.
 open_desk() {
-    local said=
+    local said='' opened=$ZEMVOLT_RUN/desk
+    if [ -n "$(find "$opened" -newermt '-30 seconds' 2>/dev/null)" ] && is_server "$(cat "$opened")"; then
+        return
+    fi
     read -r -t 60 said < <("$wine" "$bin/opendesk.exe" 2>>"$ZEMVOLT_RUN/logs/opendesk.log" </dev/null 9>&-)
     [[ $said = open* ]] || fail "the device's screen cannot be opened"
+    server_of "$ZEMVOLT_RUN" >"$opened"
 }
+is_server() { [[ $(readlink "/proc/$1/exe") = */wineserver32 ]]; }

@@ -5,7 +5,7 @@
 #include <stdio.h>
 #include <windows.h>
 
-static constexpr DWORD stay = 10000; // milliseconds
+static constexpr DWORD stay = 60000; // milliseconds
 
 int main() {
     HWND window = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
