@@ -15,6 +15,8 @@ void Widget_Free(WidgetRecord* widget) {
 // Stands in for the disposal of a widget while it runs: listeners may ask for it again.
 static int refuseWhileEnding(WidgetRecord*, ErrorRecord*) { return disposalRefused; }
 
+bool Widget_IsEnding(const WidgetRecord* widget) { return widget->dispose == refuseWhileEnding; }
+
 bool Widget_End(WidgetRecord* widget, ErrorRecord* error) {
     CallbackTarget* target = widget->callbackTarget;
     WidgetDispose dispose = widget->dispose;

@@ -40,6 +40,10 @@ void Widget_Discard(WidgetRecord* widget);
 // thread.
 bool Widget_End(WidgetRecord* widget, ErrorRecord* error);
 
+// Whether the widget is being ended: what listeners still ask of it makes nothing that would stay.
+// Display thread.
+bool Widget_IsEnding(const WidgetRecord* widget);
+
 // Frees the record of a widget that has ended, or was never shown to Java.
 void Widget_Free(WidgetRecord* widget);
 

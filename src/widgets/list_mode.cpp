@@ -150,8 +150,9 @@ static void switchMode(HWND old, bool multiple, Contents* contents, ErrorRecord*
         Win32Error_SetError(error, code, L"Unable to create handle for widget");
 }
 
-// A list that another thread disposes of meanwhile needs no new window.
+// A list that is being disposed of needs no new window.
 void List_SwitchMode(ListRecord* list, bool multiple, ErrorRecord* error) {
+    if (Widget_IsEnding(list)) return;
     HWND old = list->hwnd;
     Contents contents = contentsOf(old, multiple);
     if (!contents.items) {

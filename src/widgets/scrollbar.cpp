@@ -109,6 +109,7 @@ static DWORD orientedStyle(DWORD style, jint orientation) {
 // Quirk: a bar that cannot be turned stays as it is, and nothing is reported. Pinned by
 // ScrollbarTest.a_bar_that_cannot_be_turned_stays_and_tells_nobody.
 static void setOrientation(AdjustableRecord* adjustable, jint orientation) {
+    if (Widget_IsEnding(adjustable)) return;
     HWND old = adjustable->hwnd;
     HWND messageWindow = adjustable->display->messageWindow;
     DWORD style = orientedStyle(GetWindowLongW(old, GWL_STYLE), orientation);

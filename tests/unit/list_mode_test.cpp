@@ -49,6 +49,22 @@ TEST_F(ListModeTest, a_list_that_goes_while_its_new_window_is_made_needs_none) {
     EXPECT_EQ(GetWindow(windowOf(shell), GW_CHILD), nullptr);
 }
 
+TEST_F(ListModeTest, a_list_that_is_being_disposed_of_gets_no_new_window) {
+    jint list = newList(plain, {u"a"});
+    call(OS::Control_ForceFocus, list);
+    listen(shell);
+    bool isAsked = false;
+    vm.behavior["focus"] = [&](const std::vector<jint>&) {
+        isAsked = true;
+        switchMode(list, true);
+        return 0;
+    };
+    dispose(list);
+    EXPECT_TRUE(isAsked);
+    EXPECT_EQ(GetWindow(windowOf(shell), GW_CHILD), nullptr);
+    vm.behavior.clear();
+}
+
 TEST_F(ListModeTest, a_switch_keeps_place_visibility_and_state) {
     jint list = newList(withBars, {u"a"});
     auto bounds = [&] { return boundsOf(list); };

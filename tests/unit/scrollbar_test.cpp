@@ -46,6 +46,22 @@ TEST_F(ScrollbarTest, a_turned_bar_in_a_moved_parent_keeps_its_place_there) {
     EXPECT_EQ(boundsOf(inner), (std::vector<jint>{5, 6, 13, 70}));
 }
 
+TEST_F(ScrollbarTest, a_bar_that_is_being_disposed_of_is_not_turned) {
+    show(bar);
+    call(OS::Control_ForceFocus, bar);
+    listen(shell);
+    bool isAsked = false;
+    vm.behavior["focus"] = [&](const std::vector<jint>&) {
+        isAsked = true;
+        turn(16);
+        return 0;
+    };
+    dispose(bar);
+    EXPECT_TRUE(isAsked);
+    EXPECT_EQ(GetWindow(windowOf(shell), GW_CHILD), nullptr);
+    vm.behavior.clear();
+}
+
 TEST_F(ScrollbarTest, another_orientation_keeps_the_direction) {
     turn(3);
     EXPECT_TRUE(isVertical());
