@@ -50,7 +50,7 @@ extern "C" int _Dispose_Scrollable(WidgetRecord* widget, ErrorRecord* error) {
 static AdjustableRecord* getBar(ScrollableRecord* scrollable,
                                 AdjustableRecord* ScrollableRecord::*adjustable, int kind,
                                 ErrorRecord* error) {
-    if (scrollable->*adjustable) return scrollable->*adjustable;
+    if (scrollable->*adjustable || Widget_IsEnding(scrollable)) return scrollable->*adjustable;
     HWND window = scrollable->hwnd;
     scrollable->*adjustable = Adjustable_New(scrollable, kind, error);
     if (!(scrollable->*adjustable)) return nullptr;

@@ -37,7 +37,9 @@ static LRESULT setFocus(HWND window) {
     return 1;
 }
 
+// A widget that is being disposed of has no listener any more, and gets none.
 static CallbackTarget* swapCallbackTarget(WidgetRecord* widget, CallbackTarget* target) {
+    if (Widget_IsEnding(widget)) return target;
     CallbackTarget* previous = widget->callbackTarget;
     widget->callbackTarget = target;
     return previous;

@@ -21,7 +21,9 @@ MenuRecord* MenuBar_Create(ControlRecord* shell, ErrorRecord* error) {
     info.dwFlags = SHCMBF_EMPTYBAR;
     info.nToolBarId = menuBarToolbar;
     info.hInstRes = menuBar->display->instance;
-    if (!SHCreateMenuBar(&info)) Win32Error_SetError(error, errorOutOfMemory, creationFailed);
+    // A window that goes would leave its bar behind.
+    if (Widget_IsEnding(shell) || !SHCreateMenuBar(&info))
+        Win32Error_SetError(error, errorOutOfMemory, creationFailed);
     menuBar->menuBarWindow = info.hwndMB;
     // The bar comes with a button of the system's.
     if (menuBar->menuBarWindow) ask(menuBar->menuBarWindow, TB_DELETEBUTTON);

@@ -1,5 +1,6 @@
 #include "objects.h"
 #include "sound_files.h"
+#include <algorithm>
 
 using Kind = ObjectKind;
 
@@ -147,6 +148,15 @@ void ObjectsTest::disposeOf(Kind kind, jint object) {
     default:
         return dispose(object);
     }
+}
+
+void ObjectsTest::disposeFirst(jint object) {
+    auto known = std::find_if(objects.begin(), objects.end(),
+                              [=](const auto& other) { return other.second == object; });
+    ASSERT_NE(known, objects.end());
+    Kind kind = known->first;
+    objects.erase(known);
+    disposeOf(kind, object);
 }
 
 void ObjectsTest::disposeOfObjects() {

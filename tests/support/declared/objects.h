@@ -22,6 +22,9 @@ class ObjectsTest : public DeviceTest {
     // Ends all of them, what was made last first.
     void disposeOfObjects();
 
+    // Ends one of them before the others.
+    void disposeFirst(jint object);
+
     // What a native that makes something gave to Java; does nothing for any other native.
     void disposeOfResult(const std::string& native, jint result);
 
