@@ -1,12 +1,6 @@
-// What all controls have, and bars and texts.
+// What all controls have, and bars.
 
 #include "laws.h"
-
-static void foretellText(const Call& call, Properties* all) {
-    std::string text = plain(call.arguments[1].text);
-    bool isOneLine = text.find_first_of("\r\n") == std::string::npos;
-    if (isOneLine) (*all)["text"] = text;
-}
 
 static void foretellShown(const Call& call, Properties* all) {
     (*all)["shown"] = yesOrNo(call.arguments[1]);
@@ -37,8 +31,6 @@ static void foretellMaximum(const Call& call, Properties* all) {
 
 const std::vector<Law>& controlLaws() {
     static const std::vector<Law> laws = {
-        {"AbstractTextComponent_SetText", {"text"}, foretellText},
-        {"AbstractTextComponent_Replace", {"text"}, nullptr},
         {"Control_SetVisible", {"value", "barEnabled"}, foretellShown},
         {"Control_SetEnabled", {"value"}, foretellEnabled},
         {"Control_SetBounds", {"bounds"}, foretellBounds},

@@ -192,6 +192,21 @@ void Hostile::fillAndUse(int list, const std::string& ownClass) {
     }
 }
 
+void Hostile::useText(int text) {
+    constexpr int uses = 12;
+    std::vector<const KnownNative*> own;
+    for (const KnownNative& native : knownNatives())
+        if (std::string(native.declared.name).starts_with("AbstractTextComponent_"))
+            own.push_back(&native);
+    for (int i = 0; i < uses; ++i) {
+        const KnownNative& native = *chance.of(own);
+        Step step = {.verb = native.declared.name, .arguments = {object(text)}};
+        for (size_t j = 1; j < native.declared.parameters.size(); ++j)
+            step.arguments.push_back(plain(native, j, step.arguments));
+        following.push_back(step);
+    }
+}
+
 // Two items are selected where the list takes several, and it has the focus.
 void Hostile::switchMode(int list) {
     auto then = [&](const char* verb, std::vector<Argument> arguments) {
@@ -232,6 +247,7 @@ void Hostile::fill(int made, int kind) {
         fillAndUse(made, "List_");
         switchMode(made);
     }
+    if (isA(kind, kindOf("TextRecord"))) useText(made);
     if (isA(kind, kindOf("ChoiceRecord"))) fillAndUse(made, "Choice_");
     if (isA(kind, kindOf("LabeledMenuItemRecord")))
         following.push_back({.verb = OS::LabeledMenuItem_SetText.name,

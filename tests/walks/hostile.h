@@ -38,6 +38,7 @@ class Hostile {
     void fill(int made, int kind);
     void moveFocus(int made);
     void switchMode(int list);
+    void useText(int text);
     void fillAndUse(int list, const std::string& ownClass);
     Argument argumentOfList(const KnownNative& native, size_t index,
                             const std::vector<Argument>& before);

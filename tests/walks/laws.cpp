@@ -32,7 +32,7 @@ void Laws::look(const Step& step) {
 
 static const Law* lawOf(const std::string& native) {
     static const Law none = {.native = ""};
-    for (const auto* laws : {&listLaws(), &menuLaws(), &controlLaws()})
+    for (const auto* laws : {&listLaws(), &menuLaws(), &controlLaws(), &textLaws()})
         for (const Law& law : *laws)
             if (native == law.native) return &law;
     return &none;
@@ -59,15 +59,16 @@ void Laws::foretell(const Law& law, const Call& call, uint32_t handle, const Pro
         if (law.foretellOther && first) law.foretellOther(before[first], expected);
         return;
     }
-    if (law.foretell) law.foretell(call, expected);
     for (const char* change : law.changes)
         if (found.count(change)) (*expected)[change] = found.at(change);
+    if (law.foretell) law.foretell(call, expected);
 }
 
 // An object that a step reports an error of is not looked at: how much was done nobody says.
 void Laws::check(const Step& step) {
     const Law& law = *lawOf(step.verb);
-    Call call = {step.arguments, jint(player.lastResult), second ? &before[second] : nullptr};
+    Call call = {step.arguments, jint(player.lastResult), before[first],
+                 second ? &before[second] : nullptr};
     checkAnswer(step, law, call);
     Desk desk = deskOf(player);
     noteReminder(step);

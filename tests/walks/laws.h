@@ -9,13 +9,15 @@
 struct Call {
     const std::vector<Argument>& arguments;
     jint result;
+    const Properties& before; // of the first argument; empty: it is no object
     const Properties* second; // of the second argument before; null: it is no object
 };
 
 struct Law {
     const char* native;
-    std::vector<const char*> changes = {}; // in a way that the law does not foretell
-    // What it foretells: makes what was before what must be now. Null: nothing.
+    std::vector<const char*> changes = {}; // in a way that the law need not foretell
+    // What it foretells: makes what must be now of what was before, where what changes is as it was
+    // found. Null: nothing.
     void (*foretell)(const Call& call, Properties* all) = nullptr;
     // What the native must answer. Null: anything.
     jint (*answer)(const Call& call, const Properties& before) = nullptr;
@@ -26,6 +28,7 @@ struct Law {
 const std::vector<Law>& listLaws(); // and choices
 const std::vector<Law>& menuLaws();
 const std::vector<Law>& controlLaws();
+const std::vector<Law>& textLaws();
 
 inline std::string yesOrNo(const Argument& argument) { return argument.value ? "yes" : "no"; }
 

@@ -95,8 +95,12 @@ static void addWindow(Player& player, const Object& object, HWND window, Propert
         all["items"] = itemsOf(window, CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
         all["selection"] = selected == CB_ERR ? "" : join(std::vector<jint>{jint(selected)});
     }
-    if (is(object, "TextRecord"))
+    if (is(object, "TextRecord")) {
+        all["selection"] =
+            join(player.vm.ints(OS::AbstractTextComponent_GetSelection(env, handle)));
+        all["editable"] = style & ES_READONLY ? "no" : "yes";
         all["text"] = plain(player.vm.text(OS::AbstractTextComponent_GetText(env, handle)));
+    }
 }
 
 std::string idOfItem(jint item) {
