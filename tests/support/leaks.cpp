@@ -62,7 +62,7 @@ long countHeapBlocks() { return countOf("Emulator_CountHeapBlocks"); }
 
 // The system keeps the contexts of windows for whoever needs one next. It makes enough of them
 // once, so that none is taken for a leak: a release that a test lets fail keeps one for good.
-static bool makeSpareContexts() {
+bool makeSpareContexts() {
     HDC contexts[64];
     for (HDC& context : contexts) context = GetDC(nullptr);
     for (HDC context : contexts) ReleaseDC(nullptr, context);
