@@ -20,6 +20,7 @@ constexpr jint extremes[] = {0, 1, -1, INT_MAX, INT_MIN};
 // Where the system's own numbers end.
 constexpr jint systemLimits[] = {0x7FFF, -0x8000, 0xFFFF, INT_MAX - 1, INT_MIN + 1};
 constexpr jchar characters[] = {0, 1, 'x', 0x7F, 0x80, 0xD800, 0xDC00, 0xFFFE, 0xFFFF};
+constexpr size_t megabyte = 0x100000;
 // More characters than a number of 16 bits counts.
 constexpr size_t manyCharacters = 0x10001;
 
@@ -65,7 +66,9 @@ class LimitsTest : public ObjectsTest, public testing::WithParamInterface<Declar
               std::u16string(u"a\xDC00\xD800"), std::u16string(127, u'W'),
               std::u16string(128, u'W'), std::u16string(manyCharacters, u'm')})
             strings.push_back(word(vm.newString(text)));
-        return {0, strings, strings, false};
+        Words alone = strings;
+        alone.push_back(word(vm.newString(std::u16string(megabyte / sizeof(char16_t), u'm'))));
+        return {0, alone, strings, false};
     }
 
     Argument intsArgument() {
