@@ -29,7 +29,7 @@ static void expectNothingLeft(std::string left, const Steps& steps) {
 }
 
 static void walkFrom(const Order& order) {
-    std::string path = pathOf(variable("ZEMVOLT_TRACE", "walk.txt"));
+    std::string path = pathOf(variable("ZEMVOLT_TRACE", "x:/walk.txt"));
     int seed = numberOf("ZEMVOLT_SEED", 1), end = seed + numberOf("ZEMVOLT_WALKS", 1);
     for (; seed < end && !testing::Test::HasFailure(); ++seed) {
         std::ofstream trace(path, std::ios::binary | std::ios::trunc);
