@@ -62,11 +62,10 @@ long countHeapBlocks() { return countOf("Emulator_CountHeapBlocks"); }
 
 // The system keeps the contexts of windows for whoever needs one next. It makes enough of them
 // once, so that none is taken for a leak: a release that a test lets fail keeps one for good.
-bool makeSpareContexts() {
+void makeSpareContexts() {
     HDC contexts[64];
     for (HDC& context : contexts) context = GetDC(nullptr);
     for (HDC context : contexts) ReleaseDC(nullptr, context);
-    return true;
 }
 
 // What it draws every button's frame with, it makes with the first one.
@@ -78,8 +77,8 @@ static bool drawFirstFrame() {
 }
 
 LiveCounts countLive() {
-    static bool hasSpareContexts = makeSpareContexts() && drawFirstFrame();
-    EXPECT_TRUE(hasSpareContexts);
+    static bool isPrepared = (makeSpareContexts(), drawFirstFrame());
+    EXPECT_TRUE(isPrepared);
     LiveCounts counts = {countGdiObjects(), 0, countHeapBlocks(),
                          countOf("Emulator_CountMenusAndTables")};
     EnumThreadWindows(GetCurrentThreadId(), countTop, reinterpret_cast<LPARAM>(&counts.windows));

@@ -10,9 +10,9 @@ struct LiveCounts {
 
 LiveCounts countLive();
 
-// The system's contexts for whoever needs one next, of which the first count makes enough: a window
-// that goes while it is painted takes one with it. True.
-bool makeSpareContexts();
+// Fills up the system's contexts for whoever needs one next, as the first count does: a window that
+// goes while it is painted takes one with it.
+void makeSpareContexts();
 
 // Fails the test unless there is now just as much.
 void expectLive(const LiveCounts& expected);

@@ -321,7 +321,10 @@ void Player::endAll() {
 
 std::string Player::whatIsLeft() {
     LiveCounts after = countLive();
-    if (after.gdiObjects < before.gdiObjects && makeSpareContexts()) after = countLive();
+    if (after.gdiObjects < before.gdiObjects) {
+        makeSpareContexts();
+        after = countLive();
+    }
     std::string told;
     auto compare = [&](const char* what, long found, long expected, bool mayStay) {
         if (found == expected || (mayStay && found > expected)) return;
