@@ -159,15 +159,6 @@ TEST_F(PointerTest, a_move_with_the_button_held_becomes_a_drag_when_it_leaves_th
     }
 }
 
-TEST_F(PointerTest, a_move_with_the_button_held_becomes_a_drag_when_the_time_has_passed) {
-    send(WM_LBUTTONDOWN, MK_LBUTTON, 40, 40);
-    pointer().doubleClickDeadline = GetTickCount() - 1;
-    send(WM_MOUSEMOVE, MK_LBUTTON, 40, 40);
-    EXPECT_EQ(vm.takeEvents().back(),
-              fired::pointer(pointerDrag, 40, 40, buttonNone, modifierLeftButton));
-    send(WM_LBUTTONUP, 0, 40, 40);
-}
-
 TEST_F(PointerTest, a_move_without_the_capture_or_the_press_is_a_move) {
     pointer().doubleClickDeadline = GetTickCount() - 1;
     send(WM_MOUSEMOVE, 0, 3, 4);
