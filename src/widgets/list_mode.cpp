@@ -137,6 +137,7 @@ static void replaceWindow(ListRecord* list, HWND window, bool multiple, Contents
     if (window) UpdateWindow(window);
 }
 
+// A list that another thread disposes of meanwhile needs no new window.
 static void switchMode(HWND old, bool multiple, Contents* contents, ErrorRecord* error) {
     ListRecord* list = listOf(old);
     if (!list) return;
@@ -150,7 +151,7 @@ static void switchMode(HWND old, bool multiple, Contents* contents, ErrorRecord*
         Win32Error_SetError(error, code, L"Unable to create handle for widget");
 }
 
-// A list that is being disposed of needs no new window.
+// Nor does one whose listener asks for it while it is being disposed of.
 void List_SwitchMode(ListRecord* list, bool multiple, ErrorRecord* error) {
     if (Widget_IsEnding(list)) return;
     HWND old = list->hwnd;
