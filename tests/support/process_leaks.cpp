@@ -52,7 +52,7 @@ ProcessCounts countProcess() { return {countThreads(), countHandles()}; }
 
 void expectARoundWithoutHandles(const std::function<void()>& round) {
     constexpr int enoughRounds = 5;
-    ProcessCounts before = countProcess(), after = before;
+    ProcessCounts before, after;
     for (int i = 0; i < enoughRounds; ++i) {
         before = countProcess();
         round();
